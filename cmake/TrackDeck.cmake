@@ -1,0 +1,52 @@
+# What every folder's CMakeLists.txt uses: the compiler settings, and one function per kind of target.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Werror)
+add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
+                        QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+# Semicolon-separated sanitizers, as the presets set them: address;undefined or thread.
+set(TRACKDECK_SANITIZE "" CACHE STRING "Sanitizers to build with")
+if(TRACKDECK_SANITIZE)
+  list(JOIN TRACKDECK_SANITIZE "," sanitizers)
+  add_compile_options(-fsanitize=${sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${sanitizers})
+endif()
+
+option(TRACKDECK_COVERAGE "Build for gcov" OFF)
+if(TRACKDECK_COVERAGE)
+  add_compile_options(--coverage)
+  add_link_options(--coverage)
+endif()
+
+# trackdeck_library(name LINK lib... SOURCES file...)
+#
+# The static library of one folder. Includes are written from the top of the tree ("grid/GridCtrl.h").
+function(trackdeck_library name)
+  cmake_parse_arguments(ARG "MOC" "" "LINK;SOURCES" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${ARG_LINK})
+  set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
+endfunction()
+
+# trackdeck_test(name LINK lib... SOURCES file... [LABELS label...])
+#
+# One GoogleTest program per folder; CTest runs each of its tests in a process of its own, so they
+# may run in any order and in parallel. The label "threads" also runs under the thread sanitizer.
+function(trackdeck_test name)
+  cmake_parse_arguments(ARG "MOC" "" "LINK;SOURCES;LABELS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE ${ARG_LINK} fixtures GTest::gmock)
+  set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
+  gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
+    PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" LABELS "${ARG_LABELS}" TIMEOUT 300)
+endfunction()

@@ -1,0 +1,83 @@
+#include "platform/Files.h"
+
+#include "platform/Path.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+FileKind KindOf(mode_t mode) {
+    if (S_ISREG(mode))
+        return FileKind::Regular;
+    return S_ISDIR(mode) ? FileKind::Folder : FileKind::Other;
+}
+
+/// A directory read tells the kind for nothing on most file systems; links and the rest are asked.
+FileKind KindOf(const dirent& entry, int folder) {
+    if (entry.d_type == DT_REG)
+        return FileKind::Regular;
+    if (entry.d_type == DT_DIR)
+        return FileKind::Folder;
+    struct stat status {};
+    if (::fstatat(folder, entry.d_name, &status, 0) != 0)
+        return FileKind::Other;
+    return KindOf(status.st_mode);
+}
+
+} // namespace
+
+FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
+    if (this != &other) {
+        Close();
+        m_fd = other.Release();
+    }
+    return *this;
+}
+
+int FileDescriptor::Release() {
+    return std::exchange(m_fd, -1);
+}
+
+void FileDescriptor::Close() {
+    if (m_fd >= 0)
+        ::close(Release());
+}
+
+std::optional<FileStatus> GetFileStatus(const QString& path) {
+    struct stat status {};
+    if (::stat(Path::ToBytes(path).constData(), &status) != 0)
+        return std::nullopt;
+    return FileStatus{KindOf(status.st_mode),
+                      static_cast<std::uint64_t>(status.st_size),
+                      {status.st_dev, status.st_ino}};
+}
+
+FileDescriptor OpenForReading(const QString& path) {
+    FileDescriptor file(
+        ::open(Path::ToBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    struct stat status {};
+    if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return FileDescriptor();
+    return file;
+}
+
+std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(Path::ToBytes(path).constData()),
+                                                     &::closedir);
+    if (!folder)
+        return std::nullopt;
+    std::vector<FolderEntry> entries;
+    while (const dirent* entry = ::readdir(folder.get())) {
+        const std::string_view name = entry->d_name;
+        if (name != "." && name != "..")
+            entries.push_back({Path::FromBytes(name), KindOf(*entry, ::dirfd(folder.get()))});
+    }
+    return entries;
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QString>
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+/// Looking at files and folders by the system's own calls.
+///
+/// Paths are as Path.h tells. All functions may be called on any thread and answer failures with
+/// an empty value; none throws.
+
+/// Owner of an open file descriptor.
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int fd = -1)
+        : m_fd(fd) {}
+    FileDescriptor(FileDescriptor&& other) noexcept
+        : m_fd(other.Release()) {}
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    ~FileDescriptor() { Close(); }
+
+    [[nodiscard]] int Get() const { return m_fd; }
+    [[nodiscard]] bool IsOpen() const { return m_fd >= 0; }
+    [[nodiscard]] int Release();
+    void Close();
+
+private:
+    int m_fd;
+};
+
+/// What makes a file or folder itself, by whatever path it is reached.
+struct FileIdentity {
+    dev_t device = 0;
+    ino_t inode = 0;
+    auto operator<=>(const FileIdentity&) const = default;
+};
+
+enum class FileKind { Regular, Folder, Other };
+
+struct FileStatus {
+    FileKind kind = FileKind::Other;
+    std::uint64_t size = 0; ///< bytes
+    FileIdentity identity;
+};
+
+/// Status of what the path leads to, links followed.
+[[nodiscard]] std::optional<FileStatus> GetFileStatus(const QString& path);
+
+/// Opens a regular file for reading. Anything else (a pipe, a device, a folder) stays closed, and
+/// the call never waits for a writer at the other end of a pipe.
+[[nodiscard]] FileDescriptor OpenForReading(const QString& path);
+
+/// A name in a folder. The kind is what the name leads to, links followed; a link that leads
+/// nowhere is `Other`.
+struct FolderEntry {
+    QString name;
+    FileKind kind = FileKind::Other;
+};
+
+/// The names in a folder in the order in which the system returns them, without "." and "..".
+/// Nothing if the folder can't be opened.
+[[nodiscard]] std::optional<std::vector<FolderEntry>> ListFolder(const QString& path);

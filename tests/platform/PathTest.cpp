@@ -1,0 +1,89 @@
+#include "platform/Path.h"
+
+#include "platform/Files.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <map>
+
+TEST(PathTest, BytesSurviveTheWayThroughText) {
+    const QByteArray names[] = {
+        "plain.mp3",
+        "Gr\xC3\xBC\xC3\x9F"
+        "e.mp3",
+        "latin \xE9t\xE9.mp3",
+        "\xF0\x9F\x8E\xB5 note",
+        "cut \xF0\x9F\x8E",
+        "surrogate \xED\xB2\x80 in UTF-8",
+        "overlong \xC0\xAF",
+        "\xFF\xFE\x80",
+        "",
+    };
+    for (const QByteArray& name : names) {
+        const QString text = Path::FromBytes(name);
+        EXPECT_EQ(Path::ToBytes(text), name);
+        EXPECT_TRUE(Path::ForDisplay(text).isValidUtf16());
+    }
+    EXPECT_EQ(Path::ForDisplay(Path::FromBytes("a\xE9z")), QString(u"a\uFFFDz"));
+    EXPECT_NE(Path::FromBytes("\xE9"), Path::FromBytes("\xE8")) << "two files, two names";
+}
+
+TEST(PathTest, TakesPathsApart) {
+    struct {
+        const char16_t* path;
+        const char16_t* folder;
+        const char16_t* name;
+        const char16_t* base;
+        const char16_t* extension;
+    } const rows[] = {
+        {u"/music/a.b/song.one.Mp3", u"/music/a.b", u"song.one.Mp3", u"song.one", u"Mp3"},
+        {u"/music/a.b/song", u"/music/a.b", u"song", u"song", u""},
+        {u"song.mp3", u"", u"song.mp3", u"song", u"mp3"},
+        {u"/.mp3", u"", u".mp3", u"", u"mp3"},
+        {u"/music/end.", u"/music", u"end.", u"end", u""},
+    };
+    for (const auto& row : rows) {
+        const QString path(row.path);
+        EXPECT_EQ(Path::Folder(path), QString(row.folder));
+        EXPECT_EQ(Path::FileName(path), QString(row.name));
+        EXPECT_EQ(Path::BaseName(path), QString(row.base));
+        EXPECT_EQ(Path::Extension(path), QString(row.extension));
+    }
+    EXPECT_EQ(Path::Join(QStringLiteral("/"), QStringLiteral("a")), QStringLiteral("/a"));
+    EXPECT_EQ(Path::Join(QStringLiteral("/m"), QStringLiteral("a")), QStringLiteral("/m/a"));
+}
+
+TEST(FilesTest, ListsEveryNameWithTheKindItLeadsTo) {
+    const ScratchFolder scratch;
+    const QString odd = Path::FromBytes("odd \xE9.mp3");
+    scratch.Write(odd, "x");
+    scratch.MakeFolder(QStringLiteral("folder"));
+    const auto link = [&](const char* target, const char* name) {
+        ASSERT_EQ(::symlink(target, Path::ToBytes(scratch.File(QString::fromUtf8(name)))), 0);
+    };
+    link("folder", "to folder");
+    link("nowhere", "dangling");
+    ASSERT_EQ(::mkfifo(Path::ToBytes(scratch.File(QStringLiteral("pipe"))), 0600), 0);
+
+    const auto entries = ListFolder(scratch.Path());
+    ASSERT_TRUE(entries);
+    std::map<QString, FileKind> found;
+    for (const FolderEntry& entry : *entries)
+        found[entry.name] = entry.kind;
+    EXPECT_EQ(found, (std::map<QString, FileKind>{{odd, FileKind::Regular},
+                                                  {QStringLiteral("folder"), FileKind::Folder},
+                                                  {QStringLiteral("to folder"), FileKind::Folder},
+                                                  {QStringLiteral("dangling"), FileKind::Other},
+                                                  {QStringLiteral("pipe"), FileKind::Other}}));
+    EXPECT_FALSE(ListFolder(scratch.File(odd)));
+
+    EXPECT_TRUE(OpenForReading(scratch.File(odd)).IsOpen());
+    EXPECT_FALSE(OpenForReading(scratch.File(QStringLiteral("pipe"))).IsOpen());
+    EXPECT_FALSE(OpenForReading(scratch.File(QStringLiteral("folder"))).IsOpen());
+    EXPECT_EQ(GetFileStatus(scratch.File(QStringLiteral("folder")))->identity,
+              GetFileStatus(scratch.File(QStringLiteral("to folder")))->identity);
+}

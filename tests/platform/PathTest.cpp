@@ -1,6 +1,7 @@
 #include "platform/Path.h"
 
 #include "platform/Files.h"
+#include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -28,17 +29,17 @@ TEST(PathTest, BytesSurviveTheWayThroughText) {
         EXPECT_EQ(Path::ToBytes(text), name);
         EXPECT_TRUE(Path::ForDisplay(text).isValidUtf16());
     }
-    EXPECT_EQ(Path::ForDisplay(Path::FromBytes("a\xE9z")), QString(u"a\uFFFDz"));
+    EXPECT_EQ(Path::ForDisplay(Path::FromBytes("a\xE9z")), QStringLiteral(u"a\uFFFDz"));
     EXPECT_NE(Path::FromBytes("\xE9"), Path::FromBytes("\xE8")) << "two files, two names";
 }
 
 TEST(PathTest, TakesPathsApart) {
     struct {
-        const char16_t* path;
-        const char16_t* folder;
-        const char16_t* name;
-        const char16_t* base;
-        const char16_t* extension;
+        QStringView path;
+        QStringView folder;
+        QStringView name;
+        QStringView base;
+        QStringView extension;
     } const rows[] = {
         {u"/music/a.b/song.one.Mp3", u"/music/a.b", u"song.one.Mp3", u"song.one", u"Mp3"},
         {u"/music/a.b/song", u"/music/a.b", u"song", u"song", u""},
@@ -47,11 +48,11 @@ TEST(PathTest, TakesPathsApart) {
         {u"/music/end.", u"/music", u"end.", u"end", u""},
     };
     for (const auto& row : rows) {
-        const QString path(row.path);
-        EXPECT_EQ(Path::Folder(path), QString(row.folder));
-        EXPECT_EQ(Path::FileName(path), QString(row.name));
-        EXPECT_EQ(Path::BaseName(path), QString(row.base));
-        EXPECT_EQ(Path::Extension(path), QString(row.extension));
+        const QString path = row.path.toString();
+        EXPECT_EQ(Path::Folder(path), row.folder);
+        EXPECT_EQ(Path::FileName(path), row.name);
+        EXPECT_EQ(Path::BaseName(path), row.base);
+        EXPECT_EQ(Path::Extension(path), row.extension);
     }
     EXPECT_EQ(Path::Join(QStringLiteral("/"), QStringLiteral("a")), QStringLiteral("/a"));
     EXPECT_EQ(Path::Join(QStringLiteral("/m"), QStringLiteral("a")), QStringLiteral("/m/a"));

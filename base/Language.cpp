@@ -2,6 +2,8 @@
 
 #include "platform/IniFile.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <iterator>
 
@@ -50,4 +52,18 @@ QString GetMenuText(const QString& prefix, const QString& name) {
     key = key.remove(u' ').remove(u'&').toUpper();
     const QString text = GetLanguageText(key);
     return text.contains(prefix) ? GetLanguageText(name) : text;
+}
+
+QString FormatText(const QString& format, const QStringList& values) {
+    static const QRegularExpression placeholder(QStringLiteral("%[sdu]"));
+    QString text = format;
+    qsizetype from = 0;
+    for (const QString& value : values) {
+        const QRegularExpressionMatch match = placeholder.match(text, from);
+        if (!match.hasMatch())
+            break;
+        text.replace(match.capturedStart(), match.capturedLength(), value);
+        from = match.capturedStart() + value.size();
+    }
+    return text;
 }

@@ -3,6 +3,7 @@
 #include "base/StringTable.h"
 
 #include <QString>
+#include <QStringList>
 
 /// Identifiers of the texts a user sees. The numbers are stable.
 enum StringId : int {
@@ -30,3 +31,7 @@ void SetLanguageFile(const QString& path);
 /// The text of a menu item or header that is known by its English name: that of the key made of
 /// `prefix` and `name` without blanks and ampersands in upper case, else that of the key `name`.
 [[nodiscard]] QString GetMenuText(const QString& prefix, const QString& name);
+
+/// `format` with its placeholders (%s, %d, %u) replaced by `values`, in their order. A text from
+/// the file may have too many or too few of them: what is left over stays as it is.
+[[nodiscard]] QString FormatText(const QString& format, const QStringList& values);

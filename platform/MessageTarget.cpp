@@ -137,8 +137,7 @@ void MessageTarget::On(int id, Handler handler) {
 
 void MessageTarget::SetHeld(bool held) {
     Q_ASSERT(QThread::currentThread() == thread());
-    m_bHeld = held;
-    if (held)
+    if (std::exchange(m_bHeld, held) == held || held)
         return;
     auto& mailbox = *m_address.m_mailbox;
     const std::lock_guard lock(mailbox.mutex);

@@ -4,19 +4,16 @@
 
 #include <QString>
 
-/// The folder of the user's run-time files ($XDG_RUNTIME_DIR, else a private folder in the
-/// temporary folder). Empty if there is none.
-[[nodiscard]] QString UserRuntimeFolder();
+/// `name` as the name of a local socket of this user in the kernel's abstract namespace: the same
+/// for the same name, and of bounded length whatever the name holds.
+[[nodiscard]] QString KernelName(const QString& name);
 
-/// `name` as part of a file name: the same for the same name, without characters that a file name
-/// can't hold, and of bounded length.
-[[nodiscard]] QString FileNameForLock(const QString& name);
-
-/// A lock by name among the user's processes: a locked file in the user's run-time folder. The
-/// kernel lets go of it when the process ends, however it ends.
+/// A lock by name among the user's processes: a bound local socket in the kernel's abstract
+/// namespace (Linux, unix(7)). The kernel lets go of it when the process ends, however it ends, and
+/// no file is left behind.
 ///
-/// Thread: any. Errors: where no lock file can be made, the lock counts as taken, so that a user
-/// without a run-time folder can still work.
+/// Thread: any. Errors: where the kernel gives no socket, the lock counts as taken, so that the
+/// program can still be used.
 class NamedLock {
 public:
     explicit NamedLock(const QString& name);
@@ -25,6 +22,6 @@ public:
     [[nodiscard]] bool IsHeld() const { return m_bHeld; }
 
 private:
-    FileDescriptor m_file;
+    FileDescriptor m_socket;
     bool m_bHeld;
 };

@@ -48,6 +48,16 @@ TEST(LanguageTest, TextsByIdentifierKeyAndMenuName) {
     EXPECT_EQ(GetMenuText(prefix, QStringLiteral("None")), QStringLiteral("None"));
 }
 
+TEST(LanguageTest, FormatsWhateverTheFileHolds) {
+    const auto format = [](const char* text) {
+        return FormatText(QString::fromUtf8(text), {QStringLiteral("%s"), QStringLiteral("7")});
+    };
+    EXPECT_EQ(format("%s of %d"), QStringLiteral("%s of 7"));
+    EXPECT_EQ(format("%u"), QStringLiteral("%s"));
+    EXPECT_EQ(format("100 %"), QStringLiteral("100 %"));
+    EXPECT_EQ(format("%d%d%d"), QStringLiteral("%s7%d"));
+}
+
 TEST(SettingsTest, DefaultsThenWhatWasStored) {
     const ScratchFolder scratch;
     const QString file = scratch.File(QStringLiteral("s.ini"));

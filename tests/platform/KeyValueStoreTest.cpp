@@ -40,9 +40,9 @@ TEST(KeyValueStoreTest, ValuesComeBackAsWritten) {
 
 TEST(KeyValueStoreTest, WrongKindsAreNotThere) {
     const ScratchFolder scratch;
-    const auto store = [&](const QByteArray& value) {
-        return KeyValueStore(
-            scratch.Write(QStringLiteral("store.ini"), "[Settings]\nValue=" + value + "\n"));
+    const auto store = [&, number = 0](const QByteArray& value) mutable {
+        const QString name = QStringLiteral("%1.ini").arg(++number);
+        return KeyValueStore(scratch.Write(name, "[Settings]\nValue=" + value + "\n"));
     };
     for (const char* value : {"abc", "1.5", "", "99999999999", "\"1 2\""})
         EXPECT_FALSE(store(value).ReadInt(kKey)) << value;

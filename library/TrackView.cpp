@@ -2,7 +2,9 @@
 
 #include "base/DecimalValue.h"
 #include "base/FileKinds.h"
-#include "grid/GridCells.h"
+#include "grid/GridCellBar.h"
+#include "grid/GridCellCheck.h"
+#include "grid/GridCellNull.h"
 #include "grid/GridCtrl.h"
 #include "library/MediaLists.h"
 #include "library/TrackColumns.h"
@@ -54,16 +56,14 @@ CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid)
 
 void CTrackView::ConfigureGrid() {
     m_grid.SetGridBkColor(kPage);
-    CGridDefaultCell& body = m_grid.GetDefaultCell(false, false);
+    CGridDefaultCell& body = *m_grid.GetDefaultCell(false, false);
     body.SetBackClr(kCellBackground);
     body.SetSelBackClr(kSelectedBackground);
     for (const bool fixedRow : {false, true})
         for (const bool fixedCol : {false, true})
-            m_grid.GetDefaultCell(fixedRow, fixedCol).SetCoords(8, 2);
+            m_grid.GetDefaultCell(fixedRow, fixedCol)->SetCoords(8, 2);
     m_grid.SetFixedColumnSelection(false);
-    m_grid.SetAllowColHide(true);
-    m_grid.SetEditable(true);
-    m_grid.SetGridLines(4);
+    m_grid.SetGridLines(GridLines::HeaderMarks);
     m_grid.SetListMode(true);
     m_grid.SetCompareFunction(&CompareNumbers);
 }
@@ -226,8 +226,7 @@ void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int inde
         SelectRow(row, false);
     if (index >= 0 && m_pLastList != m_pCurrentList && (*list)[index]->m_bRowSelected)
         SelectRow(row, true);
-    for (int column = 0; column < m_grid.GetColumnCount(); ++column)
-        m_grid.RedrawCell(row, column);
+    m_grid.RedrawRow(row);
 }
 
 void CTrackView::SortColumn(int gridColumn) {
@@ -267,6 +266,16 @@ void CTrackView::ActivateList(int type) {
             RefreshRows(0, list.get(), -1);
         }
     }
+}
+
+void CTrackView::ScrollToList(int type) {
+    const CMediaList* list = m_lists.FindListByType(type);
+    if (!list || !list->IsOnScreen() || IsExclusiveView())
+        return;
+    const int header = m_grid.GetCellRect({0, 0}).bottom();
+    const int title = m_grid.GetCellRect({FindRow(*list, -1), 0}).top();
+    QScrollBar* bar = m_grid.verticalScrollBar();
+    bar->setValue(bar->value() + title - header - 1);
 }
 
 void CTrackView::OnNotify(const GridNotification& notification) {

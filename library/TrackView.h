@@ -44,6 +44,10 @@ public:
     /// Makes the first list of a type the active one, leaving the selection view.
     void ActivateList(int type);
 
+    /// Scrolls so far that the title of the first list of a type is at the top, or all behind it is
+    /// on screen.
+    void ScrollToList(int type);
+
     /// Takes the grid's notifications.
     void OnNotify(const GridNotification& notification);
 

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -66,6 +67,36 @@ FileDescriptor OpenForReading(const QString& path) {
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
         return FileDescriptor();
     return file;
+}
+
+QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t size) {
+    QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
+    qsizetype done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got =
+            ::pread(file, bytes.data() + done, static_cast<std::size_t>(bytes.size() - done),
+                    static_cast<off_t>(position) + done);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            break;
+        done += got;
+    }
+    bytes.truncate(done);
+    return bytes;
+}
+
+bool WriteAll(int file, QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const ssize_t written =
+            ::write(file, bytes.data(), static_cast<std::size_t>(bytes.size()));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes = bytes.sliced(written);
+    }
+    return true;
 }
 
 std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <sys/types.h>
@@ -55,6 +56,12 @@ struct FileStatus {
 /// Opens a regular file for reading. Anything else (a pipe, a device, a folder) stays closed, and
 /// the call never waits for a writer at the other end of a pipe.
 [[nodiscard]] FileDescriptor OpenForReading(const QString& path);
+
+/// Up to `size` bytes of an open file from `position` on, fewer at its end or after an error.
+[[nodiscard]] QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t size);
+
+/// Writes all bytes at the file's position; false when the system takes no more.
+[[nodiscard]] bool WriteAll(int file, QByteArrayView bytes);
 
 /// A name in a folder. The kind is what the name leads to, links followed; a link that leads
 /// nowhere is `Other`.

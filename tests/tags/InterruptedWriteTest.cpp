@@ -82,7 +82,9 @@ protected:
         m_new = ReadFile(other);
     }
 
-    [[nodiscard]] int Write() const { return WriteTrackTags(m_strPath, m_info, 0); }
+    [[nodiscard]] std::function<int()> Write() const {
+        return [path = m_strPath, info = m_info] { return WriteTrackTags(path, info, 0); };
+    }
 
     const ScratchFolder m_scratch;
     QString m_strPath;
@@ -98,7 +100,7 @@ TEST_F(InterruptedWriteTest, AKillAtAnyCallLeavesTheOldOrTheNewFile) {
     bool sawNew = false;
     for (int call = 1;; ++call) {
         WriteFile(m_strPath, m_old);
-        const auto status = RunWithFault([this] { return Write(); }, call, Fault::Kill);
+        const auto status = RunWithFault(Write(), call, Fault::Kill);
         if (!status)
             break;
         ++killed;
@@ -115,7 +117,7 @@ TEST_F(InterruptedWriteTest, AnyCallThatFailsLeavesTheOldOrTheNewFile) {
     int refused = 0;
     for (int call = 1;; ++call) {
         WriteFile(m_strPath, m_old);
-        const auto status = RunWithFault([this] { return Write(); }, call, Fault::Refuse);
+        const auto status = RunWithFault(Write(), call, Fault::Refuse);
         if (!status)
             break;
         ++refused;
@@ -131,12 +133,12 @@ TEST_F(InterruptedWriteTest, AnyCallThatFailsLeavesTheOldOrTheNewFile) {
 TEST_F(InterruptedWriteTest, AFullDiskLeavesTheOldFileAlone) {
     for (const qsizetype room :
          {qsizetype{0}, qsizetype{1}, qsizetype{100}, qsizetype{70'000}, m_new.size() - 1}) {
-        const int status = WaitFor(Fork([this, room] {
+        const int status = WaitFor(Fork([write = Write(), room] {
             // A file that may not grow on is the full disk of one process.
             ::signal(SIGXFSZ, SIG_IGN);
             const auto limit = static_cast<rlim_t>(room);
             const rlimit limits{limit, limit};
-            return ::setrlimit(RLIMIT_FSIZE, &limits) == 0 ? Write() : 0;
+            return ::setrlimit(RLIMIT_FSIZE, &limits) == 0 ? write() : 0;
         }));
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << room;
         EXPECT_EQ(ReadFile(m_strPath), m_old);

@@ -64,8 +64,9 @@ std::optional<Id3File> OpenId3File(const QString& path, Id3FrameFilter keep) {
     opened.tag = ReadId3v2Tag(opened.file.Get(), opened.size, keep);
     if (opened.size >= opened.tag.size + kId3v1) {
         opened.id3v1 = ReadAt(opened.file.Get(), opened.size - kId3v1, kId3v1);
-        if (opened.id3v1.size() != static_cast<qsizetype>(kId3v1) ||
-            !opened.id3v1.startsWith("TAG"))
+        if (opened.id3v1.size() != static_cast<qsizetype>(kId3v1))
+            return std::nullopt;
+        if (!opened.id3v1.startsWith("TAG"))
             opened.id3v1.clear();
     }
     return opened;

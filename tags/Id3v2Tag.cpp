@@ -189,8 +189,12 @@ bool ReadFrame(BodyReader& reader, Id3FrameFilter keep, Id3v2Tag& tag) {
     std::array<char, 10> header{};
     if (reader.Left() == 0)
         return false;
-    if (!reader.Read(header.data(), 1) || header[0] == '\0') {
-        tag.whole = header[0] == '\0' && (keep != KeepAllFrames || OnlyPaddingLeft(reader));
+    if (!reader.Read(header.data(), 1)) {
+        tag.whole = reader.Left() == 0;
+        return false;
+    }
+    if (header[0] == '\0') {
+        tag.whole = keep != KeepAllFrames || OnlyPaddingLeft(reader);
         return false;
     }
     tag.whole = false;
@@ -244,7 +248,11 @@ Id3v2Tag ReadId3v2Tag(int file, std::uint64_t fileSize, Id3FrameFilter keep) {
     Id3v2Tag tag;
     BodyReader reader(file, fileSize);
     std::array<char, kTagHeader> header{};
-    if (!reader.Read(header.data(), header.size()) || std::memcmp(header.data(), "ID3", 3) != 0)
+    if (!reader.Read(header.data(), header.size())) {
+        tag.whole = fileSize < header.size();
+        return tag;
+    }
+    if (std::memcmp(header.data(), "ID3", 3) != 0)
         return tag;
     const std::optional<std::uint32_t> size = SyncSafe(header.data() + 6);
     const int version = header[3];

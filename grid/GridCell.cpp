@@ -5,6 +5,7 @@
 #include "grid/GridPainting.h"
 
 #include <QIcon>
+#include <QStyle>
 
 namespace {
 
@@ -165,10 +166,16 @@ void CGridCell::DrawText(QPainter& painter, const QRect& rect) const {
         return;
     const quint32 format = GetFormat();
     const GridFont& font = GetFontObject();
-    const GridFont::TextSize size = font.Measure(m_strText);
+    GridFont::TextSize size = font.Measure(m_strText);
+    const QFont& drawn = font.FontFor(size);
     QString text = GridFont::OneLine(m_strText);
-    if (size.width > rect.width() && (format & DT_END_ELLIPSIS))
-        text = QFontMetricsF(font.FontFor(size)).elidedText(text, Qt::ElideRight, rect.width());
-    painter.setFont(font.FontFor(size));
-    painter.drawText(rect, static_cast<int>(AlignmentOf(format)) | Qt::TextSingleLine, text);
+    if (size.width > rect.width() && (format & DT_END_ELLIPSIS)) {
+        text = QFontMetricsF(drawn).elidedText(text, Qt::ElideRight, rect.width());
+        size.width = rect.width();
+    }
+    // To a point, not into a rectangle, which would take a layout in lines: three times the work.
+    const QRect line = QStyle::alignedRect(Qt::LeftToRight, AlignmentOf(format),
+                                           QSize(size.width, font.Height()), rect);
+    painter.setFont(drawn);
+    painter.drawText(line.left(), line.top() + font.Ascent(), text);
 }

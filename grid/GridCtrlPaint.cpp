@@ -12,7 +12,8 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.setLayoutDirection(Qt::LeftToRight); // the direction of a text is its own
     const QRect area = event->rect();
-    painter.fillRect(area, ToQColor(m_crGridBkColour));
+    for (const QRect& beside : QRegion(area) - CellArea())
+        painter.fillRect(beside, ToQColor(m_crGridBkColour));
     if (m_nRows == 0 || m_nCols == 0)
         return;
 
@@ -34,6 +35,16 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     DrawLines(painter, rows, cols);
 }
 
+QRect CGridCtrl::CellArea() const {
+    if (m_nRows == 0 || m_nCols == 0)
+        return {};
+    const QRect last = GetCellRect({m_nRows - 1, m_nCols - 1});
+    const int right = GetColumnWidth(m_nCols - 1) > 0
+                          ? viewport()->width()
+                          : m_arColWidths.Total() - horizontalScrollBar()->value();
+    return QRect(0, 0, right, last.bottom() + 1);
+}
+
 CGridCtrl::Span CGridCtrl::VisibleRows(const QRect& area) const {
     const int scroll = verticalScrollBar()->value();
     return {m_arRowHeights.IndexAt(std::max(area.top(), FixedHeight()) + scroll),
@@ -50,7 +61,11 @@ CGridCtrl::Span CGridCtrl::VisibleColumns(const QRect& area) const {
 
 void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
     const auto draw = [&](int row, int col) {
-        m_rows[row][col]->Draw(painter, row, col, GetCellRect({row, col}), true);
+        CGridCellBase& cell = *m_rows[row][col];
+        const QRect rect = GetCellRect({row, col});
+        if (!cell.IsOpaque())
+            painter.fillRect(rect, ToQColor(m_crGridBkColour));
+        cell.Draw(painter, row, col, rect, true);
     };
     const int lastCol = m_nCols - 1;
     for (int row = rows.first; row <= rows.last; ++row) {

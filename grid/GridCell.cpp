@@ -74,13 +74,17 @@ bool CGridCell::HasImage() const {
     return m_nImage >= 0 && m_nImage < m_pGrid->GetImageList().size();
 }
 
+bool CGridCell::HasHeaderMarks() const {
+    return IsFixed() && m_pGrid->GetGridLines() == GridLines::HeaderMarks;
+}
+
 QSize CGridCell::GetTextExtent(const QString& text) const {
     const GridFont& font = GetFontObject();
     return QSize(font.Measure(text).width, font.Height());
 }
 
 int CGridCell::ContentWidth() const {
-    int width = m_strText.isEmpty() ? 0 : GetFontObject().Measure(m_strText).width;
+    int width = GetTextExtent(m_strText).width();
     if (HasImage())
         width += m_pGrid->GetImageSize().width() + kImageGap;
     return width;
@@ -92,14 +96,16 @@ QSize CGridCell::GetCellExtent() const {
     int line = GetFontObject().Height();
     if (HasImage())
         line = std::max(line, m_pGrid->GetImageSize().height());
-    return GetSize() + QSize(ContentWidth(), line + line / 4);
+    const int marks = HasHeaderMarks() ? GridPainting::kHeaderMarksRoom : 0;
+    return GetSize() + QSize(ContentWidth() + marks, line + line / 4);
 }
 
 QRect CGridCell::WithoutMargins(const QRect& rect) const {
     const QSize room = GetSize();
     const int left = room.width() / 2;
     const int top = room.height() / 2;
-    return rect.adjusted(left, top, left - room.width(), top - room.height());
+    const int marks = HasHeaderMarks() ? GridPainting::kHeaderMarksRoom : 0;
+    return rect.adjusted(left, top, left - room.width() - marks, top - room.height());
 }
 
 bool CGridCell::Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) {
@@ -140,7 +146,7 @@ void CGridCell::FillBackground(QPainter& painter, const QRect& rect, const QColo
 void CGridCell::DrawFixedEdges(QPainter& painter, CCellID cell, const QRect& rect,
                                const QColor& background) const {
     const GridSystemColours& colours = m_pGrid->GetSystemColours();
-    if (m_pGrid->GetGridLines() == GridLines::HeaderMarks)
+    if (HasHeaderMarks())
         GridPainting::DrawHeaderMarks(painter, rect, background);
     else if (m_pGrid->IsHeldDown(cell) && m_pGrid->HasLines())
         GridPainting::DrawEdge(painter, rect, colours.darkShadow, colours.light);

@@ -23,9 +23,11 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     const Span cols = VisibleColumns(area);
     const QRect whole = viewport()->rect();
 
-    DrawCells(painter, fixedRows, fixedCols);
-    painter.setClipRect(whole.adjusted(0, FixedHeight(), 0, 0));
-    DrawCells(painter, rows, fixedCols);
+    if (m_nFixedCols > 0) {
+        DrawCells(painter, fixedRows, fixedCols);
+        painter.setClipRect(whole.adjusted(0, FixedHeight(), 0, 0));
+        DrawCells(painter, rows, fixedCols);
+    }
     painter.setClipRect(whole.adjusted(FixedWidth(), 0, 0, 0));
     DrawCells(painter, fixedRows, cols);
     painter.setClipRect(whole.adjusted(FixedWidth(), FixedHeight(), 0, 0));
@@ -77,7 +79,7 @@ void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
         }
         // Even where the last column is scrolled out of sight or hidden, the title of a section in
         // it covers the row; any other cell of it has no width there and draws nothing.
-        if (lastCol >= m_nFixedCols || cols.last == lastCol)
+        if ((cols.first < m_nFixedCols) == (lastCol < m_nFixedCols))
             draw(row, lastCol);
     }
 }
@@ -93,7 +95,8 @@ void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {
     if (m_nGridLines == GridLines::Vertical || m_nGridLines == GridLines::Both) {
         for (int col = cols.first; col <= std::min(cols.last, m_nCols - 2); ++col) {
             if (m_arColWidths.Size(col) > 0)
-                painter.fillRect(GetCellRect({0, col}).right(), 0, 1, viewport()->height(), colour);
+                painter.fillRect(GetCellRect({0, col}).right(), 0, 1, CellArea().bottom() + 1,
+                                 colour);
         }
     }
 }

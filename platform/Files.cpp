@@ -7,8 +7,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -68,6 +71,44 @@ FileDescriptor OpenForReading(const QString& path) {
     return file;
 }
 
+QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t size) {
+    QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
+    qsizetype done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got =
+            ::pread(file, bytes.data() + done, static_cast<std::size_t>(bytes.size() - done),
+                    static_cast<off_t>(position) + done);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            break;
+        done += got;
+    }
+    bytes.truncate(done);
+    return bytes;
+}
+
+bool WriteAll(int file, QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const ssize_t written =
+            ::write(file, bytes.data(), static_cast<std::size_t>(bytes.size()));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes = bytes.sliced(written);
+    }
+    return true;
+}
+
+std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize) {
+    const FileDescriptor file = OpenForReading(path);
+    struct stat status {};
+    if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || status.st_size > maxSize)
+        return std::nullopt;
+    return ReadAt(file.Get(), 0, static_cast<std::uint64_t>(status.st_size));
+}
+
 std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) {
     const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(Path::ToBytes(path).constData()),
                                                      &::closedir);
@@ -80,4 +121,11 @@ std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) {
             entries.push_back({Path::FromBytes(name), KindOf(*entry, ::dirfd(folder.get()))});
     }
     return entries;
+}
+
+bool MakeFolder(const QString& path) {
+    std::error_code failure;
+    const std::filesystem::path folder = Path::ToBytes(path).toStdString();
+    std::filesystem::create_directories(folder, failure);
+    return std::filesystem::is_directory(folder, failure);
 }

@@ -34,8 +34,7 @@ MainLayout::MainLayout(QWidget& window)
     , m_pUpperRow(new QWidget(&window))
     , m_pScanButton(MakeButton(m_pUpperRow, IDS_FILE_SCANPCFORMUSICS))
     , m_pStatus(MakeLabel(m_pUpperRow))
-    , m_pMiniButton(MakeButton(&window, IDS_MAIN_MINI))
-    , m_pCaption(MakeLabel(&window)) {
+    , m_pMiniButton(MakeButton(&window, IDS_MAIN_MINI)) {
     m_pMiniButton->setObjectName(QStringLiteral("999"));
     auto* upper = new QHBoxLayout(m_pUpperRow);
     upper->setContentsMargins(kMargin, kMargin, kMargin, 0);
@@ -45,7 +44,7 @@ MainLayout::MainLayout(QWidget& window)
     auto* lower = new QHBoxLayout;
     lower->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     lower->addWidget(m_pMiniButton);
-    lower->addWidget(m_pCaption, 1);
+    lower->addStretch(1);
 
     auto* rows = new QVBoxLayout(&window);
     rows->setContentsMargins(0, 0, 0, 0);

@@ -20,7 +20,6 @@ public:
     [[nodiscard]] QToolButton& ScanButton() const { return *m_pScanButton; }
     [[nodiscard]] QToolButton& MiniButton() const { return *m_pMiniButton; }
     [[nodiscard]] QLabel& Status() const { return *m_pStatus; }
-    [[nodiscard]] QLabel& Caption() const { return *m_pCaption; }
 
 private:
     CGridCtrl* m_pGrid;
@@ -28,5 +27,4 @@ private:
     QToolButton* m_pScanButton;
     QLabel* m_pStatus;
     QToolButton* m_pMiniButton;
-    QLabel* m_pCaption;
 };

@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int kPatience = 1000; // ms
-constexpr int kPause = 50;      // ms
+constexpr int kPatience = 1000; // ms, in all
+constexpr int kPause = 50;      // ms, for each try and between two
 
 } // namespace
 
@@ -36,7 +36,7 @@ void SingleInstance::CallFirst() const {
     // The first may just be starting, with its lock taken and its socket not yet there.
     do {
         socket.connectToServer(m_strSocket);
-        if (socket.waitForConnected(kPatience))
+        if (socket.waitForConnected(kPause))
             return;
         QThread::msleep(kPause);
     } while (waited.elapsed() < kPatience);

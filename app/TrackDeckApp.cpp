@@ -6,7 +6,9 @@
 #include "platform/Path.h"
 
 #include <QApplication>
-#include <QDir>
+
+#include <filesystem>
+#include <system_error>
 
 int CTrackDeckApp::Run(int argc, char** argv) {
     QApplication application(argc, argv);
@@ -35,8 +37,9 @@ void CTrackDeckApp::ParseCommandLine(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         if (argv[i][0] == '-' || argv[i][0] == '\0')
             continue;
-        const QString path = Path::FromBytes(argv[i]);
-        m_strOpenFile = path.startsWith(u'/') ? path : Path::Join(QDir::currentPath(), path);
+        std::error_code noFolder;
+        const auto path = std::filesystem::absolute(argv[i], noFolder).lexically_normal();
+        m_strOpenFile = Path::FromBytes(path.native());
         return;
     }
 }

@@ -3,6 +3,7 @@
 #include "app/CollectionFolder.h"
 #include "app/RowImages.h"
 #include "app/WindowPlacement.h"
+#include "base/Guard.h"
 #include "base/Language.h"
 #include "base/Messages.h"
 #include "base/Settings.h"
@@ -12,9 +13,10 @@
 #include "platform/Files.h"
 #include "platform/ScratchFolder.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QDebug>
+#include <QDir>
 #include <QLabel>
 #include <QLayout>
 #include <QMenuBar>
@@ -23,7 +25,7 @@
 #include <QToolButton>
 
 #include <chrono>
-#include <exception>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -42,16 +44,13 @@ CTrackDeckDlg::CTrackDeckDlg(QString openFile)
     : QDialog(nullptr, Qt::Window)
     , m_strOpenFile(std::move(openFile))
     , m_pMenuBar(new QMenuBar(this))
+    , m_pScanAction(new QAction(this))
     , m_layout(*this)
     , m_view(m_lists, m_layout.Grid())
     , m_scanner(m_lists) {
     // Scans start before the window is up; what they find waits until it has been painted.
     m_messages.SetHeld(true);
-    try {
-        OnInitDialog();
-    } catch (const std::exception& error) {
-        qWarning() << "\nException occured in CTrackDeckDlg::OnInitDialog()" << error.what();
-    }
+    Guarded("OnInitDialog()", [this] { OnInitDialog(); });
 }
 
 void CTrackDeckDlg::OnInitDialog() {
@@ -61,7 +60,9 @@ void CTrackDeckDlg::OnInitDialog() {
     ReadSettings();
     setWindowTitle(LoadString(IDS_MAIN_TITLE));
     CreateLists();
-    m_layout.Grid().SetImageList(MakeRowImages());
+    const QList<QIcon> images = MakeRowImages();
+    setWindowIcon(images[kTrackImage]);
+    m_layout.Grid().SetImageList(images);
     m_view.FillGrid();
     OpenFile();
     PlaceWindow();
@@ -70,8 +71,6 @@ void CTrackDeckDlg::OnInitDialog() {
 void CTrackDeckDlg::ReadSettings() {
     CTrackDeckSettings& settings = GetSettings();
     const QRect workArea = screen()->availableGeometry();
-    setMaximumSize(workArea.size() + QSize(kOverhang, kOverhang));
-    setMinimumSize(kMiniSize);
     if (!settings.m_bLoaded) {
         const WindowPlaces places = FirstRunPlaces(workArea);
         m_rcNormal = places.normal;
@@ -95,17 +94,21 @@ void CTrackDeckDlg::ConnectMessages() {
         OnListDone(static_cast<int>(message.wParam));
         return 0;
     });
-    m_layout.Grid().SetNotifyHandler(
-        [this](const GridNotification& notification) { m_view.OnNotify(notification); });
-    connect(&m_layout.ScanButton(), &QToolButton::clicked, this, &CTrackDeckDlg::OnScanPC);
+    m_layout.Grid().SetNotifyHandler([this](const GridNotification& notification) {
+        Guarded("OnNotify()", [&] { m_view.OnNotify(notification); });
+    });
+    m_pScanAction->setText(LoadString(IDS_FILE_SCANPCFORMUSICS));
+    m_pScanAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
+    connect(m_pScanAction, &QAction::triggered, this,
+            [this] { Guarded("OnScanPC()", [this] { OnScanPC(); }); });
+    connect(&m_layout.ScanButton(), &QToolButton::clicked, m_pScanAction, &QAction::trigger);
     connect(&m_layout.MiniButton(), &QToolButton::clicked, this, &CTrackDeckDlg::ToggleMiniMode);
 }
 
 void CTrackDeckDlg::BuildMenus() {
     layout()->setMenuBar(m_pMenuBar);
     QMenu* file = m_pMenuBar->addMenu(LoadString(IDS_FILE));
-    file->addAction(LoadString(IDS_FILE_SCANPCFORMUSICS), QKeySequence(Qt::CTRL | Qt::Key_F), this,
-                    &CTrackDeckDlg::OnScanPC);
+    file->addAction(m_pScanAction);
     file->addSeparator();
     file->addAction(LoadString(IDS_FILE_EXIT), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
                     &CTrackDeckDlg::close);
@@ -128,8 +131,7 @@ void CTrackDeckDlg::CreateLists() {
     const CMediaList& collection =
         m_lists.Add(LoadString(IDS_TYPE_COLLECT), MEDIA_TYPE_COLLECTION, 1);
     QString& folder = GetSettings().m_strMyCollectionLocation;
-    if (folder.isEmpty())
-        folder = defaultFolder;
+    folder = folder.isEmpty() ? defaultFolder : QDir::cleanPath(folder);
     MakeFolder(folder);
     m_lists.SetLocation(collection, folder);
     m_layout.Status().setText(LoadString(IDS_SCAN_ING));
@@ -156,8 +158,16 @@ void CTrackDeckDlg::OpenFile() {
 void CTrackDeckDlg::PlaceWindow() {
     m_pMenuBar->setVisible(!m_bMiniMode);
     m_layout.SetMiniMode(m_bMiniMode != 0);
-    MoveTo(m_bMiniMode ? m_rcMini : m_rcNormal);
-    if (!m_bMiniMode && GetSettings().m_bMaximized)
+    if (m_bMiniMode) {
+        setFixedSize(kMiniSize); // no form to size or to maximize
+        MoveTo(m_rcMini);
+        return;
+    }
+    const QSize largest = screen()->availableSize() + QSize(kOverhang, kOverhang);
+    setMinimumSize(kMiniSize);
+    setMaximumSize(largest.expandedTo(m_rcNormal.size()));
+    MoveTo(m_rcNormal);
+    if (GetSettings().m_bMaximized)
         setWindowState(Qt::WindowMaximized);
 }
 
@@ -174,8 +184,16 @@ void CTrackDeckDlg::OnListDone(int type) {
     if (type == MEDIA_TYPE_COLLECTION || type == MEDIA_TYPE_ALL)
         m_view.ActivateList(type);
     m_view.FillGrid();
-    m_view.ScrollToList(type);
+    if (type == MEDIA_TYPE_ALL) {
+        m_view.ScrollToList(type);
+        EnableScan(true);
+    }
     m_layout.Status().clear();
+}
+
+void CTrackDeckDlg::EnableScan(bool enable) {
+    m_pScanAction->setEnabled(enable);
+    m_layout.ScanButton().setEnabled(enable);
 }
 
 void CTrackDeckDlg::ShowList(int type) {
@@ -191,6 +209,8 @@ void CTrackDeckDlg::OnScanPC() {
     all->ClearAll();
     all->m_bVisible = 1;
     all->m_bExpanded = 1;
+    // Not again before all that this scan found has come in.
+    EnableScan(false);
     CScanningDlg scanning(
         m_scanner, {m_messages.Address(), all->m_iId, options.GetFolder(), options.IsRecursive()},
         this);
@@ -199,7 +219,7 @@ void CTrackDeckDlg::OnScanPC() {
 
 void CTrackDeckDlg::ToggleMiniMode() {
     if (m_bMiniMode) {
-        m_rcMini = CurrentPlace();
+        m_rcMini.moveTo(pos());
         m_bMiniMode = 0;
     } else {
         GetSettings().m_bMaximized = isMaximized();
@@ -236,7 +256,7 @@ void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
 
 void CTrackDeckDlg::SaveOnClose() {
     if (m_bMiniMode)
-        m_rcMini = CurrentPlace();
+        m_rcMini.moveTo(pos());
     else if (!isMaximized())
         m_rcNormal = CurrentPlace();
     CTrackDeckSettings& settings = GetSettings();

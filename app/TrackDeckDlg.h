@@ -9,6 +9,7 @@
 #include <QDialog>
 #include <QRect>
 
+class QAction;
 class QMenuBar;
 
 /// The main dialog, which is the program: it makes its parts, lays them out, connects them, and
@@ -42,6 +43,7 @@ private:
     void OnListDone(int type);
     void ShowList(int type);
     void OnScanPC();
+    void EnableScan(bool enable);
     void ToggleMiniMode();
     void MoveTo(const QRect& place);
     [[nodiscard]] QRect CurrentPlace() const;
@@ -56,6 +58,7 @@ private:
 
     CMediaLists m_lists;
     QMenuBar* m_pMenuBar;
+    QAction* m_pScanAction;
     MainLayout m_layout;
     CTrackView m_view;
     CLibraryScanner m_scanner;

@@ -211,8 +211,8 @@ double MeasureSort(CGridCtrl& grid) {
         const bool ascending = round % 2 == 0;
         byText.push_back(
             MeasureMs([&] { grid.SortItems(CompareTexts, kTitle, ascending, 0, kFirstTrack); }));
-        byNumber.push_back(MeasureMs(
-            [&] { grid.SortItems(CompareNumbers, kSize, ascending, 0, kFirstTrack); }));
+        byNumber.push_back(
+            MeasureMs([&] { grid.SortItems(CompareNumbers, kSize, ascending, 0, kFirstTrack); }));
     }
     std::printf("sort text_ms=%.1f number_ms=%.1f\n", Median(byText), Median(byNumber));
     return std::max(Median(byText), Median(byNumber));

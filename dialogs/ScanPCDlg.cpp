@@ -2,9 +2,11 @@
 
 #include "base/Language.h"
 #include "base/Settings.h"
+#include "platform/Files.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -21,7 +23,11 @@ CScanPCDlg::CScanPCDlg(QWidget* parent)
     m_pSubfolders->setChecked(GetSettings().m_bScanSubfolders != 0);
 
     auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(LoadString(IDS_SCAN_START), QDialogButtonBox::AcceptRole);
+    QPushButton* start =
+        buttons->addButton(LoadString(IDS_SCAN_START), QDialogButtonBox::AcceptRole);
+    start->setEnabled(IsFolderThere());
+    connect(m_pFolder, &QLineEdit::textChanged, start,
+            [this, start] { start->setEnabled(IsFolderThere()); });
     buttons->addButton(LoadString(IDS_BT_CANCEL), QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &CScanPCDlg::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &CScanPCDlg::reject);
@@ -34,7 +40,17 @@ CScanPCDlg::CScanPCDlg(QWidget* parent)
 }
 
 QString CScanPCDlg::GetFolder() const {
-    return m_pFolder->text();
+    QString folder = m_pFolder->text();
+    if (folder.trimmed().isEmpty())
+        return {};
+    if (folder == u'~' || folder.startsWith(QStringLiteral("~/")))
+        folder.replace(0, 1, QDir::homePath());
+    return QDir::cleanPath(QDir::current().absoluteFilePath(folder));
+}
+
+bool CScanPCDlg::IsFolderThere() const {
+    const auto status = GetFileStatus(GetFolder());
+    return status && status->kind == FileKind::Folder;
 }
 
 bool CScanPCDlg::IsRecursive() const {

@@ -11,12 +11,18 @@ class CScanPCDlg : public QDialog {
 public:
     explicit CScanPCDlg(QWidget* parent);
 
+    /// The full path of the folder that was typed, "~" standing for the home folder; empty if none
+    /// was typed.
     [[nodiscard]] QString GetFolder() const;
+
+    /// True if the folder's subfolders are to be scanned too.
     [[nodiscard]] bool IsRecursive() const;
 
     void accept() override;
 
 private:
+    [[nodiscard]] bool IsFolderThere() const;
+
     QLineEdit* m_pFolder;
     QCheckBox* m_pSubfolders;
 };

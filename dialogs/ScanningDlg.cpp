@@ -17,6 +17,7 @@ CScanningDlg::CScanningDlg(CLibraryScanner& scanner, Job job, QWidget* parent)
     : QDialog(parent)
     , m_scanner(scanner)
     , m_job(std::move(job))
+    , m_strFoundFormat(LoadString(IDS_SCAN_FOUND))
     , m_pFolderText(new QLabel(this))
     , m_pFoundText(new QLabel(LoadString(IDS_SCAN_0FOUND), this))
     , m_pButton(new QPushButton(LoadString(IDS_BT_CANCEL), this)) {
@@ -61,8 +62,7 @@ std::intptr_t CScanningDlg::OnAddTrack(Message& message) {
     if (m_scanner.IsInCollection(request->m_strPath))
         ++m_nNotNew;
     else
-        m_pFoundText->setText(
-            FormatText(LoadString(IDS_SCAN_FOUND), {QString::number(m_nMet - m_nNotNew)}));
+        m_pFoundText->setText(FormatText(m_strFoundFormat, {QString::number(m_nMet - m_nNotNew)}));
     m_job.mainDialog.Post({WM_TD_ADD_TRACK, 0, message.lParam, std::move(request)});
     return 0;
 }

@@ -38,6 +38,7 @@ private:
 
     CLibraryScanner& m_scanner;
     const Job m_job;
+    const QString m_strFoundFormat; ///< read once, for it is shown for each file
     QLabel* m_pFolderText;
     QLabel* m_pFoundText;
     QPushButton* m_pButton;

@@ -4,35 +4,35 @@
 #include "platform/Files.h"
 #include "platform/Path.h"
 
-#include <unistd.h>
+#include <QtEndian>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 namespace {
 
 /// Where a CD's track file holds its track number, two bytes, the lower first.
-constexpr off_t kTrackNumberOffset = 22;
+constexpr std::uint64_t kTrackNumberOffset = 22;
 
 std::optional<int> ReadTrackNumber(const QString& fileName) {
     const FileDescriptor file = OpenForReading(fileName);
-    std::array<unsigned char, 2> bytes{};
-    if (!file.IsOpen() || ::pread(file.Get(), bytes.data(), bytes.size(), kTrackNumberOffset) !=
-                              static_cast<ssize_t>(bytes.size()))
+    if (!file.IsOpen())
         return std::nullopt;
-    return bytes[0] | bytes[1] << 8;
+    const QByteArray bytes = ReadAt(file.Get(), kTrackNumberOffset, sizeof(quint16));
+    if (bytes.size() != sizeof(quint16))
+        return std::nullopt;
+    return qFromLittleEndian<quint16>(bytes.constData());
+}
+
+/// The entry with a track number, or the end.
+template <typename Entries>
+auto FindTrack(Entries& entries, int number) {
+    return std::find_if(entries.begin(), entries.end(), [number](const CCdTrackEntry& entry) {
+        return entry.m_nTrackNumber == number;
+    });
 }
 
 } // namespace
-
-const CCdTrackEntry* CCdTrackCache::Find(int trackNumber) const {
-    const auto found =
-        std::find_if(m_entries.begin(), m_entries.end(), [trackNumber](const CCdTrackEntry& entry) {
-            return entry.m_nTrackNumber == trackNumber;
-        });
-    return found == m_entries.end() ? nullptr : &*found;
-}
 
 int CCdTrackCache::LookupTrack(const QString& fileName, CTrackInfo& outInfo,
                                int numberTrackTitles) const {
@@ -42,8 +42,8 @@ int CCdTrackCache::LookupTrack(const QString& fileName, CTrackInfo& outInfo,
     const QString prefix =
         numberTrackTitles ? QStringLiteral("%1-").arg(*number, 2, 10, QChar(u'0')) : QString();
     outInfo.m_strTrackNumber = QString::number(*number);
-    const CCdTrackEntry* entry = Find(*number);
-    if (!entry) {
+    const auto entry = FindTrack(m_entries, *number);
+    if (entry == m_entries.end()) {
         outInfo.m_strTitle = prefix + Path::BaseName(fileName);
         return 0;
     }

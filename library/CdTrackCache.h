@@ -34,7 +34,5 @@ public:
     int StoreTrack(const CTrackInfo& info, int overwriteAll);
 
 private:
-    [[nodiscard]] const CCdTrackEntry* Find(int trackNumber) const;
-
     std::vector<CCdTrackEntry> m_entries;
 };

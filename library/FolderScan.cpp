@@ -8,6 +8,8 @@
 
 #include <QDebug>
 
+#include <pthread.h>
+
 #include <exception>
 #include <set>
 #include <thread>
@@ -22,7 +24,8 @@ class Walk {
 public:
     Walk(const CScanRequest& request, const std::stop_token& stop)
         : m_request(request)
-        , m_stop(stop) {}
+        , m_stop(stop)
+        , m_strHead(LoadString(IDS_SCAN_HEAD) + u' ') {}
 
     void WalkFolder(const QString& folder) {
         const auto status = GetFileStatus(folder);
@@ -69,13 +72,13 @@ private:
     void ShowFolder(const QString& folder) const {
         if (m_request.m_pProgressDlg.IsClosed())
             return;
-        auto text = std::make_unique<TextPayload>(LoadString(IDS_SCAN_HEAD) + u' ' +
-                                                  Path::ForDisplay(folder));
+        auto text = std::make_unique<TextPayload>(m_strHead + Path::ForDisplay(folder));
         m_request.m_pProgressDlg.Send({WM_SETTEXT, kScanFolderItem, 0, std::move(text)});
     }
 
     const CScanRequest& m_request;
     const std::stop_token& m_stop;
+    const QString m_strHead; ///< what stands before a folder that is shown
     std::set<FileIdentity> m_walked;
     std::intptr_t m_nNumber = 1;
 };
@@ -98,6 +101,7 @@ int ScanFolders(const CScanRequest& request, const std::stop_token& stop) {
 
 void StartScanThread(std::unique_ptr<CScanRequest> request, std::stop_token stop) {
     std::thread([request = std::move(request), stop = std::move(stop)] {
+        ::pthread_setname_np(::pthread_self(), kScanThreadName);
         ScanFolders(*request, stop);
     }).detach();
 }

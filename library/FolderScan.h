@@ -54,6 +54,9 @@ extern std::atomic<int> g_bCancelScan;
 /// Thread: any; messages alone leave it. Errors: 0, or 1 if an exception ended the walk.
 int ScanFolders(const CScanRequest& request, const std::stop_token& stop);
 
+/// Name of the threads that scan, for debuggers and process viewers.
+inline constexpr const char* kScanThreadName = "folder scan";
+
 /// Runs ScanFolders on a thread of its own. Nobody waits for the thread: it ends with the walk,
 /// when `stop` is requested, or with the process.
 void StartScanThread(std::unique_ptr<CScanRequest> request, std::stop_token stop);

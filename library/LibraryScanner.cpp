@@ -57,7 +57,7 @@ void CLibraryScanner::Start(std::unique_ptr<CScanRequest> request) {
 bool CLibraryScanner::IsInCollection(const QString& path) const {
     const CMediaList* collection = m_lists.FindListByType(MEDIA_TYPE_COLLECTION);
     const QString folder = collection ? m_lists.GetLocation(collection->m_iId) : QString();
-    return !folder.isEmpty() && path.contains(Path::Join(folder, QString()), Qt::CaseInsensitive);
+    return !folder.isEmpty() && path.startsWith(Path::Join(folder, QString()), Qt::CaseInsensitive);
 }
 
 std::intptr_t CLibraryScanner::OnAddTrack(Message& message) {

@@ -8,7 +8,6 @@
 #include <stop_token>
 
 class CMediaLists;
-class CTrackRecord;
 
 /// Fills the lists from the disk: starts the scans, and takes the files that they find.
 ///

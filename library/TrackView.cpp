@@ -2,6 +2,7 @@
 
 #include "base/DecimalValue.h"
 #include "base/FileKinds.h"
+#include "base/Guard.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"
@@ -10,11 +11,8 @@
 #include "library/TrackColumns.h"
 #include "platform/Path.h"
 
-#include <QDebug>
 #include <QGuiApplication>
 #include <QScrollBar>
-
-#include <exception>
 
 namespace {
 
@@ -88,7 +86,7 @@ int CTrackView::CountRows() const {
 }
 
 void CTrackView::FillGrid() {
-    try {
+    Guarded("FillGrid()", [this] {
         m_grid.DeleteAllItems();
         m_grid.SetRowCount(CountRows());
         m_grid.SetColumnCount(static_cast<int>(m_columns.size()) + 1);
@@ -99,25 +97,27 @@ void CTrackView::FillGrid() {
             m_grid.SetColumnWidth(column, kFirstWidth);
         FillHeader();
         int row = 1;
-        for (const auto& list : m_lists.All()) {
-            if (!list->IsOnScreen())
-                continue;
-            if (IsExclusiveView()) {
-                list->m_bExpanded = 1;
-            } else {
-                list->m_iTitleRow = row;
-                FillTitleRow(*list, row++);
-            }
-            for (int index = 0; list->m_bExpanded && index < list->GetCount(); ++index) {
-                (*list)[index]->m_iRow = row;
-                FillTrackRow(*list, index, row++);
-            }
-        }
+        for (const auto& list : m_lists.All())
+            if (list->IsOnScreen())
+                row = FillSection(*list, row);
         m_grid.AutoSizeColumns();
         m_grid.Refresh();
-    } catch (const std::exception& error) {
-        qWarning() << "\nException occured in CTrackDeckDlg::FillGrid()" << error.what();
+    });
+}
+
+/// Fills the rows of a list from `row` on, and returns the row behind them.
+int CTrackView::FillSection(CMediaList& list, int row) {
+    if (IsExclusiveView()) {
+        list.m_bExpanded = 1;
+    } else {
+        list.m_iTitleRow = row;
+        FillTitleRow(list, row++);
     }
+    for (int index = 0; list.m_bExpanded && index < list.GetCount(); ++index) {
+        list[index]->m_iRow = row;
+        FillTrackRow(list, index, row++);
+    }
+    return row;
 }
 
 void CTrackView::FillHeader() {
@@ -195,26 +195,13 @@ void CTrackView::SelectRow(int row, bool select) {
     }
 }
 
-int CTrackView::FindRow(const CMediaList& list, int index) const {
-    int row = 1;
-    if (!IsExclusiveView()) {
-        for (const auto& before : m_lists.All()) {
-            if (before.get() == &list)
-                break;
-            if (before->m_bVisible)
-                row += 1 + (before->m_bExpanded ? before->GetCount() : 0);
-        }
-        ++row;
-    }
-    return row + index;
-}
-
 void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int index) {
     if (!list || index < -1 || index >= list->GetCount() || !list->IsOnScreen() ||
         (index == -1 && IsExclusiveView()))
         return;
-    const int row = FindRow(*list, index);
-    if (row >= m_grid.GetRowCount())
+    // A scan appends tracks, which have no row until the next FillGrid().
+    const int row = index == -1 ? list->m_iTitleRow : (*list)[index]->m_iRow;
+    if (row < 1 || row >= m_grid.GetRowCount())
         return;
     if (index == -1)
         WriteTitle(*list, row);
@@ -260,6 +247,8 @@ void CTrackView::ActivateList(int type) {
     for (const auto& list : m_lists.All()) {
         if (list.get() == target) {
             list->m_bActive = 1;
+            m_grid.SetSelectedRange(list->m_iTitleRow, 0, list->m_iTitleRow,
+                                    m_grid.GetColumnCount() - 1);
             RefreshRows(1, target, -1);
         } else if (list->m_bActive) {
             list->m_bActive = 0;
@@ -273,7 +262,7 @@ void CTrackView::ScrollToList(int type) {
     if (!list || !list->IsOnScreen() || IsExclusiveView())
         return;
     const int header = m_grid.GetCellRect({0, 0}).bottom();
-    const int title = m_grid.GetCellRect({FindRow(*list, -1), 0}).top();
+    const int title = m_grid.GetCellRect({list->m_iTitleRow, 0}).top();
     QScrollBar* bar = m_grid.verticalScrollBar();
     bar->setValue(bar->value() + title - header - 1);
 }
@@ -315,10 +304,8 @@ void CTrackView::ClickTrack(CMediaList& list, int index, int column) {
     list.m_bActive = 1;
     m_pCurrentList = &list;
     m_iCurrentIndex = index;
-    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier)) {
+    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
         m_pLastList = &list;
-        m_iLastIndex = index;
-    }
     RefreshRows(0, &list, -1);
     RefreshRows(1, &list, index);
 }

@@ -9,7 +9,6 @@
 class CGridCtrl;
 class CMediaList;
 class CMediaLists;
-class CTrackRecord;
 struct TrackColumn;
 
 /// Shows the lists in the grid, each as a section of a title row and, when open, a row per track,
@@ -58,11 +57,11 @@ private:
     void ConfigureGrid();
     [[nodiscard]] int CountRows() const;
     void FillHeader();
+    int FillSection(CMediaList& list, int row);
     void FillTitleRow(const CMediaList& list, int row);
     void FillTrackRow(const CMediaList& list, int index, int row);
     void WriteTitle(const CMediaList& list, int row);
     void WriteTrack(const CMediaList& list, int index, int row);
-    [[nodiscard]] int FindRow(const CMediaList& list, int index) const;
     void SelectRow(int row, bool select);
 
     void OnClick(int row, int column);
@@ -79,5 +78,4 @@ private:
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
     int m_iCurrentIndex = -1;
     CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
-    int m_iLastIndex = -1;
 };

@@ -105,7 +105,8 @@ std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize) 
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || status.st_size > maxSize)
         return std::nullopt;
-    return ReadAt(file.Get(), 0, static_cast<std::uint64_t>(status.st_size));
+    QByteArray content = ReadAt(file.Get(), 0, static_cast<std::uint64_t>(status.st_size));
+    return content.size() == status.st_size ? std::optional(std::move(content)) : std::nullopt;
 }
 
 std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) {

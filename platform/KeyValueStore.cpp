@@ -6,12 +6,13 @@
 #include <QFile>
 #include <QSettings>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
 
 /// Far above what a store of options comes to: anything larger is no file of ours.
-constexpr std::uint64_t kLargestFile = 1 << 20;
+constexpr qsizetype kLargestFile = 1 << 20;
 
 /// QSettings keeps text as UTF-8, in which lone surrogates have no place; those texts are kept as
 /// the bytes of their UTF-16 units.
@@ -32,6 +33,16 @@ std::optional<QString> ToText(const QVariant& value) {
     return text;
 }
 
+/// True if every line is one that a file in INI form can hold. QSettings tells of bad lines too,
+/// but only the first time that the process reads them.
+bool IsIniForm(const QByteArray& content) {
+    const QList<QByteArray> lines = content.split('\n');
+    return std::all_of(lines.begin(), lines.end(), [](const QByteArray& untrimmed) {
+        const QByteArray line = untrimmed.trimmed();
+        return line.isEmpty() || line.startsWith(';') || line.startsWith('[') || line.contains('=');
+    });
+}
+
 /// Gives the file another name, one that is free.
 bool SetAside(const QString& file) {
     QString name = file + QStringLiteral(".damaged");
@@ -44,20 +55,16 @@ bool SetAside(const QString& file) {
 
 KeyValueStore::KeyValueStore(const QString& file)
     : m_strFile(file) {
-    const auto status = GetFileStatus(file);
-    if (!status)
+    if (!GetFileStatus(file))
         return;
-    m_bDamaged = status->kind != FileKind::Regular || status->size > kLargestFile;
+    const std::optional<QByteArray> content = ReadWholeFile(file, kLargestFile);
+    m_bDamaged = !content || !IsIniForm(*content);
+    m_bExists = !m_bDamaged;
     if (m_bDamaged)
         return;
     const QSettings settings(file, QSettings::IniFormat);
     for (const QString& key : settings.allKeys())
         m_values.insert(key, settings.value(key));
-    // Lines are parsed when keys are asked for, so only now the status tells of bad ones.
-    m_bDamaged = settings.status() != QSettings::NoError;
-    m_bExists = !m_bDamaged;
-    if (m_bDamaged)
-        m_values.clear();
 }
 
 std::optional<int> KeyValueStore::ReadInt(const QString& key) const {

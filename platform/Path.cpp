@@ -1,11 +1,18 @@
 #include "platform/Path.h"
 
+#include <QStringDecoder>
 #include <QUtf8StringView>
 
 namespace Path {
 namespace {
 
 constexpr char16_t kEscapeBase = 0xDC00;
+
+/// Unlike QString::fromUtf8 this keeps a byte-order mark, which may be part of a name.
+QString DecodeUtf8(QByteArrayView bytes) {
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    return decoder.decode(bytes);
+}
 
 bool IsEscapedByte(char16_t unit) {
     return unit >= kEscapeBase + 0x80 && unit <= kEscapeBase + 0xFF;
@@ -28,13 +35,13 @@ qsizetype SequenceLength(QByteArrayView bytes) {
 
 QString FromBytes(QByteArrayView bytes) {
     if (QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8())
-        return QString::fromUtf8(bytes);
+        return DecodeUtf8(bytes);
     QString path;
     path.reserve(bytes.size());
     while (!bytes.isEmpty()) {
         const qsizetype length = SequenceLength(bytes);
         if (length > 0) {
-            path += QString::fromUtf8(bytes.first(length));
+            path += DecodeUtf8(bytes.first(length));
             bytes = bytes.sliced(length);
         } else {
             path += QChar(kEscapeBase + static_cast<unsigned char>(bytes.front()));
@@ -65,7 +72,7 @@ QByteArray ToBytes(QStringView path) {
 QString ForDisplay(const QString& path) {
     if (path.isValidUtf16())
         return path;
-    return QString::fromUtf8(ToBytes(path));
+    return DecodeUtf8(ToBytes(path));
 }
 
 QString FileName(const QString& path) {

@@ -22,6 +22,8 @@ TEST(PathTest, BytesSurviveTheWayThroughText) {
         "surrogate \xED\xB2\x80 in UTF-8",
         "overlong \xC0\xAF",
         "\xFF\xFE\x80",
+        "\xEF\xBB\xBFmark.mp3",
+        "a\xE9\xEF\xBB\xBFz",
         "",
     };
     for (const QByteArray& name : names) {

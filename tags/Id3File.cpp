@@ -11,7 +11,7 @@
 namespace {
 
 constexpr std::uint64_t kId3v1 = 128;
-constexpr std::uint64_t kSoundHead = 64 * 1024;
+constexpr std::uint64_t kSoundHead = 64ULL * 1024;
 
 /// The length of the ADTS frame at the head of `bytes` (ISO/IEC 13818-7, 6.2); 0 if there is none.
 qsizetype AdtsFrameLength(QByteArrayView bytes) {

@@ -1,11 +1,11 @@
 #include "library/TrackView.h"
 
-#include "base/DecimalValue.h"
 #include "base/FileKinds.h"
 #include "base/Guard.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"
+#include "grid/GridCompare.h"
 #include "grid/GridCtrl.h"
 #include "library/MediaLists.h"
 #include "library/TrackColumns.h"
@@ -24,18 +24,6 @@ constexpr COLORREF kHeaderText = 0;
 constexpr int kCheckColumn = 0;
 constexpr int kTitleGridColumn = 1;
 constexpr int kFirstWidth = 100; ///< until the columns are fitted
-
-constexpr int kTrackImage = 4;
-constexpr int kPlaylistImage = 5;
-
-/// Columns of numbers sort as numbers; a text that is none counts as 0.
-int CompareNumbers(const CGridCellBase* first, const CGridCellBase* second, qintptr) {
-    if (!first || !second)
-        return 0;
-    const int a = DecimalValue(first->GetText());
-    const int b = DecimalValue(second->GetText());
-    return (a > b) - (a < b);
-}
 
 COLORREF RowColour(const CMediaList& list, int index) {
     if (list[index]->m_bPlaying)

@@ -11,6 +11,10 @@ class CMediaList;
 class CMediaLists;
 struct TrackColumn;
 
+/// Pictures of the track rows among those of the grid. A title has the picture of its list's type.
+inline constexpr int kTrackImage = 4;
+inline constexpr int kPlaylistImage = 5;
+
 /// Shows the lists in the grid, each as a section of a title row and, when open, a row per track,
 /// and lets clicks on the grid change the lists.
 ///

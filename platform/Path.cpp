@@ -10,7 +10,8 @@ constexpr char16_t kEscapeBase = 0xDC00;
 
 /// Unlike QString::fromUtf8 this keeps a byte-order mark, which may be part of a name.
 QString DecodeUtf8(QByteArrayView bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom |
+                                                     QStringConverter::Flag::Stateless);
     return decoder.decode(bytes);
 }
 

@@ -1,4 +1,4 @@
-#include "platform/Path.h"
+#include "library/FolderScan.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
@@ -15,6 +15,32 @@
 namespace {
 
 constexpr int kPatience = 30'000; // ms
+
+/// Waits until `test` holds; false if that takes too long.
+template <typename Test>
+bool RunsUntil(Test test) {
+    QElapsedTimer waited;
+    waited.start();
+    while (!test()) {
+        if (waited.elapsed() > kPatience)
+            return false;
+        QThread::msleep(1);
+    }
+    return true;
+}
+
+/// True while a thread of the program walks folders.
+bool IsScanning(const QProcess& program) {
+    const std::string tasks = "/proc/" + std::to_string(program.processId()) + "/task";
+    std::error_code gone;
+    for (const auto& task : std::filesystem::directory_iterator(tasks, gone)) {
+        std::string name;
+        std::getline(std::ifstream(task.path() / "comm"), name);
+        if (name == kScanThreadName)
+            return true;
+    }
+    return false;
+}
 
 /// A home for programs that a test starts. Their title, and with it the name that makes them the
 /// only instance, is the test's own.
@@ -41,6 +67,7 @@ public:
         environment.insert(QStringLiteral("TMPDIR"), File("tmp"));
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), File("runtime"));
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), File("home/.config"));
+        // What the font library keeps is not the program's.
         environment.insert(QStringLiteral("XDG_CACHE_HOME"), File("cache"));
         auto process = std::make_unique<QProcess>();
         process->setProcessEnvironment(environment);
@@ -67,13 +94,13 @@ public:
         return names;
     }
 
-    /// Waits until the program has made its scratch folder, which it does on its way to the scan.
-    void AwaitScratchFolder() const {
-        QElapsedTimer waited;
-        waited.start();
-        while (!std::filesystem::exists(File("tmp/VTD_CDMA").toStdString()) &&
-               waited.elapsed() < kPatience)
-            QThread::msleep(1);
+    /// Starts the program and waits until it has made its scratch folder, on its way to the scan.
+    [[nodiscard]] std::unique_ptr<QProcess> StartAndAwaitScratchFolder() const {
+        const std::filesystem::path folder = File("tmp/VTD_CDMA").toStdString();
+        std::filesystem::remove_all(folder);
+        auto process = Start();
+        EXPECT_TRUE(RunsUntil([&] { return std::filesystem::exists(folder); }));
+        return process;
     }
 
 private:
@@ -84,20 +111,19 @@ private:
 
 TEST(ProgramTest, SecondInstanceEndsAtOnce) {
     const Home home;
-    const auto first = home.Start();
-    home.AwaitScratchFolder();
+    const auto first = home.StartAndAwaitScratchFolder();
     const auto second = home.Start();
     ASSERT_TRUE(second->waitForFinished(kPatience));
     EXPECT_EQ(second->exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(second->exitCode(), 1);
-    EXPECT_EQ(first->state(), QProcess::Running);
+    EXPECT_FALSE(first->waitForFinished(0));
     first->kill();
     ASSERT_TRUE(first->waitForFinished(kPatience));
 
-    const auto next = home.Start();
-    EXPECT_FALSE(next->waitForFinished(500)) << "a killed instance is in nobody's way";
+    // A killed instance is in nobody's way.
+    const auto next = home.StartAndAwaitScratchFolder();
     next->kill();
-    next->waitForFinished(kPatience);
+    EXPECT_TRUE(next->waitForFinished(kPatience));
 }
 
 TEST(ProgramTest, KillInMidScanLeavesTheScratchFolderAlone) {
@@ -105,12 +131,15 @@ TEST(ProgramTest, KillInMidScanLeavesTheScratchFolderAlone) {
     home.AddMusic(3000);
     std::set<std::string> expected = home.Listing();
     expected.insert("tmp/VTD_CDMA");
+    int killedInScan = 0;
     for (const unsigned long delay : {0, 20, 60, 120}) {
-        const auto program = home.Start();
-        home.AwaitScratchFolder();
+        const auto program = home.StartAndAwaitScratchFolder();
+        ASSERT_TRUE(RunsUntil([&] { return IsScanning(*program); }));
         QThread::msleep(delay);
+        killedInScan += IsScanning(*program);
         program->kill();
         ASSERT_TRUE(program->waitForFinished(kPatience));
         EXPECT_EQ(home.Listing(), expected);
     }
+    EXPECT_GE(killedInScan, 2) << "most scans were over before the kill";
 }

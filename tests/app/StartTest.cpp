@@ -145,6 +145,16 @@ TEST(StartTest, WindowComesFirstAndAnswersWhileTheCollectionIsRead) {
     }
 }
 
+TEST(StartTest, DocumentFromOutsideStartsTheMiniPlayer) {
+    const Home home(1);
+    CTrackDeckDlg dialog{home.scratch.Write(QStringLiteral("outside.mp3"), "x")};
+    const CMediaList& all = *dialog.GetLists().FindListByType(MEDIA_TYPE_ALL);
+    ASSERT_EQ(all.GetCount(), 1);
+    EXPECT_EQ(all[0]->m_strTitle, QStringLiteral("outside"));
+    EXPECT_EQ(dialog.size(), QSize(400, 89));
+    EXPECT_FALSE(dialog.findChild<CGridCtrl*>()->isVisibleTo(&dialog));
+}
+
 TEST(StartTest, MiniPlayerAndClosingKeepThePlaces) {
     const Home home(3);
     CTrackDeckDlg dialog{QString()};

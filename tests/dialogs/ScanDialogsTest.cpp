@@ -12,6 +12,7 @@
 
 #include <QCheckBox>
 #include <QCoreApplication>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -61,7 +62,14 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
         CScanPCDlg dialog(nullptr);
         EXPECT_EQ(dialog.GetFolder(), QStringLiteral("/old"));
         EXPECT_TRUE(dialog.IsRecursive());
-        dialog.findChild<QLineEdit*>()->setText(QStringLiteral("/new"));
+        auto& folder = *dialog.findChild<QLineEdit*>();
+        const auto& start = *dialog.findChild<QPushButton*>();
+        folder.setText(QStringLiteral("/no/such folder"));
+        EXPECT_FALSE(start.isEnabled());
+        folder.setText(QStringLiteral("~"));
+        EXPECT_EQ(dialog.GetFolder(), QDir::homePath());
+        folder.setText(QStringLiteral("/usr/../tmp//"));
+        EXPECT_TRUE(start.isEnabled());
         dialog.findChild<QCheckBox*>()->setChecked(false);
         if (accept)
             dialog.accept();
@@ -70,7 +78,7 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
     }
     EXPECT_EQ(GetSettings().m_bScanSubfolders, 0);
     const KeyValueStore store(scratch.File(QStringLiteral("Veltria/Track Deck.ini")));
-    EXPECT_EQ(store.ReadText(QStringLiteral("SearchDir"), 99), QStringLiteral("/new"));
+    EXPECT_EQ(store.ReadText(QStringLiteral("SearchDir"), 99), QStringLiteral("/tmp"));
 }
 
 TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {

@@ -43,6 +43,10 @@ TEST(GridCompareTest, TextsAndNumbers) {
     EXPECT_EQ(Compare(CompareTexts, QStringLiteral("12"), QStringLiteral("9")), -1);
     EXPECT_EQ(Compare(CompareTexts, QStringLiteral("ÄB"), QStringLiteral("äb")), 0);
     EXPECT_EQ(Compare(CompareTexts, QStringLiteral("b"), QStringLiteral("A")), 1);
+    EXPECT_EQ(Compare(CompareTexts, QStringLiteral("Song"), QStringLiteral("Song 2")), -1);
+    // Capital and small letters beyond the 16-bit range differ in their second half.
+    EXPECT_EQ(Compare(CompareTexts, QStringLiteral("\U00010400a"), QStringLiteral("\U00010428A")),
+              0);
     const auto grid = MakeGrid(1, 1);
     EXPECT_EQ(CompareTexts(nullptr, grid->GetCell(0, 0), 0), 0);
     EXPECT_EQ(CompareNumbers(grid->GetCell(0, 0), nullptr, 0), 0);

@@ -181,6 +181,16 @@ TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
     EXPECT_EQ(TitleText(5), QStringLiteral("All (0/2)"));
 }
 
+TEST_F(TrackViewTest, RowsStayRightWhileAScanAppends) {
+    AddTrack(m_collection, "new", "/c/");
+    Click(5, 2);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
+    EXPECT_EQ(m_grid.GetCell(5, 0)->GetBackClr(), m_all.m_crTitleActive);
+    m_view.RefreshRows(1, &m_collection, 3);
+    EXPECT_EQ(TitleText(5), QStringLiteral("All (0/2)")) << "the new track has no row yet";
+    EXPECT_EQ(Titles(6, 2), QStringLiteral("two one"));
+}
+
 TEST_F(TrackViewTest, ExclusiveViewHasNoTitles) {
     AddTrack(m_playlist, "song", "/p/");
     m_playlist.m_bExpanded = 0;

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -35,10 +36,12 @@ TEST(NamedLockTest, OneHolderAtATimeAndNoneAfterAKill) {
     ASSERT_EQ(::pipe(ready), 0);
     const pid_t child = ::fork();
     if (child == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         const NamedLock lock(name);
         static_cast<void>(::write(ready[1], lock.IsHeld() ? "y" : "n", 1));
         ::pause();
     }
+    ::close(ready[1]);
     char held = 0;
     ASSERT_EQ(::read(ready[0], &held, 1), 1);
     EXPECT_EQ(held, 'y');

@@ -1,0 +1,24 @@
+#include "app/SingleInstance.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+TEST(SingleInstanceTest, LaterInstanceCallsTheFirst) {
+    const QString name = QStringLiteral("instance of process %1").arg(::getpid());
+    SingleInstance first(name);
+    ASSERT_TRUE(first.IsFirst());
+    int calls = 0;
+    first.Listen([&calls] { ++calls; });
+    const SingleInstance later(name);
+    EXPECT_FALSE(later.IsFirst());
+    later.CallFirst();
+    QElapsedTimer waited;
+    waited.start();
+    while (calls == 0 && waited.elapsed() < 5000)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(calls, 1);
+    EXPECT_TRUE(SingleInstance(name + u'2').IsFirst());
+}

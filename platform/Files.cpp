@@ -7,8 +7,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -68,6 +72,25 @@ FileDescriptor OpenForReading(const QString& path) {
     return file;
 }
 
+std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize) {
+    const FileDescriptor file = OpenForReading(path);
+    struct stat status {};
+    if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || status.st_size > maxSize)
+        return std::nullopt;
+    QByteArray content(status.st_size, Qt::Uninitialized);
+    qsizetype done = 0;
+    while (done < content.size()) {
+        const ssize_t count = ::read(file.Get(), content.data() + done, content.size() - done);
+        if (count < 0 && errno != EINTR)
+            return std::nullopt;
+        if (count == 0)
+            break; // the file has shrunk meanwhile
+        done += std::max<ssize_t>(count, 0);
+    }
+    content.truncate(done);
+    return content;
+}
+
 std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) {
     const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(Path::ToBytes(path).constData()),
                                                      &::closedir);
@@ -80,4 +103,11 @@ std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) {
             entries.push_back({Path::FromBytes(name), KindOf(*entry, ::dirfd(folder.get()))});
     }
     return entries;
+}
+
+bool MakeFolder(const QString& path) {
+    std::error_code failure;
+    const std::filesystem::path folder = Path::ToBytes(path).toStdString();
+    std::filesystem::create_directories(folder, failure);
+    return std::filesystem::is_directory(folder, failure);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <sys/types.h>
@@ -56,6 +57,9 @@ struct FileStatus {
 /// the call never waits for a writer at the other end of a pipe.
 [[nodiscard]] FileDescriptor OpenForReading(const QString& path);
 
+/// The content of a regular file. Nothing if it can't be read or is larger than `maxSize` bytes.
+[[nodiscard]] std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize);
+
 /// A name in a folder. The kind is what the name leads to, links followed; a link that leads
 /// nowhere is `Other`.
 struct FolderEntry {
@@ -66,3 +70,6 @@ struct FolderEntry {
 /// The names in a folder in the order in which the system returns them, without "." and "..".
 /// Nothing if the folder can't be opened.
 [[nodiscard]] std::optional<std::vector<FolderEntry>> ListFolder(const QString& path);
+
+/// Makes a folder and the parents that it lacks. True if the folder is there afterwards.
+bool MakeFolder(const QString& path);

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QIcon>
+#include <QList>
+
+/// The pictures of the grid's rows, 16 by 16: the first ones by the type of a list (phone,
+/// collection, all music, CD), then a track, a playlist, and the selection.
+[[nodiscard]] QList<QIcon> MakeRowImages();

@@ -1,0 +1,42 @@
+#include "app/TrackDeckApp.h"
+
+#include "app/SingleInstance.h"
+#include "app/TrackDeckDlg.h"
+#include "base/Language.h"
+#include "platform/Path.h"
+
+#include <QApplication>
+#include <QDir>
+
+int CTrackDeckApp::Run(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("trackdeck"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("trackdeck"));
+    m_strLanguageFile =
+        QCoreApplication::applicationDirPath() + QStringLiteral("/languages/language.lgg");
+    SetLanguageFile(m_strLanguageFile);
+    ParseCommandLine(argc, argv);
+
+    SingleInstance instance(LoadString(IDS_MAIN_TITLE));
+    if (!instance.IsFirst()) {
+        instance.CallFirst();
+        return 1;
+    }
+    CTrackDeckDlg dialog(m_strOpenFile);
+    instance.Listen([&dialog] { dialog.BringToFront(); });
+    dialog.show();
+    QApplication::exec();
+    return 0;
+}
+
+/// The first argument that is no switch is a document. Its bytes are taken as they are, for they
+/// name a file.
+void CTrackDeckApp::ParseCommandLine(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        if (argv[i][0] == '-' || argv[i][0] == '\0')
+            continue;
+        const QString path = Path::FromBytes(argv[i]);
+        m_strOpenFile = path.startsWith(u'/') ? path : Path::Join(QDir::currentPath(), path);
+        return;
+    }
+}

@@ -1,0 +1,255 @@
+#include "app/TrackDeckDlg.h"
+
+#include "app/CollectionFolder.h"
+#include "app/RowImages.h"
+#include "app/WindowPlacement.h"
+#include "base/Language.h"
+#include "base/Messages.h"
+#include "base/Settings.h"
+#include "dialogs/ScanPCDlg.h"
+#include "dialogs/ScanningDlg.h"
+#include "grid/GridCtrl.h"
+#include "platform/Files.h"
+#include "platform/ScratchFolder.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDebug>
+#include <QLabel>
+#include <QLayout>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTimer>
+#include <QToolButton>
+
+#include <chrono>
+#include <exception>
+#include <utility>
+
+namespace {
+
+/// How far the window may be larger than the work area, so that a frame can lie outside.
+constexpr int kOverhang = 12;
+
+constexpr int kFirstVolume = 70;
+
+/// How long scans wait for the window to be painted.
+constexpr std::chrono::seconds kLongestHold(1);
+
+} // namespace
+
+CTrackDeckDlg::CTrackDeckDlg(QString openFile)
+    : QDialog(nullptr, Qt::Window)
+    , m_strOpenFile(std::move(openFile))
+    , m_pMenuBar(new QMenuBar(this))
+    , m_layout(*this)
+    , m_view(m_lists, m_layout.Grid())
+    , m_scanner(m_lists) {
+    // Scans start before the window is up; what they find waits until it has been painted.
+    m_messages.SetHeld(true);
+    try {
+        OnInitDialog();
+    } catch (const std::exception& error) {
+        qWarning() << "\nException occured in CTrackDeckDlg::OnInitDialog()" << error.what();
+    }
+}
+
+void CTrackDeckDlg::OnInitDialog() {
+    ConnectMessages();
+    BuildMenus();
+    m_strTempFolder = MakeScratchFolder(QStringLiteral("VTD_CDMA"));
+    ReadSettings();
+    setWindowTitle(LoadString(IDS_MAIN_TITLE));
+    CreateLists();
+    m_layout.Grid().SetImageList(MakeRowImages());
+    m_view.FillGrid();
+    OpenFile();
+    PlaceWindow();
+}
+
+void CTrackDeckDlg::ReadSettings() {
+    CTrackDeckSettings& settings = GetSettings();
+    const QRect workArea = screen()->availableGeometry();
+    setMaximumSize(workArea.size() + QSize(kOverhang, kOverhang));
+    setMinimumSize(kMiniSize);
+    if (!settings.m_bLoaded) {
+        const WindowPlaces places = FirstRunPlaces(workArea);
+        m_rcNormal = places.normal;
+        m_rcMini = places.mini;
+        settings.m_nVolume = kFirstVolume;
+        return;
+    }
+    const WindowPlaces places = SavedPlaces(settings, workArea);
+    m_rcNormal = places.normal;
+    m_rcMini = places.mini;
+    m_bMiniMode = settings.m_bMiniMode;
+    if (settings.m_iPlaymode >= 0 && settings.m_iPlaymode <= 3)
+        m_iPlayMode = settings.m_iPlaymode;
+    m_view.SetColumns(static_cast<unsigned>(settings.m_dwColumnDef));
+}
+
+void CTrackDeckDlg::ConnectMessages() {
+    m_messages.On(WM_TD_ADD_TRACK,
+                  [this](Message& message) { return m_scanner.OnAddTrack(message); });
+    m_messages.On(WM_TD_LIST_DONE, [this](const Message& message) {
+        OnListDone(static_cast<int>(message.wParam));
+        return 0;
+    });
+    m_layout.Grid().SetNotifyHandler(
+        [this](const GridNotification& notification) { m_view.OnNotify(notification); });
+    connect(&m_layout.ScanButton(), &QToolButton::clicked, this, &CTrackDeckDlg::OnScanPC);
+    connect(&m_layout.MiniButton(), &QToolButton::clicked, this, &CTrackDeckDlg::ToggleMiniMode);
+}
+
+void CTrackDeckDlg::BuildMenus() {
+    layout()->setMenuBar(m_pMenuBar);
+    QMenu* file = m_pMenuBar->addMenu(LoadString(IDS_FILE));
+    file->addAction(LoadString(IDS_FILE_SCANPCFORMUSICS), QKeySequence(Qt::CTRL | Qt::Key_F), this,
+                    &CTrackDeckDlg::OnScanPC);
+    file->addSeparator();
+    file->addAction(LoadString(IDS_FILE_EXIT), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
+                    &CTrackDeckDlg::close);
+    QMenu* view = m_pMenuBar->addMenu(LoadString(IDS_VIEW));
+    view->addAction(LoadString(IDS_VIEW_MYCOLLECTION), QKeySequence(Qt::CTRL | Qt::Key_1), this,
+                    [this] { ShowList(MEDIA_TYPE_COLLECTION); });
+    view->addAction(LoadString(IDS_VIEW_ALLMUSIC), QKeySequence(Qt::CTRL | Qt::Key_2), this,
+                    [this] { ShowList(MEDIA_TYPE_ALL); });
+    view->addSeparator();
+    QAction* mini =
+        view->addAction(LoadString(IDS_SYS_MINIPLAYER), this, &CTrackDeckDlg::ToggleMiniMode);
+    mini->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
+    addAction(mini); // the key works while the menu bar is hidden
+}
+
+void CTrackDeckDlg::CreateLists() {
+    const QString defaultFolder = MakeDefaultCollectionFolder();
+    m_lists.Add(LoadString(IDS_TYPE_PLAYLIST), MEDIA_TYPE_PLAYLIST, 1).m_bVisible = 0;
+    m_lists.Add(LoadString(IDS_TYPE_SELECT), MEDIA_TYPE_SELECTION, 1).m_bVisible = 0;
+    const CMediaList& collection =
+        m_lists.Add(LoadString(IDS_TYPE_COLLECT), MEDIA_TYPE_COLLECTION, 1);
+    QString& folder = GetSettings().m_strMyCollectionLocation;
+    if (folder.isEmpty())
+        folder = defaultFolder;
+    MakeFolder(folder);
+    m_lists.SetLocation(collection, folder);
+    m_layout.Status().setText(LoadString(IDS_SCAN_ING));
+    m_scanner.ScanList(m_messages.Address(), MEDIA_TYPE_COLLECTION, collection.m_iId, folder);
+    m_lists.Add(LoadString(IDS_TYPE_ALL), MEDIA_TYPE_ALL, 1);
+}
+
+/// A document opened from outside starts the program as a mini player. One of My Collection is
+/// found by its scan.
+void CTrackDeckDlg::OpenFile() {
+    if (m_strOpenFile.isEmpty())
+        return;
+    m_bMiniMode = 1;
+    if (m_scanner.IsInCollection(m_strOpenFile))
+        return;
+    auto request = std::make_unique<CMediaFileRequest>();
+    request->m_strPath = m_strOpenFile;
+    request->m_iType = MEDIA_TYPE_ALL;
+    request->m_iListId = m_lists.FindListByType(MEDIA_TYPE_ALL)->m_iId;
+    m_messages.Address().Send({WM_TD_ADD_TRACK, 0, 1, std::move(request)});
+    m_messages.Address().Send({WM_TD_LIST_DONE, MEDIA_TYPE_ALL});
+}
+
+void CTrackDeckDlg::PlaceWindow() {
+    m_pMenuBar->setVisible(!m_bMiniMode);
+    m_layout.SetMiniMode(m_bMiniMode != 0);
+    MoveTo(m_bMiniMode ? m_rcMini : m_rcNormal);
+    if (!m_bMiniMode && GetSettings().m_bMaximized)
+        setWindowState(Qt::WindowMaximized);
+}
+
+bool CTrackDeckDlg::event(QEvent* event) {
+    const bool handled = QDialog::event(event);
+    if (event->type() == QEvent::Paint)
+        m_messages.SetHeld(false);
+    else if (event->type() == QEvent::Show) // a window that nothing is seen of is never painted
+        QTimer::singleShot(kLongestHold, this, [this] { m_messages.SetHeld(false); });
+    return handled;
+}
+
+void CTrackDeckDlg::OnListDone(int type) {
+    if (type == MEDIA_TYPE_COLLECTION || type == MEDIA_TYPE_ALL)
+        m_view.ActivateList(type);
+    m_view.FillGrid();
+    m_view.ScrollToList(type);
+    m_layout.Status().clear();
+}
+
+void CTrackDeckDlg::ShowList(int type) {
+    m_view.ActivateList(type);
+    m_view.ScrollToList(type);
+}
+
+void CTrackDeckDlg::OnScanPC() {
+    CScanPCDlg options(this);
+    if (options.exec() != QDialog::Accepted || options.GetFolder().isEmpty())
+        return;
+    CMediaList* all = m_lists.FindListByType(MEDIA_TYPE_ALL);
+    all->ClearAll();
+    all->m_bVisible = 1;
+    all->m_bExpanded = 1;
+    CScanningDlg scanning(
+        m_scanner, {m_messages.Address(), all->m_iId, options.GetFolder(), options.IsRecursive()},
+        this);
+    scanning.exec();
+}
+
+void CTrackDeckDlg::ToggleMiniMode() {
+    if (m_bMiniMode) {
+        m_rcMini = CurrentPlace();
+        m_bMiniMode = 0;
+    } else {
+        GetSettings().m_bMaximized = isMaximized();
+        if (!isMaximized())
+            m_rcNormal = CurrentPlace();
+        m_bMiniMode = 1;
+        showNormal();
+    }
+    PlaceWindow();
+}
+
+void CTrackDeckDlg::MoveTo(const QRect& place) {
+    move(place.topLeft());
+    resize(place.size());
+}
+
+/// The frame's corner with the size inside the frame: what MoveTo() takes.
+QRect CTrackDeckDlg::CurrentPlace() const {
+    return {pos(), size()};
+}
+
+void CTrackDeckDlg::BringToFront() {
+    if (isMinimized())
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+}
+
+void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
+    SaveOnClose();
+    event->accept();
+    QCoreApplication::quit();
+}
+
+void CTrackDeckDlg::SaveOnClose() {
+    if (m_bMiniMode)
+        m_rcMini = CurrentPlace();
+    else if (!isMaximized())
+        m_rcNormal = CurrentPlace();
+    CTrackDeckSettings& settings = GetSettings();
+    if (!m_bMiniMode)
+        settings.m_bMaximized = isMaximized();
+    settings.m_bMiniMode = m_bMiniMode;
+    settings.m_nMiniPosX = m_rcMini.x();
+    settings.m_nMiniPosY = m_rcMini.y();
+    settings.m_nMainPosX = m_rcNormal.x();
+    settings.m_nMainPosY = m_rcNormal.y();
+    settings.m_nMainSizeX = m_rcNormal.width();
+    settings.m_nMainSizeY = m_rcNormal.height();
+    settings.m_iPlaymode = m_iPlayMode;
+    settings.m_dwColumnDef = static_cast<int>(m_view.GetColumns());
+    SaveSettings();
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/MainLayout.h"
+#include "library/LibraryScanner.h"
+#include "library/MediaLists.h"
+#include "library/TrackView.h"
+#include "platform/MessageTarget.h"
+
+#include <QDialog>
+#include <QRect>
+
+class QMenuBar;
+
+/// The main dialog, which is the program: it makes its parts, lays them out, connects them, and
+/// closes them down.
+///
+/// Thread: interface thread. Workers reach it by messages alone.
+class CTrackDeckDlg : public QDialog {
+public:
+    /// `openFile`: a document to open at start, or empty.
+    explicit CTrackDeckDlg(QString openFile);
+
+    /// Comes to the front of all windows.
+    void BringToFront();
+
+    [[nodiscard]] const CMediaLists& GetLists() const { return m_lists; }
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void reject() override {} // the Escape key ends no program
+
+private:
+    void OnInitDialog();
+    void ReadSettings();
+    void ConnectMessages();
+    void BuildMenus();
+    void CreateLists();
+    void OpenFile();
+    void PlaceWindow();
+
+    void OnListDone(int type);
+    void ShowList(int type);
+    void OnScanPC();
+    void ToggleMiniMode();
+    void MoveTo(const QRect& place);
+    [[nodiscard]] QRect CurrentPlace() const;
+    void SaveOnClose();
+
+    QString m_strOpenFile;
+    QString m_strTempFolder;
+    int m_bMiniMode = 0;
+    int m_iPlayMode = 0; ///< 0 single, 1 continuous, 2 random, 3 random continuous
+    QRect m_rcNormal;
+    QRect m_rcMini;
+
+    CMediaLists m_lists;
+    QMenuBar* m_pMenuBar;
+    MainLayout m_layout;
+    CTrackView m_view;
+    CLibraryScanner m_scanner;
+    MessageTarget m_messages; // last: no message may come while the rest goes
+};

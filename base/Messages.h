@@ -1,0 +1,13 @@
+#pragma once
+
+/// Numbers of the messages by which workers, dialogs and the main dialog talk. They are a contract.
+enum MessageId : int {
+    /// Sets the text of a dialog's item. wParam: the item; the payload is a `TextPayload`.
+    WM_SETTEXT = 0x000C,
+
+    /// A list has been filled. wParam: its type; lParam 0.
+    WM_TD_LIST_DONE = 0x8002,
+
+    /// Add one file to a list. The payload is a `CMediaFileRequest`; lParam: a running number.
+    WM_TD_ADD_TRACK = 0x800A,
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "library/FolderScan.h"
+
+#include <QString>
+
+#include <memory>
+#include <stop_token>
+
+class CMediaLists;
+class CTrackRecord;
+
+/// Fills the lists from the disk: starts the scans, and takes the files that they find.
+///
+/// Thread:   interface thread; the walks run on threads of their own.
+/// Lifetime: `lists` outlives this. Destroying it ends the walks that it started; it waits for
+///           none of them.
+/// Errors:   what can't be read stays a track with its file name as title.
+class CLibraryScanner {
+public:
+    explicit CLibraryScanner(CMediaLists& lists)
+        : m_lists(lists) {}
+    ~CLibraryScanner() { m_stop.request_stop(); }
+    CLibraryScanner(const CLibraryScanner&) = delete;
+    CLibraryScanner& operator=(const CLibraryScanner&) = delete;
+
+    /// Scans a folder of the list with all its subfolders, telling `target`.
+    void ScanList(const MessageAddress& target, int type, int listId, const QString& folder);
+
+    void Start(std::unique_ptr<CScanRequest> request);
+
+    /// True if the path lies under the folder of My Collection.
+    [[nodiscard]] bool IsInCollection(const QString& path) const;
+
+    /// Handler of WM_TD_ADD_TRACK: reads the file's tags and appends it to the list that the
+    /// request names. Files of My Collection enter no list but their own. Returns 1 if there is no
+    /// such list, else 0.
+    std::intptr_t OnAddTrack(Message& message);
+
+private:
+    CMediaLists& m_lists;
+    std::stop_source m_stop;
+};

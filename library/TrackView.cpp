@@ -1,0 +1,347 @@
+#include "library/TrackView.h"
+
+#include "base/DecimalValue.h"
+#include "base/FileKinds.h"
+#include "grid/GridCellBar.h"
+#include "grid/GridCellCheck.h"
+#include "grid/GridCellNull.h"
+#include "grid/GridCtrl.h"
+#include "library/MediaLists.h"
+#include "library/TrackColumns.h"
+#include "platform/Path.h"
+
+#include <QDebug>
+#include <QGuiApplication>
+#include <QScrollBar>
+
+#include <exception>
+
+namespace {
+
+constexpr COLORREF kPage = 0xF6F6F6;
+constexpr COLORREF kCellBackground = 0xE0FFFF;
+constexpr COLORREF kSelectedBackground = 0xDFBE7A;
+constexpr COLORREF kHeaderText = 0;
+
+constexpr int kCheckColumn = 0;
+constexpr int kTitleGridColumn = 1;
+constexpr int kFirstWidth = 100; ///< until the columns are fitted
+
+constexpr int kTrackImage = 4;
+constexpr int kPlaylistImage = 5;
+
+/// Columns of numbers sort as numbers; a text that is none counts as 0.
+int CompareNumbers(const CGridCellBase* first, const CGridCellBase* second, qintptr) {
+    if (!first || !second)
+        return 0;
+    const int a = DecimalValue(first->GetText());
+    const int b = DecimalValue(second->GetText());
+    return (a > b) - (a < b);
+}
+
+COLORREF RowColour(const CMediaList& list, int index) {
+    if (list[index]->m_bPlaying)
+        return list.m_crRowPlaying;
+    return index % 2 == 0 ? list.m_crRowEven : list.m_crRowOdd;
+}
+
+} // namespace
+
+CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid)
+    : m_lists(lists)
+    , m_grid(grid) {
+    SetColumns(kDefaultColumns);
+    ConfigureGrid();
+}
+
+void CTrackView::ConfigureGrid() {
+    m_grid.SetGridBkColor(kPage);
+    CGridDefaultCell& body = *m_grid.GetDefaultCell(false, false);
+    body.SetBackClr(kCellBackground);
+    body.SetSelBackClr(kSelectedBackground);
+    for (const bool fixedRow : {false, true})
+        for (const bool fixedCol : {false, true})
+            m_grid.GetDefaultCell(fixedRow, fixedCol)->SetCoords(8, 2);
+    m_grid.SetFixedColumnSelection(false);
+    m_grid.SetGridLines(GridLines::HeaderMarks);
+    m_grid.SetListMode(true);
+    m_grid.SetCompareFunction(&CompareNumbers);
+}
+
+void CTrackView::SetColumns(unsigned columns) {
+    m_dwColumns = columns | kTitleColumn;
+    m_columns.clear();
+    for (const TrackColumn& column : AllTrackColumns())
+        if (m_dwColumns & column.bit)
+            m_columns.push_back(&column);
+}
+
+int CTrackView::CountRows() const {
+    int rows = 1;
+    for (const auto& list : m_lists.All()) {
+        if (list->IsOnScreen() && !IsExclusiveView())
+            ++rows;
+        if (list->ShowsTracks())
+            rows += list->GetCount();
+    }
+    return rows;
+}
+
+void CTrackView::FillGrid() {
+    try {
+        m_grid.DeleteAllItems();
+        m_grid.SetRowCount(CountRows());
+        m_grid.SetColumnCount(static_cast<int>(m_columns.size()) + 1);
+        m_grid.SetFixedRowCount(1);
+        m_grid.SetFixedColumnCount(0);
+        m_grid.SetColumnWidth(kCheckColumn, 1);
+        for (int column = 1; column < m_grid.GetColumnCount(); ++column)
+            m_grid.SetColumnWidth(column, kFirstWidth);
+        FillHeader();
+        int row = 1;
+        for (const auto& list : m_lists.All()) {
+            if (!list->IsOnScreen())
+                continue;
+            if (IsExclusiveView()) {
+                list->m_bExpanded = 1;
+            } else {
+                list->m_iTitleRow = row;
+                FillTitleRow(*list, row++);
+            }
+            for (int index = 0; list->m_bExpanded && index < list->GetCount(); ++index) {
+                (*list)[index]->m_iRow = row;
+                FillTrackRow(*list, index, row++);
+            }
+        }
+        m_grid.AutoSizeColumns();
+        m_grid.Refresh();
+    } catch (const std::exception& error) {
+        qWarning() << "\nException occured in CTrackDeckDlg::FillGrid()" << error.what();
+    }
+}
+
+void CTrackView::FillHeader() {
+    GridItem item;
+    item.row = 0;
+    item.mask = GridMask::Text | GridMask::BackClr | GridMask::TextClr;
+    item.backClr = kPage;
+    item.textClr = kHeaderText;
+    for (item.col = 0; item.col < m_grid.GetColumnCount(); ++item.col) {
+        item.text =
+            item.col == kCheckColumn ? QString() : LoadString(m_columns[item.col - 1]->header);
+        m_grid.SetItem(item);
+    }
+}
+
+void CTrackView::FillTitleRow(const CMediaList& list, int row) {
+    const int last = m_grid.GetColumnCount() - 1;
+    for (int column = 0; column < last; ++column)
+        m_grid.SetCellType(row, column, RuntimeClass<CGridCellNull>);
+    m_grid.SetCellType(row, last, RuntimeClass<CGridCellBar>);
+    for (int column = 0; column <= last; ++column)
+        m_grid.SetItemState(row, column, GridState::ReadOnly);
+    WriteTitle(list, row);
+}
+
+void CTrackView::WriteTitle(const CMediaList& list, int row) {
+    GridItem item;
+    item.row = row;
+    item.mask = GridMask::BackClr | GridMask::TextClr | GridMask::SelBackClr;
+    item.backClr = list.m_bActive ? list.m_crTitleActive : list.m_crTitle;
+    item.textClr = list.m_crTitleText;
+    item.selBackClr = list.m_crTitleActive;
+    const int last = m_grid.GetColumnCount() - 1;
+    for (item.col = 0; item.col < last; ++item.col)
+        m_grid.SetItem(item);
+    item.mask |= GridMask::Text | GridMask::Image;
+    item.text = list.GetTitleText();
+    item.image = list.m_iType;
+    m_grid.SetItem(item);
+}
+
+void CTrackView::FillTrackRow(const CMediaList& list, int index, int row) {
+    m_grid.SetCellType(row, kCheckColumn, RuntimeClass<CGridCellCheck>);
+    WriteTrack(list, index, row);
+    if (list[index]->m_bRowSelected)
+        SelectRow(row, true);
+}
+
+void CTrackView::WriteTrack(const CMediaList& list, int index, int row) {
+    const CTrackRecord& track = *list[index];
+    GridItem item;
+    item.row = row;
+    item.mask = GridMask::BackClr | GridMask::TextClr;
+    item.backClr = RowColour(list, index);
+    item.textClr = list.m_crRowText;
+    item.col = kCheckColumn;
+    m_grid.SetItem(item);
+    if (auto* check = dynamic_cast<CGridCellCheck*>(m_grid.GetCell(row, kCheckColumn)))
+        check->SetCheck(track.m_bChecked != 0);
+    item.mask |= GridMask::Text | GridMask::Image;
+    for (item.col = 1; item.col < m_grid.GetColumnCount(); ++item.col) {
+        item.text = Path::ForDisplay(track.*m_columns[item.col - 1]->text);
+        item.image = -1;
+        if (item.col == kTitleGridColumn)
+            item.image = IsPlaylistFile(track.m_strPath) ? kPlaylistImage : kTrackImage;
+        m_grid.SetItem(item);
+    }
+}
+
+void CTrackView::SelectRow(int row, bool select) {
+    for (int column = 0; column < m_grid.GetColumnCount(); ++column) {
+        const auto state = m_grid.GetItemState(row, column);
+        m_grid.SetItemState(row, column,
+                            select ? state | GridState::Selected : state & ~GridState::Selected);
+    }
+}
+
+int CTrackView::FindRow(const CMediaList& list, int index) const {
+    int row = 1;
+    if (!IsExclusiveView()) {
+        for (const auto& before : m_lists.All()) {
+            if (before.get() == &list)
+                break;
+            if (before->m_bVisible)
+                row += 1 + (before->m_bExpanded ? before->GetCount() : 0);
+        }
+        ++row;
+    }
+    return row + index;
+}
+
+void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int index) {
+    if (!list || index < -1 || index >= list->GetCount() || !list->IsOnScreen() ||
+        (index == -1 && IsExclusiveView()))
+        return;
+    const int row = FindRow(*list, index);
+    if (row >= m_grid.GetRowCount())
+        return;
+    if (index == -1)
+        WriteTitle(*list, row);
+    else if (list->ShowsTracks())
+        WriteTrack(*list, index, row);
+    else
+        return;
+    if (!keepSelection)
+        SelectRow(row, false);
+    if (index >= 0 && m_pLastList != m_pCurrentList && (*list)[index]->m_bRowSelected)
+        SelectRow(row, true);
+    m_grid.RedrawRow(row);
+}
+
+void CTrackView::SortColumn(int gridColumn) {
+    CMediaList* list = m_lists.GetActiveList();
+    if (!list || gridColumn < 0 || gridColumn >= m_grid.GetColumnCount())
+        return;
+    const unsigned bit = gridColumn == kCheckColumn ? 0 : m_columns[gridColumn - 1]->bit;
+    if (!list->SortBy(bit, CMediaList::kToggleDirection))
+        return;
+    list->m_bModified = 1;
+    FillGrid();
+}
+
+void CTrackView::SetTrackStatus(const QString& path, const QString& text) {
+    for (const auto& list : m_lists.All()) {
+        const int index = list->FindPath(path);
+        if (index < 0)
+            continue;
+        (*list)[index]->m_strStatus = text;
+        RefreshRows(1, list.get(), index);
+        return;
+    }
+}
+
+void CTrackView::ActivateList(int type) {
+    if (g_bSelectionOnly) {
+        g_bSelectionOnly = 0;
+        FillGrid();
+    }
+    const CMediaList* target = m_lists.FindListByType(type);
+    for (const auto& list : m_lists.All()) {
+        if (list.get() == target) {
+            list->m_bActive = 1;
+            RefreshRows(1, target, -1);
+        } else if (list->m_bActive) {
+            list->m_bActive = 0;
+            RefreshRows(0, list.get(), -1);
+        }
+    }
+}
+
+void CTrackView::ScrollToList(int type) {
+    const CMediaList* list = m_lists.FindListByType(type);
+    if (!list || !list->IsOnScreen() || IsExclusiveView())
+        return;
+    const int header = m_grid.GetCellRect({0, 0}).bottom();
+    const int title = m_grid.GetCellRect({FindRow(*list, -1), 0}).top();
+    QScrollBar* bar = m_grid.verticalScrollBar();
+    bar->setValue(bar->value() + title - header - 1);
+}
+
+void CTrackView::OnNotify(const GridNotification& notification) {
+    if (notification.row < 0)
+        return;
+    if (notification.code == NM_CLICK && notification.row == 0)
+        SortColumn(notification.col);
+    else if (notification.code == NM_CLICK)
+        OnClick(notification.row, notification.col);
+    else if (notification.code == NM_DBLCLK && notification.row > 0)
+        OnDoubleClick(notification.row);
+}
+
+void CTrackView::OnClick(int row, int column) {
+    for (const auto& list : m_lists.All())
+        if (list->IsOnScreen())
+            ClickList(*list, row, column);
+}
+
+void CTrackView::ClickList(CMediaList& list, int row, int column) {
+    const int wasActive = list.m_bActive;
+    const bool titleHit = list.IsTitleHit(row);
+    list.m_bActive = titleHit;
+    const int clicked = list.BodyHit(row);
+    if (clicked >= 0)
+        ClickTrack(list, clicked, column);
+    ClearOtherSelections(list, clicked);
+    if (list.m_bActive != wasActive || titleHit)
+        RefreshRows(titleHit, &list, -1);
+}
+
+void CTrackView::ClickTrack(CMediaList& list, int index, int column) {
+    CTrackRecord& track = *list[index];
+    if (column == kCheckColumn)
+        track.m_bChecked = !track.m_bChecked;
+    track.m_bRowSelected = 1;
+    list.m_bActive = 1;
+    m_pCurrentList = &list;
+    m_iCurrentIndex = index;
+    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier)) {
+        m_pLastList = &list;
+        m_iLastIndex = index;
+    }
+    RefreshRows(0, &list, -1);
+    RefreshRows(1, &list, index);
+}
+
+void CTrackView::ClearOtherSelections(CMediaList& list, int clicked) {
+    for (int index = 0; index < list.GetCount(); ++index) {
+        if (index == clicked || !list[index]->m_bRowSelected)
+            continue;
+        list[index]->m_bRowSelected = 0;
+        RefreshRows(0, &list, index);
+    }
+}
+
+void CTrackView::OnDoubleClick(int row) {
+    for (const auto& list : m_lists.All()) {
+        if (!list->IsTitleHit(row) || list->GetCount() == 0)
+            continue;
+        const int horizontal = m_grid.horizontalScrollBar()->value();
+        const int vertical = m_grid.verticalScrollBar()->value();
+        list->m_bExpanded = !list->m_bExpanded;
+        FillGrid();
+        m_grid.horizontalScrollBar()->setValue(horizontal);
+        m_grid.verticalScrollBar()->setValue(vertical);
+        return;
+    }
+}

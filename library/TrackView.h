@@ -1,0 +1,83 @@
+#pragma once
+
+#include "grid/GridTypes.h"
+
+#include <QString>
+
+#include <vector>
+
+class CGridCtrl;
+class CMediaList;
+class CMediaLists;
+class CTrackRecord;
+struct TrackColumn;
+
+/// Shows the lists in the grid, each as a section of a title row and, when open, a row per track,
+/// and lets clicks on the grid change the lists.
+///
+/// The rows of the grid carry nothing of their own: records and lists remember the row that the
+/// last FillGrid() gave them. What changes the number of rows is followed by FillGrid(), what
+/// changes the texts of one track by RefreshRows().
+///
+/// Thread: interface thread. Lifetime: lists and grid outlive this.
+class CTrackView {
+public:
+    CTrackView(CMediaLists& lists, CGridCtrl& grid);
+
+    /// The mask of visible columns; the title's bit is always in it.
+    void SetColumns(unsigned columns);
+    [[nodiscard]] unsigned GetColumns() const { return m_dwColumns; }
+
+    /// Builds all rows anew and fits the columns to their texts. The grid scrolls to its head.
+    void FillGrid();
+
+    /// Writes one row anew: that of the record at `index`, or the title for -1. Nothing if the row
+    /// is not on screen. With `keepSelection` 0 the row is no longer selected afterwards.
+    void RefreshRows(int keepSelection, const CMediaList* list, int index);
+
+    /// Sorts the active list by a column of the grid, turning the direction each time.
+    void SortColumn(int gridColumn);
+
+    /// Shows `text` as the status of the first track with this path. Empty text clears it.
+    void SetTrackStatus(const QString& path, const QString& text);
+
+    /// Makes the first list of a type the active one, leaving the selection view.
+    void ActivateList(int type);
+
+    /// Scrolls so far that the title of the first list of a type is at the top, or all behind it is
+    /// on screen.
+    void ScrollToList(int type);
+
+    /// Takes the grid's notifications.
+    void OnNotify(const GridNotification& notification);
+
+    [[nodiscard]] CMediaList* GetCurrentList() const { return m_pCurrentList; }
+    [[nodiscard]] int GetCurrentIndex() const { return m_iCurrentIndex; }
+
+private:
+    void ConfigureGrid();
+    [[nodiscard]] int CountRows() const;
+    void FillHeader();
+    void FillTitleRow(const CMediaList& list, int row);
+    void FillTrackRow(const CMediaList& list, int index, int row);
+    void WriteTitle(const CMediaList& list, int row);
+    void WriteTrack(const CMediaList& list, int index, int row);
+    [[nodiscard]] int FindRow(const CMediaList& list, int index) const;
+    void SelectRow(int row, bool select);
+
+    void OnClick(int row, int column);
+    void ClickList(CMediaList& list, int row, int column);
+    void ClickTrack(CMediaList& list, int index, int column);
+    void ClearOtherSelections(CMediaList& list, int clicked);
+    void OnDoubleClick(int row);
+
+    CMediaLists& m_lists;
+    CGridCtrl& m_grid;
+    unsigned m_dwColumns;
+    std::vector<const TrackColumn*> m_columns; ///< the visible ones, as the mask tells
+
+    CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
+    int m_iCurrentIndex = -1;
+    CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
+    int m_iLastIndex = -1;
+};

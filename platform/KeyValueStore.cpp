@@ -1,0 +1,96 @@
+#include "platform/KeyValueStore.h"
+
+#include "platform/Files.h"
+#include "platform/Path.h"
+
+#include <QFile>
+#include <QSettings>
+
+#include <cstring>
+
+namespace {
+
+/// Far above what a store of options comes to: anything larger is no file of ours.
+constexpr std::uint64_t kLargestFile = 1 << 20;
+
+/// QSettings keeps text as UTF-8, in which lone surrogates have no place; those texts are kept as
+/// the bytes of their UTF-16 units.
+QVariant ToVariant(const QString& text) {
+    if (text.isValidUtf16())
+        return text;
+    return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+}
+
+std::optional<QString> ToText(const QVariant& value) {
+    if (value.typeId() == QMetaType::QString)
+        return value.toString();
+    const QByteArray bytes = value.toByteArray();
+    if (value.typeId() != QMetaType::QByteArray || bytes.size() % 2 != 0)
+        return std::nullopt;
+    QString text(bytes.size() / 2, Qt::Uninitialized);
+    std::memcpy(text.data(), bytes.constData(), bytes.size());
+    return text;
+}
+
+/// Gives the file another name, one that is free.
+bool SetAside(const QString& file) {
+    QString name = file + QStringLiteral(".damaged");
+    for (int number = 2; GetFileStatus(name); ++number)
+        name = file + QStringLiteral(".damaged%1").arg(number);
+    return QFile::rename(file, name);
+}
+
+} // namespace
+
+KeyValueStore::KeyValueStore(const QString& file)
+    : m_strFile(file) {
+    const auto status = GetFileStatus(file);
+    if (!status)
+        return;
+    m_bDamaged = status->kind != FileKind::Regular || status->size > kLargestFile;
+    if (m_bDamaged)
+        return;
+    const QSettings settings(file, QSettings::IniFormat);
+    for (const QString& key : settings.allKeys())
+        m_values.insert(key, settings.value(key));
+    // Lines are parsed when keys are asked for, so only now the status tells of bad ones.
+    m_bDamaged = settings.status() != QSettings::NoError;
+    m_bExists = !m_bDamaged;
+    if (m_bDamaged)
+        m_values.clear();
+}
+
+std::optional<int> KeyValueStore::ReadInt(const QString& key) const {
+    bool isNumber = false;
+    const int value = m_values.value(key).toString().toInt(&isNumber);
+    return isNumber ? std::optional(value) : std::nullopt;
+}
+
+std::optional<QString> KeyValueStore::ReadText(const QString& key, qsizetype maxLength) const {
+    const auto found = m_values.find(key);
+    if (found == m_values.end())
+        return std::nullopt;
+    const auto text = ToText(*found);
+    return text && text->size() <= maxLength ? text : std::nullopt;
+}
+
+void KeyValueStore::WriteInt(const QString& key, int value) {
+    m_written.insert(key, value);
+}
+
+void KeyValueStore::WriteText(const QString& key, const QString& text) {
+    m_written.insert(key, ToVariant(text));
+}
+
+bool KeyValueStore::Commit() {
+    if (!MakeFolder(Path::Folder(m_strFile)))
+        return false;
+    if (m_bDamaged && !SetAside(m_strFile))
+        return false;
+    QSettings settings(m_strFile, QSettings::IniFormat);
+    for (auto entry = m_written.cbegin(); entry != m_written.cend(); ++entry)
+        settings.setValue(entry.key(), entry.value());
+    settings.sync();
+    m_bDamaged = false;
+    return settings.status() == QSettings::NoError;
+}

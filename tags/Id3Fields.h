@@ -1,0 +1,35 @@
+#pragma once
+
+#include "tags/TrackInfo.h"
+
+#include <QByteArrayView>
+
+#include <array>
+#include <cstddef>
+#include <optional>
+
+/// The ten text frames that make up a CTrackInfo, in the order in which they are written.
+enum class Id3Field { Album, Artist, Bpm, Composer, Length, Size, Title, Track, Year, Genre };
+constexpr std::size_t kId3FieldCount = 10;
+
+/// Reading cuts every text here, in UTF-16 units. A pair of surrogates is not cut in two.
+constexpr qsizetype kMaxId3Text = 30;
+
+/// The text of each field as its frame has it; nothing where there is no frame or no text.
+using Id3Texts = std::array<std::optional<QString>, kId3FieldCount>;
+
+/// Frame identifier of a field in ID3v2.`version`.
+[[nodiscard]] QByteArrayView Id3FrameId(Id3Field field, int version);
+
+/// Keeps what the texts are read from: the beginning of the frames of all fields, and of the two
+/// other artist frames that decide whether ID3v1 tells the artist.
+[[nodiscard]] std::size_t KeepId3Texts(QByteArrayView id);
+
+/// `text` up to its first NUL and to kMaxId3Text.
+[[nodiscard]] QString CutId3Text(QString text);
+
+/// Puts the texts into the fields of `info`; fields without a text stay as they are.
+void TakeId3Texts(const Id3Texts& texts, CTrackInfo& info);
+
+/// The text that a save writes into the frame of a field: valid UTF-16 without NUL.
+[[nodiscard]] QString Id3FieldText(const CTrackInfo& info, Id3Field field);

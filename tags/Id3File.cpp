@@ -1,0 +1,81 @@
+#include "tags/Id3File.h"
+
+#include <taglib/id3v2framefactory.h>
+#include <taglib/mpegfile.h>
+#include <taglib/tbytevectorstream.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::uint64_t kId3v1 = 128;
+constexpr std::uint64_t kSoundHead = 64 * 1024;
+
+QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t count) {
+    QByteArray bytes(static_cast<qsizetype>(count), Qt::Uninitialized);
+    const ssize_t got =
+        ::pread(file, bytes.data(), static_cast<std::size_t>(count), static_cast<off_t>(position));
+    bytes.truncate(std::max<ssize_t>(got, 0));
+    return bytes;
+}
+
+/// The length of the ADTS frame at the head of `bytes` (ISO/IEC 13818-7, 6.2); 0 if there is none.
+qsizetype AdtsFrameLength(QByteArrayView bytes) {
+    constexpr qsizetype kHeader = 7;
+    const auto at = [bytes](qsizetype i) { return static_cast<unsigned char>(bytes[i]); };
+    if (bytes.size() < kHeader || at(0) != 0xFF || (at(1) & 0xF6) != 0xF0)
+        return 0;
+    const qsizetype length = (at(3) & 3) << 11 | at(4) << 3 | at(5) >> 5;
+    return length >= kHeader ? length : 0;
+}
+
+/// Two frames in a row, or one that fills the file.
+bool HoldsAdts(QByteArrayView bytes) {
+    for (qsizetype i = 0; (i = bytes.indexOf('\xFF', i)) >= 0; ++i) {
+        const qsizetype next = i + AdtsFrameLength(bytes.sliced(i));
+        if (next == i || next > bytes.size())
+            continue;
+        if (next == bytes.size() || AdtsFrameLength(bytes.sliced(next)) > 0)
+            return true;
+    }
+    return false;
+}
+
+bool HoldsMpeg(const QByteArray& bytes) {
+    TagLib::ByteVectorStream stream(
+        TagLib::ByteVector(bytes.constData(), static_cast<unsigned int>(bytes.size())));
+    constexpr bool kReadProperties = false;
+    TagLib::MPEG::File file(&stream, TagLib::ID3v2::FrameFactory::instance(), kReadProperties);
+    return file.firstFrameOffset() >= 0;
+}
+
+} // namespace
+
+std::uint64_t Id3File::SoundSize() const {
+    const std::uint64_t tags = tag.size + static_cast<std::uint64_t>(id3v1.size());
+    return size > tags ? size - tags : 0;
+}
+
+bool Id3File::HoldsSound() const {
+    const QByteArray head = ReadAt(file.Get(), SoundBegin(), std::min(SoundSize(), kSoundHead));
+    return HoldsAdts(head) || HoldsMpeg(head);
+}
+
+std::optional<Id3File> OpenId3File(const QString& path, Id3FrameFilter keep) {
+    Id3File opened{OpenForReading(path), 0, {}, {}};
+    struct stat status {};
+    if (!opened.file.IsOpen() || ::fstat(opened.file.Get(), &status) != 0)
+        return std::nullopt;
+    opened.size = static_cast<std::uint64_t>(status.st_size);
+    opened.tag = ReadId3v2Tag(opened.file.Get(), opened.size, keep);
+    if (opened.size >= opened.tag.size + kId3v1) {
+        opened.id3v1 = ReadAt(opened.file.Get(), opened.size - kId3v1, kId3v1);
+        if (opened.id3v1.size() != static_cast<qsizetype>(kId3v1) ||
+            !opened.id3v1.startsWith("TAG"))
+            opened.id3v1.clear();
+    }
+    return opened;
+}

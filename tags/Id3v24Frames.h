@@ -1,0 +1,25 @@
+#pragma once
+
+#include "tags/Id3Fields.h"
+#include "tags/Id3v2Tag.h"
+
+#include <QByteArray>
+
+/// The frames of ID3v2.4, which id3lib does not know, through TagLib: the same fields under the
+/// same rules. The year is TDRC, of which the year alone is taken; a genre that is a bare number
+/// ("17", this version's own form) reads as "(17)" does.
+namespace Id3v24Frames {
+
+[[nodiscard]] Id3Texts ReadTexts(const Id3v2Tag& tag);
+
+/// Data of a text frame: 8-bit where FitsEightBit, else UTF-8. It has no 0xFF, and so reads the
+/// same from a tag that is stored unsynchronised.
+[[nodiscard]] QByteArray TextData(Id3Field field, const QString& text);
+
+/// The bytes of the first picture; empty if there is none that can be read.
+[[nodiscard]] QByteArray Picture(const Id3v2Tag& tag);
+
+/// Data of the picture frame that holds `jpeg`.
+[[nodiscard]] QByteArray PictureData(const QByteArray& jpeg);
+
+} // namespace Id3v24Frames

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "tags/TrackInfo.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// The tag operations on a file. The extension alone says which tag format is meant; MP3 and AAC
+/// files have ID3 tags, MP4 and Windows Media files are not read yet.
+///
+/// Thread: any. Errors: non-zero results; none throws.
+
+/// Fills `info` from the tags of a file: 0 on success. A music file without a title, or one that
+/// can't be read, gets its name without the extension as title, and that is a success; a file that
+/// is no music by its extension has no tags, and the answer is non-zero.
+[[nodiscard]] int ReadTrackTags(const QString& path, CTrackInfo& info);
+
+/// The first picture in the tags; empty if there is none.
+[[nodiscard]] QByteArray ReadTrackArtwork(const QString& path);
+
+/// Writes the first picture in the tags to the file `outPath`: 0 when it is there, 1 otherwise.
+[[nodiscard]] int SaveTrackArtwork(const QString& path, const QString& outPath);

@@ -1,0 +1,159 @@
+#include "app/TrackDeckDlg.h"
+#include "base/Language.h"
+#include "base/Settings.h"
+#include "grid/GridCtrl.h"
+#include "platform/KeyValueStore.h"
+#include "tests/fixtures/MediaFiles.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QScrollBar>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kIsFullSpeed = false;
+#else
+constexpr bool kIsFullSpeed = true;
+#endif
+
+constexpr int kFiles = 10000;
+constexpr int kLongestGap = 100; // ms
+
+/// A home of the test's own, whose collection has `files` tracks of several kinds.
+struct Home {
+    explicit Home(int files) {
+        ::qputenv("HOME", scratch.Path().toUtf8());
+        ::qputenv("XDG_CONFIG_HOME", scratch.File(QStringLiteral("config")).toUtf8());
+        ::qputenv("TMPDIR", scratch.Path().toUtf8());
+        SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg"));
+        const std::filesystem::path folder =
+            scratch.MakeFolder(QStringLiteral("Music/Veltria Track Deck")).toStdString();
+        const std::vector<QString> media = MixedMediaFiles();
+        for (int i = 0; i < files; ++i) {
+            const std::filesystem::path source = media[i % media.size()].toStdString();
+            const auto album = folder / ("Album " + std::to_string(i / 100));
+            std::filesystem::create_directories(album);
+            std::filesystem::create_symlink(
+                source, album / (std::to_string(i) + source.extension().string()));
+        }
+    }
+    ScratchFolder scratch;
+};
+
+/// Notes how many tracks had been read when the window was first painted, and the longest time
+/// without a turn of the event loop since.
+class Watch : public QObject {
+public:
+    explicit Watch(CTrackDeckDlg& dialog)
+        : m_dialog(dialog) {
+        dialog.installEventFilter(this);
+        connect(&m_heart, &QTimer::timeout, this, [this] { Beat(); });
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint && m_nReadAtFirstPaint < 0) {
+            m_nReadAtFirstPaint = CountTracks();
+            m_sinceBeat.start();
+            m_heart.start(5);
+        }
+        return false;
+    }
+
+    [[nodiscard]] int CountTracks() const {
+        return m_dialog.GetLists().FindListByType(MEDIA_TYPE_COLLECTION)->GetCount();
+    }
+
+    int m_nReadAtFirstPaint = -1;
+    qint64 m_nLongestGap = 0; ///< ms
+
+private:
+    void Beat() {
+        m_nLongestGap = std::max(m_nLongestGap, m_sinceBeat.elapsed());
+        m_sinceBeat.restart();
+    }
+
+    CTrackDeckDlg& m_dialog;
+    QTimer m_heart;
+    QElapsedTimer m_sinceBeat;
+};
+
+QPoint RowCentre(const CGridCtrl& grid, int row) {
+    return grid.GetCellRect({row, 1}).center();
+}
+
+} // namespace
+
+TEST(StartTest, WindowComesFirstAndAnswersWhileTheCollectionIsRead) {
+    const Home home(kFiles);
+    CTrackDeckDlg dialog{QString()};
+    Watch watch(dialog);
+    auto& grid = *dialog.findChild<CGridCtrl*>();
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return watch.CountTracks() > 200; }));
+    EXPECT_GE(watch.m_nReadAtFirstPaint, 0);
+    EXPECT_LT(watch.m_nReadAtFirstPaint, 100);
+
+    // The title rows answer a click while tracks come in.
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, RowCentre(grid, 2));
+    EXPECT_EQ(dialog.GetLists().GetActiveList()->m_iType, MEDIA_TYPE_ALL);
+    EXPECT_LT(watch.CountTracks(), kFiles) << "the scan is still running";
+
+    ASSERT_TRUE(QTest::qWaitFor([&] { return grid.GetRowCount() == 3 + kFiles; }, 60'000));
+    EXPECT_EQ(watch.CountTracks(), kFiles);
+    EXPECT_EQ(dialog.GetLists().GetActiveList()->m_iType, MEDIA_TYPE_COLLECTION);
+    grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum());
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, RowCentre(grid, kFiles + 1));
+    EXPECT_EQ(
+        (*dialog.GetLists().FindListByType(MEDIA_TYPE_COLLECTION))[kFiles - 1]->m_bRowSelected, 1);
+    QTest::qWait(50);
+    if (kIsFullSpeed)
+        EXPECT_LE(watch.m_nLongestGap, kLongestGap);
+}
+
+TEST(StartTest, MiniPlayerAndClosingKeepThePlaces) {
+    const Home home(3);
+    CTrackDeckDlg dialog{QString()};
+    dialog.show();
+    auto& grid = *dialog.findChild<CGridCtrl*>();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return grid.GetRowCount() == 6; }));
+    dialog.setGeometry(30, 40, 700, 500);
+    const auto toggle = [&dialog] {
+        dialog.findChild<QToolButton*>(QStringLiteral("999"))->click();
+    };
+    toggle();
+    EXPECT_EQ(dialog.size(), QSize(400, 89));
+    EXPECT_FALSE(grid.isVisible());
+    toggle();
+    EXPECT_EQ(dialog.geometry(), QRect(30, 40, 700, 500));
+    EXPECT_TRUE(grid.isVisible());
+    toggle();
+    dialog.move(50, 60);
+    dialog.close();
+
+    const KeyValueStore store(home.scratch.File(QStringLiteral("config/Veltria/Track Deck.ini")));
+    const struct {
+        const char* key;
+        int value;
+    } rows[] = {{"MiniMode", 1},
+                {"MiniPlayer/MiniPosX", 50},
+                {"MiniPlayer/MiniPosY", 60},
+                {"MainWindow/MainPosX", 30},
+                {"MainWindow/MainSizeX", 700},
+                {"MainWindow/MainSizeY", 500},
+                {"MainWindow/Volume", 70},
+                {"MainWindow/Maximized", 0},
+                {"TrackSheet/ColumnDef", 0xFF}};
+    for (const auto& row : rows)
+        EXPECT_EQ(store.ReadInt(QString::fromLatin1(row.key)), row.value) << row.key;
+}

@@ -1,0 +1,50 @@
+#include "app/WindowPlacement.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QRect kWorkArea(0, 20, 1280, 780); // right edge 1280, bottom edge 800
+
+CTrackDeckSettings Saved(QRect normal, QPoint mini = {}) {
+    CTrackDeckSettings settings;
+    settings.m_nMainPosX = normal.x();
+    settings.m_nMainPosY = normal.y();
+    settings.m_nMainSizeX = normal.width();
+    settings.m_nMainSizeY = normal.height();
+    settings.m_nMiniPosX = mini.x();
+    settings.m_nMiniPosY = mini.y();
+    return settings;
+}
+
+} // namespace
+
+TEST(WindowPlacementTest, FirstRun) {
+    const WindowPlaces places = FirstRunPlaces(kWorkArea);
+    EXPECT_EQ(places.normal, QRect(256, 122, 768, 576));
+    EXPECT_EQ(places.mini, QRect(10, 700, 400, 89));
+}
+
+TEST(WindowPlacementTest, SavedPlacesAreMended) {
+    const struct {
+        const char* what;
+        QRect workArea;
+        QRect saved;
+        QRect mended;
+    } rows[] = {
+        {"sound", kWorkArea, {5, 6, 800, 600}, {5, 6, 800, 600}},
+        {"empty store", kWorkArea, {0, 0, 0, 0}, {0, 0, 640, 480}},
+        {"as large as can be", kWorkArea, {0, 0, 1280, 780}, {0, 0, 1280, 780}},
+        {"too large", kWorkArea, {0, 0, 1281, 781}, {0, 0, 640, 480}},
+        {"just in reach", kWorkArea, {1270, 790, 640, 480}, {1270, 790, 640, 480}},
+        {"out of reach", kWorkArea, {1271, 791, 640, 480}, {0, 0, 640, 480}},
+        {"left and above", kWorkArea, {-1, -1, 640, 480}, {0, 0, 640, 480}},
+        {"small screen", {0, 0, 320, 200}, {0, 0, 300, 190}, {0, 0, 640, 480}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(SavedPlaces(Saved(row.saved), row.workArea).normal, row.mended) << row.what;
+
+    const QPoint minis[][2] = {{{7, 8}, {7, 8}}, {{-5, -5}, {0, 0}}, {{2000, 2000}, {880, 711}}};
+    for (const auto& [saved, mended] : minis)
+        EXPECT_EQ(SavedPlaces(Saved({}, saved), kWorkArea).mini, QRect(mended, QSize(400, 89)));
+}

@@ -1,0 +1,149 @@
+#include "base/DecimalValue.h"
+#include "base/FileKinds.h"
+#include "base/Language.h"
+#include "base/Settings.h"
+#include "platform/KeyValueStore.h"
+#include "platform/Path.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+TEST(LanguageTest, FileHoldsTheKeysOfTheTableAndNoOther) {
+    const QString file = QStringLiteral(LANGUAGES_FOLDER "/language.lgg");
+    std::multiset<QString> expected;
+#define TRACKDECK_EXPECT_KEY(id, key) expected.insert(QStringLiteral(#key));
+    TRACKDECK_STRING_TABLE(TRACKDECK_EXPECT_KEY)
+#undef TRACKDECK_EXPECT_KEY
+    std::multiset<QString> found;
+    for (const QString& line : QString::fromUtf8(ReadFile(file)).split(u'\n'))
+        if (!line.startsWith(u';') && line.contains(u'='))
+            found.insert(line.section(u'=', 0, 0));
+    EXPECT_EQ(found, expected);
+
+    SetLanguageFile(file);
+    for (const QString& key : expected) {
+        EXPECT_FALSE(GetLanguageText(key).isEmpty()) << key.toStdString();
+        EXPECT_NE(GetLanguageText(key), key);
+    }
+    EXPECT_EQ(LoadString(IDS_MAIN_TITLE), QStringLiteral("Veltria Track Deck"));
+}
+
+TEST(LanguageTest, TextsByIdentifierKeyAndMenuName) {
+    const ScratchFolder scratch;
+    SetLanguageFile(scratch.Write(QStringLiteral("l.lgg"), "[TrackDeck]\n"
+                                                           "IDS_BT_OK=two\\nlines\\tand\\r\n"
+                                                           "IDS_FILE_SCANPC=Scan\n"
+                                                           "Plain=Only the name\n"));
+    EXPECT_EQ(LoadString(IDS_BT_OK), QStringLiteral("two\nlines\tand\r"));
+    EXPECT_EQ(LoadString(IDS_BT_YES), QStringLiteral("IDS_BT_YES")) << "missing: its own name";
+    EXPECT_TRUE(LoadString(101).isEmpty());
+    EXPECT_TRUE(LoadString(311).isEmpty());
+    EXPECT_TRUE(LoadString(9999).isEmpty());
+    const QString prefix = QStringLiteral("IDS_FILE_");
+    EXPECT_EQ(GetMenuText(prefix, QStringLiteral("&Scan PC")), QStringLiteral("Scan"));
+    EXPECT_EQ(GetMenuText(prefix, QStringLiteral("Plain")), QStringLiteral("Only the name"));
+    EXPECT_EQ(GetMenuText(prefix, QStringLiteral("None")), QStringLiteral("None"));
+}
+
+TEST(LanguageTest, FormatsWhateverTheFileHolds) {
+    const auto format = [](const char* text) {
+        return FormatText(QString::fromUtf8(text), {QStringLiteral("%s"), QStringLiteral("7")});
+    };
+    EXPECT_EQ(format("%s of %d"), QStringLiteral("%s of 7"));
+    EXPECT_EQ(format("%u"), QStringLiteral("%s"));
+    EXPECT_EQ(format("100 %"), QStringLiteral("100 %"));
+    EXPECT_EQ(format("%d%d%d"), QStringLiteral("%s7%d"));
+}
+
+TEST(SettingsTest, DefaultsThenWhatWasStored) {
+    const ScratchFolder scratch;
+    const QString file = scratch.File(QStringLiteral("s.ini"));
+    CTrackDeckSettings settings = LoadSettings(KeyValueStore(file));
+    EXPECT_EQ(settings.m_bLoaded, 0);
+    EXPECT_EQ(settings.m_bAssociateMp3, 1);
+    EXPECT_EQ(settings.m_iConversionAacBitRate, 1);
+    EXPECT_EQ(settings.m_bUpdateLibraryWarning, 1);
+    EXPECT_EQ(settings.m_nVolume, 0);
+
+    settings.m_bMiniMode = 1;
+    settings.m_nMainPosX = -20;
+    settings.m_dwColumnDef = 0x1FFFF;
+    settings.m_bAssociateMp3 = 0;
+    settings.m_strSearchDir = QString(131, u'a');
+    settings.m_strMyCollectionLocation = Path::FromBytes("/music/\xE9");
+    KeyValueStore store(file);
+    StoreSettings(settings, store);
+    ASSERT_TRUE(store.Commit());
+
+    const CTrackDeckSettings loaded = LoadSettings(KeyValueStore(file));
+    EXPECT_EQ(loaded.m_bLoaded, 1);
+    EXPECT_EQ(loaded.m_bMiniMode, 1);
+    EXPECT_EQ(loaded.m_nMainPosX, -20);
+    EXPECT_EQ(loaded.m_dwColumnDef, 0x1FFFF);
+    EXPECT_EQ(loaded.m_bAssociateMp3, 0);
+    EXPECT_EQ(loaded.m_strSearchDir, QString(130, u'a'));
+    EXPECT_EQ(loaded.m_strMyCollectionLocation, settings.m_strMyCollectionLocation);
+}
+
+TEST(SettingsTest, EmptyStoreIsNoFirstRunAndBadValuesKeepDefaults) {
+    const ScratchFolder scratch;
+    const auto load = [&](const QByteArray& content) {
+        return LoadSettings(KeyValueStore(scratch.Write(QStringLiteral("s.ini"), content)));
+    };
+    EXPECT_EQ(load("").m_bLoaded, 1);
+    EXPECT_EQ(load("").m_nMainSizeX, 0);
+    const CTrackDeckSettings bad =
+        load("SearchDir=" + QByteArray(131, 'a') + "\n[Associations]\nMP3=yes\nM4A=0\n");
+    EXPECT_TRUE(bad.m_strSearchDir.isEmpty());
+    EXPECT_EQ(bad.m_bAssociateMp3, 1);
+    EXPECT_EQ(bad.m_bAssociateM4a, 0);
+}
+
+TEST(FileKindsTest, GoByTheTextBehindTheLastPoint) {
+    using Test = bool (*)(const QString&);
+    const struct {
+        Test test;
+        const char* name;
+        bool expected;
+    } rows[] = {
+        {IsPlaylistFile, "/a/list.M3U", true},
+        {IsPlaylistFile, "/a/m3u", false},
+        {IsPlaylistFile, "/a.m3u/list", false},
+        {IsWmaFile, "song.wMa", true},
+        {IsMp3OrAacFile, "song.mp4.mp3", true},
+        {IsMp3OrAacFile, "song.AAC", true},
+        {IsMp3OrAacFile, "song.mp3 ", false},
+        {IsMp4File, "song.m4a", true},
+        {IsMp4File, "song.mp4", true},
+        {IsCdTrackFile, "Track01.cda", true},
+        {IsCdTrackFile, "Track01.CDX", true},
+        {IsMusicFile, "list.m3u", true},
+        {IsMusicFile, "video.mp4", false},
+        {IsMusicFile, "song.", false},
+        {IsMusicFile, ".mp3", true},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.test(QString::fromUtf8(row.name)), row.expected) << row.name;
+}
+
+TEST(DecimalValueTest, ReadsTheHeadOfTheText) {
+    const struct {
+        const char* text;
+        int value;
+    } rows[] = {
+        {"12", 12},
+        {"  -7/10", -7},
+        {"+3", 3},
+        {"128 kbps", 128},
+        {"abc", 0},
+        {"", 0},
+        {"-", 0},
+        {"99999999999", 2147483647},
+        {"-99999999999", -2147483647 - 1},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(DecimalValue(QString::fromUtf8(row.text)), row.value) << row.text;
+}

@@ -1,0 +1,84 @@
+#include "platform/KeyValueStore.h"
+
+#include "platform/Files.h"
+#include "platform/Path.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+const QString kKey = QStringLiteral("Settings/Value");
+
+} // namespace
+
+TEST(KeyValueStoreTest, ValuesComeBackAsWritten) {
+    const QString texts[] = {
+        QString(),
+        QStringLiteral("/home/user/Music, \"best of\" = 100 %; @home"),
+        QStringLiteral(u"/Musik/\u6771\u4EAC/\U0001F3B5"),
+        Path::FromBytes("/music/\xE9t\xE9"),
+        QStringLiteral("12"),
+        QStringLiteral("  blanks  "),
+    };
+    const ScratchFolder scratch;
+    const QString file = scratch.File(QStringLiteral("new/folder/store.ini"));
+    for (const QString& text : texts) {
+        KeyValueStore writer(file);
+        writer.WriteText(kKey, text);
+        writer.WriteInt(QStringLiteral("Root"), std::numeric_limits<int>::min());
+        ASSERT_TRUE(writer.Commit());
+        const KeyValueStore reader(file);
+        EXPECT_TRUE(reader.Exists());
+        EXPECT_EQ(reader.ReadText(kKey, 200), text);
+        EXPECT_EQ(reader.ReadInt(QStringLiteral("Root")), std::numeric_limits<int>::min());
+    }
+}
+
+TEST(KeyValueStoreTest, WrongKindsAreNotThere) {
+    const ScratchFolder scratch;
+    const auto store = [&, number = 0](const QByteArray& value) mutable {
+        const QString name = QStringLiteral("%1.ini").arg(++number);
+        return KeyValueStore(scratch.Write(name, "[Settings]\nValue=" + value + "\n"));
+    };
+    for (const char* value : {"abc", "1.5", "", "99999999999", "\"1 2\""})
+        EXPECT_FALSE(store(value).ReadInt(kKey)) << value;
+    EXPECT_EQ(store("abc").ReadText(kKey, 3), QStringLiteral("abc"));
+    EXPECT_FALSE(store("abcd").ReadText(kKey, 3)) << "longer than the room for it";
+    EXPECT_FALSE(store("a, b").ReadText(kKey, 99)) << "a list is no text";
+
+    EXPECT_FALSE(KeyValueStore(scratch.File(QStringLiteral("missing.ini"))).Exists());
+    EXPECT_TRUE(KeyValueStore(scratch.Write(QStringLiteral("empty.ini"), "")).Exists());
+}
+
+TEST(KeyValueStoreTest, DamagedFileIsKeptAside) {
+    const ScratchFolder scratch;
+    const QString file = scratch.File(QStringLiteral("store.ini"));
+    const QByteArray damages[] = {"\x01\x02 no line of the form\nkey and value\n",
+                                  QByteArray(2 << 20, 'x')};
+    for (const QByteArray& damage : damages) {
+        WriteFile(file, damage);
+        KeyValueStore store(file);
+        EXPECT_FALSE(store.Exists());
+        EXPECT_FALSE(store.ReadInt(kKey));
+        EXPECT_EQ(ReadFile(file), damage) << "reading changes nothing";
+        store.WriteInt(kKey, 7);
+        EXPECT_TRUE(store.Commit());
+        EXPECT_EQ(KeyValueStore(file).ReadInt(kKey), 7);
+    }
+    EXPECT_EQ(ReadFile(file + QStringLiteral(".damaged")), damages[0]);
+    EXPECT_EQ(ReadFile(file + QStringLiteral(".damaged2")), damages[1]);
+}
+
+TEST(KeyValueStoreTest, KeepsValuesItDoesNotKnow) {
+    const ScratchFolder scratch;
+    const QString file =
+        scratch.Write(QStringLiteral("store.ini"), "[Settings]\nFuture=5\nValue=1\n");
+    KeyValueStore store(file);
+    store.WriteInt(kKey, 2);
+    ASSERT_TRUE(store.Commit());
+    EXPECT_EQ(KeyValueStore(file).ReadInt(QStringLiteral("Settings/Future")), 5);
+}

@@ -1,0 +1,189 @@
+#include "platform/MessageTarget.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr int kNumber = 0x8001;
+constexpr int kLast = 0x8002;
+
+/// Counts how many of its kind are alive.
+struct CountedPayload : MessagePayload {
+    explicit CountedPayload(std::atomic<int>& alive)
+        : m_alive(alive) {
+        ++m_alive;
+    }
+    ~CountedPayload() override { --m_alive; }
+    std::atomic<int>& m_alive;
+};
+
+struct OtherPayload : MessagePayload {};
+
+/// Runs the event loop until the message kLast has been handled.
+void RunUntilLast(MessageTarget& target) {
+    QEventLoop loop;
+    target.On(kLast, [&loop](Message&) {
+        loop.quit();
+        return 0;
+    });
+    loop.exec();
+}
+
+} // namespace
+
+TEST(MessageTargetTest, PostsKeepTheirOrderAndSendsBringAnswers) {
+    MessageTarget target;
+    std::vector<std::intptr_t> seen; // plain on purpose: handlers run on one thread
+    target.On(kNumber, [&seen](Message& message) {
+        seen.push_back(message.wParam);
+        return message.wParam * 2;
+    });
+    std::atomic<int> wrong = 0;
+    std::vector<std::jthread> senders;
+    std::atomic<int> running = 4;
+    for (int sender = 0; sender < 4; ++sender)
+        senders.emplace_back([&, sender, address = target.Address()] {
+            for (int i = 0; i < 500; ++i) {
+                const std::intptr_t value = sender * 1000 + i;
+                if (i % 5 == 0)
+                    wrong += address.Send({kNumber, value}) != value * 2;
+                else
+                    wrong += !address.Post({kNumber, value});
+            }
+            if (--running == 0)
+                address.Post({kLast});
+        });
+    RunUntilLast(target);
+    EXPECT_EQ(wrong, 0);
+    ASSERT_EQ(seen.size(), 2000u);
+    std::intptr_t last[4] = {-1, 999, 1999, 2999};
+    for (const std::intptr_t value : seen)
+        EXPECT_EQ(value, ++last[value / 1000]);
+}
+
+TEST(MessageTargetTest, SendOnTheOwnThreadIsADirectCall) {
+    MessageTarget target;
+    std::vector<std::intptr_t> seen;
+    target.On(kNumber, [&seen](Message& message) {
+        seen.push_back(message.wParam);
+        return 7;
+    });
+    target.Address().Post({kNumber, 1});
+    EXPECT_EQ(target.Address().Send({kNumber, 2}), 7);
+    EXPECT_EQ(target.Address().Send({kLast}), 0) << "a number without handler";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(seen, (std::vector<std::intptr_t>{2, 1}));
+}
+
+TEST(MessageTargetTest, PayloadsAreTakenOrFreed) {
+    std::atomic<int> alive = 0;
+    std::unique_ptr<CountedPayload> kept;
+    {
+        MessageTarget target;
+        target.On(kNumber, [&kept](Message& message) {
+            EXPECT_EQ(message.Take<OtherPayload>(), nullptr) << "something else is not taken";
+            if (message.wParam == 1)
+                kept = message.Take<CountedPayload>();
+            return 0;
+        });
+        for (const int value : {1, 2})
+            target.Address().Post({kNumber, value, 0, std::make_unique<CountedPayload>(alive)});
+        EXPECT_EQ(alive, 2);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(alive, 1) << "what the handler leaves goes with the message";
+        target.Address().Post({kNumber, 3, 0, std::make_unique<CountedPayload>(alive)});
+    }
+    EXPECT_EQ(alive, 1) << "undelivered payloads go with the target";
+    kept.reset();
+    EXPECT_EQ(alive, 0);
+}
+
+TEST(MessageTargetTest, SendersWakeWhenTheTargetGoes) {
+    for (int round = 0; round < 50; ++round) {
+        std::optional<MessageTarget> target(std::in_place);
+        target->On(kNumber, [](Message&) { return 1; });
+        std::atomic<int> started = 0;
+        std::vector<std::jthread> senders;
+        for (int i = 0; i < 3; ++i)
+            senders.emplace_back([&started, address = target->Address()] {
+                ++started;
+                while (!address.IsClosed())
+                    address.Send({kNumber});
+                EXPECT_EQ(address.Send({kNumber}), 0);
+                EXPECT_FALSE(address.Post({kNumber}));
+            });
+        while (started < 3)
+            QCoreApplication::processEvents();
+        target.reset();
+    }
+}
+
+TEST(MessageTargetTest, FloodLeavesTheEventLoopAlive) {
+    MessageTarget target;
+    target.On(kNumber, [](Message&) {
+        QElapsedTimer busy;
+        busy.start();
+        while (busy.nsecsElapsed() < 100'000) {
+        }
+        return 0;
+    });
+    for (int i = 0; i < 3000; ++i)
+        target.Address().Post({kNumber});
+    target.Address().Post({kLast});
+    int beats = 0;
+    QTimer heart;
+    QObject::connect(&heart, &QTimer::timeout, [&beats] { ++beats; });
+    heart.start(5);
+    RunUntilLast(target);
+    EXPECT_GE(beats, 10) << "300 ms of handling in one go";
+}
+
+TEST(MessageTargetTest, HeldMessagesWait) {
+    MessageTarget target;
+    int handled = 0;
+    target.On(kNumber, [&handled](Message&) { return ++handled; });
+    target.SetHeld(true);
+    target.Address().Post({kNumber});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(handled, 0);
+    EXPECT_EQ(target.Address().Send({kNumber}), 1) << "direct calls go on";
+    target.SetHeld(false);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(handled, 2);
+}
+
+TEST(MessageTargetTest, QueueGoesOnInAHandlersOwnEventLoop) {
+    MessageTarget target;
+    QEventLoop inner;
+    bool secondRan = false;
+    target.On(kNumber, [&](Message&) {
+        inner.exec();
+        return 0;
+    });
+    target.On(kLast, [&](Message&) {
+        secondRan = true;
+        inner.quit();
+        return 0;
+    });
+    target.Address().Post({kNumber});
+    target.Address().Post({kLast});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(secondRan);
+}
+
+TEST(MessageTargetTest, HandlerThatThrowsAnswersZero) {
+    MessageTarget target;
+    target.On(kNumber, [](Message&) -> std::intptr_t { throw std::runtime_error("test"); });
+    EXPECT_EQ(target.Address().Send({kNumber}), 0);
+}

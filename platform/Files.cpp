@@ -7,7 +7,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <memory>
@@ -72,23 +71,42 @@ FileDescriptor OpenForReading(const QString& path) {
     return file;
 }
 
+QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t size) {
+    QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
+    qsizetype done = 0;
+    while (done < bytes.size()) {
+        const ssize_t got =
+            ::pread(file, bytes.data() + done, static_cast<std::size_t>(bytes.size() - done),
+                    static_cast<off_t>(position) + done);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            break;
+        done += got;
+    }
+    bytes.truncate(done);
+    return bytes;
+}
+
+bool WriteAll(int file, QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const ssize_t written =
+            ::write(file, bytes.data(), static_cast<std::size_t>(bytes.size()));
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0)
+            return false;
+        bytes = bytes.sliced(written);
+    }
+    return true;
+}
+
 std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize) {
     const FileDescriptor file = OpenForReading(path);
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || status.st_size > maxSize)
         return std::nullopt;
-    QByteArray content(status.st_size, Qt::Uninitialized);
-    qsizetype done = 0;
-    while (done < content.size()) {
-        const ssize_t count = ::read(file.Get(), content.data() + done, content.size() - done);
-        if (count < 0 && errno != EINTR)
-            return std::nullopt;
-        if (count == 0)
-            break; // the file has shrunk meanwhile
-        done += std::max<ssize_t>(count, 0);
-    }
-    content.truncate(done);
-    return content;
+    return ReadAt(file.Get(), 0, static_cast<std::uint64_t>(status.st_size));
 }
 
 std::optional<std::vector<FolderEntry>> ListFolder(const QString& path) {

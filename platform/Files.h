@@ -60,6 +60,12 @@ struct FileStatus {
 /// The content of a regular file. Nothing if it can't be read or is larger than `maxSize` bytes.
 [[nodiscard]] std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize);
 
+/// Up to `size` bytes of an open file from `position` on, fewer at its end or after an error.
+[[nodiscard]] QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t size);
+
+/// Writes all bytes at the file's position; false when the system takes no more.
+[[nodiscard]] bool WriteAll(int file, QByteArrayView bytes);
+
 /// A name in a folder. The kind is what the name leads to, links followed; a link that leads
 /// nowhere is `Other`.
 struct FolderEntry {

@@ -73,6 +73,17 @@ QString GenreName(QString text) {
     return text;
 }
 
+bool IsNumber(const QString& text) {
+    const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    return !text.isEmpty() && std::all_of(text.cbegin(), text.cend(), isDigit);
+}
+
+/// yyyy-MM-ddTHH:mm:ss, or the beginning of it.
+QString YearOfTime(const QString& time) {
+    constexpr qsizetype kYear = 4;
+    return time.indexOf(u'-') == kYear ? time.first(kYear) : time;
+}
+
 QString GenreText(const QString& name) {
     const int number = GenreToId3Number(name);
     return number < kNoId3Genre ? QStringLiteral("(%1)").arg(number) : name;
@@ -105,7 +116,7 @@ QString CutId3Text(QString text) {
     return text;
 }
 
-void TakeId3Texts(const Id3Texts& texts, CTrackInfo& info) {
+void TakeId3Texts(const Id3Texts& texts, int version, CTrackInfo& info) {
     for (std::size_t i = 0; i < kId3FieldCount; ++i) {
         const std::optional<QString>& text = texts[i];
         if (!text)
@@ -120,7 +131,11 @@ void TakeId3Texts(const Id3Texts& texts, CTrackInfo& info) {
             info.m_strSize = SizeText(info.m_nSizeBytes);
             break;
         case Id3Field::Genre:
-            info.m_strGenre = GenreName(*text);
+            info.m_strGenre =
+                GenreName(version == 4 && IsNumber(*text) ? u'(' + *text + u')' : *text);
+            break;
+        case Id3Field::Year:
+            info.m_strYear = version == 4 ? YearOfTime(*text) : *text;
             break;
         default:
             info.*kRows[i].text = *text;

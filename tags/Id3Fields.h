@@ -28,8 +28,10 @@ using Id3Texts = std::array<std::optional<QString>, kId3FieldCount>;
 /// `text` up to its first NUL and to kMaxId3Text.
 [[nodiscard]] QString CutId3Text(QString text);
 
-/// Puts the texts into the fields of `info`; fields without a text stay as they are.
-void TakeId3Texts(const Id3Texts& texts, CTrackInfo& info);
+/// Puts the texts of an ID3v2.`version` tag into the fields of `info`; fields without a text stay
+/// as they are. ID3v2.4 has its own forms of two fields: of a time ("1999-05-03") the year is
+/// taken, and a genre that is a bare number ("17") is read as "(17)" is.
+void TakeId3Texts(const Id3Texts& texts, int version, CTrackInfo& info);
 
 /// The text that a save writes into the frame of a field: valid UTF-16 without NUL.
 [[nodiscard]] QString Id3FieldText(const CTrackInfo& info, Id3Field field);

@@ -5,7 +5,6 @@
 #include <taglib/tbytevectorstream.h>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 
@@ -13,14 +12,6 @@ namespace {
 
 constexpr std::uint64_t kId3v1 = 128;
 constexpr std::uint64_t kSoundHead = 64 * 1024;
-
-QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t count) {
-    QByteArray bytes(static_cast<qsizetype>(count), Qt::Uninitialized);
-    const ssize_t got =
-        ::pread(file, bytes.data(), static_cast<std::size_t>(count), static_cast<off_t>(position));
-    bytes.truncate(std::max<ssize_t>(got, 0));
-    return bytes;
-}
 
 /// The length of the ADTS frame at the head of `bytes` (ISO/IEC 13818-7, 6.2); 0 if there is none.
 qsizetype AdtsFrameLength(QByteArrayView bytes) {

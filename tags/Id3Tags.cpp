@@ -1,32 +1,139 @@
 #include "tags/Id3Tags.h"
 
+#include "platform/FileReplacement.h"
 #include "tags/Id3Fields.h"
 #include "tags/Id3File.h"
 #include "tags/Id3Picture.h"
+#include "tags/Id3v1Tag.h"
 #include "tags/Id3v23Frames.h"
 #include "tags/Id3v24Frames.h"
 
+#include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace Id3Tags {
 namespace {
+
+constexpr int kNewTagVersion = 3;
+constexpr std::uint16_t kFormatFlags = 0x00FF; ///< of a frame: how its data is stored
+constexpr std::uint16_t kUnsynchronised24 = 0x0002;
 
 std::size_t KeepPictures(QByteArrayView id) {
     const bool picture = id == Id3PictureId(2) || id == Id3PictureId(3);
     return picture ? std::numeric_limits<std::size_t>::max() : 0;
 }
 
+/// Some programs write the encodings of ID3v2.4 into older tags, where id3lib can't read them.
+bool NeedsTagLib(const Id3v2Tag& tag, Id3Field field) {
+    if (tag.version == 4)
+        return true;
+    const Id3Frame* frame = tag.Find(Id3FrameId(field, tag.version));
+    const auto data = frame ? PlainFrameData(tag, *frame) : std::nullopt;
+    return data && !data->isEmpty() && (data->front() == 2 || data->front() == 3);
+}
+
 /// The texts of both tags; those of ID3v2 win.
 Id3Texts ReadTexts(const Id3v2Tag& tag, const QByteArray& id3v1) {
-    if (tag.version < 4)
-        return Id3v23Frames::ReadTexts(tag, id3v1);
-    Id3Texts texts = Id3v24Frames::ReadTexts(tag);
-    const Id3Texts fallback = Id3v23Frames::ReadTexts({}, id3v1);
+    Id3Texts texts = Id3v23Frames::ReadTexts(tag.version == 4 ? Id3v2Tag() : tag, id3v1);
     for (std::size_t i = 0; i < kId3FieldCount; ++i) {
-        if (!texts[i])
-            texts[i] = fallback[i];
+        const auto field = static_cast<Id3Field>(i);
+        if (tag.version == 0 || !NeedsTagLib(tag, field))
+            continue;
+        if (std::optional<QString> text = Id3v24Frames::ReadText(tag, field))
+            texts[i] = std::move(text);
     }
     return texts;
+}
+
+CTrackInfo InfoOf(const Id3v2Tag& tag, const Id3Texts& texts) {
+    CTrackInfo info;
+    TakeId3Texts(texts, tag.version, info);
+    return info;
+}
+
+/// The file at `path` with all its frames, if it may be written to.
+std::optional<Id3File> OpenToWrite(const QString& path) {
+    std::optional<Id3File> file = OpenId3File(path, KeepAllFrames);
+    if (file && (!file->tag.whole || !file->HoldsSound()))
+        file.reset();
+    return file;
+}
+
+/// The tag to write, so far with the frames of the old one.
+Id3v2Tag BeginNewTag(const Id3v2Tag& old) {
+    Id3v2Tag tag = old;
+    if (tag.version == 0)
+        tag.version = kNewTagVersion;
+    if (tag.version != 4)
+        tag.unsynchronised = true;
+    return tag;
+}
+
+/// Sets the data of the first frame with this id, or adds a frame.
+void SetFrame(Id3v2Tag& tag, QByteArrayView id, const QByteArray& data) {
+    const auto found = std::find_if(tag.frames.begin(), tag.frames.end(),
+                                    [id](const Id3Frame& frame) { return frame.id == id; });
+    Id3Frame& frame = found == tag.frames.end()
+                          ? tag.frames.emplace_back(Id3Frame{id.toByteArray(), 0, {}})
+                          : *found;
+    frame.flags &= static_cast<std::uint16_t>(~kFormatFlags);
+    frame.data = data;
+    if (tag.version == 4 && tag.unsynchronised) {
+        frame.flags |= kUnsynchronised24;
+        frame.data = Unsynchronise(data);
+    }
+}
+
+/// Writes the text of each field that reads differently now, and says in `texts` how it will read.
+/// False if a frame that has to change is not understood.
+bool SetFields(Id3v2Tag& tag, const CTrackInfo& info, Id3Texts& texts) {
+    const CTrackInfo current = InfoOf(tag, texts);
+    for (std::size_t i = 0; i < kId3FieldCount; ++i) {
+        const auto field = static_cast<Id3Field>(i);
+        const QByteArrayView id = Id3FrameId(field, tag.version);
+        const QString text = Id3FieldText(info, field);
+        if (const Id3Frame* frame = tag.Find(id)) {
+            if (!PlainFrameData(tag, *frame))
+                return false;
+            if (text == Id3FieldText(current, field))
+                continue;
+        }
+        SetFrame(tag, id,
+                 tag.version == 4 ? Id3v24Frames::TextData(field, text)
+                                  : Id3v23Frames::TextData(field, text));
+        texts[i] = CutId3Text(text);
+    }
+    return true;
+}
+
+bool SameTexts(const Id3Texts& a, const Id3Texts& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), [](const auto& one, const auto& other) {
+        return one.value_or(QString()) == other.value_or(QString());
+    });
+}
+
+/// Whether the new file reads back as it was meant.
+bool ReadsBack(const FileReplacement& replacement, const Id3File& old, const Id3v2Tag& tag,
+               const Id3Texts& texts, const QByteArray& id3v1) {
+    const std::optional<Id3File> written = OpenId3File(replacement.NewPath(), KeepAllFrames);
+    return written && written->tag.whole && written->tag.version == tag.version &&
+           written->tag.frames == tag.frames && written->id3v1 == id3v1 &&
+           written->SoundSize() == old.SoundSize() &&
+           SameTexts(ReadTexts(written->tag, {}), texts) &&
+           replacement.MatchesOriginal(written->SoundBegin(), old.SoundBegin(), old.SoundSize());
+}
+
+int Replace(const QString& path, const Id3File& old, const Id3v2Tag& tag, const Id3Texts& texts,
+            const QByteArray& id3v1) {
+    const QByteArray head = AssembleId3v2Tag(tag);
+    std::optional<FileReplacement> replacement = FileReplacement::Begin(path);
+    const bool replaced = !head.isEmpty() && replacement &&
+                          replacement->OriginalSize() == old.size && replacement->Append(head) &&
+                          replacement->AppendOriginal(old.SoundBegin(), old.SoundSize()) &&
+                          replacement->Append(id3v1) &&
+                          ReadsBack(*replacement, old, tag, texts, id3v1) && replacement->Commit();
+    return replaced ? 0 : 1;
 }
 
 } // namespace
@@ -36,8 +143,25 @@ int Read(const QString& path, CTrackInfo& info) {
     if (!file)
         return 1;
     const Id3Texts texts = ReadTexts(file->tag, file->id3v1);
-    TakeId3Texts(texts, info);
+    TakeId3Texts(texts, file->tag.version, info);
     return texts[static_cast<std::size_t>(Id3Field::Title)] ? 0 : 1;
+}
+
+int Write(const QString& path, const CTrackInfo& info, int forceEmpty) {
+    const std::optional<Id3File> file = OpenToWrite(path);
+    if (!file)
+        return 1;
+    Id3v2Tag tag = BeginNewTag(file->tag);
+    QByteArray id3v1 = file->id3v1;
+    if (forceEmpty) {
+        tag.frames.clear();
+        id3v1.clear();
+    }
+    id3v1 = MakeId3v1Tag(info, InfoOf(tag, ReadTexts(tag, id3v1)), id3v1);
+    Id3Texts texts = ReadTexts(tag, {});
+    if (!SetFields(tag, info, texts))
+        return 1;
+    return Replace(path, *file, tag, texts, id3v1);
 }
 
 QByteArray ReadArtwork(const QString& path) {
@@ -46,6 +170,17 @@ QByteArray ReadArtwork(const QString& path) {
         return {};
     return file->tag.version == 4 ? Id3v24Frames::Picture(file->tag)
                                   : Id3v23Frames::Picture(file->tag);
+}
+
+int WriteArtwork(const QString& path, const QByteArray& jpeg) {
+    const std::optional<Id3File> file = OpenToWrite(path);
+    if (!file)
+        return 1;
+    Id3v2Tag tag = BeginNewTag(file->tag);
+    SetFrame(tag, Id3PictureId(tag.version),
+             tag.version == 4 ? Id3v24Frames::PictureData(jpeg)
+                              : Id3v23Frames::PictureData(tag.version, jpeg));
+    return Replace(path, *file, tag, ReadTexts(tag, {}), file->id3v1);
 }
 
 } // namespace Id3Tags

@@ -7,15 +7,34 @@
 
 /// The tags of MP3 and AAC files: ID3v2.2 to 2.4, and ID3v1 for what those leave open.
 ///
+/// A write keeps the version of the tag (a file without ID3v2 gets 2.3), every frame that is not
+/// written bit for bit, and the sound; padding, extended header and footer go. A frame whose text
+/// reads as the text to be written stays as it is, so that cutting a long text on reading does not
+/// shorten it in the file. The libraries make the new frames; the file is put together here,
+/// because both rewrite frames that they were not asked to (id3lib drops flags and converts old
+/// versions, TagLib drops flags and empty frames).
+///
+/// What is not understood whole is not written: a tag with damage or of an unknown version, a
+/// compressed or encrypted frame of ours, a file without MPEG or ADTS sound at its head. Nor is a
+/// file that FileReplacement refuses.
+///
 /// Thread: any; nothing lasts between calls.
-/// Errors: non-zero, or an empty picture; never throws. A damaged tag is read up to the damage.
-/// Cost:   a read is one or two system reads and some 20 us, whatever pictures lie in the tag.
+/// Errors: non-zero, the file then being as it was, or an empty picture. A damaged tag is read up
+///         to the damage.
+/// Cost:   a read is one or two system reads and some 30 us, whatever pictures lie in the tag.
 namespace Id3Tags {
 
 /// Takes what the tags tell into `info`. Non-zero if there is no title.
 [[nodiscard]] int Read(const QString& path, CTrackInfo& info);
 
+/// Writes the ten text frames of `info`, empty ones too, and ID3v1. With `forceEmpty` non-zero
+/// nothing else stays in the tags.
+[[nodiscard]] int Write(const QString& path, const CTrackInfo& info, int forceEmpty);
+
 /// The first picture; empty if there is none.
 [[nodiscard]] QByteArray ReadArtwork(const QString& path);
+
+/// Puts a JPEG picture in the place of the first one, or behind all frames.
+[[nodiscard]] int WriteArtwork(const QString& path, const QByteArray& jpeg);
 
 } // namespace Id3Tags

@@ -8,6 +8,7 @@
 #include <id3/tag.h>
 #include <id3/writers.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <vector>
@@ -29,11 +30,16 @@ void Link(ID3_Tag& tag, const QByteArray& bytes, flags_t types) {
     tag.Link(reader, types);
 }
 
+bool HasLaterEncoding(const QByteArray& data) {
+    return !data.isEmpty() && data.front() != ID3TE_ISO8859_1 && data.front() != ID3TE_UTF16;
+}
+
 void AddFrame(const Id3v2Tag& from, QByteArrayView id, QByteArrayView newId, Id3v2Tag& to) {
     const Id3Frame* frame = from.Find(id);
     if (!frame)
         return;
-    if (const std::optional<QByteArray> data = PlainFrameData(from, *frame))
+    const std::optional<QByteArray> data = PlainFrameData(from, *frame);
+    if (data && !HasLaterEncoding(*data))
         to.frames.push_back({newId.toByteArray(), 0, *data});
 }
 
@@ -72,6 +78,14 @@ std::optional<QString> GetFrameText(const ID3_Tag& tag, ID3_FrameID number) {
     return CutId3Text(SwappedText(units, field->Size()));
 }
 
+bool MissesId3v1Field(const Id3Texts& texts) {
+    constexpr std::array kFields = {Id3Field::Title, Id3Field::Artist, Id3Field::Album,
+                                    Id3Field::Track, Id3Field::Year,   Id3Field::Genre};
+    return std::any_of(kFields.begin(), kFields.end(), [&texts](Id3Field field) {
+        return !texts[static_cast<std::size_t>(field)];
+    });
+}
+
 /// The frame's data alone, as the library stores it.
 QByteArray Render(const ID3_Frame& frame, qsizetype atMost) {
     constexpr qsizetype kFrameHeader = 10;
@@ -99,7 +113,7 @@ Id3Texts ReadTexts(const Id3v2Tag& tag, const QByteArray& id3v1) {
         Link(linked, small, ID3TT_ID3V2);
         take(linked);
     }
-    if (!id3v1.isEmpty()) {
+    if (!id3v1.isEmpty() && MissesId3v1Field(texts)) {
         // One byte of a sync word stands for the sound: without it id3lib would look for one.
         ID3_Tag linked;
         Link(linked, small + '\xFF' + id3v1, ID3TT_ID3V2 | ID3TT_ID3V1);

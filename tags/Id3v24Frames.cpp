@@ -6,8 +6,6 @@
 #include <taglib/attachedpictureframe.h>
 #include <taglib/textidentificationframe.h>
 
-#include <algorithm>
-
 namespace Id3v24Frames {
 namespace {
 
@@ -24,38 +22,12 @@ QByteArray FromTagLib(const TagLib::ByteVector& bytes) {
 }
 
 /// The first frame with this id in the plain form that TagLib's frames parse; empty if none.
-TagLib::ByteVector PlainFrame(const Id3v2Tag& tag, QByteArrayView id) {
+TagLib::ByteVector PlainFrame(const Id3v2Tag& tag, QByteArrayView id, QByteArrayView newId) {
     const Id3Frame* frame = tag.Find(id);
     const std::optional<QByteArray> data = frame ? PlainFrameData(tag, *frame) : std::nullopt;
     if (!data || data->isEmpty() || data->front() < 0 || data->front() > kLastEncoding)
         return {};
-    return ToTagLib(AssembleId3Frame(kVersion, {frame->id, 0, *data}));
-}
-
-std::optional<QString> FrameText(const Id3v2Tag& tag, Id3Field field) {
-    const TagLib::ByteVector bytes = PlainFrame(tag, Id3FrameId(field, kVersion));
-    if (bytes.isEmpty())
-        return std::nullopt;
-    const TagLib::ID3v2::TextIdentificationFrame frame(bytes);
-    const TagLib::StringList texts = frame.fieldList();
-    if (texts.isEmpty())
-        return std::nullopt;
-    const bool eightBit = frame.textEncoding() == TagLib::String::Latin1;
-    const std::string text = texts.front().to8Bit(!eightBit);
-    return eightBit ? FromEightBit(text) : QString::fromStdString(text);
-}
-
-/// TDRC is a time, yyyy-MM-ddTHH:mm:ss or its beginning.
-void KeepYear(QString& text) {
-    constexpr qsizetype kYear = 4;
-    if (text.indexOf(u'-') == kYear)
-        text.truncate(kYear);
-}
-
-void BracketNumber(QString& genre) {
-    const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
-    if (!genre.isEmpty() && std::all_of(genre.cbegin(), genre.cend(), isDigit))
-        genre = u'(' + genre + u')';
+    return ToTagLib(AssembleId3Frame(kVersion, {newId.toByteArray(), 0, *data}));
 }
 
 template <typename Frame>
@@ -65,21 +37,18 @@ QByteArray Render(const Frame& frame) {
 
 } // namespace
 
-Id3Texts ReadTexts(const Id3v2Tag& tag) {
-    Id3Texts texts;
-    for (std::size_t i = 0; i < kId3FieldCount; ++i) {
-        const auto field = static_cast<Id3Field>(i);
-        std::optional<QString>& text = texts[i];
-        text = FrameText(tag, field);
-        if (!text)
-            continue;
-        text = CutId3Text(*text);
-        if (field == Id3Field::Year)
-            KeepYear(*text);
-        else if (field == Id3Field::Genre)
-            BracketNumber(*text);
-    }
-    return texts;
+std::optional<QString> ReadText(const Id3v2Tag& tag, Id3Field field) {
+    const TagLib::ByteVector bytes =
+        PlainFrame(tag, Id3FrameId(field, tag.version), Id3FrameId(field, kVersion));
+    if (bytes.isEmpty())
+        return std::nullopt;
+    const TagLib::ID3v2::TextIdentificationFrame frame(bytes);
+    const TagLib::StringList texts = frame.fieldList();
+    if (texts.isEmpty())
+        return std::nullopt;
+    const bool eightBit = frame.textEncoding() == TagLib::String::Latin1;
+    const std::string text = texts.front().to8Bit(!eightBit);
+    return CutId3Text(eightBit ? FromEightBit(text) : QString::fromStdString(text));
 }
 
 QByteArray TextData(Id3Field field, const QString& text) {
@@ -92,7 +61,8 @@ QByteArray TextData(Id3Field field, const QString& text) {
 }
 
 QByteArray Picture(const Id3v2Tag& tag) {
-    const TagLib::ByteVector bytes = PlainFrame(tag, Id3PictureId(kVersion));
+    const TagLib::ByteVector bytes =
+        PlainFrame(tag, Id3PictureId(kVersion), Id3PictureId(kVersion));
     if (bytes.isEmpty())
         return {};
     return FromTagLib(TagLib::ID3v2::AttachedPictureFrame(bytes).picture());

@@ -6,11 +6,12 @@
 #include <QByteArray>
 
 /// The frames of ID3v2.4, which id3lib does not know, through TagLib: the same fields under the
-/// same rules. The year is TDRC, of which the year alone is taken; a genre that is a bare number
-/// ("17", this version's own form) reads as "(17)" does.
+/// same rules.
 namespace Id3v24Frames {
 
-[[nodiscard]] Id3Texts ReadTexts(const Id3v2Tag& tag);
+/// The text of a field's first frame in a tag of any version, in any of the four encodings; nothing
+/// if there is no frame or no text.
+[[nodiscard]] std::optional<QString> ReadText(const Id3v2Tag& tag, Id3Field field);
 
 /// Data of a text frame: 8-bit where FitsEightBit, else UTF-8. It has no 0xFF, and so reads the
 /// same from a tag that is stored unsynchronised.

@@ -6,7 +6,7 @@
 #include <QString>
 
 /// The tag operations on a file. The extension alone says which tag format is meant; MP3 and AAC
-/// files have ID3 tags, MP4 and Windows Media files are not read yet.
+/// files have ID3 tags; those of MP4 and Windows Media files are neither read nor written.
 ///
 /// Thread: any. Errors: non-zero results; none throws.
 
@@ -15,8 +15,16 @@
 /// is no music by its extension has no tags, and the answer is non-zero.
 [[nodiscard]] int ReadTrackTags(const QString& path, CTrackInfo& info);
 
+/// Writes `info` into the tags of a file: 0 on success. With `forceEmpty` non-zero the tag is built
+/// from nothing. A failed write leaves the file as it was. The file must not be playing.
+[[nodiscard]] int WriteTrackTags(const QString& path, const CTrackInfo& info, int forceEmpty);
+
 /// The first picture in the tags; empty if there is none.
 [[nodiscard]] QByteArray ReadTrackArtwork(const QString& path);
 
 /// Writes the first picture in the tags to the file `outPath`: 0 when it is there, 1 otherwise.
 [[nodiscard]] int SaveTrackArtwork(const QString& path, const QString& outPath);
+
+/// Puts the JPEG file `jpegPath` into the tags as the picture: 0 when it is there. With either
+/// argument empty nothing is done.
+[[nodiscard]] int WriteTrackArtwork(const QString& path, const QString& jpegPath);

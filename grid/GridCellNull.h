@@ -1,0 +1,9 @@
+#pragma once
+
+#include "grid/GridCell.h"
+
+/// A cell that draws nothing: what lies under a CGridCellBar.
+class CGridCellNull final : public CGridCell {
+public:
+    bool Draw(QPainter&, int, int, QRect, bool) override { return true; }
+};

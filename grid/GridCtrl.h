@@ -1,0 +1,238 @@
+#pragma once
+
+#include "grid/GridAxis.h"
+#include "grid/GridDefaultCell.h"
+#include "grid/GridPainting.h"
+#include "grid/GridTypes.h"
+
+#include <QAbstractScrollArea>
+#include <QHash>
+#include <QIcon>
+#include <QList>
+
+#include <memory>
+#include <vector>
+
+/// What SetGridLines takes.
+namespace GridLines {
+inline constexpr int None = 0;
+inline constexpr int Horizontal = 1;
+inline constexpr int Vertical = 2;
+inline constexpr int Both = 3;
+inline constexpr int HeaderMarks = 4; ///< no lines, but ticks between the header's cells
+} // namespace GridLines
+
+/// A table of cells under fixed header rows, with scrolling, selection and sorting.
+///
+/// Thread:   the interface thread only.
+/// Owner:    the grid owns its cells. A pointer to a cell holds until its row goes or its type is
+///           set; a pointer to a default cell as long as the grid.
+/// Answers:  operations on cells return 1 when done and 0 for indexes out of range, with no effect.
+/// Repaint:  what changes the table as a whole repaints by itself; after changes of single cells
+///           the caller asks for it (RedrawCell, RedrawRow, Refresh).
+/// Cost:     painting touches the visible cells only; a lookup by position is O(log rows).
+/// Notices:  clicks and changes of the selection go to the notify handler, which may rebuild the
+///           grid on the spot.
+class CGridCtrl : public QAbstractScrollArea {
+    Q_OBJECT
+
+public:
+    explicit CGridCtrl(QWidget* parent = nullptr, int rows = 0, int cols = 0, int fixedRows = 0,
+                       int fixedCols = 0);
+    ~CGridCtrl() override;
+
+    // --- rows and columns. Each of these drops selection and focus; cells that remain keep their
+    //     content. 0 on a bad count, or with the grid emptied when memory ran out.
+
+    /// Empties the grid; grid lines, flags and default cells stay.
+    int DeleteAllItems();
+    int SetRowCount(int rows);
+    int SetColumnCount(int cols);
+    int SetFixedRowCount(int fixedRows);
+    int SetFixedColumnCount(int fixedCols);
+    [[nodiscard]] int GetRowCount() const { return m_nRows; }
+    [[nodiscard]] int GetColumnCount() const { return m_nCols; }
+    [[nodiscard]] int GetFixedRowCount() const { return m_nFixedRows; }
+    [[nodiscard]] int GetFixedColumnCount() const { return m_nFixedCols; }
+
+    // --- cells
+
+    [[nodiscard]] bool IsValid(CCellID cell) const;
+    /// Replaces a cell by a new one of a class, such as RuntimeClass<CGridCellBar>.
+    int SetCellType(int row, int col, GridCellClass cellClass);
+    /// Null outside the grid.
+    [[nodiscard]] CGridCellBase* GetCell(int row, int col) const;
+    [[nodiscard]] CGridDefaultCell* GetDefaultCell(bool fixedRow, bool fixedCol) const;
+    int SetItem(const GridItem& item);
+    /// Fills the fields that `item.mask` names with what the cell shows, defaults included.
+    int GetItem(GridItem& item) const;
+    /// Sets the state bits but for the grid's own: fixed, fixed row, fixed column and focused.
+    int SetItemState(int row, int col, quint32 state);
+    /// 0 outside the grid.
+    [[nodiscard]] quint32 GetItemState(int row, int col) const;
+
+    // --- selection and focus
+
+    /// Selects a range of cells, the header's left out, in place of the old selection; while Ctrl
+    /// is held, besides it. `selectCells` false selects none. `forceRedraw` paints at once.
+    void SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol, bool forceRedraw = false,
+                          bool selectCells = true);
+    [[nodiscard]] int GetSelectedCount() const {
+        return static_cast<int>(m_SelectedCellMap.size());
+    }
+    [[nodiscard]] CCellID GetFocusCell() const { return m_idCurrentCell; }
+    /// An invalid cell takes the focus away.
+    void SetFocusCell(CCellID cell);
+
+    // --- sorting
+
+    /// Used by SortItems where none is given; null compares texts without regard to case.
+    void SetCompareFunction(GridCompare compare) { m_pfnCompare = compare; }
+    /// Sorts the rows low to high, by default all below the header, and keeps the order of equal
+    /// ones. Drops selection and focus.
+    int SortItems(GridCompare compare, int col, bool ascending, qintptr data = 0, int low = -1,
+                  int high = -1);
+    [[nodiscard]] int GetSortColumn() const { return m_nSortColumn; }
+    void SetSortColumn(int col);
+    [[nodiscard]] bool IsSortAscending() const { return m_bAscending; }
+
+    // --- sizes, in pixels; 0 hides. The last column is painted up to the window's edge whatever
+    //     its width.
+
+    int SetColumnWidth(int col, int width);
+    int SetRowHeight(int row, int height);
+    [[nodiscard]] int GetColumnWidth(int col) const;
+    [[nodiscard]] int GetRowHeight(int row) const;
+    /// Makes a column exactly as wide as its widest cell needs (CGridCellBase::GetCellExtent), the
+    /// sort arrow counted in.
+    int AutoSizeColumn(int col, GridFit fit = GridFit::All);
+    void AutoSizeColumns(GridFit fit = GridFit::All);
+    int AutoSizeRow(int row);
+    void AutoSize();
+
+    // --- look and behaviour
+
+    void SetGridBkColor(COLORREF colour);
+    [[nodiscard]] COLORREF GetGridBkColor() const { return m_crGridBkColour; }
+    void SetGridLineColor(COLORREF colour);
+    /// The images that cells name by number, each drawn at `size`.
+    void SetImageList(const QList<QIcon>& images, QSize size = QSize(16, 16));
+    [[nodiscard]] const QList<QIcon>& GetImageList() const { return m_ImageList; }
+    [[nodiscard]] QSize GetImageSize() const { return m_sizeImage; }
+    /// One of GridLines.
+    void SetGridLines(int mode);
+    [[nodiscard]] int GetGridLines() const { return m_nGridLines; }
+    /// Whether lines divide the cells.
+    [[nodiscard]] bool HasLines() const;
+    /// In list mode whole rows are selected.
+    void SetListMode(bool on);
+    void EnableSelection(bool on) { m_bEnableSelection = on; }
+    /// Whether a click in the header selects the column under it.
+    void SetFixedColumnSelection(bool on) { m_bFixedColumnSelection = on; }
+    /// Whether a click in a fixed column selects its row.
+    void SetFixedRowSelection(bool on) { m_bFixedRowSelection = on; }
+    void SetNotifyHandler(GridNotifyHandler handler) { m_pfnNotify = std::move(handler); }
+    [[nodiscard]] const GridSystemColours& GetSystemColours() const { return m_crSystem; }
+
+    // --- on screen; points and rectangles in pixels of the viewport
+
+    void Refresh();
+    void RedrawCell(int row, int col);
+    void RedrawRow(int row);
+    /// Scrolls as little as shows the whole cell, or its start.
+    void EnsureVisible(int row, int col);
+    /// Where a cell is drawn, also where that is out of sight.
+    [[nodiscard]] QRect GetCellRect(CCellID cell) const;
+    /// The cell at a point; none beside all cells, or in a header unless `fixedToo`.
+    [[nodiscard]] CCellID GetCellFromPt(QPoint point, bool fixedToo) const;
+    /// Whether the mouse holds the cell down.
+    [[nodiscard]] bool IsHeldDown(CCellID cell) const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    using Cell = std::unique_ptr<CGridCellBase>;
+    using Row = std::vector<Cell>;
+    struct Span {
+        int first;
+        int last;
+    };
+    /// The numbers are those of the control's whole set of modes.
+    enum class MouseMode { Nothing = 0, SelectRows = 3, SelectCells = 4 };
+
+    // GridCtrl.cpp
+    [[nodiscard]] Cell MakeCell(GridCellClass cellClass, int row, int col);
+    int Rebuild(int rows, int cols);
+    [[nodiscard]] quint32 FixedBits(int row, int col) const;
+    void MarkFixedCells(int rows, int cols);
+    void ClearSelection();
+    void SelectCell(int row, int col, bool selected);
+
+    // GridCtrlLayout.cpp
+    [[nodiscard]] int DefaultRowHeight() const;
+    [[nodiscard]] int FixedWidth() const { return m_arColWidths.Start(m_nFixedCols); }
+    [[nodiscard]] int FixedHeight() const { return m_arRowHeights.Start(m_nFixedRows); }
+    [[nodiscard]] Span RowsToFit(GridFit fit) const;
+    void FitColumns(Span cols, GridFit fit);
+    void ResetScrollBars();
+    void RelayOut();
+
+    // GridCtrlPaint.cpp
+    [[nodiscard]] Span VisibleRows(const QRect& area) const;
+    [[nodiscard]] Span VisibleColumns(const QRect& area) const;
+    void DrawCells(QPainter& painter, Span rows, Span cols) const;
+    void DrawLines(QPainter& painter, Span rows, Span cols) const;
+
+    // GridCtrlInput.cpp
+    void Notify(int code, CCellID cell) const;
+    void StartSelection(CCellID cell);
+    void SelectTo(CCellID cell);
+    [[nodiscard]] CCellID NextCell(const QKeyEvent& event) const;
+    [[nodiscard]] int PageAway(int row, int step) const;
+    void MoveTo(CCellID cell, bool extend);
+
+    int m_nRows = 0;
+    int m_nFixedRows = 0;
+    int m_nCols = 0;
+    int m_nFixedCols = 0;
+    GridAxis m_arRowHeights;
+    GridAxis m_arColWidths;
+    std::vector<Row> m_rows;
+
+    int m_nSortColumn = -1;
+    bool m_bAscending = true;
+    GridCompare m_pfnCompare = nullptr;
+
+    CCellID m_idCurrentCell;
+    CCellID m_LeftClickDownCell;
+    CCellID m_SelectionStartCell;
+    QHash<quint64, CCellID> m_SelectedCellMap; ///< by packed row and column
+    MouseMode m_MouseMode = MouseMode::Nothing;
+    bool m_bLMouseButtonDown = false;
+
+    bool m_bListMode = false;
+    bool m_bEnableSelection = true;
+    bool m_bFixedRowSelection = true;
+    bool m_bFixedColumnSelection = true;
+    int m_nGridLines = GridLines::Both;
+    GridSystemColours m_crSystem;
+    COLORREF m_crGridBkColour;
+    COLORREF m_crGridLineColour = 0xC0C0C0;
+    QList<QIcon> m_ImageList;
+    QSize m_sizeImage{16, 16};
+    // Heap cells, so that a const grid hands out the cells that its owner changes.
+    std::unique_ptr<CGridDefaultCell> m_cellDefault;
+    std::unique_ptr<CGridDefaultCell> m_cellFixedRowDef;
+    std::unique_ptr<CGridDefaultCell> m_cellFixedColDef;
+    std::unique_ptr<CGridDefaultCell> m_cellFixedRowColDef;
+    GridNotifyHandler m_pfnNotify;
+};

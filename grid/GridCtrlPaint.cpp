@@ -1,0 +1,128 @@
+// Painting of the grid: the visible cells, in passes, and the lines between them.
+
+#include "grid/GridCtrl.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <algorithm>
+
+void CGridCtrl::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    painter.setLayoutDirection(Qt::LeftToRight); // the direction of a text is its own
+    const QRect area = event->rect();
+    painter.fillRect(area, ToQColor(m_crGridBkColour));
+    if (m_nRows == 0 || m_nCols == 0)
+        return;
+
+    const Span fixedRows{0, m_nFixedRows - 1};
+    const Span fixedCols{0, m_nFixedCols - 1};
+    const Span rows = VisibleRows(area);
+    const Span cols = VisibleColumns(area);
+    const QRect whole = viewport()->rect();
+
+    DrawCells(painter, fixedRows, fixedCols);
+    painter.setClipRect(whole.adjusted(0, FixedHeight(), 0, 0));
+    DrawCells(painter, rows, fixedCols);
+    painter.setClipRect(whole.adjusted(FixedWidth(), 0, 0, 0));
+    DrawCells(painter, fixedRows, cols);
+    painter.setClipRect(whole.adjusted(FixedWidth(), FixedHeight(), 0, 0));
+    DrawCells(painter, rows, cols);
+    painter.setClipping(false);
+    DrawLines(painter, fixedRows, fixedCols);
+    DrawLines(painter, rows, cols);
+}
+
+CGridCtrl::Span CGridCtrl::VisibleRows(const QRect& area) const {
+    const int scroll = verticalScrollBar()->value();
+    return {m_arRowHeights.IndexAt(std::max(area.top(), FixedHeight()) + scroll),
+            std::min(m_arRowHeights.IndexAt(area.bottom() + scroll), m_nRows - 1)};
+}
+
+CGridCtrl::Span CGridCtrl::VisibleColumns(const QRect& area) const {
+    const int scroll = horizontalScrollBar()->value();
+    const int first = m_arColWidths.IndexAt(std::max(area.left(), FixedWidth()) + scroll);
+    const int last = m_arColWidths.IndexAt(area.right() + scroll);
+    // The last column reaches to the window's edge, so it is there behind the end of all columns.
+    return {std::min(first, m_nCols - 1), std::min(last, m_nCols - 1)};
+}
+
+void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
+    const auto draw = [&](int row, int col) {
+        m_rows[row][col]->Draw(painter, row, col, GetCellRect({row, col}), true);
+    };
+    const int lastCol = m_nCols - 1;
+    for (int row = rows.first; row <= rows.last; ++row) {
+        if (m_arRowHeights.Size(row) == 0)
+            continue;
+        for (int col = cols.first; col <= std::min(cols.last, lastCol - 1); ++col) {
+            if (m_arColWidths.Size(col) > 0)
+                draw(row, col);
+        }
+        // Even where the last column is scrolled out of sight or hidden, the title of a section in
+        // it covers the row; any other cell of it has no width there and draws nothing.
+        if (lastCol >= m_nFixedCols || cols.last == lastCol)
+            draw(row, lastCol);
+    }
+}
+
+void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {
+    const QColor colour = ToQColor(m_crGridLineColour);
+    if (m_nGridLines == GridLines::Horizontal || m_nGridLines == GridLines::Both) {
+        for (int row = rows.first; row <= rows.last; ++row) {
+            if (m_arRowHeights.Size(row) > 0)
+                painter.fillRect(0, GetCellRect({row, 0}).bottom(), viewport()->width(), 1, colour);
+        }
+    }
+    if (m_nGridLines == GridLines::Vertical || m_nGridLines == GridLines::Both) {
+        for (int col = cols.first; col <= std::min(cols.last, m_nCols - 2); ++col) {
+            if (m_arColWidths.Size(col) > 0)
+                painter.fillRect(GetCellRect({0, col}).right(), 0, 1, viewport()->height(), colour);
+        }
+    }
+}
+
+bool CGridCtrl::HasLines() const {
+    return m_nGridLines != GridLines::None && m_nGridLines != GridLines::HeaderMarks;
+}
+
+void CGridCtrl::SetGridBkColor(COLORREF colour) {
+    m_crGridBkColour = colour;
+    Refresh();
+}
+
+void CGridCtrl::SetGridLineColor(COLORREF colour) {
+    m_crGridLineColour = colour;
+    Refresh();
+}
+
+void CGridCtrl::SetImageList(const QList<QIcon>& images, QSize size) {
+    m_ImageList = images;
+    m_sizeImage = size;
+    Refresh();
+}
+
+void CGridCtrl::SetGridLines(int mode) {
+    m_nGridLines = mode;
+    Refresh();
+}
+
+void CGridCtrl::Refresh() {
+    viewport()->update();
+}
+
+void CGridCtrl::RedrawCell(int row, int col) {
+    if (col == m_nCols - 1)
+        RedrawRow(row); // it may be drawn over the whole row
+    else
+        viewport()->update(GetCellRect({row, col}));
+}
+
+void CGridCtrl::RedrawRow(int row) {
+    QRect rect = GetCellRect({row, 0});
+    rect.setLeft(0);
+    rect.setRight(viewport()->width() - 1);
+    if (IsValid({row, 0}))
+        viewport()->update(rect);
+}

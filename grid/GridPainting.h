@@ -1,0 +1,47 @@
+#pragma once
+
+#include "grid/GridTypes.h"
+
+#include <QColor>
+#include <QRect>
+
+class QPainter;
+
+/// Colours of the desktop that the grid draws with where the owner has set none, taken once from
+/// the widget's palette.
+struct GridSystemColours {
+    COLORREF windowText; ///< COLOR_WINDOWTEXT
+    COLORREF window;     ///< COLOR_WINDOW
+    COLORREF face;       ///< COLOR_3DFACE
+    COLORREF shadow;     ///< COLOR_3DSHADOW
+    COLORREF darkShadow; ///< COLOR_3DDKSHADOW
+    COLORREF light;      ///< COLOR_3DHILIGHT
+    COLORREF highlight;  ///< COLOR_HIGHLIGHT
+};
+
+/// The shapes that cells are drawn from. All lengths are logical pixels.
+namespace GridPainting {
+
+/// Fills a rectangle with one line per pixel row: from row t to row b (not included) each channel
+/// of row y is the colour's times sin((y - t) / (b - t) * 3.1415926 - 0.3) * 0.2 + 0.8, truncated.
+void FillShaded(QPainter& painter, const QRect& rect, const QColor& colour);
+
+/// A raised edge on the inside of `rect`; sunken when `top` is the dark one.
+void DrawEdge(QPainter& painter, const QRect& rect, COLORREF top, COLORREF bottom);
+
+/// The mark between two header cells: two vertical ticks at the right edge, darker than the
+/// background.
+void DrawHeaderMarks(QPainter& painter, const QRect& rect, const QColor& background);
+
+/// The width of a sort arrow of a height, with the gap before it.
+[[nodiscard]] int SortArrowRoom(int height);
+
+/// Draws the sort arrow at the right end of `rect`, as high as `lineHeight` where that fits, and
+/// returns what is left of the rectangle.
+[[nodiscard]] QRect DrawSortArrow(QPainter& painter, const QRect& rect, int lineHeight,
+                                  bool ascending, const GridSystemColours& colours);
+
+/// A check box that fills the square `rect`: outlined and ticked in `ink`.
+void DrawCheckBox(QPainter& painter, const QRect& rect, bool checked, const QColor& ink);
+
+} // namespace GridPainting

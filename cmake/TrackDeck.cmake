@@ -37,19 +37,26 @@ function(trackdeck_library name)
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
 endfunction()
 
-# trackdeck_test(name LINK lib... SOURCES file... [LABELS label...])
+# trackdeck_test(name LINK lib... SOURCES file... [LABELS label...] [WIDGETS] [SERIAL])
 #
-# One GoogleTest program per folder; CTest runs each of its tests in a process of its own, so they
-# may run in any order and in parallel. The label "threads" also runs under the thread sanitizer.
+# One GoogleTest program; CTest runs each of its tests in a process of its own, so they may run in
+# any order and in parallel. The label "threads" also runs under the thread sanitizer. WIDGETS gives
+# the tests a QApplication on the offscreen platform; SERIAL lets nothing run beside them.
 function(trackdeck_test name)
-  cmake_parse_arguments(ARG "MOC" "" "LINK;SOURCES;LABELS" ${ARGN})
+  cmake_parse_arguments(ARG "WIDGETS;SERIAL" "" "LINK;SOURCES;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
-  target_link_libraries(${name} PRIVATE ${ARG_LINK} fixtures GTest::gmock)
-  set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
+  if(ARG_WIDGETS)
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} fixtures_widgets fixtures)
+  else()
+    target_link_libraries(${name} PRIVATE ${ARG_LINK} fixtures_main fixtures)
+  endif()
   set(properties TIMEOUT 300 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
   if(ARG_LABELS)
     list(APPEND properties LABELS ${ARG_LABELS})
+  endif()
+  if(ARG_SERIAL)
+    list(APPEND properties RUN_SERIAL ON)
   endif()
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST
     PROPERTIES ${properties})

@@ -23,6 +23,10 @@ public:
     CGridCellBase& operator=(const CGridCellBase&) = delete;
     virtual ~CGridCellBase() = default;
 
+    // All cells share one pool (GridCellPool).
+    static void* operator new(size_t size);
+    static void operator delete(void* cell, size_t size) noexcept;
+
     virtual void SetText(const QString& text) = 0;
     virtual void SetImage(int image) = 0;
     virtual void SetData(qint32 data) = 0;

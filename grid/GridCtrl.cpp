@@ -1,6 +1,7 @@
 #include "grid/GridCtrl.h"
 
 #include "grid/GridCompare.h"
+#include "grid/GridSort.h"
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -34,23 +35,16 @@ GridSystemColours SystemColours(const QPalette& palette) {
     };
 }
 
-std::unique_ptr<CGridDefaultCell> MakeDefaultCell(CGridCtrl* grid, quint32 state) {
-    auto cell = std::make_unique<CGridDefaultCell>();
-    cell->SetGrid(grid);
-    cell->SetState(state);
-    return cell;
-}
-
 } // namespace
 
 CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fixedCols)
     : QAbstractScrollArea(parent)
     , m_crSystem(SystemColours(palette()))
     , m_crGridBkColour(m_crSystem.shadow)
-    , m_cellDefault(MakeDefaultCell(this, 0))
-    , m_cellFixedRowDef(MakeDefaultCell(this, GridState::Fixed | GridState::FixedRow))
-    , m_cellFixedColDef(MakeDefaultCell(this, GridState::Fixed | GridState::FixedCol))
-    , m_cellFixedRowColDef(MakeDefaultCell(this, kFixedBits)) {
+    , m_cellDefault(this, 0)
+    , m_cellFixedRowDef(this, GridState::Fixed | GridState::FixedRow)
+    , m_cellFixedColDef(this, GridState::Fixed | GridState::FixedCol)
+    , m_cellFixedRowColDef(this, kFixedBits) {
     setFrameShape(QFrame::NoFrame);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     SetRowCount(rows);
@@ -174,10 +168,10 @@ CGridCellBase* CGridCtrl::GetCell(int row, int col) const {
     return IsValid({row, col}) ? m_rows[row][col].get() : nullptr;
 }
 
-CGridDefaultCell* CGridCtrl::GetDefaultCell(bool fixedRow, bool fixedCol) const {
+CGridDefaultCell* CGridCtrl::GetDefaultCell(bool fixedRow, bool fixedCol) {
     if (fixedRow)
-        return fixedCol ? m_cellFixedRowColDef.get() : m_cellFixedRowDef.get();
-    return fixedCol ? m_cellFixedColDef.get() : m_cellDefault.get();
+        return fixedCol ? &m_cellFixedRowColDef : &m_cellFixedRowDef;
+    return fixedCol ? &m_cellFixedColDef : &m_cellDefault;
 }
 
 int CGridCtrl::SetItem(const GridItem& item) {
@@ -316,19 +310,19 @@ int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr d
 
     if (!compare)
         compare = m_pfnCompare ? m_pfnCompare : CompareTexts;
-    std::vector<std::pair<const CGridCellBase*, int>> keys;
+    std::vector<GridSortKey> keys;
+    keys.reserve(m_nRows);
     for (int row = low; row <= high; ++row)
-        keys.emplace_back(m_rows[row][col].get(), row);
-    std::stable_sort(keys.begin(), keys.end(), [=](const auto& first, const auto& second) {
-        const int order = compare(first.first, second.first, data);
-        return ascending ? order < 0 : order > 0;
-    });
+        keys.push_back({m_rows[row][col].get(), row});
+    keys = SortKeys(std::move(keys), compare, ascending, data);
 
     std::vector<Row> sorted;
+    sorted.reserve(keys.size());
     std::vector<int> order;
-    for (const auto& [cell, row] : keys) {
-        sorted.push_back(std::move(m_rows[row]));
-        order.push_back(row);
+    order.reserve(keys.size());
+    for (const GridSortKey& key : keys) {
+        sorted.push_back(std::move(m_rows[key.row]));
+        order.push_back(key.row);
     }
     std::move(sorted.begin(), sorted.end(), m_rows.begin() + low);
     m_arRowHeights.Reorder(low, order);

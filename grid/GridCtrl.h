@@ -62,7 +62,7 @@ public:
     int SetCellType(int row, int col, GridCellClass cellClass);
     /// Null outside the grid.
     [[nodiscard]] CGridCellBase* GetCell(int row, int col) const;
-    [[nodiscard]] CGridDefaultCell* GetDefaultCell(bool fixedRow, bool fixedCol) const;
+    [[nodiscard]] CGridDefaultCell* GetDefaultCell(bool fixedRow, bool fixedCol);
     int SetItem(const GridItem& item);
     /// Fills the fields that `item.mask` names with what the cell shows, defaults included.
     int GetItem(GridItem& item) const;
@@ -229,10 +229,9 @@ private:
     COLORREF m_crGridLineColour = 0xC0C0C0;
     QList<QIcon> m_ImageList;
     QSize m_sizeImage{16, 16};
-    // Heap cells, so that a const grid hands out the cells that its owner changes.
-    std::unique_ptr<CGridDefaultCell> m_cellDefault;
-    std::unique_ptr<CGridDefaultCell> m_cellFixedRowDef;
-    std::unique_ptr<CGridDefaultCell> m_cellFixedColDef;
-    std::unique_ptr<CGridDefaultCell> m_cellFixedRowColDef;
+    CGridDefaultCell m_cellDefault;
+    CGridDefaultCell m_cellFixedRowDef;
+    CGridDefaultCell m_cellFixedColDef;
+    CGridDefaultCell m_cellFixedRowColDef;
     GridNotifyHandler m_pfnNotify;
 };

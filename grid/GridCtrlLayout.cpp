@@ -9,9 +9,9 @@
 #include <algorithm>
 
 int CGridCtrl::DefaultRowHeight() const {
-    const int line = std::max(m_cellDefault->GetFontObject().Height(),
+    const int line = std::max(m_cellDefault.GetFontObject().Height(),
                               m_ImageList.isEmpty() ? 0 : m_sizeImage.height());
-    return line + line / 4 + m_cellDefault->GetSize().height();
+    return line + line / 4 + m_cellDefault.GetSize().height();
 }
 
 int CGridCtrl::SetColumnWidth(int col, int width) {
@@ -98,7 +98,7 @@ void CGridCtrl::ResetScrollBars() {
     const int height = std::max(0, viewport()->height() - FixedHeight());
     horizontalScrollBar()->setRange(0, std::max(0, m_arColWidths.Total() - FixedWidth() - width));
     horizontalScrollBar()->setPageStep(width);
-    horizontalScrollBar()->setSingleStep(m_cellDefault->GetFontObject().Height());
+    horizontalScrollBar()->setSingleStep(m_cellDefault.GetFontObject().Height());
     verticalScrollBar()->setRange(0, std::max(0, m_arRowHeights.Total() - FixedHeight() - height));
     verticalScrollBar()->setPageStep(height);
     verticalScrollBar()->setSingleStep(DefaultRowHeight());
@@ -115,8 +115,8 @@ void CGridCtrl::changeEvent(QEvent* event) {
         return;
     const int before = DefaultRowHeight();
     const QFont own = font();
-    for (CGridDefaultCell* cell : {m_cellDefault.get(), m_cellFixedRowDef.get(),
-                                   m_cellFixedColDef.get(), m_cellFixedRowColDef.get()})
+    for (CGridDefaultCell* cell :
+         {&m_cellDefault, &m_cellFixedRowDef, &m_cellFixedColDef, &m_cellFixedRowColDef})
         cell->SetFont(&own);
     m_arRowHeights.ReplaceSize(before, DefaultRowHeight());
     RelayOut();

@@ -5,7 +5,9 @@
 
 #include <QApplication>
 
-CGridDefaultCell::CGridDefaultCell() {
+CGridDefaultCell::CGridDefaultCell(CGridCtrl* grid, quint32 state) {
+    m_pGrid = grid;
+    m_nState = state;
     m_nFormat = DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
     m_Size = QSize(30, 10);
     m_plfFont = std::make_unique<GridFont>(QApplication::font());

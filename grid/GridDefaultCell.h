@@ -10,7 +10,8 @@
 /// repaint the grid.
 class CGridDefaultCell final : public CGridCell {
 public:
-    CGridDefaultCell();
+    /// `state` tells which cells of the grid fall back on it.
+    CGridDefaultCell(CGridCtrl* grid, quint32 state);
 
     void SetFormat(quint32 format) override;
     void SetTextClr(COLORREF colour) override;

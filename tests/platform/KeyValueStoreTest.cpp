@@ -40,7 +40,7 @@ TEST(KeyValueStoreTest, ValuesComeBackAsWritten) {
 
 TEST(KeyValueStoreTest, WrongKindsAreNotThere) {
     const ScratchFolder scratch;
-    const auto store = [&, number = 0](const QByteArray& value) mutable {
+    auto store = [&, number = 0](const QByteArray& value) mutable {
         const QString name = QStringLiteral("%1.ini").arg(++number);
         return KeyValueStore(scratch.Write(name, "[Settings]\nValue=" + value + "\n"));
     };

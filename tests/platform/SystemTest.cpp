@@ -2,6 +2,7 @@
 #include "platform/NamedLock.h"
 #include "platform/Path.h"
 #include "platform/ScratchFolder.h"
+#include "tests/fixtures/Environment.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
@@ -12,14 +13,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <optional>
-
 namespace {
-
-/// Sets an environment variable for the rest of the test's process.
-void SetEnvironment(const char* name, const QString& value) {
-    ASSERT_EQ(::setenv(name, Path::ToBytes(value), 1), 0);
-}
 
 mode_t ModeOf(const QString& path) {
     struct stat status {};
@@ -56,7 +50,7 @@ TEST(NamedLockTest, OneHolderAtATimeAndNoneAfterAKill) {
 
 TEST(ScratchFolderTest, IsMadeEmptyAndPrivate) {
     const ScratchFolder temporary;
-    SetEnvironment("TMPDIR", temporary.Path());
+    const ScopedVariable variable("TMPDIR", temporary.Path());
     const QString name = QStringLiteral("VTD");
     const QString outside = temporary.Write(QStringLiteral("outside/file"), "x");
     temporary.Write(QStringLiteral("VTD/old/file"), "x");
@@ -72,7 +66,7 @@ TEST(ScratchFolderTest, IsMadeEmptyAndPrivate) {
 
 TEST(ScratchFolderTest, LeavesALinkOfThatNameAlone) {
     const ScratchFolder temporary;
-    SetEnvironment("TMPDIR", temporary.Path());
+    const ScopedVariable variable("TMPDIR", temporary.Path());
     const QString outside = temporary.Write(QStringLiteral("outside/file"), "x");
     ASSERT_EQ(::symlink(Path::ToBytes(temporary.File(QStringLiteral("outside"))),
                         Path::ToBytes(temporary.File(QStringLiteral("VTD")))),
@@ -82,6 +76,6 @@ TEST(ScratchFolderTest, LeavesALinkOfThatNameAlone) {
     EXPECT_EQ(MakeScratchFolder(QStringLiteral("VTD")), temporary.File(numbered));
     EXPECT_EQ(ReadFile(outside), "x");
 
-    SetEnvironment("TMPDIR", temporary.File(QStringLiteral("missing")));
+    const ScopedVariable missing("TMPDIR", temporary.File(QStringLiteral("missing")));
     EXPECT_TRUE(MakeScratchFolder(QStringLiteral("VTD")).isEmpty());
 }

@@ -1,0 +1,276 @@
+// Cost of the grid with 100,000 tracks by 9 columns: filling it and fitting the columns, sorting,
+// painting a window of 60 rows, memory; and filling and fitting against a QTableWidget.
+//
+//   bench_grid
+//
+// Runs without a display, on one core. QT_SCALE_FACTOR=2 measures painting at 200 %.
+
+#include "grid/GridCellBar.h"
+#include "grid/GridCellCheck.h"
+#include "grid/GridCellNull.h"
+#include "grid/GridCompare.h"
+#include "grid/GridCtrl.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QPixmap>
+#include <QScrollBar>
+#include <QTableWidget>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <random>
+#include <string>
+
+namespace {
+
+constexpr int kTracks = 100'000;
+constexpr int kColumns = 9;
+constexpr int kFirstTrack = 2; // below the header and the title of the list
+constexpr int kTitle = 1;
+constexpr int kSize = 6;
+
+using Track = std::array<QString, kColumns>;
+
+struct Words {
+    QStringList list;
+    int weight; ///< of 100 titles
+};
+
+/// What a collection is made of: mostly Latin, with other scripts, accents that combine, and
+/// scripts that need a layout.
+const std::vector<Words>& Vocabulary() {
+    static const std::vector<Words> words = {
+        {QStringLiteral("Morning Light Over the Harbour Blue Train Waltz for Debby Night and Day "
+                        "Silent River Stone Autumn Leaves Black Coffee Paper Moon Dancing Ghost "
+                        "Winter Sun Electric Garden Broken Mirror Hotel Avenue Midnight Radio")
+             .split(u' '),
+         80},
+        {QStringLiteral("Für Elise Après un rêve Señorita Åse Dvořák Smörgåsbord Noël Čas Łódź")
+             .split(u' '),
+         10},
+        {QStringLiteral("Подмосковные вечера Калинка Белая ночь Θάλασσα Μίσιρλου").split(u' '), 4},
+        {QStringLiteral("上を向いて歩こう 月亮代表我的心 아리랑 さくら").split(u' '), 3},
+        {QStringLiteral("نسم علينا الهوى הבה נגילה").split(u' '), 2},
+        {QStringLiteral("Cafe\u0301 Re\u0301sume\u0301 \U0001F3B5 Song").split(u' '), 1},
+    };
+    return words;
+}
+
+class Collection {
+public:
+    Collection() {
+        QStringList artists;
+        for (int i = 0; i < 1500; ++i)
+            artists += Phrase(2);
+        QStringList albums;
+        for (int i = 0; i < 8000; ++i)
+            albums += Phrase(3);
+        const QStringList genres =
+            QStringLiteral("Rock Jazz Classical Folk Pop Ambient").split(u' ');
+        m_tracks.reserve(kTracks);
+        for (int i = 0; i < kTracks; ++i) {
+            const int album = Number(albums.size());
+            const int seconds = 60 + Number(500);
+            m_tracks.push_back(
+                {QString(), Phrase(2 + Number(4)), artists[album % artists.size()], albums[album],
+                 genres[album % genres.size()],
+                 QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0')),
+                 QStringLiteral("%1 KB").arg(500 + Number(20'000)),
+                 QString::number(60 + Number(120)), QString()});
+        }
+    }
+
+    [[nodiscard]] const std::vector<Track>& Tracks() const { return m_tracks; }
+
+private:
+    int Number(qsizetype below) { return static_cast<int>(m_random() % below); }
+
+    QString Phrase(int words) {
+        int lot = Number(100);
+        auto kind = Vocabulary().begin();
+        while (lot >= kind->weight)
+            lot -= (kind++)->weight;
+        QStringList phrase;
+        for (int i = 0; i < words; ++i)
+            phrase += kind->list[Number(kind->list.size())];
+        return phrase.join(u' ');
+    }
+
+    std::mt19937 m_random{20'26};
+    std::vector<Track> m_tracks;
+};
+
+double Milliseconds(const std::function<void()>& work) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    return timer.nsecsElapsed() / 1e6;
+}
+
+double Median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+int ResidentMegabytes() {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with("VmRSS:"))
+            return std::stoi(line.substr(6)) / 1024;
+    }
+    return -1;
+}
+
+const QStringList& Headers() {
+    static const QStringList headers =
+        QStringLiteral(",Title,Artist,Album,Genre,Length,Size,BPM,Status").split(u',');
+    return headers;
+}
+
+void Configure(CGridCtrl& grid) {
+    QPixmap note(16, 16);
+    note.fill(Qt::darkCyan);
+    grid.SetImageList({QIcon(note), QIcon(note), QIcon(note), QIcon(note), QIcon(note)});
+    grid.SetGridBkColor(0xF6F6F6);
+    for (const bool row : {false, true}) {
+        for (const bool col : {false, true})
+            grid.GetDefaultCell(row, col)->SetCoords(8, 2);
+    }
+    grid.GetDefaultCell(false, false)->SetBackClr(0xE0FFFF);
+    grid.GetDefaultCell(false, false)->SetSelBackClr(0xDFBE7A);
+    grid.SetFixedColumnSelection(false);
+    grid.SetGridLines(GridLines::HeaderMarks);
+    grid.SetListMode(true);
+}
+
+void FillTitles(CGridCtrl& grid) {
+    GridItem item;
+    item.mask = GridMask::Text | GridMask::BackClr | GridMask::TextClr;
+    item.backClr = 0xF6F6F6;
+    item.textClr = 0;
+    item.row = 0;
+    for (item.col = 0; item.col < kColumns; ++item.col) {
+        item.text = Headers()[item.col];
+        grid.SetItem(item);
+    }
+    item.row = 1;
+    item.backClr = 0xE4E4E4;
+    item.text.clear();
+    for (item.col = 0; item.col < kColumns; ++item.col) {
+        const bool last = item.col == kColumns - 1;
+        grid.SetCellType(1, item.col,
+                         last ? RuntimeClass<CGridCellBar> : RuntimeClass<CGridCellNull>);
+        if (last)
+            item.text = QStringLiteral("My Collection (0/100000)");
+        grid.SetItem(item);
+        grid.SetItemState(1, item.col, GridState::ReadOnly);
+    }
+}
+
+void Fill(CGridCtrl& grid, const std::vector<Track>& tracks) {
+    grid.DeleteAllItems();
+    grid.SetRowCount(kFirstTrack + kTracks);
+    grid.SetColumnCount(kColumns);
+    grid.SetFixedRowCount(1);
+    grid.SetColumnWidth(0, 1);
+    for (int col = 1; col < kColumns; ++col)
+        grid.SetColumnWidth(col, 100);
+    FillTitles(grid);
+
+    GridItem item;
+    item.textClr = 0;
+    for (int i = 0; i < kTracks; ++i) {
+        item.row = kFirstTrack + i;
+        item.backClr = i % 2 ? 0xF4F4F4 : 0xFFFFFF;
+        grid.SetCellType(item.row, 0, RuntimeClass<CGridCellCheck>);
+        static_cast<CGridCellCheck*>(grid.GetCell(item.row, 0))->SetCheck(i % 3 == 0);
+        for (item.col = 0; item.col < kColumns; ++item.col) {
+            item.mask = GridMask::Text | GridMask::BackClr | GridMask::TextClr |
+                        (item.col == kTitle ? GridMask::Image : 0);
+            item.image = 4;
+            item.text = tracks[i][item.col];
+            grid.SetItem(item);
+        }
+    }
+    grid.AutoSizeColumns();
+}
+
+void FillTable(QTableWidget& table, const std::vector<Track>& tracks) {
+    table.setRowCount(0);
+    table.setRowCount(kTracks);
+    table.setColumnCount(kColumns);
+    table.setHorizontalHeaderLabels(Headers());
+    for (int row = 0; row < kTracks; ++row) {
+        for (int col = 0; col < kColumns; ++col)
+            table.setItem(row, col, new QTableWidgetItem(tracks[row][col])); // the table's
+    }
+    table.horizontalHeader()->setResizeContentsPrecision(-1);
+    table.resizeColumnsToContents();
+}
+
+double MeasureSort(CGridCtrl& grid) {
+    std::vector<double> byText;
+    std::vector<double> byNumber;
+    for (int round = 0; round < 5; ++round) {
+        const bool ascending = round % 2 == 0;
+        byText.push_back(
+            Milliseconds([&] { grid.SortItems(CompareTexts, kTitle, ascending, 0, kFirstTrack); }));
+        byNumber.push_back(Milliseconds(
+            [&] { grid.SortItems(CompareNumbers, kSize, ascending, 0, kFirstTrack); }));
+    }
+    std::printf("sort text_ms=%.1f number_ms=%.1f\n", Median(byText), Median(byNumber));
+    return std::max(Median(byText), Median(byNumber));
+}
+
+double MeasurePaint(CGridCtrl& grid) {
+    grid.resize(1200, 0);
+    const int header = grid.GetRowHeight(0);
+    grid.resize(1200, header + 60 * grid.GetRowHeight(kFirstTrack));
+    grid.show();
+    QApplication::processEvents();
+    std::vector<double> paints;
+    for (int round = 0; round < 60; ++round) {
+        grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum() / 60 * round);
+        QApplication::processEvents();
+        paints.push_back(Milliseconds([&] { grid.viewport()->repaint(); }));
+    }
+    return Median(paints);
+}
+
+int Run() {
+    const Collection collection;
+    CGridCtrl grid;
+    Configure(grid);
+    std::vector<double> fills;
+    for (int round = 0; round < 5; ++round)
+        fills.push_back(Milliseconds([&] { Fill(grid, collection.Tracks()); }));
+    const double paint = MeasurePaint(grid);
+    const double sort = MeasureSort(grid);
+    const int resident = ResidentMegabytes();
+
+    QTableWidget table;
+    std::vector<double> tableFills;
+    for (int round = 0; round < 3; ++round)
+        tableFills.push_back(Milliseconds([&] { FillTable(table, collection.Tracks()); }));
+    std::printf("qtablewidget fill_ms=%.0f\n", Median(tableFills));
+
+    const double fill = Median(fills);
+    std::printf("grid rows=%d fill_ms=%.0f sort_ms=%.0f paint_ms=%.2f rss_mb=%d "
+                "ratio_to_qtablewidget=%.3f\n",
+                kTracks, fill, sort, paint, resident, fill / Median(tableFills));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    return Run();
+}

@@ -1,0 +1,217 @@
+#include "library/TrackView.h"
+
+#include "base/Language.h"
+#include "grid/GridCellBar.h"
+#include "grid/GridCellCheck.h"
+#include "grid/GridCtrl.h"
+#include "library/MediaLists.h"
+#include "library/TrackColumns.h"
+#include "platform/Path.h"
+#include "tests/fixtures/Printers.h"
+
+#include <QScrollBar>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Rows: 0 header, 1 title of the collection, 2-4 its tracks, 5 title of All Music, 6-7 its tracks.
+class TrackViewTest : public ::testing::Test {
+protected:
+    TrackViewTest() {
+        SetLanguageFile(QString()); // texts are their own keys
+        m_grid.SetNotifyHandler(
+            [this](const auto& notification) { m_view.OnNotify(notification); });
+        m_playlist.m_bVisible = 0;
+        for (const char* title : {"beta", "gamma", "alpha"})
+            AddTrack(m_collection, title, "/c/");
+        for (const char* title : {"two", "one"})
+            AddTrack(m_all, title, "/a/");
+        m_view.FillGrid();
+        m_grid.resize(800, 400);
+    }
+    ~TrackViewTest() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
+
+    static void AddTrack(CMediaList& list, const char* title, const char* folder) {
+        auto track = std::make_unique<CTrackRecord>();
+        track->m_strTitle = QString::fromLatin1(title);
+        track->m_strPath = QString::fromLatin1(folder) + track->m_strTitle + QStringLiteral(".mp3");
+        list.Append(std::move(track));
+    }
+
+    [[nodiscard]] QString Text(int row, int col) const {
+        return m_grid.GetCell(row, col)->GetText();
+    }
+    [[nodiscard]] QString TitleText(int row) const {
+        return Text(row, m_grid.GetColumnCount() - 1);
+    }
+    [[nodiscard]] bool IsChecked(int row) const {
+        return dynamic_cast<const CGridCellCheck&>(*m_grid.GetCell(row, 0)).GetCheck();
+    }
+    [[nodiscard]] bool IsSelected(int row) const { return m_grid.GetCell(row, 1)->IsSelected(); }
+    [[nodiscard]] QString Titles(int first, int count) const {
+        QStringList titles;
+        for (int row = first; row < first + count; ++row)
+            titles += Text(row, 1);
+        return titles.join(u' ');
+    }
+    void Click(int row, int col, Qt::KeyboardModifiers keys = {}) {
+        QTest::mouseClick(m_grid.viewport(), Qt::LeftButton, keys,
+                          m_grid.GetCellRect({row, col}).center());
+    }
+    void DoubleClick(int row) { m_view.OnNotify({NM_DBLCLK, row, 1}); }
+
+    CMediaLists m_lists;
+    CMediaList& m_playlist = m_lists.Add(QStringLiteral("Playlist"), MEDIA_TYPE_PLAYLIST, 1);
+    CMediaList& m_collection = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
+    CMediaList& m_all = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
+    CGridCtrl m_grid;
+    CTrackView m_view{m_lists, m_grid};
+};
+
+} // namespace
+
+TEST_F(TrackViewTest, ListsBecomeSections) {
+    EXPECT_EQ(m_grid.GetRowCount(), 8);
+    EXPECT_EQ(m_grid.GetColumnCount(), 9);
+    EXPECT_EQ(Text(0, 1), QStringLiteral("IDS_FEILD_TITLE"));
+    EXPECT_EQ(Text(0, 8), QStringLiteral("IDS_FEILD_STATUS"));
+    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (0/3)"));
+    EXPECT_EQ(m_collection.m_iTitleRow, 1);
+    EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha"));
+    EXPECT_EQ(m_all[1]->m_iRow, 7);
+    EXPECT_TRUE(m_grid.GetCell(1, 0)->IsReadOnly());
+    EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowEven);
+    EXPECT_EQ(m_grid.GetCell(3, 1)->GetBackClr(), m_collection.m_crRowOdd);
+    EXPECT_EQ(m_grid.GetCell(2, 1)->GetImage(), 4);
+
+    m_collection[0]->m_strPath = QStringLiteral("/c/list.M3U");
+    m_collection[0]->m_strTitle = Path::FromBytes("odd \xE9");
+    m_collection[1]->m_bPlaying = 1;
+    m_view.SetColumns(0x10000);
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetColumnCount(), 3) << "the title can't go";
+    EXPECT_EQ(m_grid.GetCell(2, 1)->GetImage(), 5);
+    EXPECT_EQ(Text(2, 1), QStringLiteral(u"odd \uFFFD"));
+    EXPECT_EQ(m_grid.GetCell(3, 2)->GetBackClr(), m_collection.m_crRowPlaying);
+    EXPECT_EQ(m_view.GetColumns(), 0x10001u);
+}
+
+TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
+    Click(3, 0);
+    EXPECT_EQ(m_collection[1]->m_bChecked, 1);
+    EXPECT_TRUE(IsChecked(3));
+    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+    EXPECT_EQ(m_grid.GetCell(1, 0)->GetBackClr(), m_collection.m_crTitleActive);
+    EXPECT_EQ(m_view.GetCurrentIndex(), 1);
+
+    Click(6, 2);
+    EXPECT_EQ(m_all[0]->m_bChecked, 0) << "only the first column checks";
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
+    EXPECT_EQ(m_view.GetCurrentList(), &m_all);
+    EXPECT_EQ(m_collection[1]->m_bRowSelected, 0);
+    EXPECT_FALSE(IsSelected(3));
+    EXPECT_TRUE(IsSelected(6));
+    EXPECT_EQ(m_grid.GetCell(1, 0)->GetBackClr(), m_collection.m_crTitle);
+
+    Click(1, 2);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+    EXPECT_EQ(m_all[0]->m_bRowSelected, 0);
+    Click(3, 0);
+    EXPECT_FALSE(IsChecked(3));
+}
+
+TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
+    Click(0, 1);
+    EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha")) << "no list is active";
+    Click(5, 1);
+    Click(0, 1);
+    EXPECT_EQ(Titles(6, 2), QStringLiteral("one two"));
+    EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha"));
+    EXPECT_EQ(m_all.m_bModified, 1);
+    Click(0, 1);
+    EXPECT_EQ(Titles(6, 2), QStringLiteral("two one"));
+
+    Click(7, 0);
+    Click(0, 0);
+    EXPECT_EQ(Titles(6, 2), QStringLiteral("two one")) << "ascending: unchecked first";
+    Click(0, 0);
+    EXPECT_EQ(Titles(6, 2), QStringLiteral("one two"));
+    EXPECT_TRUE(IsSelected(6)) << "a rebuild selects the row again";
+    m_view.OnNotify({NM_CLICK, 0, 99});
+    m_view.OnNotify({NM_CLICK, -1, -1});
+}
+
+TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
+    m_grid.resize(300, 100);
+    m_grid.show();
+    m_grid.verticalScrollBar()->setValue(10);
+    DoubleClick(5);
+    EXPECT_EQ(m_all.m_bExpanded, 0);
+    EXPECT_EQ(m_grid.GetRowCount(), 6);
+    EXPECT_EQ(m_grid.verticalScrollBar()->value(), 10);
+    EXPECT_EQ(m_lists.GetActiveList(), nullptr);
+    DoubleClick(1);
+    EXPECT_EQ(m_grid.GetRowCount(), 3);
+    DoubleClick(2);
+    EXPECT_EQ(m_grid.GetRowCount(), 5);
+    m_all.ClearAll();
+    m_view.FillGrid();
+    DoubleClick(2);
+    EXPECT_EQ(m_all.m_bExpanded, 1) << "an empty section stays as it is";
+}
+
+TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
+    m_all[1]->m_strArtist = QStringLiteral("New");
+    m_view.RefreshRows(1, &m_all, 1);
+    EXPECT_EQ(Text(7, 2), QStringLiteral("New"));
+    m_view.SetTrackStatus(QStringLiteral("/C/GAMMA.mp3"), QStringLiteral("Copying"));
+    EXPECT_EQ(Text(3, 8), QStringLiteral("Copying"));
+    EXPECT_TRUE(Text(6, 8).isEmpty());
+
+    // What is not on screen is passed over.
+    m_all.m_bExpanded = 0;
+    m_view.FillGrid();
+    m_view.RefreshRows(1, &m_all, 0);
+    m_view.RefreshRows(1, &m_all, 2);
+    m_view.RefreshRows(1, &m_all, -2);
+    m_view.RefreshRows(1, &m_playlist, -1);
+    m_view.RefreshRows(1, nullptr, 0);
+    EXPECT_EQ(TitleText(5), QStringLiteral("All (0/2)"));
+}
+
+TEST_F(TrackViewTest, ExclusiveViewHasNoTitles) {
+    AddTrack(m_playlist, "song", "/p/");
+    m_playlist.m_bExpanded = 0;
+    g_bPlaylistOnly = 1;
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetRowCount(), 2);
+    EXPECT_EQ(Titles(1, 1), QStringLiteral("song"));
+    EXPECT_EQ(m_playlist.m_bExpanded, 1);
+    Click(1, 0);
+    EXPECT_EQ(m_playlist[0]->m_bChecked, 1);
+    EXPECT_TRUE(IsChecked(1));
+    m_view.RefreshRows(1, &m_playlist, -1);
+    EXPECT_EQ(Titles(1, 1), QStringLiteral("song")) << "there is no title to write";
+}
+
+TEST_F(TrackViewTest, ActivatedListComesIntoSight) {
+    for (int i = 0; i < 50; ++i) {
+        AddTrack(m_collection, "more", "/c/");
+        AddTrack(m_all, "more", "/a/");
+    }
+    m_grid.show();
+    m_view.FillGrid();
+    m_view.ActivateList(MEDIA_TYPE_ALL);
+    m_view.ScrollToList(MEDIA_TYPE_ALL);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
+    EXPECT_EQ(m_grid.GetCellRect({m_all.m_iTitleRow, 0}).top(),
+              m_grid.GetCellRect({0, 0}).bottom() + 1);
+
+    g_bSelectionOnly = 1;
+    m_view.ActivateList(MEDIA_TYPE_COLLECTION);
+    EXPECT_EQ(g_bSelectionOnly, 0);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+    EXPECT_EQ(m_all.m_bActive, 0);
+}

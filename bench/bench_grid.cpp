@@ -133,9 +133,13 @@ const QStringList& Headers() {
 }
 
 void Configure(CGridCtrl& grid) {
-    QPixmap note(16, 16);
-    note.fill(Qt::darkCyan);
-    grid.SetImageList({QIcon(note), QIcon(note), QIcon(note), QIcon(note), QIcon(note)});
+    QIcon note;
+    for (const int side : {16, 32}) {
+        QPixmap picture(side, side);
+        picture.fill(QColor(0, 128, 128, 160));
+        note.addPixmap(picture);
+    }
+    grid.SetImageList({note, note, note, note, note});
     grid.SetGridBkColor(0xF6F6F6);
     for (const bool row : {false, true}) {
         for (const bool col : {false, true})

@@ -84,6 +84,7 @@ void MakeHome() {
     ::setenv("HOME", home.c_str(), 1);
     ::setenv("TMPDIR", (home + "/tmp").c_str(), 1);
     ::setenv("XDG_CONFIG_HOME", (home + "/config").c_str(), 1);
+    ::setenv("XDG_RUNTIME_DIR", (home + "/tmp").c_str(), 0);
     if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY"))
         ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
 }

@@ -20,6 +20,11 @@ if(TRACKDECK_SANITIZE)
   add_link_options(-fsanitize=${sanitizers})
 endif()
 
+option(TRACKDECK_FUZZ "Build the fuzz targets, with clang" OFF)
+if(TRACKDECK_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 option(TRACKDECK_COVERAGE "Build for gcov" OFF)
 if(TRACKDECK_COVERAGE)
   add_compile_options(--coverage)

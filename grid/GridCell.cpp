@@ -5,6 +5,7 @@
 #include "grid/GridPainting.h"
 
 #include <QIcon>
+#include <QStyle>
 
 namespace {
 
@@ -73,13 +74,17 @@ bool CGridCell::HasImage() const {
     return m_nImage >= 0 && m_nImage < m_pGrid->GetImageList().size();
 }
 
+bool CGridCell::HasHeaderMarks() const {
+    return IsFixed() && m_pGrid->GetGridLines() == GridLines::HeaderMarks;
+}
+
 QSize CGridCell::GetTextExtent(const QString& text) const {
     const GridFont& font = GetFontObject();
     return QSize(font.Measure(text).width, font.Height());
 }
 
 int CGridCell::ContentWidth() const {
-    int width = m_strText.isEmpty() ? 0 : GetFontObject().Measure(m_strText).width;
+    int width = GetTextExtent(m_strText).width();
     if (HasImage())
         width += m_pGrid->GetImageSize().width() + kImageGap;
     return width;
@@ -91,14 +96,16 @@ QSize CGridCell::GetCellExtent() const {
     int line = GetFontObject().Height();
     if (HasImage())
         line = std::max(line, m_pGrid->GetImageSize().height());
-    return GetSize() + QSize(ContentWidth(), line + line / 4);
+    const int marks = HasHeaderMarks() ? GridPainting::kHeaderMarksRoom : 0;
+    return GetSize() + QSize(ContentWidth() + marks, line + line / 4);
 }
 
 QRect CGridCell::WithoutMargins(const QRect& rect) const {
     const QSize room = GetSize();
     const int left = room.width() / 2;
     const int top = room.height() / 2;
-    return rect.adjusted(left, top, left - room.width(), top - room.height());
+    const int marks = HasHeaderMarks() ? GridPainting::kHeaderMarksRoom : 0;
+    return rect.adjusted(left, top, left - room.width() - marks, top - room.height());
 }
 
 bool CGridCell::Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) {
@@ -139,7 +146,7 @@ void CGridCell::FillBackground(QPainter& painter, const QRect& rect, const QColo
 void CGridCell::DrawFixedEdges(QPainter& painter, CCellID cell, const QRect& rect,
                                const QColor& background) const {
     const GridSystemColours& colours = m_pGrid->GetSystemColours();
-    if (m_pGrid->GetGridLines() == GridLines::HeaderMarks)
+    if (HasHeaderMarks())
         GridPainting::DrawHeaderMarks(painter, rect, background);
     else if (m_pGrid->IsHeldDown(cell) && m_pGrid->HasLines())
         GridPainting::DrawEdge(painter, rect, colours.darkShadow, colours.light);
@@ -165,10 +172,16 @@ void CGridCell::DrawText(QPainter& painter, const QRect& rect) const {
         return;
     const quint32 format = GetFormat();
     const GridFont& font = GetFontObject();
-    const GridFont::TextSize size = font.Measure(m_strText);
+    GridFont::TextSize size = font.Measure(m_strText);
+    const QFont& drawn = font.FontFor(size);
     QString text = GridFont::OneLine(m_strText);
-    if (size.width > rect.width() && (format & DT_END_ELLIPSIS))
-        text = QFontMetricsF(font.FontFor(size)).elidedText(text, Qt::ElideRight, rect.width());
-    painter.setFont(font.FontFor(size));
-    painter.drawText(rect, static_cast<int>(AlignmentOf(format)) | Qt::TextSingleLine, text);
+    if (size.width > rect.width() && (format & DT_END_ELLIPSIS)) {
+        text = QFontMetricsF(drawn).elidedText(text, Qt::ElideRight, rect.width());
+        size.width = rect.width();
+    }
+    // To a point, not into a rectangle, which would take a layout in lines: three times the work.
+    const QRect line = QStyle::alignedRect(Qt::LeftToRight, AlignmentOf(format),
+                                           QSize(size.width, font.Height()), rect);
+    painter.setFont(drawn);
+    painter.drawText(line.left(), line.top() + font.Ascent(), text);
 }

@@ -7,7 +7,8 @@
 /// A cell of text with an image before it.
 ///
 /// Its own four colours, format, font and size may be unset; the default cell's count then.
-/// The cell's width is: left margin, image and a gap (where it has one), text, right margin.
+/// The cell's width is: left margin, image and a gap (where it has one), text, right margin, and
+/// the room of the marks between header cells.
 /// Its height is the higher of text line and image, a quarter of that as air, and the margins.
 class CGridCell : public CGridCellBase {
 public:
@@ -77,4 +78,5 @@ private:
     void DrawText(QPainter& painter, const QRect& rect) const;
     [[nodiscard]] QRect WithoutMargins(const QRect& rect) const;
     [[nodiscard]] bool HasImage() const;
+    [[nodiscard]] bool HasHeaderMarks() const;
 };

@@ -75,6 +75,9 @@ public:
     /// Leaves pen, brush and font of the painter changed.
     virtual bool Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) = 0;
 
+    /// Whether Draw covers its whole rectangle; where not, the grid's background is painted first.
+    [[nodiscard]] virtual bool IsOpaque() const { return true; }
+
     /// Width and height of `text` in the cell's font, on one line.
     [[nodiscard]] virtual QSize GetTextExtent(const QString& text) const = 0;
 

@@ -6,4 +6,5 @@
 class CGridCellNull final : public CGridCell {
 public:
     bool Draw(QPainter&, int, int, QRect, bool) override { return true; }
+    [[nodiscard]] bool IsOpaque() const override { return false; }
 };

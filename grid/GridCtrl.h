@@ -187,6 +187,7 @@ private:
     void RelayOut();
 
     // GridCtrlPaint.cpp
+    [[nodiscard]] QRect CellArea() const;
     [[nodiscard]] Span VisibleRows(const QRect& area) const;
     [[nodiscard]] Span VisibleColumns(const QRect& area) const;
     void DrawCells(QPainter& painter, Span rows, Span cols) const;

@@ -12,7 +12,8 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
     painter.setLayoutDirection(Qt::LeftToRight); // the direction of a text is its own
     const QRect area = event->rect();
-    painter.fillRect(area, ToQColor(m_crGridBkColour));
+    for (const QRect& beside : QRegion(area) - CellArea())
+        painter.fillRect(beside, ToQColor(m_crGridBkColour));
     if (m_nRows == 0 || m_nCols == 0)
         return;
 
@@ -22,9 +23,11 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     const Span cols = VisibleColumns(area);
     const QRect whole = viewport()->rect();
 
-    DrawCells(painter, fixedRows, fixedCols);
-    painter.setClipRect(whole.adjusted(0, FixedHeight(), 0, 0));
-    DrawCells(painter, rows, fixedCols);
+    if (m_nFixedCols > 0) {
+        DrawCells(painter, fixedRows, fixedCols);
+        painter.setClipRect(whole.adjusted(0, FixedHeight(), 0, 0));
+        DrawCells(painter, rows, fixedCols);
+    }
     painter.setClipRect(whole.adjusted(FixedWidth(), 0, 0, 0));
     DrawCells(painter, fixedRows, cols);
     painter.setClipRect(whole.adjusted(FixedWidth(), FixedHeight(), 0, 0));
@@ -32,6 +35,16 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     painter.setClipping(false);
     DrawLines(painter, fixedRows, fixedCols);
     DrawLines(painter, rows, cols);
+}
+
+QRect CGridCtrl::CellArea() const {
+    if (m_nRows == 0 || m_nCols == 0)
+        return {};
+    const QRect last = GetCellRect({m_nRows - 1, m_nCols - 1});
+    const int right = GetColumnWidth(m_nCols - 1) > 0
+                          ? viewport()->width()
+                          : m_arColWidths.Total() - horizontalScrollBar()->value();
+    return QRect(0, 0, right, last.bottom() + 1);
 }
 
 CGridCtrl::Span CGridCtrl::VisibleRows(const QRect& area) const {
@@ -50,7 +63,11 @@ CGridCtrl::Span CGridCtrl::VisibleColumns(const QRect& area) const {
 
 void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
     const auto draw = [&](int row, int col) {
-        m_rows[row][col]->Draw(painter, row, col, GetCellRect({row, col}), true);
+        CGridCellBase& cell = *m_rows[row][col];
+        const QRect rect = GetCellRect({row, col});
+        if (!cell.IsOpaque())
+            painter.fillRect(rect, ToQColor(m_crGridBkColour));
+        cell.Draw(painter, row, col, rect, true);
     };
     const int lastCol = m_nCols - 1;
     for (int row = rows.first; row <= rows.last; ++row) {
@@ -62,7 +79,7 @@ void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
         }
         // Even where the last column is scrolled out of sight or hidden, the title of a section in
         // it covers the row; any other cell of it has no width there and draws nothing.
-        if (lastCol >= m_nFixedCols || cols.last == lastCol)
+        if ((cols.first < m_nFixedCols) == (lastCol < m_nFixedCols))
             draw(row, lastCol);
     }
 }
@@ -78,7 +95,8 @@ void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {
     if (m_nGridLines == GridLines::Vertical || m_nGridLines == GridLines::Both) {
         for (int col = cols.first; col <= std::min(cols.last, m_nCols - 2); ++col) {
             if (m_arColWidths.Size(col) > 0)
-                painter.fillRect(GetCellRect({0, col}).right(), 0, 1, viewport()->height(), colour);
+                painter.fillRect(GetCellRect({0, col}).right(), 0, 1, CellArea().bottom() + 1,
+                                 colour);
         }
     }
 }

@@ -81,6 +81,7 @@ GridFont::GridFont(const QFont& font)
     , m_metricsShaped(m_fontShaped)
     , m_metricsPlain(m_fontPlain)
     , m_nHeight(static_cast<int>(std::ceil(m_metricsPlain.height())))
+    , m_nAscent(static_cast<int>(std::ceil(m_metricsPlain.ascent())))
     , m_latin(AdvancesFor(QChar(u'x'))) {}
 
 GridFont::TextSize GridFont::Measure(const QString& text) const {

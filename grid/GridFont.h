@@ -30,6 +30,9 @@ public:
 
     [[nodiscard]] int Height() const { return m_nHeight; }
 
+    /// From the top of the line to the base line.
+    [[nodiscard]] int Ascent() const { return m_nAscent; }
+
     struct TextSize {
         int width;   ///< whole pixels that show the text without ellipsis
         bool shaped; ///< the text needs shaping
@@ -65,6 +68,7 @@ private:
     QFontMetricsF m_metricsShaped;
     QFontMetricsF m_metricsPlain;
     int m_nHeight;
+    int m_nAscent;
     mutable std::map<QChar::Script, Advances> m_runs;
     Advances& m_latin; ///< the entry of m_runs that nearly every text begins with
 };

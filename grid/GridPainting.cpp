@@ -1,10 +1,35 @@
 #include "grid/GridPainting.h"
 
 #include <QPainter>
-#include <QPainterPath>
+#include <QPixmap>
+#include <QPixmapCache>
 
 #include <algorithm>
 #include <cmath>
+
+namespace {
+
+QPixmap CheckBox(int side, qreal ratio, bool checked, const QColor& ink) {
+    QPixmap box((QSizeF(side, side) * ratio).toSize());
+    box.setDevicePixelRatio(ratio);
+    box.fill(Qt::transparent);
+    QPainter painter(&box);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QColor outline = ink;
+    outline.setAlphaF(checked ? 0.75 : 0.5);
+    painter.setPen(QPen(outline, 1));
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(QRectF(0.5, 0.5, side - 1, side - 1), 2, 2);
+    if (checked) {
+        const QPointF tick[] = {QPointF(0.25, 0.52) * side, QPointF(0.43, 0.70) * side,
+                                QPointF(0.76, 0.30) * side};
+        painter.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(tick, 3);
+    }
+    return box;
+}
+
+} // namespace
 
 namespace GridPainting {
 
@@ -66,21 +91,19 @@ QRect DrawSortArrow(QPainter& painter, const QRect& rect, int lineHeight, bool a
 }
 
 void DrawCheckBox(QPainter& painter, const QRect& rect, bool checked, const QColor& ink) {
-    const qreal side = rect.width();
-    painter.setRenderHint(QPainter::Antialiasing);
-    QColor outline = ink;
-    outline.setAlphaF(checked ? 0.75 : 0.5);
-    painter.setPen(QPen(outline, 1));
-    painter.setBrush(Qt::white);
-    painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
-    if (checked) {
-        const QPointF tick[] = {rect.topLeft() + QPointF(side * 0.25, side * 0.52),
-                                rect.topLeft() + QPointF(side * 0.43, side * 0.70),
-                                rect.topLeft() + QPointF(side * 0.76, side * 0.30)};
-        painter.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.drawPolyline(tick, 3);
+    // Curves are dear, and a window shows one box per row.
+    const qreal ratio = painter.device()->devicePixelRatio();
+    const QString key = QStringLiteral("grid check box %1 %2 %3 %4")
+                            .arg(rect.width())
+                            .arg(ratio)
+                            .arg(checked)
+                            .arg(ink.rgb());
+    QPixmap box;
+    if (!QPixmapCache::find(key, &box)) {
+        box = CheckBox(rect.width(), ratio, checked, ink);
+        QPixmapCache::insert(key, box);
     }
-    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.drawPixmap(rect.topLeft(), box);
 }
 
 } // namespace GridPainting

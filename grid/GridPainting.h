@@ -29,6 +29,9 @@ void FillShaded(QPainter& painter, const QRect& rect, const QColor& colour);
 /// A raised edge on the inside of `rect`; sunken when `top` is the dark one.
 void DrawEdge(QPainter& painter, const QRect& rect, COLORREF top, COLORREF bottom);
 
+/// What the marks of a header cell take at its right edge.
+inline constexpr int kHeaderMarksRoom = 4;
+
 /// The mark between two header cells: two vertical ticks at the right edge, darker than the
 /// background.
 void DrawHeaderMarks(QPainter& painter, const QRect& rect, const QColor& background);

@@ -18,7 +18,7 @@
 namespace {
 
 constexpr const char* kAccessList = "system.posix_acl_access";
-constexpr std::uint64_t kBlock = 256 * 1024;
+constexpr std::uint64_t kBlock = 256ULL * 1024;
 
 bool CopyByHand(int from, std::uint64_t begin, std::uint64_t size, int to) {
     while (size > 0) {

@@ -90,8 +90,7 @@ QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t size) {
 
 bool WriteAll(int file, QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
-        const ssize_t written =
-            ::write(file, bytes.data(), static_cast<std::size_t>(bytes.size()));
+        const ssize_t written = ::write(file, bytes.data(), static_cast<std::size_t>(bytes.size()));
         if (written < 0 && errno == EINTR)
             continue;
         if (written <= 0)

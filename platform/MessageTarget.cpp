@@ -145,12 +145,16 @@ void MessageTarget::SetHeld(bool held) {
 }
 
 bool MessageTarget::event(QEvent* event) {
-    if (event->type() != kWakeEvent)
-        return QObject::event(event);
+    bool woken = false;
     {
+        // A sender made the wake event: under the lock, what it wrote is seen.
         const std::lock_guard lock(m_address.m_mailbox->mutex);
-        m_address.m_mailbox->wakePending = false;
+        woken = event->type() == kWakeEvent;
+        if (woken)
+            m_address.m_mailbox->wakePending = false;
     }
+    if (!woken)
+        return QObject::event(event);
     if (m_iPauseTimer == 0)
         DeliverQueued();
     return true;

@@ -18,7 +18,7 @@ constexpr qsizetype kMaxId3Text = 30;
 /// The text of each field as its frame has it; nothing where there is no frame or no text.
 using Id3Texts = std::array<std::optional<QString>, kId3FieldCount>;
 
-/// Frame identifier of a field in ID3v2.`version`.
+/// Frame identifier of a field in ID3v2.`version`, 2 to 4.
 [[nodiscard]] QByteArrayView Id3FrameId(Id3Field field, int version);
 
 /// Keeps what the texts are read from: the beginning of the frames of all fields, and of the two

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr std::uint64_t kId3v1 = 128;
-constexpr std::uint64_t kSoundHead = 64 * 1024;
+constexpr std::uint64_t kSoundHead = 64ULL * 1024;
 
 /// The length of the ADTS frame at the head of `bytes` (ISO/IEC 13818-7, 6.2); 0 if there is none.
 qsizetype AdtsFrameLength(QByteArrayView bytes) {
@@ -64,8 +64,9 @@ std::optional<Id3File> OpenId3File(const QString& path, Id3FrameFilter keep) {
     opened.tag = ReadId3v2Tag(opened.file.Get(), opened.size, keep);
     if (opened.size >= opened.tag.size + kId3v1) {
         opened.id3v1 = ReadAt(opened.file.Get(), opened.size - kId3v1, kId3v1);
-        if (opened.id3v1.size() != static_cast<qsizetype>(kId3v1) ||
-            !opened.id3v1.startsWith("TAG"))
+        if (opened.id3v1.size() != static_cast<qsizetype>(kId3v1))
+            return std::nullopt;
+        if (!opened.id3v1.startsWith("TAG"))
             opened.id3v1.clear();
     }
     return opened;

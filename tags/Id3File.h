@@ -26,5 +26,5 @@ struct Id3File {
 };
 
 /// Opens a file and reads its tags, keeping the frames that `keep` says. Nothing if it can't be
-/// opened or is no regular file.
+/// opened or read, or is no regular file.
 [[nodiscard]] std::optional<Id3File> OpenId3File(const QString& path, Id3FrameFilter keep);

@@ -11,8 +11,8 @@
 /// written bit for bit, and the sound; padding, extended header and footer go. A frame whose text
 /// reads as the text to be written stays as it is, so that cutting a long text on reading does not
 /// shorten it in the file. The libraries make the new frames; the file is put together here,
-/// because both rewrite frames that they were not asked to (id3lib drops flags and converts old
-/// versions, TagLib drops flags and empty frames).
+/// because both rewrite or lose frames that they were not asked to touch (id3lib: flags, 16-bit
+/// texts, unknown frames of ID3v2.2; TagLib: flags).
 ///
 /// What is not understood whole is not written: a tag with damage or of an unknown version, a
 /// compressed or encrypted frame of ours, a file without MPEG or ADTS sound at its head. Nor is a

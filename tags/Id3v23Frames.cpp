@@ -45,6 +45,8 @@ void AddFrame(const Id3v2Tag& from, QByteArrayView id, QByteArrayView newId, Id3
 
 /// The frames that matter to the texts as an ID3v2.3 tag; empty if there are none.
 QByteArray SmallTag(const Id3v2Tag& tag) {
+    if (tag.version == 0)
+        return {};
     Id3v2Tag small;
     small.version = 3;
     for (std::size_t i = 0; i < kId3FieldCount; ++i) {

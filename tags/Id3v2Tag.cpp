@@ -6,6 +6,7 @@
 #include <array>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -108,7 +109,7 @@ private:
             m_bufferBegin = m_position;
             m_bufferSize = got > 0 ? static_cast<std::size_t>(got) : 0;
         }
-        const std::size_t offset = static_cast<std::size_t>(m_position - m_bufferBegin);
+        const auto offset = static_cast<std::size_t>(m_position - m_bufferBegin);
         const std::uint64_t size = std::min<std::uint64_t>(m_bufferSize - offset, Left());
         return {m_buffer.data() + offset, static_cast<std::size_t>(size)};
     }
@@ -122,7 +123,7 @@ private:
                 ++m_position;
                 continue;
             }
-            std::size_t run = static_cast<std::size_t>(std::min<std::uint64_t>(size, count));
+            auto run = static_cast<std::size_t>(std::min<std::uint64_t>(size, count));
             if (m_bUnsync) {
                 if (const void* ff = std::memchr(bytes, 0xFF, run)) {
                     run = static_cast<std::size_t>(static_cast<const char*>(ff) - bytes) + 1;
@@ -144,7 +145,7 @@ private:
     bool m_bAfterFF = false;
     std::uint64_t m_bufferBegin = 0;
     std::size_t m_bufferSize = 0;
-    std::array<char, 16 * 1024> m_buffer; // uninitialised on purpose: it is filled before use
+    std::array<char, 16384> m_buffer; // uninitialised on purpose: it is filled before use
 };
 
 /// Whether a frame, padding or the end of the tag stands at `position`.
@@ -189,8 +190,12 @@ bool ReadFrame(BodyReader& reader, Id3FrameFilter keep, Id3v2Tag& tag) {
     std::array<char, 10> header{};
     if (reader.Left() == 0)
         return false;
-    if (!reader.Read(header.data(), 1) || header[0] == '\0') {
-        tag.whole = header[0] == '\0' && (keep != KeepAllFrames || OnlyPaddingLeft(reader));
+    if (!reader.Read(header.data(), 1)) {
+        tag.whole = reader.Left() == 0;
+        return false;
+    }
+    if (header[0] == '\0') {
+        tag.whole = keep != KeepAllFrames || OnlyPaddingLeft(reader);
         return false;
     }
     tag.whole = false;
@@ -244,10 +249,14 @@ Id3v2Tag ReadId3v2Tag(int file, std::uint64_t fileSize, Id3FrameFilter keep) {
     Id3v2Tag tag;
     BodyReader reader(file, fileSize);
     std::array<char, kTagHeader> header{};
-    if (!reader.Read(header.data(), header.size()) || std::memcmp(header.data(), "ID3", 3) != 0)
+    if (!reader.Read(header.data(), header.size())) {
+        tag.whole = fileSize < header.size();
+        return tag;
+    }
+    if (std::memcmp(header.data(), "ID3", 3) != 0)
         return tag;
     const std::optional<std::uint32_t> size = SyncSafe(header.data() + 6);
-    const int version = header[3];
+    const int version = static_cast<unsigned char>(header[3]);
     const auto flags = static_cast<unsigned char>(header[5]);
     tag.whole = false;
     if (!size || version < 2 || version > 4 || (version == 2 && flags & kExtendedHeader))

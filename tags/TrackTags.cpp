@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::uint64_t kMaxPicture = 64 * 1024 * 1024;
+constexpr std::uint64_t kMaxPicture = 64ULL * 1024 * 1024;
 
 /// The tag format of a kind of file; an operation that it lacks is null.
 struct TagFormat {

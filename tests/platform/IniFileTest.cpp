@@ -7,6 +7,12 @@
 
 namespace {
 
+/// The bytes of a literal, zeros included.
+template <std::size_t N>
+QByteArray Bytes(const char (&literal)[N]) {
+    return QByteArray(literal, N - 1);
+}
+
 QString Ask(const QByteArray& file, QStringView key, qsizetype maxLength = 1023) {
     const ScratchFolder scratch;
     const IniFile ini(scratch.Write(QStringLiteral("a.ini"), file));
@@ -39,18 +45,16 @@ TEST(IniFileTest, AnswersAsThePrivateProfileRoutines) {
         {"no equals sign", "[TrackDeck]\nkey\n", QStringLiteral("fallback")},
         {"equals sign in the value", "[TrackDeck]\nkey=a=b\n", QStringLiteral("a=b")},
         {"comment", "[TrackDeck]\n;key=no\nkey=yes\n", QStringLiteral("yes")},
-        {"section after rubbish", QByteArray("\0\xFF rubbish\n[TrackDeck]\nkey=value\n", 37),
+        {"section after rubbish", Bytes("\0\xFF rubbish\n[TrackDeck]\nkey=value\n"),
          QStringLiteral("value")},
         {"UTF-8",
          "[TrackDeck]\nkey=Gr\xC3\xBC\xC3\x9F"
          "e\n",
          QStringLiteral(u"Gr\u00FC\u00DFe")},
         {"UTF-8 mark", "\xEF\xBB\xBF[TrackDeck]\nkey=value\n", QStringLiteral("value")},
-        {"UTF-16 LE mark",
-         QByteArray("\xFF\xFE[\0T\0r\0a\0c\0k\0D\0e\0c\0k\0]\0\n\0k\0e\0y\0=\0\xFC\0", 36),
+        {"UTF-16 LE mark", Bytes("\xFF\xFE[\0T\0r\0a\0c\0k\0D\0e\0c\0k\0]\0\n\0k\0e\0y\0=\0\xFC\0"),
          QStringLiteral(u"\u00FC")},
-        {"UTF-16 BE mark",
-         QByteArray("\xFE\xFF\0[\0T\0r\0a\0c\0k\0D\0e\0c\0k\0]\0\n\0k\0e\0y\0=\0\xFC", 36),
+        {"UTF-16 BE mark", Bytes("\xFE\xFF\0[\0T\0r\0a\0c\0k\0D\0e\0c\0k\0]\0\n\0k\0e\0y\0=\0\xFC"),
          QStringLiteral(u"\u00FC")},
         {"empty file", "", QStringLiteral("fallback")},
     };

@@ -1,0 +1,150 @@
+#include "platform/Files.h"
+#include "tags/TrackTags.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/tags/TagBytes.h"
+
+#include <gtest/gtest.h>
+
+#include <signal.h>
+#include <sys/ptrace.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <functional>
+
+namespace {
+
+// How a child process tells the result of its work; a sanitizer that misses a call ends it with 1.
+constexpr int kDone = 10;
+constexpr int kFailed = 11;
+
+/// Runs `work` in a child process; the parent goes on with its number.
+pid_t Fork(const std::function<int()>& work) {
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(work() == 0 ? kDone : kFailed);
+    return child;
+}
+
+int WaitFor(pid_t child) {
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    return status;
+}
+
+enum class Fault {
+    Kill,   ///< the process dies as it enters the call
+    Refuse, ///< the call is not made, and fails with "not implemented"
+};
+
+/// Runs `work` and lets `fault` happen at its system call number `call`, from 1 on. Returns the
+/// status that waitpid gives, or nothing if there were fewer calls.
+std::optional<int> RunWithFault(const std::function<int()>& work, int call, Fault fault) {
+    const pid_t child = Fork([&work] {
+        ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        ::raise(SIGSTOP);
+        return work();
+    });
+    int status = WaitFor(child);
+    ::ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD);
+    constexpr int kSystemCall = SIGTRAP | 0x80;
+    for (int stop = 0; WIFSTOPPED(status) && stop < 2 * call; ++stop) {
+        const bool entersTheCall = stop == 2 * call - 2;
+        const bool refused = entersTheCall && fault == Fault::Refuse;
+        ::ptrace(refused ? PTRACE_SYSEMU : PTRACE_SYSCALL, child, nullptr, nullptr);
+        status = WaitFor(child);
+        if (!entersTheCall || !WIFSTOPPED(status))
+            continue;
+        if (WSTOPSIG(status) != kSystemCall)
+            break;
+        if (fault == Fault::Kill)
+            ::kill(child, SIGKILL);
+        ::ptrace(PTRACE_CONT, child, nullptr, nullptr);
+        status = WaitFor(child);
+        while (WIFSTOPPED(status)) { // the process may abort for want of the call
+            ::ptrace(PTRACE_CONT, child, nullptr, WSTOPSIG(status));
+            status = WaitFor(child);
+        }
+        return status;
+    }
+    if (WIFSTOPPED(status)) {
+        ::kill(child, SIGKILL);
+        WaitFor(child);
+    }
+    return std::nullopt;
+}
+
+class InterruptedWriteTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        m_old = ReadFile(MediaFile(QStringLiteral("mutagen-v23.mp3")));
+        m_strPath = m_scratch.Write(QStringLiteral("song.mp3"), m_old);
+        m_info.m_strTitle = QStringLiteral("New title");
+        const QString other = m_scratch.Write(QStringLiteral("other/song.mp3"), m_old);
+        ASSERT_EQ(WriteTrackTags(other, m_info, 0), 0);
+        m_new = ReadFile(other);
+    }
+
+    [[nodiscard]] std::function<int()> Write() const {
+        return [path = m_strPath, info = m_info] { return WriteTrackTags(path, info, 0); };
+    }
+
+    const ScratchFolder m_scratch;
+    QString m_strPath;
+    CTrackInfo m_info;
+    QByteArray m_old;
+    QByteArray m_new;
+};
+
+} // namespace
+
+TEST_F(InterruptedWriteTest, AKillAtAnyCallLeavesTheOldOrTheNewFile) {
+    int killed = 0;
+    bool sawNew = false;
+    for (int call = 1;; ++call) {
+        WriteFile(m_strPath, m_old);
+        const auto status = RunWithFault(Write(), call, Fault::Kill);
+        if (!status)
+            break;
+        ++killed;
+        const QByteArray content = ReadFile(m_strPath);
+        ASSERT_TRUE(content == m_old || content == m_new) << "call " << call;
+        sawNew = sawNew || content == m_new;
+    }
+    EXPECT_GT(killed, 30);
+    EXPECT_TRUE(sawNew) << "the last calls come after the rename";
+    EXPECT_EQ(ReadFile(m_strPath), m_new) << "the last run was not disturbed";
+}
+
+TEST_F(InterruptedWriteTest, AnyCallThatFailsLeavesTheOldOrTheNewFile) {
+    int refused = 0;
+    for (int call = 1;; ++call) {
+        WriteFile(m_strPath, m_old);
+        const auto status = RunWithFault(Write(), call, Fault::Refuse);
+        if (!status)
+            break;
+        ++refused;
+        const QByteArray content = ReadFile(m_strPath);
+        const bool done = WIFEXITED(*status) && WEXITSTATUS(*status) == kDone;
+        const bool failed = WIFEXITED(*status) && WEXITSTATUS(*status) == kFailed;
+        EXPECT_TRUE(content == m_new ? !failed : content == m_old && !done) << "call " << call;
+    }
+    EXPECT_GT(refused, 30);
+}
+
+TEST_F(InterruptedWriteTest, AFullDiskLeavesTheOldFileAlone) {
+    for (const qsizetype room :
+         {qsizetype{0}, qsizetype{1}, qsizetype{100}, qsizetype{70'000}, m_new.size() - 1}) {
+        const int status = WaitFor(Fork([write = Write(), room] {
+            // A file that may not grow on is the full disk of one process.
+            ::signal(SIGXFSZ, SIG_IGN);
+            const auto limit = static_cast<rlim_t>(room);
+            const rlimit limits{limit, limit};
+            return ::setrlimit(RLIMIT_FSIZE, &limits) == 0 ? write() : 0;
+        }));
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == kFailed) << room;
+        EXPECT_EQ(ReadFile(m_strPath), m_old);
+        EXPECT_EQ(ListFolder(m_scratch.Path())->size(), 2U) << "nothing is left beside it";
+    }
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "tags/Id3v2Tag.h"
+#include "tests/fixtures/MediaFiles.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <utility>
+#include <vector>
+
+/// Tags put together by hand, for what no encoder writes.
+
+using FrameList = std::vector<std::pair<const char*, QByteArray>>;
+
+/// Data of an 8-bit text frame.
+inline QByteArray EightBit(const QByteArray& text) {
+    return '\0' + text;
+}
+
+inline QByteArray TagBytes(int version, const FrameList& frames) {
+    Id3v2Tag tag;
+    tag.version = version;
+    for (const auto& [id, data] : frames)
+        tag.frames.push_back({id, 0, data});
+    return AssembleId3v2Tag(tag);
+}
+
+/// Sound of a real encoder, without tags.
+inline QByteArray Mp3Sound() {
+    return ReadFile(MediaFile(QStringLiteral("untagged.mp3")));
+}

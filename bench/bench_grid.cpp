@@ -5,6 +5,7 @@
 //
 // Runs without a display, on one core. QT_SCALE_FACTOR=2 measures painting at 200 %.
 
+#include "bench/Clock.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"
@@ -12,7 +13,6 @@
 #include "grid/GridCtrl.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QPixmap>
 #include <QScrollBar>
@@ -22,7 +22,6 @@
 #include <array>
 #include <cstdio>
 #include <fstream>
-#include <functional>
 #include <random>
 #include <string>
 
@@ -104,18 +103,6 @@ private:
     std::mt19937 m_random{20'26};
     std::vector<Track> m_tracks;
 };
-
-double Milliseconds(const std::function<void()>& work) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return timer.nsecsElapsed() / 1e6;
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 int ResidentMegabytes() {
     std::ifstream status("/proc/self/status");
@@ -223,8 +210,8 @@ double MeasureSort(CGridCtrl& grid) {
     for (int round = 0; round < 5; ++round) {
         const bool ascending = round % 2 == 0;
         byText.push_back(
-            Milliseconds([&] { grid.SortItems(CompareTexts, kTitle, ascending, 0, kFirstTrack); }));
-        byNumber.push_back(Milliseconds(
+            MeasureMs([&] { grid.SortItems(CompareTexts, kTitle, ascending, 0, kFirstTrack); }));
+        byNumber.push_back(MeasureMs(
             [&] { grid.SortItems(CompareNumbers, kSize, ascending, 0, kFirstTrack); }));
     }
     std::printf("sort text_ms=%.1f number_ms=%.1f\n", Median(byText), Median(byNumber));
@@ -241,7 +228,7 @@ double MeasurePaint(CGridCtrl& grid) {
     for (int round = 0; round < 60; ++round) {
         grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum() / 60 * round);
         QApplication::processEvents();
-        paints.push_back(Milliseconds([&] { grid.viewport()->repaint(); }));
+        paints.push_back(MeasureMs([&] { grid.viewport()->repaint(); }));
     }
     return Median(paints);
 }
@@ -252,7 +239,7 @@ int Run() {
     Configure(grid);
     std::vector<double> fills;
     for (int round = 0; round < 5; ++round)
-        fills.push_back(Milliseconds([&] { Fill(grid, collection.Tracks()); }));
+        fills.push_back(MeasureMs([&] { Fill(grid, collection.Tracks()); }));
     const double paint = MeasurePaint(grid);
     const double sort = MeasureSort(grid);
     const int resident = ResidentMegabytes();
@@ -260,7 +247,7 @@ int Run() {
     QTableWidget table;
     std::vector<double> tableFills;
     for (int round = 0; round < 3; ++round)
-        tableFills.push_back(Milliseconds([&] { FillTable(table, collection.Tracks()); }));
+        tableFills.push_back(MeasureMs([&] { FillTable(table, collection.Tracks()); }));
     std::printf("qtablewidget fill_ms=%.0f\n", Median(tableFills));
 
     const double fill = Median(fills);

@@ -47,6 +47,7 @@ CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fix
     , m_cellFixedRowColDef(this, kFixedBits) {
     setFrameShape(QFrame::NoFrame);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    OnDefaultsChanged();
     SetRowCount(rows);
     SetColumnCount(cols);
     SetFixedRowCount(fixedRows);
@@ -110,7 +111,7 @@ int CGridCtrl::Rebuild(int rows, int cols) {
             for (int col = kept; col < cols; ++col)
                 cells[col] = MakeCell(RuntimeClass<CGridCell>, row, col);
         }
-        m_arRowHeights.SetCount(rows, DefaultRowHeight());
+        m_arRowHeights.SetCount(rows, m_nDefaultRowHeight);
         m_arColWidths.SetCount(cols, kDefaultColumnWidth);
     } catch (const std::exception&) { // bad_alloc, or length_error of an absurd count
         DeleteAllItems();

@@ -112,6 +112,9 @@ public:
 
     // --- look and behaviour
 
+    /// The default cells call it: a default value, or the size of images, is another now. Rows of
+    /// the default height get the new one.
+    void OnDefaultsChanged();
     void SetGridBkColor(COLORREF colour);
     [[nodiscard]] COLORREF GetGridBkColor() const { return m_crGridBkColour; }
     void SetGridLineColor(COLORREF colour);
@@ -178,7 +181,6 @@ private:
     void SelectCell(int row, int col, bool selected);
 
     // GridCtrlLayout.cpp
-    [[nodiscard]] int DefaultRowHeight() const;
     [[nodiscard]] int FixedWidth() const { return m_arColWidths.Start(m_nFixedCols); }
     [[nodiscard]] int FixedHeight() const { return m_arRowHeights.Start(m_nFixedRows); }
     [[nodiscard]] Span RowsToFit(GridFit fit) const;
@@ -205,6 +207,7 @@ private:
     int m_nFixedRows = 0;
     int m_nCols = 0;
     int m_nFixedCols = 0;
+    int m_nDefaultRowHeight = 0;
     GridAxis m_arRowHeights;
     GridAxis m_arColWidths;
     std::vector<Row> m_rows;

@@ -165,9 +165,11 @@ CCellID CGridCtrl::NextCell(const QKeyEvent& event) const {
 }
 
 int CGridCtrl::PageAway(int row, int step) const {
-    const int page = std::max(0, viewport()->height() - FixedHeight() - GetRowHeight(row));
-    const int target = m_arRowHeights.IndexAt(m_arRowHeights.Start(row) + step * page);
-    const int away = step > 0 ? std::max(target, row + 1) : std::min(target, row - 1);
+    const int page = std::max(0, viewport()->height() - FixedHeight());
+    const int start = m_arRowHeights.Start(row);
+    // The furthest row that starts within a page from here, so that the ways there and back agree.
+    const int away = step > 0 ? std::max(m_arRowHeights.IndexAt(start + page), row + 1)
+                              : std::min(m_arRowHeights.IndexAt(start - page - 1) + 1, row - 1);
     return std::clamp(away, m_nFixedRows, m_nRows - 1);
 }
 

@@ -8,10 +8,13 @@
 
 #include <algorithm>
 
-int CGridCtrl::DefaultRowHeight() const {
+void CGridCtrl::OnDefaultsChanged() {
     const int line = std::max(m_cellDefault.GetFontObject().Height(),
                               m_ImageList.isEmpty() ? 0 : m_sizeImage.height());
-    return line + line / 4 + m_cellDefault.GetSize().height();
+    const int height = line + line / 4 + m_cellDefault.GetSize().height();
+    m_arRowHeights.ReplaceSize(m_nDefaultRowHeight, height);
+    m_nDefaultRowHeight = height;
+    RelayOut();
 }
 
 int CGridCtrl::SetColumnWidth(int col, int width) {
@@ -101,7 +104,7 @@ void CGridCtrl::ResetScrollBars() {
     horizontalScrollBar()->setSingleStep(m_cellDefault.GetFontObject().Height());
     verticalScrollBar()->setRange(0, std::max(0, m_arRowHeights.Total() - FixedHeight() - height));
     verticalScrollBar()->setPageStep(height);
-    verticalScrollBar()->setSingleStep(DefaultRowHeight());
+    verticalScrollBar()->setSingleStep(m_nDefaultRowHeight);
 }
 
 void CGridCtrl::resizeEvent(QResizeEvent* event) {
@@ -113,13 +116,10 @@ void CGridCtrl::changeEvent(QEvent* event) {
     QAbstractScrollArea::changeEvent(event);
     if (event->type() != QEvent::FontChange)
         return;
-    const int before = DefaultRowHeight();
     const QFont own = font();
     for (CGridDefaultCell* cell :
          {&m_cellDefault, &m_cellFixedRowDef, &m_cellFixedColDef, &m_cellFixedRowColDef})
         cell->SetFont(&own);
-    m_arRowHeights.ReplaceSize(before, DefaultRowHeight());
-    RelayOut();
 }
 
 void CGridCtrl::EnsureVisible(int row, int col) {

@@ -118,7 +118,7 @@ void CGridCtrl::SetGridLineColor(COLORREF colour) {
 void CGridCtrl::SetImageList(const QList<QIcon>& images, QSize size) {
     m_ImageList = images;
     m_sizeImage = size;
-    Refresh();
+    OnDefaultsChanged();
 }
 
 void CGridCtrl::SetGridLines(int mode) {

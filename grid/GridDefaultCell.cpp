@@ -15,37 +15,37 @@ CGridDefaultCell::CGridDefaultCell(CGridCtrl* grid, quint32 state) {
 
 void CGridDefaultCell::SetFormat(quint32 format) {
     CGridCell::SetFormat(format);
-    Repaint();
+    m_pGrid->OnDefaultsChanged();
 }
 
 void CGridDefaultCell::SetTextClr(COLORREF colour) {
     CGridCell::SetTextClr(colour);
-    Repaint();
+    m_pGrid->OnDefaultsChanged();
 }
 
 void CGridDefaultCell::SetBackClr(COLORREF colour) {
     CGridCell::SetBackClr(colour);
-    Repaint();
+    m_pGrid->OnDefaultsChanged();
 }
 
 void CGridDefaultCell::SetSelTextClr(COLORREF colour) {
     CGridCell::SetSelTextClr(colour);
-    Repaint();
+    m_pGrid->OnDefaultsChanged();
 }
 
 void CGridDefaultCell::SetSelBackClr(COLORREF colour) {
     CGridCell::SetSelBackClr(colour);
-    Repaint();
+    m_pGrid->OnDefaultsChanged();
 }
 
 void CGridDefaultCell::SetFont(const QFont* font) {
     m_plfFont = std::make_unique<GridFont>(font ? *font : QApplication::font());
-    Repaint();
+    m_pGrid->OnDefaultsChanged();
 }
 
 void CGridDefaultCell::SetCoords(int width, int height) {
     CGridCell::SetCoords(width, height);
-    Repaint();
+    m_pGrid->OnDefaultsChanged();
 }
 
 COLORREF CGridDefaultCell::GetTextClr() const {
@@ -64,8 +64,4 @@ COLORREF CGridDefaultCell::GetSelTextClr() const {
 
 COLORREF CGridDefaultCell::GetSelBackClr() const {
     return m_crSelBackClr != CLR_DEFAULT ? m_crSelBackClr : m_pGrid->GetSystemColours().highlight;
-}
-
-void CGridDefaultCell::Repaint() const {
-    m_pGrid->Refresh();
 }

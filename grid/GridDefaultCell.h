@@ -30,7 +30,4 @@ public:
     [[nodiscard]] const GridFont& GetFontObject() const override { return *m_plfFont; }
     [[nodiscard]] QSize GetSize() const override { return m_Size; }
     [[nodiscard]] const CGridDefaultCell* GetDefaultCell() const override { return this; }
-
-private:
-    void Repaint() const;
 };

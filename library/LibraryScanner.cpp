@@ -1,9 +1,9 @@
 #include "library/LibraryScanner.h"
 
+#include "base/SizeText.h"
 #include "library/MediaLists.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
-#include "tags/SizeText.h"
 #include "tags/TrackTags.h"
 
 namespace {

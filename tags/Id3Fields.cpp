@@ -1,10 +1,10 @@
 #include "tags/Id3Fields.h"
 
+#include "base/DecimalValue.h"
+#include "base/SizeText.h"
 #include "tags/GenreTable.h"
-#include "tags/SizeText.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
@@ -31,25 +31,9 @@ const FieldRow& RowOf(Id3Field field) {
     return kRows[static_cast<std::size_t>(field)];
 }
 
-/// The leading number of a text, as C's atoi; 32-bit, and held at its limits.
-std::int32_t LeadingNumber(QStringView text) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    qsizetype i = 0;
-    while (i < text.size() && (text[i] == u' ' || (text[i] >= u'\t' && text[i] <= u'\r')))
-        ++i;
-    const bool negative = i < text.size() && text[i] == u'-';
-    if (i < text.size() && (text[i] == u'-' || text[i] == u'+'))
-        ++i;
-    std::int64_t value = 0;
-    for (; i < text.size() && text[i] >= u'0' && text[i] <= u'9'; ++i)
-        value = std::min<std::int64_t>(value * 10 + (text[i].unicode() - u'0'), 1LL << 32);
-    value = std::clamp<std::int64_t>(negative ? -value : value, Limits::min(), Limits::max());
-    return static_cast<std::int32_t>(value);
-}
-
 /// A number frame counts in 32 bits with a sign; the fields keep it sign-extended.
 std::uint64_t SignExtended(QStringView text) {
-    return static_cast<std::uint64_t>(std::int64_t{LeadingNumber(text)});
+    return static_cast<std::uint64_t>(std::int64_t{DecimalValue(text)});
 }
 
 QString SignedNumber(std::uint64_t value) {
@@ -67,7 +51,7 @@ QString LengthText(std::uint64_t milliseconds) {
 /// "(17)" and "(17)Rock" name genre 17.
 QString GenreName(QString text) {
     if (text.startsWith(u'(') && text.contains(u')')) {
-        const int number = LeadingNumber(QStringView(text).sliced(1));
+        const int number = DecimalValue(QStringView(text).sliced(1));
         GenreFromId3Number(text, number);
     }
     return text;

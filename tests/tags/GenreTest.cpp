@@ -1,6 +1,6 @@
+#include "base/SizeText.h"
 #include "tags/GenreMenu.h"
 #include "tags/GenreTable.h"
-#include "tags/SizeText.h"
 #include "tests/fixtures/Printers.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tags/SizeText.h"
+#include "base/SizeText.h"
 
 QString SizeText(std::uint64_t bytes) {
     constexpr std::uint64_t kKilo = 1024;

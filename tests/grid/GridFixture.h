@@ -1,0 +1,47 @@
+#pragma once
+
+#include "grid/GridCtrl.h"
+#include "tests/fixtures/Printers.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+/// A grid as the program configures it: one header row, list mode, ticks between header cells.
+/// Cells carry their place as text: "3/1" is row 3, column 1.
+inline std::unique_ptr<CGridCtrl> MakeGrid(int rows, int cols) {
+    auto grid = std::make_unique<CGridCtrl>(nullptr, rows, cols, rows > 0 ? 1 : 0, 0);
+    for (const bool row : {false, true}) {
+        for (const bool col : {false, true})
+            grid->GetDefaultCell(row, col)->SetCoords(8, 2);
+    }
+    grid->GetDefaultCell(false, false)->SetBackClr(0xE0FFFF);
+    grid->GetDefaultCell(false, false)->SetSelBackClr(0xDFBE7A);
+    grid->SetGridBkColor(0xF6F6F6);
+    grid->SetFixedColumnSelection(false);
+    grid->SetGridLines(GridLines::HeaderMarks);
+    grid->SetListMode(true);
+    GridItem item;
+    item.mask = GridMask::Text;
+    for (item.row = 0; item.row < rows; ++item.row) {
+        for (item.col = 0; item.col < cols; ++item.col) {
+            item.text = QStringLiteral("%1/%2").arg(item.row).arg(item.col);
+            grid->SetItem(item);
+        }
+    }
+    return grid;
+}
+
+/// Shows a grid with a viewport of a size.
+inline void Show(CGridCtrl& grid, int width, int height) {
+    grid.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    grid.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    grid.resize(width, height);
+    grid.show();
+    QApplication::processEvents();
+}
+
+inline QString TextAt(const CGridCtrl& grid, int row, int col) {
+    return grid.GetCell(row, col)->GetText();
+}

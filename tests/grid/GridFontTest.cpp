@@ -1,0 +1,152 @@
+#include "grid/GridFont.h"
+
+#include "grid/GridCellBar.h"
+#include "grid/GridCellCheck.h"
+#include "tests/grid/GridFixture.h"
+
+#include <QFontMetricsF>
+#include <QPixmap>
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+struct Block {
+    int first;
+    int last;
+};
+
+/// Letters of scripts without shaping, and what stands between them.
+constexpr Block kSimple[] = {{0x20, 0x7E},     {0xA1, 0xAC},     {0xAE, 0x17F},    {0x180, 0x24F},
+                             {0x370, 0x3E1},   {0x400, 0x482},   {0x48A, 0x52F},   {0x531, 0x556},
+                             {0x10D0, 0x10F0}, {0x1E00, 0x1EFF}, {0x2010, 0x2027}, {0x20A0, 0x20BF},
+                             {0x2100, 0x2138}, {0x2190, 0x21FF}, {0x2600, 0x266F}, {0x3001, 0x3004},
+                             {0x3041, 0x3096}, {0x30A1, 0x30FA}, {0x4E00, 0x9FA5}, {0xAC00, 0xD7A3},
+                             {0xFF01, 0xFF60}};
+
+QString RandomText(std::mt19937& random) {
+    const Block* blocks[3];
+    for (const Block*& block : blocks)
+        block = &kSimple[random() % std::size(kSimple)];
+    QString text;
+    for (size_t left = 1 + random() % 30; left > 0; --left) {
+        const Block& block = random() % 3 ? *blocks[random() % 3] : kSimple[0];
+        const QChar character(block.first + int(random() % (block.last - block.first + 1)));
+        if (character.category() != QChar::Other_NotAssigned)
+            text += character;
+    }
+    return text;
+}
+
+std::vector<QFont> Fonts() {
+    std::vector<QFont> fonts;
+    for (const auto& family : {QStringLiteral("Liberation Sans"), QStringLiteral("DejaVu Sans")}) {
+        for (const auto hinting : {QFont::PreferDefaultHinting, QFont::PreferNoHinting}) {
+            for (const double points : {7.0, 9.0, 10.5, 13.0, 22.0}) {
+                QFont font(family);
+                font.setPointSizeF(points);
+                font.setHintingPreference(hinting);
+                fonts.push_back(font);
+            }
+        }
+    }
+    fonts.back().setBold(true);
+    return fonts;
+}
+
+int NeededWidth(const QFont& font, const QString& text) {
+    return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text)));
+}
+
+TEST(GridFontTest, TheWidthOfAnySimpleTextIsThatOfItsLayout) {
+    std::mt19937 random(3);
+    for (const QFont& font : Fonts()) {
+        const GridFont measured(font);
+        for (int i = 0; i < 400; ++i) {
+            const QString text = RandomText(random);
+            const GridFont::TextSize size = measured.Measure(text);
+            EXPECT_FALSE(size.shaped);
+            EXPECT_EQ(size.width, NeededWidth(measured.FontFor(size), text))
+                << font.toString().toStdString() << ": " << text.toStdString();
+        }
+    }
+}
+
+TEST(GridFontTest, OtherTextsAreLaidOutWithShaping) {
+    const QString texts[] = {
+        QStringLiteral("Cafe\u0301 del mar"),      // combining mark
+        QStringLiteral("نسم علينا الهوى 12"),      // joining, right to left
+        QStringLiteral("הבה נגילה"),               // right to left
+        QStringLiteral("สวัสดีชาวโลก"),              // vowels above and below
+        QStringLiteral("\U0001F3B5 Song"),         // surrogates
+        QStringLiteral("soft\u00ADhyphen\u200Bs"), // format characters
+        QStringLiteral("\u1112\u1161\u11ab"),      // parts of a Hangul syllable
+        QString(QChar(0xDC80)) + u'x',             // a lone surrogate
+    };
+    for (const QFont& font : Fonts()) {
+        const GridFont measured(font);
+        for (const QString& text : texts) {
+            const GridFont::TextSize size = measured.Measure(text);
+            EXPECT_TRUE(size.shaped) << text.toStdString();
+            EXPECT_EQ(measured.FontFor(size), font);
+            EXPECT_EQ(size.width, NeededWidth(font, text)) << text.toStdString();
+        }
+    }
+}
+
+TEST(GridFontTest, LineEndsAndControlCharactersCountAsBlanks) {
+    const GridFont font(QFont(QStringLiteral("Liberation Sans"), 9));
+    const QString broken = QStringLiteral("a\nb\r\n\tc\u2028d\u0007");
+    const QString line = QStringLiteral("a b   c d ");
+    EXPECT_EQ(GridFont::OneLine(broken), line);
+    EXPECT_EQ(font.Measure(broken).width, font.Measure(line).width);
+    EXPECT_FALSE(font.Measure(broken).shaped);
+    EXPECT_EQ(font.Measure(QString()).width, 0);
+}
+
+TEST(GridFit, AColumnIsAsWideAsItsWidestCellNeeds) {
+    const auto grid = MakeGrid(200, 3);
+    std::mt19937 random(5);
+    int widest = 0;
+    for (int row = 0; row < 200; ++row) {
+        CGridCellBase& cell = *grid->GetCell(row, 1);
+        cell.SetText(RandomText(random));
+        widest = std::max(widest, cell.GetTextExtent(cell.GetText()).width());
+    }
+    grid->AutoSizeColumns();
+    EXPECT_EQ(grid->GetColumnWidth(1), widest + 8);
+    grid->GetCell(77, 1)->SetText(QString());
+    grid->GetCell(0, 1)->SetText(QString(400, u'm')); // the header counts, and its marks
+    grid->AutoSizeColumn(1, GridFit::Data);
+    EXPECT_LE(grid->GetColumnWidth(1), widest + 8);
+    grid->AutoSizeColumn(1);
+    const int header = grid->GetColumnWidth(1);
+    EXPECT_EQ(header, grid->GetCell(0, 1)->GetCellExtent().width());
+    grid->SetSortColumn(1);
+    grid->AutoSizeColumn(1, GridFit::Header);
+    EXPECT_GT(grid->GetColumnWidth(1), header + 8);
+}
+
+TEST(GridFit, ImagesChecksAndBarsHaveTheirOwnWidth) {
+    const auto grid = MakeGrid(3, 2);
+    const int text = grid->GetCell(1, 0)->GetCellExtent().width();
+    grid->SetImageList({QIcon(QPixmap(16, 16))});
+    grid->GetCell(1, 0)->SetImage(0);
+    EXPECT_EQ(grid->GetCell(1, 0)->GetCellExtent().width(), text + 20);
+    grid->GetCell(1, 0)->SetImage(1); // there is no such image
+    EXPECT_EQ(grid->GetCell(1, 0)->GetCellExtent().width(), text);
+    grid->SetCellType(1, 0, RuntimeClass<CGridCellCheck>);
+    EXPECT_GE(grid->GetCell(1, 0)->GetCellExtent().width(), 20);
+    grid->SetCellType(1, 1, RuntimeClass<CGridCellBar>);
+    grid->GetCell(1, 1)->SetText(QString(500, u'x'));
+    EXPECT_EQ(grid->GetCell(1, 1)->GetCellExtent().width(), 10);
+    EXPECT_EQ(grid->GetCell(1, 1)->GetCellExtent().height(),
+              grid->GetCell(2, 1)->GetCellExtent().height());
+    grid->GetCell(2, 0)->SetCoords(8, 30);
+    grid->AutoSize();
+    EXPECT_EQ(grid->GetRowHeight(2), grid->GetCell(2, 0)->GetCellExtent().height());
+    EXPECT_GT(grid->GetRowHeight(2), grid->GetRowHeight(1) + 20);
+}
+
+} // namespace

@@ -1,0 +1,272 @@
+#include "grid/GridCellBar.h"
+#include "grid/GridCellCheck.h"
+#include "grid/GridCellNull.h"
+#include "grid/GridFont.h"
+#include "tests/grid/GridFixture.h"
+
+#include <limits>
+
+namespace {
+
+TEST(GridCounts, BadCountsAreRefusedAndChangeNothing) {
+    const auto grid = MakeGrid(3, 2);
+    EXPECT_EQ(grid->SetRowCount(-1), 0);
+    EXPECT_EQ(grid->SetColumnCount(-1), 0);
+    EXPECT_EQ(grid->SetFixedRowCount(-1), 0);
+    EXPECT_EQ(grid->SetFixedRowCount(4), 0);
+    EXPECT_EQ(grid->SetFixedColumnCount(3), 0);
+    EXPECT_EQ(grid->GetRowCount(), 3);
+    EXPECT_EQ(grid->GetColumnCount(), 2);
+    EXPECT_EQ(grid->GetFixedRowCount(), 1);
+    EXPECT_EQ(grid->GetFixedColumnCount(), 0);
+}
+
+TEST(GridCounts, CellsThatStayKeepTheirContent) {
+    const auto grid = MakeGrid(3, 2);
+    EXPECT_EQ(grid->SetRowCount(5), 1);
+    EXPECT_EQ(grid->SetColumnCount(4), 1);
+    EXPECT_EQ(TextAt(*grid, 2, 1), QStringLiteral("2/1"));
+    EXPECT_EQ(TextAt(*grid, 4, 3), QString());
+    EXPECT_EQ(grid->GetCell(4, 3)->GetGrid(), grid.get());
+    EXPECT_EQ(grid->SetRowCount(1), 1);
+    EXPECT_EQ(grid->SetColumnCount(1), 1);
+    EXPECT_EQ(TextAt(*grid, 0, 0), QStringLiteral("0/0"));
+    EXPECT_EQ(grid->GetCell(1, 0), nullptr);
+}
+
+TEST(GridCounts, FixedCellsFollowTheFixedCounts) {
+    const auto grid = MakeGrid(4, 3);
+    EXPECT_EQ(grid->SetFixedRowCount(2), 1);
+    EXPECT_EQ(grid->SetFixedColumnCount(1), 1);
+    using namespace GridState;
+    EXPECT_EQ(grid->GetItemState(1, 0), Fixed | FixedRow | FixedCol);
+    EXPECT_EQ(grid->GetItemState(1, 2), Fixed | FixedRow);
+    EXPECT_EQ(grid->GetItemState(3, 0), Fixed | FixedCol);
+    EXPECT_EQ(grid->GetItemState(3, 2), 0u);
+    EXPECT_EQ(grid->SetFixedRowCount(0), 1);
+    EXPECT_EQ(grid->GetItemState(1, 2), 0u);
+    EXPECT_EQ(grid->SetFixedRowCount(4), 1);
+    EXPECT_EQ(grid->SetRowCount(2), 1);
+    EXPECT_EQ(grid->GetFixedRowCount(), 2);
+    EXPECT_EQ(grid->DeleteAllItems(), 1);
+    EXPECT_EQ(grid->GetFixedRowCount() + grid->GetFixedColumnCount() + grid->GetRowCount(), 0);
+}
+
+TEST(GridCells, IndexesOutOfRangeHaveNoEffect) {
+    const auto grid = MakeGrid(3, 2);
+    for (const CCellID id : {CCellID{-1, 0}, CCellID{0, -1}, CCellID{3, 0}, CCellID{0, 2},
+                             CCellID{std::numeric_limits<int>::max(), 0}}) {
+        GridItem item;
+        item.row = id.row;
+        item.col = id.col;
+        item.mask = 0x1FF;
+        EXPECT_EQ(grid->GetCell(id.row, id.col), nullptr);
+        EXPECT_EQ(grid->SetItem(item), 0);
+        EXPECT_EQ(grid->GetItem(item), 0);
+        EXPECT_EQ(grid->SetItemState(id.row, id.col, GridState::Selected), 0);
+        EXPECT_EQ(grid->GetItemState(id.row, id.col), 0u);
+        EXPECT_EQ(grid->SetCellType(id.row, id.col, RuntimeClass<CGridCellBar>), 0);
+        EXPECT_TRUE(grid->GetCellRect(id).isNull());
+        grid->RedrawCell(id.row, id.col);
+        grid->EnsureVisible(id.row, id.col);
+        grid->SetFocusCell(id);
+        EXPECT_FALSE(grid->GetFocusCell().IsValid());
+    }
+    for (const int col : {-1, 2}) {
+        EXPECT_EQ(grid->SetColumnWidth(col, 10), 0);
+        EXPECT_EQ(grid->GetColumnWidth(col), 0);
+        EXPECT_EQ(grid->AutoSizeColumn(col), 0);
+        EXPECT_EQ(grid->SortItems(nullptr, col, true), 0);
+    }
+    EXPECT_EQ(grid->SetColumnWidth(0, -1), 0);
+    EXPECT_EQ(grid->AutoSizeRow(3), 0);
+    EXPECT_EQ(grid->GetRowHeight(3), 0);
+}
+
+class HugeCell : public CGridCell {
+public:
+    char m_room[1000] = {};
+};
+
+TEST(GridCells, SetCellTypeKeepsNothingOfTheOldCell) {
+    const auto grid = MakeGrid(3, 2);
+    grid->SetFocusCell({1, 0});
+    grid->SetItemState(1, 0, GridState::ReadOnly | GridState::Selected);
+    EXPECT_EQ(grid->SetCellType(1, 0, RuntimeClass<CGridCellCheck>), 1);
+    EXPECT_NE(dynamic_cast<CGridCellCheck*>(grid->GetCell(1, 0)), nullptr);
+    EXPECT_EQ(TextAt(*grid, 1, 0), QString());
+    EXPECT_EQ(grid->GetItemState(1, 0), GridState::Focused); // the focus is the grid's
+    EXPECT_EQ(grid->GetSelectedCount(), 0);
+    EXPECT_EQ(grid->SetCellType(0, 1, RuntimeClass<HugeCell>), 1);
+    EXPECT_TRUE(grid->GetCell(0, 1)->IsFixedRow());
+}
+
+TEST(GridCells, EachMaskBitReadsAndWritesItsOwnField) {
+    GridItem values;
+    values.row = 1;
+    values.col = 1;
+    values.state = GridState::ReadOnly;
+    values.format = DT_RIGHT;
+    values.image = 3;
+    values.backClr = 0x010203;
+    values.textClr = 0x040506;
+    values.selBackClr = 0x070809;
+    values.selTextClr = 0x0A0B0C;
+    values.data = 77;
+    values.text = QStringLiteral("new");
+    const auto differences = [](const GridItem& one, const GridItem& other) {
+        return (one.text != other.text ? GridMask::Text : 0) |
+               (one.image != other.image ? GridMask::Image : 0) |
+               (one.data != other.data ? GridMask::Data : 0) |
+               (one.state != other.state ? GridMask::State : 0) |
+               (one.backClr != other.backClr ? GridMask::BackClr : 0) |
+               (one.textClr != other.textClr ? GridMask::TextClr : 0) |
+               (one.selBackClr != other.selBackClr ? GridMask::SelBackClr : 0) |
+               (one.selTextClr != other.selTextClr ? GridMask::SelTextClr : 0) |
+               (one.format != other.format ? GridMask::Format : 0);
+    };
+    for (quint32 bit = GridMask::Text; bit <= GridMask::Format; bit *= 2) {
+        const auto grid = MakeGrid(2, 2);
+        grid->GetDefaultCell(false, false)->SetSelTextClr(0); // else the text's own colour
+        GridItem before;
+        before.row = before.col = 1;
+        before.mask = 0x1FF;
+        GridItem after = before;
+        EXPECT_EQ(grid->GetItem(before), 1);
+        values.mask = bit;
+        EXPECT_EQ(grid->SetItem(values), 1);
+        EXPECT_EQ(grid->GetItem(after), 1);
+        EXPECT_EQ(differences(before, after), bit);
+        EXPECT_EQ(differences(values, after) & bit, 0u);
+        GridItem read;
+        read.row = read.col = 1;
+        read.mask = bit;
+        EXPECT_EQ(grid->GetItem(read), 1);
+        EXPECT_EQ(differences(read, GridItem()) & ~bit, 0u) << bit;
+    }
+}
+
+TEST(GridDefaults, CellsTakeWhatTheyLeaveUnset) {
+    const auto grid = MakeGrid(3, 2);
+    const CGridCellBase& cell = *grid->GetCell(1, 1);
+    const CGridCellBase& header = *grid->GetCell(0, 1);
+    CGridDefaultCell& body = *grid->GetDefaultCell(false, false);
+    EXPECT_EQ(cell.GetDefaultCell(), &body);
+    EXPECT_EQ(header.GetDefaultCell(), grid->GetDefaultCell(true, false));
+    EXPECT_EQ(cell.GetFormat(), 0x8824u);
+    EXPECT_EQ(cell.GetSize(), QSize(8, 2));
+    EXPECT_EQ(cell.GetTextClr(), grid->GetSystemColours().windowText);
+    EXPECT_EQ(header.GetBackClr(), grid->GetSystemColours().face);
+    EXPECT_EQ(CGridCtrl().GetDefaultCell(false, false)->GetSize(), QSize(30, 10));
+
+    body.SetTextClr(0x112233);
+    body.SetFormat(DT_CENTER);
+    QFont large = body.GetFont();
+    large.setPixelSize(31);
+    body.SetFont(&large);
+    EXPECT_EQ(cell.GetTextClr(), 0x112233u);
+    EXPECT_EQ(cell.GetSelTextClr(), 0x112233u); // selected text stays as it is
+    EXPECT_EQ(cell.GetFormat(), DT_CENTER);
+    EXPECT_EQ(cell.GetFont().pixelSize(), 31);
+    EXPECT_NE(header.GetFont().pixelSize(), 31);
+    body.SetSelTextClr(0x445566);
+    EXPECT_EQ(cell.GetSelTextClr(), 0x445566u);
+}
+
+TEST(GridDefaults, UnsettingACellsOwnValueReturnsToTheDefault) {
+    const auto grid = MakeGrid(2, 1);
+    CGridCellBase& cell = *grid->GetCell(1, 0);
+    cell.SetBackClr(0x102030);
+    cell.SetSelBackClr(0x102031);
+    cell.SetFormat(DT_RIGHT);
+    cell.SetCoords(1, 1);
+    const QFont own(QStringLiteral("DejaVu Sans"), 20);
+    cell.SetFont(&own);
+    EXPECT_EQ(cell.GetBackClr(), 0x102030u);
+    EXPECT_EQ(cell.GetSelBackClr(), 0x102031u);
+    EXPECT_EQ(cell.GetFont(), own);
+    EXPECT_GT(cell.GetTextExtent(QStringLiteral("x")).height(), 20);
+    cell.SetBackClr(CLR_DEFAULT);
+    cell.SetSelBackClr(CLR_DEFAULT);
+    cell.SetFormat(FORMAT_DEFAULT);
+    cell.SetCoords(-1, -1);
+    cell.SetFont(nullptr);
+    EXPECT_EQ(cell.GetBackClr(), 0xE0FFFFu);
+    EXPECT_EQ(cell.GetSelBackClr(), 0xDFBE7Au);
+    EXPECT_EQ(cell.GetFormat(), 0x8824u);
+    EXPECT_EQ(cell.GetSize(), QSize(8, 2));
+    EXPECT_EQ(cell.GetFont(), grid->font());
+}
+
+TEST(GridDefaults, RowsFollowTheFontAndTheImages) {
+    const auto grid = MakeGrid(5, 2);
+    const int before = grid->GetRowHeight(2);
+    grid->SetRowHeight(3, 50);
+    QFont large = grid->font();
+    large.setPixelSize(40);
+    grid->setFont(large);
+    EXPECT_EQ(grid->GetCell(2, 1)->GetFont().pixelSize(), 40);
+    EXPECT_GT(grid->GetRowHeight(2), before + 20);
+    EXPECT_EQ(grid->GetRowHeight(3), 50);
+    grid->SetImageList({}, QSize(100, 100));
+    EXPECT_LT(grid->GetRowHeight(2), 100);
+    grid->SetImageList({QIcon()}, QSize(100, 100));
+    EXPECT_GT(grid->GetRowHeight(2), 100);
+    EXPECT_EQ(grid->GetRowHeight(3), 50);
+}
+
+TEST(GridSelection, StateBitsOfTheGridItselfCannotBeWritten) {
+    const auto grid = MakeGrid(3, 2);
+    grid->SetFocusCell({1, 1});
+    EXPECT_EQ(grid->SetItemState(0, 0, GridState::ReadOnly), 1);
+    EXPECT_EQ(grid->GetItemState(0, 0),
+              GridState::ReadOnly | GridState::Fixed | GridState::FixedRow);
+    grid->SetItemState(1, 1, GridState::Modified | GridState::Fixed);
+    EXPECT_EQ(grid->GetItemState(1, 1), GridState::Modified | GridState::Focused);
+}
+
+TEST(GridSelection, ARangeTakesThePlaceOfTheOldOneAndSparesTheHeader) {
+    const auto grid = MakeGrid(6, 3);
+    grid->SetItemState(5, 2, GridState::Selected);
+    grid->SetSelectedRange(0, 0, 2, 1);
+    EXPECT_EQ(grid->GetSelectedCount(), 4);
+    EXPECT_FALSE(grid->GetCell(0, 0)->IsSelected());
+    EXPECT_TRUE(grid->GetCell(2, 1)->IsSelected());
+    EXPECT_FALSE(grid->GetCell(5, 2)->IsSelected());
+    grid->SetSelectedRange(4, 1, 99, 99, true);
+    EXPECT_EQ(grid->GetSelectedCount(), 4);
+    EXPECT_TRUE(grid->GetCell(5, 2)->IsSelected());
+    grid->SetItemState(5, 2, 0);
+    EXPECT_EQ(grid->GetSelectedCount(), 3);
+    grid->SetSelectedRange(4, 1, 5, 2, false, false);
+    EXPECT_EQ(grid->GetSelectedCount(), 0);
+    grid->EnableSelection(false);
+    grid->SetSelectedRange(1, 0, 2, 1);
+    EXPECT_EQ(grid->GetSelectedCount(), 0);
+}
+
+TEST(GridSelection, RebuildingDropsSelectionAndFocus) {
+    const std::vector<std::function<void(CGridCtrl&)>> rebuilds = {
+        [](CGridCtrl& grid) { grid.SetRowCount(3); },
+        [](CGridCtrl& grid) { grid.SetColumnCount(7); },
+        [](CGridCtrl& grid) { grid.SetFixedRowCount(3); },
+        [](CGridCtrl& grid) { grid.SetFixedColumnCount(1); },
+        [](CGridCtrl& grid) { grid.SortItems(nullptr, 0, true); },
+        [](CGridCtrl& grid) { grid.DeleteAllItems(); },
+    };
+    for (const auto& rebuild : rebuilds) {
+        const auto grid = MakeGrid(6, 3);
+        grid->SetSelectedRange(2, 0, 5, 2);
+        grid->SetFocusCell({2, 2});
+        rebuild(*grid);
+        EXPECT_EQ(grid->GetSelectedCount(), 0);
+        EXPECT_FALSE(grid->GetFocusCell().IsValid());
+        for (int row = 0; row < grid->GetRowCount(); ++row) {
+            for (int col = 0; col < grid->GetColumnCount(); ++col)
+                EXPECT_FALSE(grid->GetItemState(row, col) &
+                             (GridState::Selected | GridState::Focused));
+        }
+    }
+}
+
+} // namespace

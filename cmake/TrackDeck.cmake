@@ -47,6 +47,7 @@ endfunction()
 # One GoogleTest program; CTest runs each of its tests in a process of its own, so they may run in
 # any order and in parallel. The label "threads" also runs under the thread sanitizer. WIDGETS gives
 # the tests a QApplication on the offscreen platform; SERIAL lets nothing run beside them.
+add_custom_target(thread_tests)
 function(trackdeck_test name)
   cmake_parse_arguments(ARG "WIDGETS;SERIAL" "" "LINK;SOURCES;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -59,6 +60,9 @@ function(trackdeck_test name)
   set(properties TIMEOUT 300 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
   if(ARG_LABELS)
     list(APPEND properties LABELS ${ARG_LABELS})
+  endif()
+  if("threads" IN_LIST ARG_LABELS)
+    add_dependencies(thread_tests ${name})
   endif()
   if(ARG_SERIAL)
     list(APPEND properties RUN_SERIAL ON)

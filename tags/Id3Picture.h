@@ -2,9 +2,10 @@
 
 #include <QByteArrayView>
 
-/// What stands beside the bytes in a picture frame of ours.
+/// Pictures in tags: what stands beside the bytes in a frame of ours, and how large one may be.
 namespace Id3Picture {
 
+constexpr qsizetype kMaxSize = 64 * 1024 * 1024; ///< bytes; a larger one counts as no picture
 constexpr const char* kMimeType = "image/jpeg";
 constexpr int kType = 11;
 constexpr const char* kDescription = "Cover Inserted by Veltria Track Deck";

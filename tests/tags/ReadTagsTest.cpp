@@ -1,3 +1,5 @@
+#include "platform/Files.h"
+#include "platform/Path.h"
 #include "tags/EightBitText.h"
 #include "tags/Id3Fields.h"
 #include "tags/TrackTags.h"
@@ -7,6 +9,9 @@
 #include <QtEndian>
 #include <gtest/gtest.h>
 #include <id3/tag.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 
@@ -134,7 +139,7 @@ TEST(ReadTagsTest, ExtensionDecidesWhatIsRead) {
         const char* title;
     } const rows[] = {{"song.MP3", 0, "Title"}, {"song.aac", 0, "Title"}, {"song.m4a", 0, "song"},
                       {"song.mp4", 0, "song"},  {"a.b.wma", 0, "a.b"},    {"song.m3u", 1, ""},
-                      {"song", 1, ""},          {"song.mp3.txt", 1, ""}};
+                      {"song", 1, ""},          {"song.mp3.txt", 1, ""},  {".m4a", 0, ".m4a"}};
     const ScratchFolder scratch;
     for (const auto& row : rows) {
         CTrackInfo info;
@@ -230,4 +235,21 @@ TEST(ReadTagsTest, ArtworkIsTheFirstPicture) {
     EXPECT_EQ(ReadTrackArtwork(old), "picture");
     EXPECT_EQ(SaveTrackArtwork(MediaFile(QStringLiteral("untagged.mp3")), out), 1);
     EXPECT_EQ(SaveTrackArtwork(old, scratch.File(QStringLiteral("no/folder.jpg"))), 1);
+}
+
+TEST(ReadTagsTest, SavedArtworkNeverTakesThePlaceOfTheTrackOrWaits) {
+    const ScratchFolder scratch;
+    const QByteArray content = TagBytes(2, {{"PIC", QByteArray("\0JPG\3\0picture", 13)}});
+    const QString track = scratch.Write(QStringLiteral("track.mp3"), content);
+    const QString link = scratch.File(QStringLiteral("link.jpg"));
+    const QString name = scratch.File(QStringLiteral("name.jpg"));
+    const QString pipe = scratch.File(QStringLiteral("pipe.jpg"));
+    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
+    ASSERT_EQ(::symlink("track.mp3", Path::ToBytes(link)), 0);
+    for (const QString& out : {track, link, pipe, scratch.Path()})
+        EXPECT_EQ(SaveTrackArtwork(track, out), 1) << out.toStdString();
+    ASSERT_EQ(::link(Path::ToBytes(track), Path::ToBytes(name)), 0);
+    EXPECT_EQ(SaveTrackArtwork(track, name), 1);
+    EXPECT_EQ(ReadFile(track), content);
+    EXPECT_EQ(ListFolder(scratch.Path())->size(), 4U) << "nothing is left beside them";
 }

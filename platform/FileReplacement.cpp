@@ -2,6 +2,8 @@
 
 #include "platform/Path.h"
 
+#include <QRandomGenerator>
+
 #include <fcntl.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -73,6 +75,24 @@ bool CopyOwnerAndMode(const struct stat& from, int to) {
     return ::fchmod(to, from.st_mode & 07777) == 0;
 }
 
+/// The path with all links followed; nothing where it leads to nothing.
+std::optional<QString> Resolve(const QString& path) {
+    const std::unique_ptr<char, decltype(&std::free)> resolved(
+        ::realpath(Path::ToBytes(path).constData(), nullptr), &std::free);
+    if (!resolved)
+        return std::nullopt;
+    return Path::FromBytes(resolved.get());
+}
+
+bool NameIsTaken(const QString& path) {
+    struct stat status {};
+    return ::lstat(Path::ToBytes(path).constData(), &status) == 0 || errno != ENOENT;
+}
+
+bool SameTime(const timespec& a, const timespec& b) {
+    return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+}
+
 void SyncFolder(const QString& folder) {
     const FileDescriptor opened(::open(Path::ToBytes(Path::Join(folder, QString())).constData(),
                                        O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -83,19 +103,38 @@ void SyncFolder(const QString& folder) {
 } // namespace
 
 std::optional<FileReplacement> FileReplacement::Begin(const QString& path) {
-    const std::unique_ptr<char, decltype(&std::free)> resolved(
-        ::realpath(Path::ToBytes(path).constData(), nullptr), &std::free);
+    const std::optional<QString> resolved = Resolve(path);
     if (!resolved)
         return std::nullopt;
     FileReplacement replacement;
-    replacement.m_strPath = Path::FromBytes(resolved.get());
+    replacement.m_strPath = *resolved;
     replacement.m_original = OpenForReading(replacement.m_strPath);
+    // A file system that counts no names reports 0.
     if (!replacement.m_original.IsOpen() ||
         ::fstat(replacement.m_original.Get(), &replacement.m_status) != 0 ||
-        replacement.m_status.st_nlink != 1 ||
-        ::faccessat(AT_FDCWD, resolved.get(), W_OK, AT_EACCESS) != 0 || !replacement.OpenNewFile())
+        replacement.m_status.st_nlink > 1 ||
+        ::faccessat(AT_FDCWD, Path::ToBytes(replacement.m_strPath).constData(), W_OK, AT_EACCESS) !=
+            0 ||
+        !replacement.OpenNewFile(S_IRUSR | S_IWUSR))
         return std::nullopt;
     return replacement;
+}
+
+std::optional<FileReplacement> FileReplacement::BeginOrCreate(const QString& path) {
+    if (NameIsTaken(path))
+        return Begin(path);
+    const QString folder = Path::Folder(path);
+    const std::optional<QString> resolved =
+        Resolve(folder.isEmpty() && !path.startsWith(u'/') ? QStringLiteral(".")
+                                                           : Path::Join(folder, QString()));
+    if (!resolved || Path::FileName(path).isEmpty())
+        return std::nullopt;
+    FileReplacement creation;
+    creation.m_strPath = Path::Join(*resolved, Path::FileName(path));
+    constexpr mode_t kNewFile = 0666; // less what the user's mask takes away
+    if (!creation.OpenNewFile(kNewFile))
+        return std::nullopt;
+    return creation;
 }
 
 FileReplacement::FileReplacement(FileReplacement&& other) noexcept
@@ -110,13 +149,15 @@ FileReplacement::~FileReplacement() {
         ::unlink(Path::ToBytes(m_strNewPath).constData());
 }
 
-bool FileReplacement::OpenNewFile() {
-    QByteArray name =
-        Path::ToBytes(Path::Join(Path::Folder(m_strPath), QStringLiteral(".trackdeck-new-XXXXXX")));
-    m_new = FileDescriptor(::mkostemp(name.data(), O_CLOEXEC));
+bool FileReplacement::OpenNewFile(mode_t mode) {
+    const QString name =
+        QStringLiteral(".trackdeck-new-%1").arg(QRandomGenerator::system()->generate64(), 0, 16);
+    const QString path = Path::Join(Path::Folder(m_strPath), name);
+    m_new = FileDescriptor(::open(Path::ToBytes(path).constData(),
+                                  O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode));
     if (!m_new.IsOpen())
         return false;
-    m_strNewPath = Path::FromBytes(name);
+    m_strNewPath = path;
     return true;
 }
 
@@ -158,19 +199,25 @@ bool FileReplacement::MatchesOriginal(std::uint64_t newBegin, std::uint64_t begi
 }
 
 bool FileReplacement::OriginalIsUnchanged() const {
+    if (!m_original.IsOpen())
+        return !NameIsTaken(m_strPath);
     struct stat now {};
     return ::stat(Path::ToBytes(m_strPath).constData(), &now) == 0 &&
            now.st_dev == m_status.st_dev && now.st_ino == m_status.st_ino &&
-           now.st_size == m_status.st_size && now.st_mtim.tv_sec == m_status.st_mtim.tv_sec &&
-           now.st_mtim.tv_nsec == m_status.st_mtim.tv_nsec;
+           now.st_size == m_status.st_size && SameTime(now.st_mtim, m_status.st_mtim) &&
+           SameTime(now.st_ctim, m_status.st_ctim);
+}
+
+bool FileReplacement::TakeOriginalAttributes(int file) const {
+    return !m_original.IsOpen() ||
+           (CopyAttributes(m_original.Get(), file) && CopyOwnerAndMode(m_status, file));
 }
 
 bool FileReplacement::Commit() {
     // Opened again: a library that edits by name may have made another file of that name.
     const QByteArray newPath = Path::ToBytes(m_strNewPath);
     const FileDescriptor edited(::open(newPath.constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
-    if (!edited.IsOpen() || !CopyAttributes(m_original.Get(), edited.Get()) ||
-        !CopyOwnerAndMode(m_status, edited.Get()) || ::fsync(edited.Get()) != 0 ||
+    if (!edited.IsOpen() || !TakeOriginalAttributes(edited.Get()) || ::fsync(edited.Get()) != 0 ||
         !OriginalIsUnchanged() ||
         ::rename(newPath.constData(), Path::ToBytes(m_strPath).constData()) != 0)
         return false;

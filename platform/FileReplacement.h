@@ -21,11 +21,17 @@
 /// Refused from the start: what is no regular file, what may not be written, and a file with
 /// several names, since the others would keep the old content.
 ///
+/// A name that leads to nothing yet can be given to a new file in the same way.
+///
 /// Thread: any, one at a time. Errors: empty or false; then drop the object, which removes the new
 /// file. Never throws.
 class FileReplacement {
 public:
     [[nodiscard]] static std::optional<FileReplacement> Begin(const QString& path);
+
+    /// As Begin where there is a file; else for one that is not there yet, with the mode of any new
+    /// file and a Commit that overwrites none.
+    [[nodiscard]] static std::optional<FileReplacement> BeginOrCreate(const QString& path);
 
     FileReplacement(FileReplacement&& other) noexcept;
     FileReplacement(const FileReplacement&) = delete;
@@ -45,6 +51,10 @@ public:
 
     [[nodiscard]] std::uint64_t OriginalSize() const;
 
+    /// Descriptor of the old file, open for reading as long as this object lives: what is read
+    /// through it belongs to the file that Commit compares with.
+    [[nodiscard]] int Original() const { return m_original.Get(); }
+
     /// Whether the new file holds at `newBegin` the same `size` bytes as the old at `begin`.
     [[nodiscard]] bool MatchesOriginal(std::uint64_t newBegin, std::uint64_t begin,
                                        std::uint64_t size) const;
@@ -56,12 +66,13 @@ public:
 private:
     FileReplacement() = default;
 
-    [[nodiscard]] bool OpenNewFile();
+    [[nodiscard]] bool OpenNewFile(mode_t mode);
+    [[nodiscard]] bool TakeOriginalAttributes(int file) const;
     [[nodiscard]] bool OriginalIsUnchanged() const;
 
-    QString m_strPath;    ///< of the old file, links resolved
-    QString m_strNewPath; ///< empty when there is nothing to remove
-    FileDescriptor m_original;
+    QString m_strPath;         ///< of the old file, links resolved
+    QString m_strNewPath;      ///< empty when there is nothing to remove
+    FileDescriptor m_original; ///< not open where a file is created
     FileDescriptor m_new;
     struct stat m_status {}; ///< of the old file
 };

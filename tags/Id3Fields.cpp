@@ -81,14 +81,15 @@ QByteArrayView Id3FrameId(Id3Field field, int version) {
 
 std::size_t KeepId3Texts(QByteArrayView id) {
     constexpr std::size_t kEnough = 256; // for kMaxId3Text characters in any encoding
-    constexpr std::array kOtherArtists = {"TP2", "TPE2", "TP3", "TPE3"};
     if (id.front() != 'T')
         return 0;
     const auto isId = [id](const char* other) { return id == other; };
-    const bool kept = std::any_of(kOtherArtists.begin(), kOtherArtists.end(), isId) ||
-                      std::any_of(kRows.begin(), kRows.end(), [&isId](const FieldRow& row) {
-                          return std::any_of(row.ids.begin(), row.ids.end(), isId);
-                      });
+    const auto anyIsId = [&isId](const auto& ids) {
+        return std::any_of(ids.begin(), ids.end(), isId);
+    };
+    const bool kept = std::any_of(kId3OtherArtists.begin(), kId3OtherArtists.end(), anyIsId) ||
+                      std::any_of(kRows.begin(), kRows.end(),
+                                  [&anyIsId](const FieldRow& row) { return anyIsId(row.ids); });
     return kept ? kEnough : 0;
 }
 

@@ -18,6 +18,11 @@ constexpr qsizetype kMaxId3Text = 30;
 /// The text of each field as its frame has it; nothing where there is no frame or no text.
 using Id3Texts = std::array<std::optional<QString>, kId3FieldCount>;
 
+/// Frames of ID3v2.2 and of the later versions that are no fields of ours, but id3lib takes no
+/// artist from ID3v1 where one of them stands.
+constexpr std::array<std::array<const char*, 2>, 2> kId3OtherArtists = {
+    {{"TP2", "TPE2"}, {"TP3", "TPE3"}}};
+
 /// Frame identifier of a field in ID3v2.`version`, 2 to 4.
 [[nodiscard]] QByteArrayView Id3FrameId(Id3Field field, int version);
 

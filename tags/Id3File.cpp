@@ -1,5 +1,7 @@
 #include "tags/Id3File.h"
 
+#include "platform/Files.h"
+
 #include <taglib/id3v2framefactory.h>
 #include <taglib/mpegfile.h>
 #include <taglib/tbytevectorstream.h>
@@ -23,13 +25,13 @@ qsizetype AdtsFrameLength(QByteArrayView bytes) {
     return length >= kHeader ? length : 0;
 }
 
-/// Two frames in a row, or one that fills the file.
-bool HoldsAdts(QByteArrayView bytes) {
+/// Two frames in a row, or one up to the end of the sound, where `bytes` goes so far.
+bool HoldsAdts(QByteArrayView bytes, bool toTheEnd) {
     for (qsizetype i = 0; (i = bytes.indexOf('\xFF', i)) >= 0; ++i) {
         const qsizetype next = i + AdtsFrameLength(bytes.sliced(i));
         if (next == i || next > bytes.size())
             continue;
-        if (next == bytes.size() || AdtsFrameLength(bytes.sliced(next)) > 0)
+        if (next == bytes.size() ? toTheEnd : AdtsFrameLength(bytes.sliced(next)) > 0)
             return true;
     }
     return false;
@@ -50,24 +52,30 @@ std::uint64_t Id3File::SoundSize() const {
     return size > tags ? size - tags : 0;
 }
 
-bool Id3File::HoldsSound() const {
-    const QByteArray head = ReadAt(file.Get(), SoundBegin(), std::min(SoundSize(), kSoundHead));
-    return HoldsAdts(head) || HoldsMpeg(head);
+bool Id3File::HoldsSound(int file) const {
+    const QByteArray head = ReadAt(file, SoundBegin(), std::min(SoundSize(), kSoundHead));
+    return HoldsAdts(head, SoundSize() <= kSoundHead) || HoldsMpeg(head);
 }
 
-std::optional<Id3File> OpenId3File(const QString& path, Id3FrameFilter keep) {
-    Id3File opened{OpenForReading(path), 0, {}, {}};
+std::optional<Id3File> ReadId3File(int file, Id3Purpose purpose) {
     struct stat status {};
-    if (!opened.file.IsOpen() || ::fstat(opened.file.Get(), &status) != 0)
+    if (::fstat(file, &status) != 0)
         return std::nullopt;
-    opened.size = static_cast<std::uint64_t>(status.st_size);
-    opened.tag = ReadId3v2Tag(opened.file.Get(), opened.size, keep);
-    if (opened.size >= opened.tag.size + kId3v1) {
-        opened.id3v1 = ReadAt(opened.file.Get(), opened.size - kId3v1, kId3v1);
-        if (opened.id3v1.size() != static_cast<qsizetype>(kId3v1))
+    Id3File read;
+    read.size = static_cast<std::uint64_t>(status.st_size);
+    read.tag = ReadId3v2Tag(file, read.size, purpose);
+    if (read.size >= read.tag.size + kId3v1) {
+        const QByteArray last = ReadAt(file, read.size - kId3v1, kId3v1);
+        const bool complete = last.size() == static_cast<qsizetype>(kId3v1);
+        if (!complete && purpose == Id3Purpose::Rewriting)
             return std::nullopt;
-        if (!opened.id3v1.startsWith("TAG"))
-            opened.id3v1.clear();
+        if (complete && last.startsWith("TAG"))
+            read.id3v1 = last;
     }
-    return opened;
+    return read;
+}
+
+std::optional<Id3File> ReadId3File(const QString& path, Id3Purpose purpose) {
+    const FileDescriptor file = OpenForReading(path);
+    return file.IsOpen() ? ReadId3File(file.Get(), purpose) : std::nullopt;
 }

@@ -9,20 +9,12 @@
 #include "tags/Id3v24Frames.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace Id3Tags {
 namespace {
 
 constexpr int kNewTagVersion = 3;
-constexpr std::uint16_t kFormatFlags = 0x00FF; ///< of a frame: how its data is stored
-constexpr std::uint16_t kUnsynchronised24 = 0x0002;
-
-std::size_t KeepPictures(QByteArrayView id) {
-    const bool picture = id == Id3PictureId(2) || id == Id3PictureId(3);
-    return picture ? std::numeric_limits<std::size_t>::max() : 0;
-}
 
 /// Some programs write the encodings of ID3v2.4 into older tags, where id3lib can't read them.
 bool NeedsTagLib(const Id3v2Tag& tag, Id3Field field) {
@@ -52,12 +44,26 @@ CTrackInfo InfoOf(const Id3v2Tag& tag, const Id3Texts& texts) {
     return info;
 }
 
-/// The file at `path` with all its frames, if it may be written to.
-std::optional<Id3File> OpenToWrite(const QString& path) {
-    std::optional<Id3File> file = OpenId3File(path, KeepAllFrames);
-    if (file && (!file->tag.whole || !file->HoldsSound()))
-        file.reset();
-    return file;
+/// A file that is to get other tags. It is read through the replacement, so that another program's
+/// change is noticed from the first byte on.
+struct Rewriting {
+    FileReplacement replacement;
+    Id3File old;
+};
+
+/// With `forceEmpty` a damaged tag will do, as long as its size is sure: it goes.
+std::optional<Rewriting> BeginRewriting(const QString& path, bool forceEmpty) {
+    std::optional<FileReplacement> replacement = FileReplacement::Begin(path);
+    if (!replacement)
+        return std::nullopt;
+    const int original = replacement->Original();
+    std::optional<Id3File> old = ReadId3File(original, Id3Purpose::Rewriting);
+    if (!old)
+        return std::nullopt;
+    const bool sizeIsSure = old->tag.version != 0 && old->tag.size <= old->size;
+    if (!(old->tag.whole || (forceEmpty && sizeIsSure)) || !old->HoldsSound(original))
+        return std::nullopt;
+    return Rewriting{std::move(*replacement), std::move(*old)};
 }
 
 /// The tag to write, so far with the frames of the old one.
@@ -70,19 +76,8 @@ Id3v2Tag BeginNewTag(const Id3v2Tag& old) {
     return tag;
 }
 
-/// Sets the data of the first frame with this id, or adds a frame.
-void SetFrame(Id3v2Tag& tag, QByteArrayView id, const QByteArray& data) {
-    const auto found = std::find_if(tag.frames.begin(), tag.frames.end(),
-                                    [id](const Id3Frame& frame) { return frame.id == id; });
-    Id3Frame& frame = found == tag.frames.end()
-                          ? tag.frames.emplace_back(Id3Frame{id.toByteArray(), 0, {}})
-                          : *found;
-    frame.flags &= static_cast<std::uint16_t>(~kFormatFlags);
-    frame.data = data;
-    if (tag.version == 4 && tag.unsynchronised) {
-        frame.flags |= kUnsynchronised24;
-        frame.data = Unsynchronise(data);
-    }
+QByteArray TextData(int version, Id3Field field, const QString& text) {
+    return version == 4 ? Id3v24Frames::TextData(field, text) : Id3v23Frames::TextData(field, text);
 }
 
 /// Writes the text of each field that reads differently now, and says in `texts` how it will read.
@@ -99,12 +94,22 @@ bool SetFields(Id3v2Tag& tag, const CTrackInfo& info, Id3Texts& texts) {
             if (text == Id3FieldText(current, field))
                 continue;
         }
-        SetFrame(tag, id,
-                 tag.version == 4 ? Id3v24Frames::TextData(field, text)
-                                  : Id3v23Frames::TextData(field, text));
+        SetId3Frame(tag, id, TextData(tag.version, field, text));
         texts[i] = CutId3Text(text);
     }
     return true;
+}
+
+/// Adds the fields that ID3v1 tells: once there is an ID3v2 tag, other programs may look there
+/// only.
+void AddTextsOfId3v1(const QByteArray& id3v1, Id3v2Tag& tag) {
+    const Id3Texts texts = ReadTexts({}, id3v1);
+    for (std::size_t i = 0; i < kId3FieldCount; ++i) {
+        const auto field = static_cast<Id3Field>(i);
+        if (texts[i])
+            SetId3Frame(tag, Id3FrameId(field, tag.version),
+                        TextData(tag.version, field, *texts[i]));
+    }
 }
 
 bool SameTexts(const Id3Texts& a, const Id3Texts& b) {
@@ -116,7 +121,8 @@ bool SameTexts(const Id3Texts& a, const Id3Texts& b) {
 /// Whether the new file reads back as it was meant.
 bool ReadsBack(const FileReplacement& replacement, const Id3File& old, const Id3v2Tag& tag,
                const Id3Texts& texts, const QByteArray& id3v1) {
-    const std::optional<Id3File> written = OpenId3File(replacement.NewPath(), KeepAllFrames);
+    const std::optional<Id3File> written =
+        ReadId3File(replacement.NewPath(), Id3Purpose::Rewriting);
     return written && written->tag.whole && written->tag.version == tag.version &&
            written->tag.frames == tag.frames && written->id3v1 == id3v1 &&
            written->SoundSize() == old.SoundSize() &&
@@ -124,22 +130,20 @@ bool ReadsBack(const FileReplacement& replacement, const Id3File& old, const Id3
            replacement.MatchesOriginal(written->SoundBegin(), old.SoundBegin(), old.SoundSize());
 }
 
-int Replace(const QString& path, const Id3File& old, const Id3v2Tag& tag, const Id3Texts& texts,
-            const QByteArray& id3v1) {
+int Replace(Rewriting& file, const Id3v2Tag& tag, const Id3Texts& texts, const QByteArray& id3v1) {
+    auto& [replacement, old] = file;
     const QByteArray head = AssembleId3v2Tag(tag);
-    std::optional<FileReplacement> replacement = FileReplacement::Begin(path);
-    const bool replaced = !head.isEmpty() && replacement &&
-                          replacement->OriginalSize() == old.size && replacement->Append(head) &&
-                          replacement->AppendOriginal(old.SoundBegin(), old.SoundSize()) &&
-                          replacement->Append(id3v1) &&
-                          ReadsBack(*replacement, old, tag, texts, id3v1) && replacement->Commit();
+    const bool replaced = !head.isEmpty() && replacement.Append(head) &&
+                          replacement.AppendOriginal(old.SoundBegin(), old.SoundSize()) &&
+                          replacement.Append(id3v1) &&
+                          ReadsBack(replacement, old, tag, texts, id3v1) && replacement.Commit();
     return replaced ? 0 : 1;
 }
 
 } // namespace
 
 int Read(const QString& path, CTrackInfo& info) {
-    const std::optional<Id3File> file = OpenId3File(path, KeepId3Texts);
+    const std::optional<Id3File> file = ReadId3File(path, Id3Purpose::Texts);
     if (!file)
         return 1;
     const Id3Texts texts = ReadTexts(file->tag, file->id3v1);
@@ -148,11 +152,11 @@ int Read(const QString& path, CTrackInfo& info) {
 }
 
 int Write(const QString& path, const CTrackInfo& info, int forceEmpty) {
-    const std::optional<Id3File> file = OpenToWrite(path);
+    std::optional<Rewriting> file = BeginRewriting(path, forceEmpty != 0);
     if (!file)
         return 1;
-    Id3v2Tag tag = BeginNewTag(file->tag);
-    QByteArray id3v1 = file->id3v1;
+    Id3v2Tag tag = BeginNewTag(file->old.tag);
+    QByteArray id3v1 = file->old.id3v1;
     if (forceEmpty) {
         tag.frames.clear();
         id3v1.clear();
@@ -161,11 +165,11 @@ int Write(const QString& path, const CTrackInfo& info, int forceEmpty) {
     Id3Texts texts = ReadTexts(tag, {});
     if (!SetFields(tag, info, texts))
         return 1;
-    return Replace(path, *file, tag, texts, id3v1);
+    return Replace(*file, tag, texts, id3v1);
 }
 
 QByteArray ReadArtwork(const QString& path) {
-    const std::optional<Id3File> file = OpenId3File(path, KeepPictures);
+    const std::optional<Id3File> file = ReadId3File(path, Id3Purpose::FirstPicture);
     if (!file)
         return {};
     return file->tag.version == 4 ? Id3v24Frames::Picture(file->tag)
@@ -173,14 +177,16 @@ QByteArray ReadArtwork(const QString& path) {
 }
 
 int WriteArtwork(const QString& path, const QByteArray& jpeg) {
-    const std::optional<Id3File> file = OpenToWrite(path);
+    std::optional<Rewriting> file = BeginRewriting(path, false);
     if (!file)
         return 1;
-    Id3v2Tag tag = BeginNewTag(file->tag);
-    SetFrame(tag, Id3PictureId(tag.version),
-             tag.version == 4 ? Id3v24Frames::PictureData(jpeg)
-                              : Id3v23Frames::PictureData(tag.version, jpeg));
-    return Replace(path, *file, tag, ReadTexts(tag, {}), file->id3v1);
+    Id3v2Tag tag = BeginNewTag(file->old.tag);
+    if (file->old.tag.version == 0)
+        AddTextsOfId3v1(file->old.id3v1, tag);
+    SetId3Frame(tag, Id3PictureId(tag.version),
+                tag.version == 4 ? Id3v24Frames::PictureData(jpeg)
+                                 : Id3v23Frames::PictureData(tag.version, jpeg));
+    return Replace(*file, tag, ReadTexts(tag, {}), file->old.id3v1);
 }
 
 } // namespace Id3Tags

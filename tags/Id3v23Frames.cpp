@@ -21,10 +21,6 @@ constexpr std::array<ID3_FrameID, kId3FieldCount> kNumbers = {
     ID3FID_ALBUM, ID3FID_LEADARTIST, ID3FID_BPM,      ID3FID_COMPOSER, ID3FID_SONGLEN,
     ID3FID_SIZE,  ID3FID_TITLE,      ID3FID_TRACKNUM, ID3FID_YEAR,     ID3FID_CONTENTTYPE};
 
-/// Not fields of ours, but id3lib takes no artist from ID3v1 where one of these stands.
-constexpr std::array<std::array<const char*, 2>, 2> kOtherArtists = {
-    {{"TP2", "TPE2"}, {"TP3", "TPE3"}}};
-
 void Link(ID3_Tag& tag, const QByteArray& bytes, flags_t types) {
     ID3_MemoryReader reader(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     tag.Link(reader, types);
@@ -53,7 +49,7 @@ QByteArray SmallTag(const Id3v2Tag& tag) {
         const auto field = static_cast<Id3Field>(i);
         AddFrame(tag, Id3FrameId(field, tag.version), Id3FrameId(field, 3), small);
     }
-    for (const auto& [id2, id3] : kOtherArtists)
+    for (const auto& [id2, id3] : kId3OtherArtists)
         AddFrame(tag, tag.version == 2 ? id2 : id3, id3, small);
     return small.frames.empty() ? QByteArray() : AssembleId3v2Tag(small);
 }

@@ -38,8 +38,10 @@ QByteArray Render(const Frame& frame) {
 } // namespace
 
 std::optional<QString> ReadText(const Id3v2Tag& tag, Id3Field field) {
-    const TagLib::ByteVector bytes =
-        PlainFrame(tag, Id3FrameId(field, tag.version), Id3FrameId(field, kVersion));
+    QByteArrayView id = Id3FrameId(field, tag.version);
+    if (field == Id3Field::Year && tag.version == kVersion && !tag.Find(id))
+        id = Id3FrameId(field, 3); // as programs write that only change the version
+    const TagLib::ByteVector bytes = PlainFrame(tag, id, Id3FrameId(field, kVersion));
     if (bytes.isEmpty())
         return std::nullopt;
     const TagLib::ID3v2::TextIdentificationFrame frame(bytes);

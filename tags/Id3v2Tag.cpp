@@ -1,18 +1,37 @@
 #include "tags/Id3v2Tag.h"
 
-#include <unistd.h>
+#include "platform/Files.h"
+#include "tags/Id3Fields.h"
+#include "tags/Id3Picture.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <limits>
 #include <utility>
 
 namespace {
 
 constexpr std::size_t kTagHeader = 10;
-constexpr std::uint32_t kMaxTag = (1U << 28) - 1;
-constexpr std::size_t kMaxFrames = 10'000; // real tags have tens
+constexpr std::uint64_t kMegabyte = 1024 * 1024;
+constexpr std::uint64_t kMaxTag = 64 * kMegabyte; // that is written; the format allows 256 MB
+
+/// What a reading may spend; real tags have tens of frames.
+struct Budget {
+    std::uint64_t bytes;
+    std::size_t frames;
+};
+
+Budget BudgetOf(Id3Purpose purpose) {
+    switch (purpose) {
+    case Id3Purpose::Texts:
+        return {8 * kMegabyte, 1'000};
+    case Id3Purpose::FirstPicture:
+        return {Id3Picture::kMaxSize + 8 * kMegabyte, 1'000};
+    case Id3Purpose::Rewriting:
+        break;
+    }
+    return {2 * kMaxTag, 10'000}; // a look ahead may cost a second reading
+}
 
 // Flags of the tag header.
 constexpr unsigned kUnsynchronisation = 0x80;
@@ -27,6 +46,7 @@ struct FormatFlags {
     unsigned unsynchronised;
     unsigned lengthTold;
 };
+constexpr std::uint16_t kAllFormatFlags = 0x00FF;
 constexpr FormatFlags kFlags23{0x80, 0x40, 0x20, 0, 0};
 constexpr FormatFlags kFlags24{0x08, 0x04, 0x40, 0x02, 0x01};
 
@@ -62,12 +82,27 @@ std::size_t FrameHeaderLength(int version) {
     return version == 2 ? 6 : 10;
 }
 
+/// How many bytes of the data of a frame to keep; 0 passes it over.
+std::uint64_t BytesToKeep(Id3Purpose purpose, QByteArrayView id, std::uint64_t size) {
+    switch (purpose) {
+    case Id3Purpose::Texts:
+        return std::min<std::uint64_t>(KeepId3Texts(id), size);
+    case Id3Purpose::FirstPicture:
+        return IsId3Picture(id) && size <= Id3Picture::kMaxSize ? size : 0;
+    case Id3Purpose::Rewriting:
+        break;
+    }
+    return size;
+}
+
 /// The bytes of a tag in the file, in order, through a buffer.
 class BodyReader {
 public:
-    BodyReader(int file, std::uint64_t fileSize)
+    /// Reads at most `budget` bytes from the file: behind them it seems to be cut.
+    BodyReader(int file, std::uint64_t fileSize, std::uint64_t budget)
         : m_file(file)
-        , m_end(fileSize) {}
+        , m_end(fileSize)
+        , m_budget(budget) {}
 
     void SetEnd(std::uint64_t end) { m_end = std::min(end, m_end); }
     void UndoUnsynchronisation() { m_bUnsync = true; }
@@ -102,16 +137,18 @@ public:
 private:
     /// The buffered bytes from m_position on; none at the end.
     std::pair<const char*, std::size_t> Chunk() {
-        if (m_position < m_bufferBegin || m_position >= m_bufferBegin + m_bufferSize) {
-            const std::uint64_t wanted = std::min<std::uint64_t>(m_buffer.size(), Left());
-            const ssize_t got = ::pread(m_file, m_buffer.data(), static_cast<std::size_t>(wanted),
-                                        static_cast<off_t>(m_position));
+        if (m_position < m_bufferBegin || m_position >= m_bufferBegin + BufferSize()) {
+            m_buffer = ReadAt(m_file, m_position, std::min({kBlock, Left(), m_budget}));
             m_bufferBegin = m_position;
-            m_bufferSize = got > 0 ? static_cast<std::size_t>(got) : 0;
+            m_budget -= static_cast<std::uint64_t>(m_buffer.size());
         }
         const auto offset = static_cast<std::size_t>(m_position - m_bufferBegin);
-        const std::uint64_t size = std::min<std::uint64_t>(m_bufferSize - offset, Left());
-        return {m_buffer.data() + offset, static_cast<std::size_t>(size)};
+        const std::uint64_t size = std::min<std::uint64_t>(BufferSize() - offset, Left());
+        return {m_buffer.constData() + offset, static_cast<std::size_t>(size)};
+    }
+
+    [[nodiscard]] std::uint64_t BufferSize() const {
+        return static_cast<std::uint64_t>(m_buffer.size());
     }
 
     bool Advance(char* out, std::uint64_t count) {
@@ -125,10 +162,9 @@ private:
             }
             auto run = static_cast<std::size_t>(std::min<std::uint64_t>(size, count));
             if (m_bUnsync) {
-                if (const void* ff = std::memchr(bytes, 0xFF, run)) {
-                    run = static_cast<std::size_t>(static_cast<const char*>(ff) - bytes) + 1;
-                    m_bAfterFF = true;
-                }
+                if (const void* pair = ::memmem(bytes, run, "\xFF\0", 2))
+                    run = static_cast<std::size_t>(static_cast<const char*>(pair) - bytes) + 1;
+                m_bAfterFF = bytes[run - 1] == '\xFF';
             }
             if (out)
                 out = std::copy_n(bytes, run, out);
@@ -138,14 +174,16 @@ private:
         return true;
     }
 
+    static constexpr std::uint64_t kBlock = 16384;
+
     int m_file;
     std::uint64_t m_position = 0;
     std::uint64_t m_end;
+    std::uint64_t m_budget; ///< bytes that may still be read
     bool m_bUnsync = false;
     bool m_bAfterFF = false;
     std::uint64_t m_bufferBegin = 0;
-    std::size_t m_bufferSize = 0;
-    std::array<char, 16384> m_buffer; // uninitialised on purpose: it is filled before use
+    QByteArray m_buffer;
 };
 
 /// Whether a frame, padding or the end of the tag stands at `position`.
@@ -184,7 +222,7 @@ bool OnlyPaddingLeft(BodyReader& reader) {
 }
 
 /// Reads the next frame into the tag; false when there is no further one.
-bool ReadFrame(BodyReader& reader, Id3FrameFilter keep, Id3v2Tag& tag) {
+bool ReadFrame(BodyReader& reader, Id3Purpose purpose, Id3v2Tag& tag) {
     const std::size_t headerLength = FrameHeaderLength(tag.version);
     const int idLength = IdLength(tag.version);
     std::array<char, 10> header{};
@@ -195,7 +233,7 @@ bool ReadFrame(BodyReader& reader, Id3FrameFilter keep, Id3v2Tag& tag) {
         return false;
     }
     if (header[0] == '\0') {
-        tag.whole = keep != KeepAllFrames || OnlyPaddingLeft(reader);
+        tag.whole = purpose != Id3Purpose::Rewriting || OnlyPaddingLeft(reader);
         return false;
     }
     tag.whole = false;
@@ -207,8 +245,8 @@ bool ReadFrame(BodyReader& reader, Id3FrameFilter keep, Id3v2Tag& tag) {
         return false;
 
     const QByteArrayView id(header.data(), idLength);
-    const std::size_t kept = std::min<std::size_t>(keep(id), *size);
-    if (kept > 0 || keep == KeepAllFrames) {
+    const auto kept = static_cast<std::size_t>(BytesToKeep(purpose, id, *size));
+    if (kept > 0 || purpose == Id3Purpose::Rewriting) {
         Id3Frame frame{id.toByteArray(), 0, QByteArray(static_cast<qsizetype>(kept), '\0')};
         if (tag.version != 2)
             frame.flags = static_cast<std::uint16_t>(BigEndian(header.data() + 8, 2));
@@ -219,7 +257,7 @@ bool ReadFrame(BodyReader& reader, Id3FrameFilter keep, Id3v2Tag& tag) {
     if (!reader.Skip(*size - kept))
         return false;
     tag.whole = true;
-    return true;
+    return purpose != Id3Purpose::FirstPicture || !IsId3Picture(id);
 }
 
 /// Steps over the extended header: nothing in it is about frames that are kept.
@@ -241,13 +279,10 @@ const Id3Frame* Id3v2Tag::Find(QByteArrayView id) const {
     return found == frames.end() ? nullptr : &*found;
 }
 
-std::size_t KeepAllFrames(QByteArrayView) {
-    return std::numeric_limits<std::size_t>::max();
-}
-
-Id3v2Tag ReadId3v2Tag(int file, std::uint64_t fileSize, Id3FrameFilter keep) {
+Id3v2Tag ReadId3v2Tag(int file, std::uint64_t fileSize, Id3Purpose purpose) {
     Id3v2Tag tag;
-    BodyReader reader(file, fileSize);
+    const Budget budget = BudgetOf(purpose);
+    BodyReader reader(file, fileSize, budget.bytes);
     std::array<char, kTagHeader> header{};
     if (!reader.Read(header.data(), header.size())) {
         tag.whole = fileSize < header.size();
@@ -265,14 +300,16 @@ Id3v2Tag ReadId3v2Tag(int file, std::uint64_t fileSize, Id3FrameFilter keep) {
     tag.version = version;
     tag.unsynchronised = flags & kUnsynchronisation;
     tag.size = kTagHeader + *size + (version == 4 && flags & kFooter ? kTagHeader : 0);
+    if (purpose == Id3Purpose::Rewriting && *size > kMaxTag)
+        return tag;
     reader.SetEnd(kTagHeader + *size);
     if (version != 4 && tag.unsynchronised)
         reader.UndoUnsynchronisation();
     if (flags & kExtendedHeader && !SkipExtendedHeader(version, reader))
         return tag;
     tag.whole = true;
-    for (std::size_t count = 0; ReadFrame(reader, keep, tag); ++count) {
-        if (count == kMaxFrames) {
+    for (std::size_t count = 0; ReadFrame(reader, purpose, tag); ++count) {
+        if (count == budget.frames) {
             tag.whole = false;
             break;
         }
@@ -293,6 +330,20 @@ std::optional<QByteArray> PlainFrameData(const Id3v2Tag& tag, const Id3Frame& fr
     if (tag.version == 4 && (tag.unsynchronised || frame.flags & format.unsynchronised))
         data.replace(QByteArrayView("\xFF\0", 2), QByteArrayView("\xFF", 1));
     return data;
+}
+
+void SetId3Frame(Id3v2Tag& tag, QByteArrayView id, const QByteArray& data) {
+    const auto found = std::find_if(tag.frames.begin(), tag.frames.end(),
+                                    [id](const Id3Frame& frame) { return frame.id == id; });
+    Id3Frame& frame = found == tag.frames.end()
+                          ? tag.frames.emplace_back(Id3Frame{id.toByteArray(), 0, {}})
+                          : *found;
+    frame.flags &= static_cast<std::uint16_t>(~kAllFormatFlags);
+    frame.data = data;
+    if (tag.version == 4 && tag.unsynchronised) {
+        frame.flags |= static_cast<std::uint16_t>(kFlags24.unsynchronised);
+        frame.data = Unsynchronise(data);
+    }
 }
 
 QByteArray Unsynchronise(const QByteArray& bytes) {
@@ -339,7 +390,7 @@ QByteArray AssembleId3v2Tag(const Id3v2Tag& tag) {
         body = Unsynchronise(body);
         unsynchronised = body.size() != before;
     }
-    if (body.size() > static_cast<qsizetype>(kMaxTag))
+    if (static_cast<std::uint64_t>(body.size()) > kMaxTag)
         return {};
     QByteArray bytes("ID3");
     bytes += static_cast<char>(tag.version);

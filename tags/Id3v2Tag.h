@@ -37,24 +37,29 @@ struct Id3v2Tag {
     [[nodiscard]] const Id3Frame* Find(QByteArrayView id) const;
 };
 
-/// Says how many bytes of the data of frames with this id to keep; 0 passes them over.
-using Id3FrameFilter = std::size_t (*)(QByteArrayView id);
+/// What a reading of a tag is for. It says which frames are kept and what may be spent on them.
+enum class Id3Purpose {
+    Texts,        ///< what the texts are read from: at most 8 MB read and 1,000 frames
+    FirstPicture, ///< the first picture, if not too large: at most 72 MB read and 1,000 frames
+    Rewriting,    ///< everything, of a tag of at most 64 MB and 10,000 frames
+};
 
 /// Reads the tag at the head of an open file of `fileSize` bytes. Frames from the first one that
-/// makes no sense on are left out, and `whole` is then false.
+/// makes no sense on are left out, and so are those for which the purpose allows no more; `whole`
+/// is then false.
 /// Cost: one read of 16 KB, and one more for each picture that is passed over; unsynchronised
-/// ID3v2.2 and 2.3 tags have to be read up to the end.
-[[nodiscard]] Id3v2Tag ReadId3v2Tag(int file, std::uint64_t fileSize, Id3FrameFilter keep);
-
-/// Keeps everything: for a tag that is to be written again.
-[[nodiscard]] std::size_t KeepAllFrames(QByteArrayView id);
+/// ID3v2.2 and 2.3 tags have to be read up to the end or to what the purpose allows.
+[[nodiscard]] Id3v2Tag ReadId3v2Tag(int file, std::uint64_t fileSize, Id3Purpose purpose);
 
 /// The data of a frame of `tag` without group, length and unsynchronisation. Nothing if the frame
 /// is compressed or encrypted: those are not read.
 [[nodiscard]] std::optional<QByteArray> PlainFrameData(const Id3v2Tag& tag, const Id3Frame& frame);
 
+/// Sets the data of the first frame with this id, stored as `tag` says, or adds a frame.
+void SetId3Frame(Id3v2Tag& tag, QByteArrayView id, const QByteArray& data);
+
 /// Stores the frames' bytes as one tag without padding, extended header or footer. Empty when a
-/// frame or the tag is larger than the version can tell.
+/// frame is larger than the version can tell, or the tag than can be read for Rewriting.
 [[nodiscard]] QByteArray AssembleId3v2Tag(const Id3v2Tag& tag);
 
 /// Header and data of one frame, as AssembleId3v2Tag stores them; empty when it is too large.

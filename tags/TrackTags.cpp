@@ -1,16 +1,14 @@
 #include "tags/TrackTags.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
+#include "tags/Id3Picture.h"
 #include "tags/Id3Tags.h"
-
-#include <fcntl.h>
 
 #include <array>
 
 namespace {
-
-constexpr std::uint64_t kMaxPicture = 64ULL * 1024 * 1024;
 
 /// The tag format of a kind of file; an operation that it lacks is null.
 struct TagFormat {
@@ -40,6 +38,18 @@ const TagFormat* FormatOf(const QString& path) {
     return nullptr;
 }
 
+bool IsSameFile(const QString& one, const QString& other) {
+    const std::optional<FileStatus> a = GetFileStatus(one);
+    const std::optional<FileStatus> b = GetFileStatus(other);
+    return a && b && a->identity == b->identity;
+}
+
+/// What a track without a title is shown as; a name that is all extension stands for itself.
+QString TitleFromName(const QString& path) {
+    const QString base = Path::BaseName(path);
+    return Path::ForDisplay(base.isEmpty() ? Path::FileName(path) : base);
+}
+
 } // namespace
 
 int ReadTrackTags(const QString& path, CTrackInfo& info) {
@@ -48,7 +58,7 @@ int ReadTrackTags(const QString& path, CTrackInfo& info) {
         return 1;
     const int result = format->read ? format->read(path, info) : 1;
     if (result != 0 || info.m_strTitle.isEmpty())
-        info.m_strTitle = Path::ForDisplay(Path::BaseName(path));
+        info.m_strTitle = TitleFromName(path);
     return 0;
 }
 
@@ -64,22 +74,16 @@ QByteArray ReadTrackArtwork(const QString& path) {
 
 int SaveTrackArtwork(const QString& path, const QString& outPath) {
     const QByteArray picture = ReadTrackArtwork(path);
-    if (picture.isEmpty())
+    if (picture.isEmpty() || IsSameFile(path, outPath))
         return 1;
-    const FileDescriptor file(
-        ::open(Path::ToBytes(outPath).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-    return file.IsOpen() && WriteAll(file.Get(), picture) ? 0 : 1;
+    std::optional<FileReplacement> file = FileReplacement::BeginOrCreate(outPath);
+    return file && file->Append(picture) && file->Commit() ? 0 : 1;
 }
 
 int WriteTrackArtwork(const QString& path, const QString& jpegPath) {
     const TagFormat* format = FormatOf(path);
     if (!format || !format->writeArtwork || jpegPath.isEmpty())
         return 1;
-    const FileDescriptor file = OpenForReading(jpegPath);
-    const std::optional<FileStatus> status = GetFileStatus(jpegPath);
-    if (!file.IsOpen() || !status || status->size == 0 || status->size > kMaxPicture)
-        return 1;
-    const QByteArray jpeg = ReadAt(file.Get(), 0, status->size);
-    const bool complete = static_cast<std::uint64_t>(jpeg.size()) == status->size;
-    return complete ? format->writeArtwork(path, jpeg) : 1;
+    const std::optional<QByteArray> jpeg = ReadWholeFile(jpegPath, Id3Picture::kMaxSize);
+    return jpeg && !jpeg->isEmpty() ? format->writeArtwork(path, *jpeg) : 1;
 }

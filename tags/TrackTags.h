@@ -22,7 +22,8 @@
 /// The first picture in the tags; empty if there is none.
 [[nodiscard]] QByteArray ReadTrackArtwork(const QString& path);
 
-/// Writes the first picture in the tags to the file `outPath`: 0 when it is there, 1 otherwise.
+/// Writes the first picture in the tags to the file `outPath`, new or in the place of another:
+/// 0 when it is there, 1 otherwise, the other then being as it was. `outPath` may not be the track.
 [[nodiscard]] int SaveTrackArtwork(const QString& path, const QString& outPath);
 
 /// Puts the JPEG file `jpegPath` into the tags as the picture: 0 when it is there. With either

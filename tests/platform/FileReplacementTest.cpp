@@ -104,3 +104,49 @@ TEST(FileReplacementTest, TakesAFileThatALibraryHasEditedByName) {
     EXPECT_TRUE(replacement->Commit());
     EXPECT_EQ(ReadFile(path), "edited");
 }
+
+TEST(FileReplacementTest, NoticesAChangeOfTheSameSize) {
+    const ScratchFolder scratch;
+    const QString path = scratch.Write(QStringLiteral("file"), "old");
+    const QByteArray bytes = Path::ToBytes(path);
+    const std::array<timespec, 2> past = {{{1'000'000, 0}, {1'000'000, 0}}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, bytes, past.data(), 0), 0);
+    const struct stat before = StatusOf(path);
+
+    std::optional<FileReplacement> replacement = FileReplacement::Begin(path);
+    ASSERT_TRUE(replacement && replacement->Append("new"));
+    struct stat after = before;
+    do { // until the clock of the file system, which is coarse, has moved on
+        WriteFile(path, "odd");
+        ASSERT_EQ(::utimensat(AT_FDCWD, bytes, past.data(), 0), 0); // as a copying program does
+        after = StatusOf(path);
+    } while (after.st_ctim.tv_sec == before.st_ctim.tv_sec &&
+             after.st_ctim.tv_nsec == before.st_ctim.tv_nsec);
+    EXPECT_FALSE(replacement->Commit());
+    EXPECT_EQ(ReadFile(path), "odd");
+}
+
+TEST(FileReplacementTest, CreatesAFileThatIsNotThere) {
+    const ScratchFolder scratch;
+    const QString path = scratch.File(QStringLiteral("file"));
+    {
+        std::optional<FileReplacement> late = FileReplacement::BeginOrCreate(path);
+        ASSERT_TRUE(late && late->Append("new"));
+        WriteFile(path, "of another");
+        EXPECT_FALSE(late->Commit());
+    }
+    EXPECT_EQ(ReadFile(path), "of another");
+    const auto mode = StatusOf(path).st_mode; // that of any new file
+    ASSERT_EQ(::unlink(Path::ToBytes(path)), 0);
+
+    std::optional<FileReplacement> creation = FileReplacement::BeginOrCreate(path);
+    ASSERT_TRUE(creation && creation->Append("new") && creation->Commit());
+    EXPECT_EQ(ReadFile(path), "new");
+    EXPECT_EQ(StatusOf(path).st_mode, mode);
+    EXPECT_EQ(FilesIn(scratch.Path()), 1U);
+
+    const QString nowhere = scratch.File(QStringLiteral("nowhere"));
+    ASSERT_EQ(::symlink("missing/file", Path::ToBytes(nowhere)), 0);
+    EXPECT_FALSE(FileReplacement::BeginOrCreate(nowhere));
+    EXPECT_FALSE(FileReplacement::BeginOrCreate(scratch.File(QStringLiteral("no/folder"))));
+}

@@ -3,10 +3,13 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/tags/TagBytes.h"
 
+#include <QFile>
+#include <QtEndian>
 #include <gtest/gtest.h>
 
 #include <random>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -40,11 +43,16 @@ QByteArray Unsynchronised(QByteArray tag) {
 std::set<qsizetype> Boundaries(const QByteArray& tag) {
     std::set<qsizetype> offsets = {0, 3, 5, 6, 10, tag.size()};
     const qsizetype header = tag[3] == 2 ? 6 : 10;
-    for (qsizetype frame = 10; frame + header < tag.size();) {
-        offsets.insert(
-            {frame, frame + header / 2, frame + header - 2, frame + header, frame + header + 1});
-        frame += header + tag[frame + header / 2]; // all sizes in these tags fit a byte
+    const qsizetype size = tag[3] == 2 ? 3 : 4;
+    const qsizetype lowByte = tag[3] == 2 ? 5 : 7; // all sizes in these tags fit it
+    qsizetype frame = 10;
+    while (frame + header < tag.size()) {
+        offsets.insert({frame, frame + size, frame + lowByte, frame + header - 2, frame + header,
+                        frame + header + 1});
+        frame += header + static_cast<unsigned char>(tag[frame + lowByte]);
     }
+    const bool unsynchronised = tag[5] != '\0'; // more bytes are stored than the sizes tell
+    EXPECT_TRUE(unsynchronised || frame == tag.size());
     return offsets;
 }
 
@@ -112,6 +120,76 @@ TEST(DamagedTagsTest, EveryVariantHasADefinedOutcome) {
         }
     }
     EXPECT_GT(count, 900U);
+}
+
+namespace {
+
+/// A file of `size` bytes that takes no room on disk but for the pieces given with their offsets.
+void WriteSparse(const QString& path, qint64 size,
+                 const std::vector<std::pair<qint64, QByteArray>>& pieces) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(size));
+    for (const auto& [offset, bytes] : pieces)
+        ASSERT_TRUE(file.seek(offset) && file.write(bytes) == bytes.size());
+}
+
+/// What this process has read from files so far, in bytes.
+qint64 BytesRead() {
+    QFile file(QStringLiteral("/proc/self/io"));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray line = file.readLine(); // "rchar: 123"
+    EXPECT_TRUE(line.startsWith("rchar: "));
+    return line.mid(7).trimmed().toLongLong();
+}
+
+/// A frame header of ID3v2.3.
+QByteArray FrameHeader(const char* id, std::uint32_t size) {
+    QByteArray header = AssembleId3Frame(3, {id, 0, {}});
+    qToBigEndian(size, header.data() + 4);
+    return header;
+}
+
+} // namespace
+
+TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
+    constexpr qint64 kMegabyte = 1024 * 1024;
+    constexpr qint64 kTag = 256 * kMegabyte - 1;
+    constexpr qint64 kFrame = 20'000;
+    const auto header = [](char flags) {
+        return QByteArray("ID3\3\0", 5) + flags + QByteArray("\x7F\x7F\x7F\x7F");
+    };
+    const QByteArray title = AssembleId3Frame(3, {"TIT2", 0, EightBit("Title")});
+    std::vector<std::pair<qint64, QByteArray>> many = {{0, header(0) + title}};
+    const qint64 first = many[0].second.size();
+    for (qint64 i = 0; i < 10'000; ++i)
+        many.push_back({first + i * (10 + kFrame), FrameHeader("PRIV", kFrame)});
+    const QByteArray picture = FrameHeader("APIC", 200 * kMegabyte);
+    struct {
+        const char* what;
+        std::vector<std::pair<qint64, QByteArray>> pieces;
+        qint64 textCost;
+        qint64 pictureCost;
+    } const rows[] = {
+        {"unsynchronised", {{0, header('\x80') + title + picture}}, 9, 74},
+        {"many frames", many, 9, 74},
+        {"a picture too large", {{0, header(0) + title + picture}}, 1, 1},
+    };
+    const ScratchFolder scratch;
+    const QString path = scratch.File(QStringLiteral("large.mp3"));
+    for (const auto& row : rows) {
+        WriteSparse(path, kTag + 10 + 1000, row.pieces);
+        const qint64 before = BytesRead();
+        CTrackInfo info;
+        EXPECT_EQ(ReadTrackTags(path, info), 0);
+        EXPECT_EQ(info.m_strTitle, QStringLiteral("Title")) << row.what;
+        const qint64 afterTexts = BytesRead();
+        EXPECT_LT(afterTexts - before, row.textCost * kMegabyte) << row.what;
+        EXPECT_EQ(ReadTrackArtwork(path), QByteArray()) << row.what;
+        EXPECT_LT(BytesRead() - afterTexts, row.pictureCost * kMegabyte) << row.what;
+        const qint64 beforeWrite = BytesRead();
+        EXPECT_NE(WriteTrackTags(path, info, 0), 0) << "above what is read whole";
+        EXPECT_LT(BytesRead() - beforeWrite, kMegabyte) << row.what;
+    }
 }
 
 // Tags that would cost a reader dearly which believes their sizes, or searches.

@@ -1,23 +1,29 @@
 #include "platform/Files.h"
+#include "platform/Path.h"
 #include "tags/TrackTags.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/tags/TagBytes.h"
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sched.h>
 #include <signal.h>
+#include <sys/mount.h>
 #include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <functional>
+#include <string>
 
 namespace {
 
 // How a child process tells the result of its work; a sanitizer that misses a call ends it with 1.
 constexpr int kDone = 10;
 constexpr int kFailed = 11;
+constexpr int kDenied = 12; ///< the system does not let the test set its stage
 
 /// Runs `work` in a child process; the parent goes on with its number.
 pid_t Fork(const std::function<int()>& work) {
@@ -42,11 +48,13 @@ enum class Fault {
 /// status that waitpid gives, or nothing if there were fewer calls.
 std::optional<int> RunWithFault(const std::function<int()>& work, int call, Fault fault) {
     const pid_t child = Fork([&work] {
-        ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+            ::_exit(kDenied);
         ::raise(SIGSTOP);
         return work();
     });
     int status = WaitFor(child);
+    EXPECT_TRUE(WIFSTOPPED(status)) << "a process may not trace its child here";
     ::ptrace(PTRACE_SETOPTIONS, child, nullptr, PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD);
     constexpr int kSystemCall = SIGTRAP | 0x80;
     for (int stop = 0; WIFSTOPPED(status) && stop < 2 * call; ++stop) {
@@ -75,6 +83,27 @@ std::optional<int> RunWithFault(const std::function<int()>& work, int call, Faul
     return std::nullopt;
 }
 
+void WriteText(const char* path, const std::string& text) {
+    const FileDescriptor file(::open(path, O_WRONLY | O_CLOEXEC));
+    if (!WriteAll(file.Get(), text))
+        ::_exit(kDenied);
+}
+
+/// Lets this process alone see an empty disk of `size` bytes at `path`; ends it with kDenied where
+/// processes may have no mounts of their own.
+void MountDisk(const QString& path, qsizetype size) {
+    const std::string user = "0 " + std::to_string(::getuid()) + " 1";
+    const std::string group = "0 " + std::to_string(::getgid()) + " 1";
+    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+        ::_exit(kDenied);
+    WriteText("/proc/self/setgroups", "deny");
+    WriteText("/proc/self/uid_map", user);
+    WriteText("/proc/self/gid_map", group);
+    const std::string options = "size=" + std::to_string(size);
+    if (::mount("none", Path::ToBytes(path), "tmpfs", 0, options.c_str()) != 0)
+        ::_exit(kDenied);
+}
+
 class InterruptedWriteTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -90,6 +119,17 @@ protected:
         return [path = m_strPath, info = m_info] { return WriteTrackTags(path, info, 0); };
     }
 
+    /// Puts the old file there alone: a killed write may have left its new one.
+    void StartAnew() const {
+        const auto entries = ListFolder(m_scratch.Path());
+        ASSERT_TRUE(entries);
+        for (const FolderEntry& entry : *entries) {
+            if (entry.kind == FileKind::Regular)
+                ::unlink(Path::ToBytes(m_scratch.File(entry.name)));
+        }
+        WriteFile(m_strPath, m_old);
+    }
+
     const ScratchFolder m_scratch;
     QString m_strPath;
     CTrackInfo m_info;
@@ -103,7 +143,7 @@ TEST_F(InterruptedWriteTest, AKillAtAnyCallLeavesTheOldOrTheNewFile) {
     int killed = 0;
     bool sawNew = false;
     for (int call = 1;; ++call) {
-        WriteFile(m_strPath, m_old);
+        StartAnew();
         const auto status = RunWithFault(Write(), call, Fault::Kill);
         if (!status)
             break;
@@ -120,7 +160,7 @@ TEST_F(InterruptedWriteTest, AKillAtAnyCallLeavesTheOldOrTheNewFile) {
 TEST_F(InterruptedWriteTest, AnyCallThatFailsLeavesTheOldOrTheNewFile) {
     int refused = 0;
     for (int call = 1;; ++call) {
-        WriteFile(m_strPath, m_old);
+        StartAnew();
         const auto status = RunWithFault(Write(), call, Fault::Refuse);
         if (!status)
             break;
@@ -129,8 +169,27 @@ TEST_F(InterruptedWriteTest, AnyCallThatFailsLeavesTheOldOrTheNewFile) {
         const bool done = WIFEXITED(*status) && WEXITSTATUS(*status) == kDone;
         const bool failed = WIFEXITED(*status) && WEXITSTATUS(*status) == kFailed;
         EXPECT_TRUE(content == m_new ? !failed : content == m_old && !done) << "call " << call;
+        if (failed) {
+            EXPECT_EQ(ListFolder(m_scratch.Path())->size(), 2U) << "left by call " << call;
+        }
     }
     EXPECT_GT(refused, 30);
+}
+
+TEST_F(InterruptedWriteTest, ADiskWithoutRoomForBothLeavesTheOldFileAlone) {
+    const QString disk = m_scratch.MakeFolder(QStringLiteral("disk"));
+    for (const qsizetype room : {qsizetype{8192}, m_new.size() / 2, m_new.size() - 8192}) {
+        const int status = WaitFor(Fork([this, &disk, room] {
+            MountDisk(disk, m_old.size() + room);
+            const QString path = Path::Join(disk, QStringLiteral("song.mp3"));
+            WriteFile(path, m_old);
+            const bool refused = WriteTrackTags(path, m_info, 0) != 0;
+            return refused && ReadFile(path) == m_old && ListFolder(disk)->size() == 1 ? 0 : 1;
+        }));
+        // Where a process may not mount, the test below alone stands for the full disk.
+        const int result = WIFEXITED(status) ? WEXITSTATUS(status) : kFailed;
+        EXPECT_TRUE(result == kDone || result == kDenied) << room;
+    }
 }
 
 TEST_F(InterruptedWriteTest, AFullDiskLeavesTheOldFileAlone) {

@@ -1,5 +1,7 @@
+#include "platform/Files.h"
+#include "platform/Path.h"
 #include "tags/EightBitText.h"
-#include "tags/Id3Fields.h"
+#include "tags/GenreTable.h"
 #include "tags/TrackTags.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/tags/TagBytes.h"
@@ -7,6 +9,9 @@
 #include <QtEndian>
 #include <gtest/gtest.h>
 #include <id3/tag.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 
@@ -119,6 +124,12 @@ TEST(ReadTagsTest, OtherVersionsHaveTheSameFields) {
     EXPECT_EQ(info.m_strGenre, QStringLiteral("Jazz"));
     EXPECT_EQ(info.m_strYear, QStringLiteral("1999"));
 
+    // The year as ID3v2.3 tells it, where there is no time.
+    const FrameList oldYear = {{"TIT2", EightBit("x")}, {"TYER", EightBit("1987")}};
+    EXPECT_EQ(ReadBytes(TagBytes(4, oldYear)).m_strYear, QStringLiteral("1987"));
+    const FrameList both = {{"TYER", EightBit("1987")}, {"TDRC", EightBit("2001-02")}};
+    EXPECT_EQ(ReadBytes(TagBytes(4, both)).m_strYear, QStringLiteral("2001"));
+
     // Plain sizes in ID3v2.4, where the format wants seven bits a byte.
     QByteArray plain =
         TagBytes(3, {{"TXXX", EightBit(QByteArray(200, 'x'))}, {"TIT2", EightBit("Behind")}});
@@ -134,7 +145,7 @@ TEST(ReadTagsTest, ExtensionDecidesWhatIsRead) {
         const char* title;
     } const rows[] = {{"song.MP3", 0, "Title"}, {"song.aac", 0, "Title"}, {"song.m4a", 0, "song"},
                       {"song.mp4", 0, "song"},  {"a.b.wma", 0, "a.b"},    {"song.m3u", 1, ""},
-                      {"song", 1, ""},          {"song.mp3.txt", 1, ""}};
+                      {"song", 1, ""},          {"song.mp3.txt", 1, ""},  {".m4a", 0, ".m4a"}};
     const ScratchFolder scratch;
     for (const auto& row : rows) {
         CTrackInfo info;
@@ -174,11 +185,14 @@ TEST(ReadTagsTest, TextsAreThoseOfId3Lib) {
                           {ID3FID_YEAR, &CTrackInfo::m_strYear}};
         for (const auto& row : rows) {
             const std::optional<QString> linked = LinkedText(tag, row.id);
-            const bool named = row.id == ID3FID_TITLE && !linked; // after the file
-            EXPECT_EQ(info.*row.field, named ? info.m_strTitle : linked.value_or(QString()))
-                << name.toStdString();
+            const QString without = row.id == ID3FID_TITLE ? Path::BaseName(name) : QString();
+            EXPECT_EQ(info.*row.field, linked.value_or(without)) << name.toStdString();
             compared += linked.has_value();
         }
+        QString genre = LinkedText(tag, ID3FID_CONTENTTYPE).value_or(QString());
+        if (genre.startsWith(u'(')) // "(17)"
+            GenreFromId3Number(genre, genre.mid(1).section(u')', 0, 0).toInt());
+        EXPECT_EQ(info.m_strGenre, genre) << name.toStdString();
         const QString length = LinkedText(tag, ID3FID_SONGLEN).value_or(QStringLiteral("0"));
         EXPECT_EQ(info.m_nLengthMs, length.toULongLong()) << name.toStdString();
     }
@@ -230,4 +244,21 @@ TEST(ReadTagsTest, ArtworkIsTheFirstPicture) {
     EXPECT_EQ(ReadTrackArtwork(old), "picture");
     EXPECT_EQ(SaveTrackArtwork(MediaFile(QStringLiteral("untagged.mp3")), out), 1);
     EXPECT_EQ(SaveTrackArtwork(old, scratch.File(QStringLiteral("no/folder.jpg"))), 1);
+}
+
+TEST(ReadTagsTest, SavedArtworkNeverTakesThePlaceOfTheTrackOrWaits) {
+    const ScratchFolder scratch;
+    const QByteArray content = TagBytes(2, {{"PIC", QByteArray("\0JPG\3\0picture", 13)}});
+    const QString track = scratch.Write(QStringLiteral("track.mp3"), content);
+    const QString link = scratch.File(QStringLiteral("link.jpg"));
+    const QString name = scratch.File(QStringLiteral("name.jpg"));
+    const QString pipe = scratch.File(QStringLiteral("pipe.jpg"));
+    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
+    ASSERT_EQ(::symlink("track.mp3", Path::ToBytes(link)), 0);
+    for (const QString& out : {track, link, pipe, scratch.Path()})
+        EXPECT_EQ(SaveTrackArtwork(track, out), 1) << out.toStdString();
+    ASSERT_EQ(::link(Path::ToBytes(track), Path::ToBytes(name)), 0);
+    EXPECT_EQ(SaveTrackArtwork(track, name), 1);
+    EXPECT_EQ(ReadFile(track), content);
+    EXPECT_EQ(ListFolder(scratch.Path())->size(), 4U) << "nothing is left beside them";
 }

@@ -1,5 +1,7 @@
-// tagdump FILE...: what the program reads from the tags of each file, one JSON object a line.
+// tagdump FILE...: what the program reads from the tags of each file, one JSON object a line. The
+// exit status is 1 if a file can't be read.
 
+#include "platform/Files.h"
 #include "platform/Path.h"
 #include "tags/TrackTags.h"
 
@@ -10,11 +12,12 @@
 
 namespace {
 
-QJsonObject Describe(const QString& path) {
+QJsonObject Describe(const QString& path, bool readable) {
     CTrackInfo info;
     const int result = ReadTrackTags(path, info);
     return {
         {QStringLiteral("path"), Path::ForDisplay(path)},
+        {QStringLiteral("readable"), readable},
         {QStringLiteral("result"), result},
         {QStringLiteral("album"), info.m_strAlbum},
         {QStringLiteral("artist"), info.m_strArtist},
@@ -41,10 +44,13 @@ int main(int argc, char** argv) {
         std::fputs("usage: tagdump FILE...\n", stderr);
         return 2;
     }
+    bool allReadable = true;
     for (int i = 1; i < argc; ++i) {
-        const QByteArray line =
-            QJsonDocument(Describe(Path::FromBytes(argv[i]))).toJson(QJsonDocument::Compact);
-        std::puts(line.constData());
+        const QString path = Path::FromBytes(argv[i]);
+        const bool readable = OpenForReading(path).IsOpen();
+        const QJsonDocument line(Describe(path, readable));
+        std::puts(line.toJson(QJsonDocument::Compact).constData());
+        allReadable = allReadable && readable;
     }
-    return 0;
+    return allReadable ? 0 : 1;
 }

@@ -5,11 +5,13 @@
 #include <QEvent>
 #include <QThread>
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <exception>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -20,12 +22,26 @@ namespace {
 /// a person begins to notice, long against the cost of one turn.
 constexpr auto kHandlingTime = 8ms;
 
+/// How long a sender looks out for its answer, and a target for the next message of a sender that
+/// it has just answered, before the thread goes to sleep. To wake a thread can take longer than to
+/// handle a message; a worker that sends one message after another is served without.
+constexpr auto kAnswerLookout = 200us;
+constexpr auto kMessageLookout = 50us;
+
+/// Waits awake until `happened` holds or the time is over.
+template <typename Test>
+void LookOut(std::chrono::microseconds time, Test happened) {
+    const auto end = std::chrono::steady_clock::now() + time;
+    while (!happened() && std::chrono::steady_clock::now() < end)
+        std::this_thread::yield();
+}
+
 const QEvent::Type kWakeEvent = static_cast<QEvent::Type>(QEvent::registerEventType());
 
 /// The place of a waiting sender's answer, on the sender's stack.
 struct Reply {
     std::condition_variable answered;
-    bool done = false;
+    std::atomic<bool> done = false; ///< set under the lock
     std::intptr_t value = 0;
 };
 
@@ -47,13 +63,15 @@ struct MessageAddress::Mailbox {
     std::deque<Envelope> queue;
     MessageTarget* receiver; ///< none once the target is gone
     QThread* const thread;
-    bool wakePending = false;
+    bool wakePending = false;          ///< the receiver needs no more waking
+    std::atomic<bool> waiting = false; ///< the queue is not empty; changed under the lock
 
     /// Under the lock. False if the target is gone.
     bool Enqueue(Envelope& envelope) {
         if (!receiver)
             return false;
         queue.push_back(std::move(envelope));
+        waiting = true;
         Wake();
         return true;
     }
@@ -64,13 +82,23 @@ struct MessageAddress::Mailbox {
             QCoreApplication::postEvent(receiver, new QEvent(kWakeEvent));
     }
 
-    void Answer(Reply* reply, std::intptr_t value) {
-        if (!reply)
-            return;
+    /// Under the lock.
+    static void Answer(Reply& reply, std::intptr_t value) {
+        reply.value = value;
+        reply.done = true;
+        reply.answered.notify_one();
+    }
+
+    /// Answers, and then waits awake for a moment: a sender that was answered often sends again.
+    void AnswerAndLookOut(Reply& reply, std::intptr_t value) {
+        {
+            const std::lock_guard lock(mutex);
+            Answer(reply, value);
+            wakePending = true;
+        }
+        LookOut(kMessageLookout, [this] { return waiting.load(); });
         const std::lock_guard lock(mutex);
-        reply->value = value;
-        reply->done = true;
-        reply->answered.notify_one();
+        wakePending = false;
     }
 
     bool Next(Envelope& envelope) {
@@ -79,6 +107,7 @@ struct MessageAddress::Mailbox {
             return false;
         envelope = std::move(queue.front());
         queue.pop_front();
+        waiting = !queue.empty();
         // A handler may run an event loop of its own, which must go on with what is queued.
         if (!queue.empty())
             Wake();
@@ -101,10 +130,15 @@ std::intptr_t MessageAddress::Send(Message message) const {
         return m_mailbox->receiver ? m_mailbox->receiver->Handle(message) : 0;
     Reply reply;
     Envelope envelope{std::move(message), &reply};
+    {
+        const std::lock_guard lock(m_mailbox->mutex);
+        if (!m_mailbox->Enqueue(envelope))
+            return 0;
+    }
+    LookOut(kAnswerLookout, [&reply] { return reply.done.load(); });
+    // The lock is taken in any case: the one who answers is done with the reply when it is free.
     std::unique_lock lock(m_mailbox->mutex);
-    if (!m_mailbox->Enqueue(envelope))
-        return 0;
-    reply.answered.wait(lock, [&reply] { return reply.done; });
+    reply.answered.wait(lock, [&reply] { return reply.done.load(); });
     return reply.value;
 }
 
@@ -126,8 +160,11 @@ MessageTarget::~MessageTarget() {
         mailbox.receiver = nullptr;
         undelivered.swap(mailbox.queue);
     }
-    for (const Envelope& envelope : undelivered)
-        mailbox.Answer(envelope.reply, 0);
+    for (const Envelope& envelope : undelivered) {
+        const std::lock_guard lock(mailbox.mutex);
+        if (envelope.reply)
+            mailbox.Answer(*envelope.reply, 0);
+    }
 }
 
 void MessageTarget::On(int id, Handler handler) {
@@ -172,7 +209,8 @@ void MessageTarget::DeliverQueued() {
     while (!m_bHeld && mailbox.Next(envelope)) {
         const std::intptr_t answer = Handle(envelope.message);
         envelope.message.payload.reset();
-        mailbox.Answer(envelope.reply, answer);
+        if (envelope.reply)
+            mailbox.AnswerAndLookOut(*envelope.reply, answer);
         if (std::chrono::steady_clock::now() >= end) {
             if (m_iPauseTimer == 0)
                 m_iPauseTimer = startTimer(0);

@@ -71,7 +71,7 @@ private:
 /// Lifetime: senders hold addresses; when the target is destroyed, those that wait wake with the
 ///           answer 0 and undelivered messages are freed.
 /// Errors:   a handler that throws is reported to the debug output, and answers 0.
-/// Cost:     a Send from another thread keeps both threads awake for up to 0.2 ms before they sleep.
+/// Cost:     a Send from another thread keeps both awake for up to 0.2 ms before they sleep.
 class MessageTarget : public QObject {
 public:
     using Handler = std::function<std::intptr_t(Message&)>;

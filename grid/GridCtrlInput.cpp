@@ -8,8 +8,9 @@
 #include <algorithm>
 
 void CGridCtrl::Notify(int code, CCellID cell) const {
+    GridNotification notification{.code = code, .row = cell.row, .col = cell.col};
     if (m_pfnNotify)
-        m_pfnNotify({code, cell.row, cell.col});
+        m_pfnNotify(notification);
 }
 
 void CGridCtrl::SetListMode(bool on) {

@@ -91,15 +91,21 @@ inline constexpr int NM_DBLCLK = -3;
 inline constexpr int NM_RCLICK = -5;
 inline constexpr int GVN_SELCHANGING = -100;
 inline constexpr int GVN_SELCHANGED = -101;
+inline constexpr int GVN_BEGINLABELEDIT = -175;
+inline constexpr int GVN_ENDLABELEDIT = -176;
 
 /// What the grid tells its owner. NM_RCLICK comes with row and column -1 from beside all cells.
 struct GridNotification {
     int code = 0;
     int row = -1;
     int col = -1;
+    /// GVN_BEGINLABELEDIT: the owner sets it to false to refuse the edit.
+    bool allowed = true;
+    /// GVN_ENDLABELEDIT: whether the edit left another text in the cell than it found.
+    bool changed = false;
 };
 
-using GridNotifyHandler = std::function<void(const GridNotification&)>;
+using GridNotifyHandler = std::function<void(GridNotification&)>;
 
 /// Makes a cell of one class.
 using GridCellClass = std::unique_ptr<CGridCellBase> (*)();

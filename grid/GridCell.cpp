@@ -155,16 +155,29 @@ void CGridCell::DrawFixedEdges(QPainter& painter, CCellID cell, const QRect& rec
 }
 
 void CGridCell::DrawContent(QPainter& painter, QRect rect, const QColor&) const {
-    if (HasImage()) {
+    if (ShowsImage(rect)) {
         const QSize size = m_pGrid->GetImageSize();
-        if (size.width() <= rect.width() && size.height() <= rect.height()) {
-            const int top = rect.top() + (rect.height() - size.height()) / 2;
-            m_pGrid->GetImageList()[m_nImage].paint(&painter,
-                                                    QRect(QPoint(rect.left(), top), size));
-            rect.setLeft(rect.left() + size.width() + kImageGap);
-        }
+        const int top = rect.top() + (rect.height() - size.height()) / 2;
+        m_pGrid->GetImageList()[m_nImage].paint(&painter, QRect(QPoint(rect.left(), top), size));
     }
-    DrawText(painter, rect);
+    DrawText(painter, BesideImage(rect));
+}
+
+bool CGridCell::ShowsImage(const QRect& content) const {
+    if (!HasImage())
+        return false;
+    const QSize size = m_pGrid->GetImageSize();
+    return size.width() <= content.width() && size.height() <= content.height();
+}
+
+QRect CGridCell::BesideImage(QRect content) const {
+    if (ShowsImage(content))
+        content.setLeft(content.left() + m_pGrid->GetImageSize().width() + kImageGap);
+    return content;
+}
+
+QRect CGridCell::GetTextRect(QRect cell) const {
+    return BesideImage(WithoutMargins(cell));
 }
 
 void CGridCell::DrawText(QPainter& painter, const QRect& rect) const {

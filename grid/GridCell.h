@@ -47,6 +47,7 @@ public:
     bool Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) override;
     [[nodiscard]] QSize GetTextExtent(const QString& text) const override;
     [[nodiscard]] QSize GetCellExtent() const override;
+    [[nodiscard]] QRect GetTextRect(QRect cell) const override;
 
 protected:
     /// Fills the cell's rectangle with its colour.
@@ -78,5 +79,7 @@ private:
     void DrawText(QPainter& painter, const QRect& rect) const;
     [[nodiscard]] QRect WithoutMargins(const QRect& rect) const;
     [[nodiscard]] bool HasImage() const;
+    [[nodiscard]] bool ShowsImage(const QRect& content) const;
+    [[nodiscard]] QRect BesideImage(QRect content) const;
     [[nodiscard]] bool HasHeaderMarks() const;
 };

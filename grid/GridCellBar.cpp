@@ -15,3 +15,8 @@ void CGridCellBar::FillBackground(QPainter& painter, const QRect& rect,
 QSize CGridCellBar::GetCellExtent() const {
     return QSize(10, CGridCell::GetCellExtent().height());
 }
+
+QRect CGridCellBar::GetTextRect(QRect cell) const {
+    cell.setLeft(0);
+    return CGridCell::GetTextRect(cell);
+}

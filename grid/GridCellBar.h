@@ -11,6 +11,8 @@ public:
     /// 10 pixels wide whatever the title: a long title must not drive the width of its column.
     [[nodiscard]] QSize GetCellExtent() const override;
 
+    [[nodiscard]] QRect GetTextRect(QRect cell) const override;
+
 protected:
     void FillBackground(QPainter& painter, const QRect& rect, const QColor& colour) const override;
 };

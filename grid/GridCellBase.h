@@ -84,6 +84,9 @@ public:
     /// The least size that shows the whole content: text, image and the room around them.
     [[nodiscard]] virtual QSize GetCellExtent() const = 0;
 
+    /// Where the text stands when the cell is drawn into `cell`; empty for a cell without a text.
+    [[nodiscard]] virtual QRect GetTextRect(QRect cell) const = 0;
+
     // What the mouse does to the cell; `point` is in the cell's own pixels.
     virtual void OnClickDown(QPoint) {}
     virtual void OnClick(QPoint) {}

@@ -9,6 +9,8 @@ public:
     void SetCheck(bool checked) { m_bChecked = checked; }
     [[nodiscard]] bool GetCheck() const { return m_bChecked; }
 
+    [[nodiscard]] QRect GetTextRect(QRect) const override { return {}; }
+
 protected:
     void DrawContent(QPainter& painter, QRect rect, const QColor& textColour) const override;
     [[nodiscard]] int ContentWidth() const override;

@@ -7,4 +7,5 @@ class CGridCellNull final : public CGridCell {
 public:
     bool Draw(QPainter&, int, int, QRect, bool) override { return true; }
     [[nodiscard]] bool IsOpaque() const override { return false; }
+    [[nodiscard]] QRect GetTextRect(QRect) const override { return {}; }
 };

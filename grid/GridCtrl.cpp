@@ -2,6 +2,7 @@
 
 #include "grid/GridCompare.h"
 #include "grid/GridSort.h"
+#include "grid/InPlaceEdit.h"
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -46,6 +47,7 @@ CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fix
     , m_cellFixedColDef(this, GridState::Fixed | GridState::FixedCol)
     , m_cellFixedRowColDef(this, kFixedBits) {
     setFrameShape(QFrame::NoFrame);
+    viewport()->setMouseTracking(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     OnDefaultsChanged();
     SetRowCount(rows);
@@ -54,9 +56,13 @@ CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fix
     SetFixedColumnCount(fixedCols);
 }
 
-CGridCtrl::~CGridCtrl() = default;
+CGridCtrl::~CGridCtrl() {
+    if (m_pEditWnd)
+        m_pEditWnd->disconnect(this); // it goes last, and loses the focus by that
+}
 
 int CGridCtrl::DeleteAllItems() {
+    EndEdit(); // while its cell is there
     m_nFixedRows = 0;
     m_nFixedCols = 0;
     m_nSortColumn = -1;
@@ -96,6 +102,8 @@ int CGridCtrl::SetFixedColumnCount(int fixedCols) {
 }
 
 int CGridCtrl::Rebuild(int rows, int cols) {
+    EndEdit(); // while its cell is there
+    LetGo();
     ClearSelection();
     SetFocusCell({});
     m_SelectionStartCell = {};
@@ -304,6 +312,7 @@ int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr d
         high = m_nRows - 1;
     if (col < 0 || col >= m_nCols || low < m_nFixedRows || high >= m_nRows)
         return 0;
+    EndEdit();
     m_nSortColumn = col;
     m_bAscending = ascending;
     ClearSelection();

@@ -3,15 +3,20 @@
 #include "grid/GridAxis.h"
 #include "grid/GridDefaultCell.h"
 #include "grid/GridPainting.h"
+#include "grid/GridSizing.h"
 #include "grid/GridTypes.h"
 
 #include <QAbstractScrollArea>
+#include <QBasicTimer>
 #include <QHash>
 #include <QIcon>
 #include <QList>
 
 #include <memory>
 #include <vector>
+
+class CInPlaceEdit;
+class ZTitleTip;
 
 /// What SetGridLines takes.
 namespace GridLines {
@@ -134,6 +139,18 @@ public:
     void SetFixedColumnSelection(bool on) { m_bFixedColumnSelection = on; }
     /// Whether a click in a fixed column selects its row.
     void SetFixedRowSelection(bool on) { m_bFixedRowSelection = on; }
+    /// Whether cells may be edited in place, each of them if the owner allows it when asked.
+    void SetEditable(bool on) { m_bEditable = on; }
+    /// Whether a column may be drawn down to width 0 with the mouse.
+    void SetAllowColHide(bool on) { m_sizing.m_bAllowColHide = on; }
+    void SetColumnResize(bool on) { m_sizing.m_bResizeColumns = on; }
+    void SetRowResize(bool on) { m_sizing.m_bResizeRows = on; }
+    /// Whether Tab moves from cell to cell, not to the next control.
+    void SetHandleTabKey(bool on) { m_bHandleTabKey = on; }
+    /// Whether the texts of selected cells may be dragged out of the grid.
+    void EnableDragAndDrop(bool on) { m_bAllowDragAndDrop = on; }
+    /// Whether a text that does not fit its cell is shown over it when the mouse rests there.
+    void EnableTitleTips(bool on) { m_bTitleTips = on; }
     void SetNotifyHandler(GridNotifyHandler handler) { m_pfnNotify = std::move(handler); }
     [[nodiscard]] const GridSystemColours& GetSystemColours() const { return m_crSystem; }
 
@@ -150,17 +167,35 @@ public:
     [[nodiscard]] CCellID GetCellFromPt(QPoint point, bool fixedToo) const;
     /// Whether the mouse holds the cell down.
     [[nodiscard]] bool IsHeldDown(CCellID cell) const;
+    [[nodiscard]] GridMouseMode GetMouseMode() const { return m_MouseMode; }
+
+    // --- editing in place
+
+    /// Opens the text field over a cell: false if the cell is read-only, has no text or is hidden,
+    /// or the owner refuses.
+    bool OnEditCell(CCellID cell);
+    /// Ends the edit, if there is one, with the text that it has come to.
+    void EndEdit();
+    [[nodiscard]] bool IsEditing() const { return m_pEditWnd != nullptr; }
 
 protected:
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     using Cell = std::unique_ptr<CGridCellBase>;
@@ -169,9 +204,6 @@ private:
         int first;
         int last;
     };
-    /// The numbers are those of the control's whole set of modes.
-    enum class MouseMode { Nothing = 0, SelectRows = 3, SelectCells = 4 };
-
     // GridCtrl.cpp
     [[nodiscard]] Cell MakeCell(GridCellClass cellClass, int row, int col);
     int Rebuild(int rows, int cols);
@@ -195,13 +227,43 @@ private:
     void DrawCells(QPainter& painter, Span rows, Span cols) const;
     void DrawLines(QPainter& painter, Span rows, Span cols) const;
 
-    // GridCtrlInput.cpp
-    void Notify(int code, CCellID cell) const;
+    // GridCtrlMouse.cpp
+    /// Tells the owner, and returns what is left of the notification when it has answered.
+    GridNotification Notify(int code, CCellID cell, bool changed = false) const;
+    void PressAt(QPoint point, bool extend);
     void StartSelection(CCellID cell);
+    void OnFixedRowClick(CCellID cell);
+    void OnFixedColumnClick(CCellID cell);
     void SelectTo(CCellID cell);
-    [[nodiscard]] CCellID NextCell(const QKeyEvent& event) const;
+    void Hover(QPoint point);
+    void DoubleClickAt(QPoint point);
+    void Click(CCellID cell, QPoint point);
+    void ReleaseDrag(CCellID cell, QPoint point);
+    void StartDrag();
+    void LetGo();
+    void ScrollSelection();
+    [[nodiscard]] bool IsSelecting() const;
+    void ShowTitleTip(QPoint point);
+    void HideTitleTip();
+
+    // GridCtrlKeys.cpp
+    [[nodiscard]] CCellID NextCell(int key, Qt::KeyboardModifiers modifiers) const;
     [[nodiscard]] int PageAway(int row, int step) const;
+    bool MoveByKey(int key, Qt::KeyboardModifiers modifiers);
     void MoveTo(CCellID cell, bool extend);
+    void Scroll(QScrollBar& bar, int pixels, int angle, int& rest);
+    [[nodiscard]] QString SelectedText() const;
+    void OnEditCopy();
+
+    // GridCtrlEdit.cpp
+    [[nodiscard]] bool IsEditable(CCellID cell) const;
+    [[nodiscard]] bool IsInText(CCellID cell, QPoint point) const;
+    [[nodiscard]] QRect EditPlace(CCellID cell) const;
+    CInPlaceEdit* OpenEdit(CCellID cell);
+    void EditAt(CCellID cell, QPoint point);
+    void EditWith(CCellID cell, const QString& character);
+    void OnEditEnded(int key, Qt::KeyboardModifiers modifiers);
+    void PlaceEdit();
 
     int m_nRows = 0;
     int m_nFixedRows = 0;
@@ -217,16 +279,31 @@ private:
     GridCompare m_pfnCompare = nullptr;
 
     CCellID m_idCurrentCell;
-    CCellID m_LeftClickDownCell;
     CCellID m_SelectionStartCell;
     QHash<quint64, CCellID> m_SelectedCellMap; ///< by packed row and column
-    MouseMode m_MouseMode = MouseMode::Nothing;
+
+    GridMouseMode m_MouseMode = GridMouseMode::Nothing;
     bool m_bLMouseButtonDown = false;
+    CCellID m_LeftClickDownCell;
+    QPoint m_LeftClickDownPoint;
+    QPoint m_ptPointer; ///< where the mouse was last, with the button down
+    GridSizing m_sizing{*this};
+    QBasicTimer m_scrollTimer;
+    int m_nTimerInterval = 25; ///< of the scrolling at the edges, in milliseconds
+    int m_nWheelRestX = 0;     ///< what the wheel has turned but not scrolled
+    int m_nWheelRestY = 0;
+    ZTitleTip* m_pTitleTip = nullptr;
+    CInPlaceEdit* m_pEditWnd = nullptr; ///< there while a cell is edited
+    CCellID m_idEdited;
 
     bool m_bListMode = false;
     bool m_bEnableSelection = true;
     bool m_bFixedRowSelection = true;
     bool m_bFixedColumnSelection = true;
+    bool m_bEditable = false;
+    bool m_bHandleTabKey = false;
+    bool m_bAllowDragAndDrop = false;
+    bool m_bTitleTips = true;
     int m_nGridLines = GridLines::Both;
     GridSystemColours m_crSystem;
     COLORREF m_crGridBkColour;

@@ -93,6 +93,7 @@ void CGridCtrl::AutoSize() {
 
 void CGridCtrl::RelayOut() {
     ResetScrollBars();
+    PlaceEdit();
     Refresh();
 }
 
@@ -110,6 +111,13 @@ void CGridCtrl::ResetScrollBars() {
 void CGridCtrl::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
     ResetScrollBars();
+    PlaceEdit();
+}
+
+void CGridCtrl::scrollContentsBy(int dx, int dy) {
+    QAbstractScrollArea::scrollContentsBy(dx, dy);
+    HideTitleTip();
+    PlaceEdit();
 }
 
 void CGridCtrl::changeEvent(QEvent* event) {

@@ -35,6 +35,9 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     painter.setClipping(false);
     DrawLines(painter, fixedRows, fixedCols);
     DrawLines(painter, rows, cols);
+
+    painter.setCompositionMode(QPainter::CompositionMode_Difference); // with white: inverts
+    painter.fillRect(m_sizing.Line(), Qt::white);
 }
 
 QRect CGridCtrl::CellArea() const {

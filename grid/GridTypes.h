@@ -85,6 +85,21 @@ struct CCellID {
     bool operator==(const CCellID&) const = default;
 };
 
+/// What the mouse is doing in the grid.
+enum class GridMouseMode {
+    Nothing = 0,
+    SelectAll = 2,
+    SelectRows = 3,
+    SelectCells = 4,
+    OverRowDivide = 6, ///< a press would size the row
+    SizingRow = 7,
+    OverColDivide = 8,
+    SizingColumn = 9,
+    PrepareEdit = 10, ///< the button is down in the focused cell: an edit begins when it goes up
+    PrepareToDrag = 11,
+    Dragging = 12,
+};
+
 /// Codes of the notifications to the grid's owner.
 inline constexpr int NM_CLICK = -2;
 inline constexpr int NM_DBLCLK = -3;
@@ -93,6 +108,9 @@ inline constexpr int GVN_SELCHANGING = -100;
 inline constexpr int GVN_SELCHANGED = -101;
 inline constexpr int GVN_BEGINLABELEDIT = -175;
 inline constexpr int GVN_ENDLABELEDIT = -176;
+/// The left button went up, with the focus on this cell. Comes by itself, after all that the
+/// release led to has been told.
+inline constexpr int WM_COMMAND = 0x0111;
 
 /// What the grid tells its owner. NM_RCLICK comes with row and column -1 from beside all cells.
 struct GridNotification {

@@ -1,0 +1,189 @@
+#include "grid/GridCellBar.h"
+#include "grid/GridCellCheck.h"
+#include "tests/grid/GridInputFixture.h"
+
+#include <QScrollBar>
+
+namespace {
+
+class GridEdit : public GridInput {
+protected:
+    GridEdit() {
+        m_grid->SetEditable(true);
+        m_grid->SetFocusCell({2, 1});
+    }
+    [[nodiscard]] QString Text() const { return TextAt(*m_grid, 2, 1); }
+};
+
+TEST_F(GridEdit, TheSecondClickOpensTheEditWhenTheButtonGoesUp) {
+    const QPoint inText = m_grid->GetCellRect({2, 1}).topLeft() + QPoint(8, 10);
+    Down(inText);
+    EXPECT_FALSE(m_grid->IsEditing());
+    Up(inText);
+    EXPECT_TRUE(m_grid->IsEditing());
+    EXPECT_EQ(m_grid->GetSelectedCount(), 0);
+    EXPECT_EQ(Take(), (Notes{{GVN_BEGINLABELEDIT, 2, 1}, {WM_COMMAND, 2, 1}}));
+    EXPECT_TRUE(m_grid->GetCellRect({2, 1}).contains(Editor()->geometry()));
+    Press(Qt::Key_Escape);
+    EXPECT_FALSE(m_grid->IsEditing());
+    Drag(inText, Center({3, 1})); // the mouse has left the text
+    Drag(inText, m_grid->GetCellRect({2, 1}).topLeft() + QPoint(1, 1));
+    EXPECT_FALSE(m_grid->IsEditing());
+    Click({3, 1}); // the first one
+    EXPECT_FALSE(m_grid->IsEditing());
+}
+
+TEST_F(GridEdit, AQuickSecondClickOnTheEditIsADoubleClickOnTheCell) {
+    Click({2, 1});
+    ASSERT_TRUE(m_grid->IsEditing());
+    QTest::mouseDClick(Editor(), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_FALSE(m_grid->IsEditing());
+    EXPECT_EQ(Take(), (Notes{{GVN_BEGINLABELEDIT, 2, 1},
+                             {GVN_ENDLABELEDIT, 2, 1},
+                             {NM_DBLCLK, 2, 1},
+                             {WM_COMMAND, 2, 1}}));
+    EXPECT_FALSE(m_changed);
+}
+
+TEST_F(GridEdit, CellsThatAreNotEdited) {
+    m_grid->SetCellType(3, 1, RuntimeClass<CGridCellCheck>);
+    m_grid->SetItemState(4, 1, GridState::ReadOnly);
+    m_grid->SetRowHeight(5, 0);
+    m_grid->SetColumnWidth(2, 0);
+    for (const CCellID cell : {CCellID{0, 1}, CCellID{3, 1}, CCellID{4, 1}, CCellID{5, 1},
+                               CCellID{6, 2}, CCellID{-1, -1}, CCellID{200, 0}})
+        EXPECT_FALSE(m_grid->OnEditCell(cell)) << cell.row;
+    EXPECT_EQ(Take(), Notes{});
+    m_grid->SetFocusCell({3, 1});
+    Click({3, 1}); // a check box is clicked as often as one likes
+    EXPECT_EQ(Take(), (Notes{{GVN_SELCHANGING, 3, 1},
+                             {GVN_SELCHANGED, 3, 1},
+                             {NM_CLICK, 3, 1},
+                             {WM_COMMAND, 3, 1}}));
+    m_allow = false;
+    EXPECT_FALSE(m_grid->OnEditCell({6, 1}));
+    m_allow = true;
+    EXPECT_TRUE(m_grid->OnEditCell({6, 1}));
+    Press(Qt::Key_Escape);
+    m_grid->SetEditable(false);
+    EXPECT_FALSE(m_grid->OnEditCell({6, 1}));
+}
+
+/// Every way to open, and every key that may end it.
+TEST_F(GridEdit, EachEndingCommitsAsTold) {
+    struct Case {
+        const char* open; ///< "F2" or the character typed
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        bool ends;
+        QString text; ///< of the cell afterwards, or of the field that is still there
+        CCellID focus;
+    };
+    const QString old = QStringLiteral("2/1");
+    const QString typed = QStringLiteral("xy");
+    const QString f2Typed = QStringLiteral("y");
+    const Case cases[] = {
+        {"F2", Qt::Key_Return, {}, true, f2Typed, {2, 1}},
+        {"F2", Qt::Key_Enter, {}, true, f2Typed, {2, 1}},
+        {"F2", Qt::Key_Tab, {}, true, f2Typed, {2, 2}},
+        {"F2", Qt::Key_Backtab, Qt::ShiftModifier, true, f2Typed, {2, 0}},
+        {"F2", Qt::Key_Escape, {}, true, old, {2, 1}},
+        {"F2", Qt::Key_Down, {}, false, f2Typed, {2, 1}},
+        {"F2", Qt::Key_Left, {}, false, f2Typed, {2, 1}},
+        {"F2", Qt::Key_PageUp, {}, false, f2Typed, {2, 1}},
+        {"F2", Qt::Key_Delete, {}, false, f2Typed, {2, 1}},
+        {"F2", Qt::Key_Down, Qt::ControlModifier, true, f2Typed, {3, 1}},
+        {"x", Qt::Key_Return, {}, true, typed, {2, 1}},
+        {"x", Qt::Key_Escape, {}, true, old, {2, 1}},
+        {"x", Qt::Key_Up, {}, true, typed, {1, 1}},
+        {"x", Qt::Key_Down, {}, true, typed, {3, 1}},
+        {"x", Qt::Key_Left, {}, true, typed, {2, 0}},
+        {"x", Qt::Key_Right, {}, true, typed, {2, 2}},
+        {"x", Qt::Key_PageUp, {}, true, typed, {1, 1}},
+        {"x", Qt::Key_Home, {}, false, typed, {2, 1}},
+    };
+    m_grid->SetHandleTabKey(true);
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.open + std::to_string(test.key));
+        m_grid->GetCell(2, 1)->SetText(old);
+        m_grid->SetFocusCell({2, 1});
+        const bool f2 = test.open == std::string("F2");
+        Press(f2 ? Qt::Key_F2 : Qt::Key_X);
+        ASSERT_TRUE(m_grid->IsEditing());
+        Press(Qt::Key_Y); // over the selected text, or behind the character
+        EXPECT_EQ(Take(), (Notes{{GVN_BEGINLABELEDIT, 2, 1}}));
+        Press(test.key, test.modifiers);
+        EXPECT_EQ(m_grid->IsEditing(), !test.ends);
+        EXPECT_EQ(test.ends ? Text() : Editor()->text(), test.text);
+        if (!test.ends)
+            Press(Qt::Key_Escape);
+        EXPECT_EQ(Take()[0], (std::tuple{GVN_ENDLABELEDIT, 2, 1}));
+        EXPECT_EQ(m_grid->GetFocusCell(), test.focus);
+        EXPECT_TRUE(m_grid->hasFocus());
+    }
+}
+
+TEST_F(GridEdit, WhateverElseEndsTheEditKeepsTheText) {
+    const std::function<void()> ends[] = {
+        [this] { m_grid->clearFocus(), Editor() ? Editor()->clearFocus() : void(); },
+        [this] {
+            Click({6, 2});
+        },
+        [this] {
+            Click({6, 2}, {}, Qt::RightButton);
+        },
+        [this] { m_grid->verticalScrollBar()->setValue(2000); },
+        [this] { m_grid->SetColumnWidth(1, 0); },
+        [this] { m_grid->SortItems(nullptr, 0, true); },
+        [this] {
+            m_grid->OnEditCell({7, 1});
+        },
+        [this] { m_grid->hide(); },
+        [this] { m_grid->DeleteAllItems(); },
+    };
+    for (const auto& end : ends) {
+        Press(Qt::Key_F2);
+        Press(Qt::Key_N);
+        Take();
+        QString text;
+        m_onNote = [&](const GridNotification& note) {
+            if (note.code == GVN_ENDLABELEDIT && note.changed)
+                text = TextAt(*m_grid, note.row, note.col);
+        };
+        end();
+        EXPECT_EQ(text, QStringLiteral("n"));
+        m_onNote = nullptr;
+        Renew();
+        m_grid->SetEditable(true);
+        m_grid->SetFocusCell({2, 1});
+    }
+}
+
+TEST_F(GridEdit, AnUnchangedTextIsToldAsSuch) {
+    Press(Qt::Key_F2);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Take(), (Notes{{GVN_BEGINLABELEDIT, 2, 1}, {GVN_ENDLABELEDIT, 2, 1}}));
+    EXPECT_FALSE(m_changed);
+    EXPECT_FALSE(m_grid->GetCell(2, 1)->IsModified());
+    Press(Qt::Key_X);
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(m_changed);
+    EXPECT_TRUE(m_grid->GetCell(2, 1)->IsModified());
+}
+
+TEST_F(GridEdit, TheFieldWidensWithItsTextUpToTheWindowsEdgeAndMovesWithItsCell) {
+    Press(Qt::Key_F2);
+    const int narrow = Editor()->width();
+    Editor()->setText(QString(12, u'W'));
+    EXPECT_GT(Editor()->width(), narrow);
+    EXPECT_GE(Editor()->width(), Editor()->fontMetrics().horizontalAdvance(Editor()->text()));
+    Editor()->setText(QString(120, u'W'));
+    EXPECT_EQ(Editor()->geometry().right(), 399);
+    m_grid->SetColumnWidth(0, 60);
+    EXPECT_EQ(Editor()->geometry().right(), 399);
+    EXPECT_LT(Editor()->x(), 70);
+    Editor()->setText(QStringLiteral("a"));
+    EXPECT_EQ(Editor()->width(), narrow);
+}
+
+} // namespace

@@ -1,0 +1,136 @@
+#include "tests/grid/GridInputFixture.h"
+
+#include <QClipboard>
+
+namespace {
+
+TEST_F(GridInput, KeysMoveTheFocusTheSelectionAndTheView) {
+    m_grid->SetRowHeight(4, 0);
+    m_grid->SetColumnWidth(2, 0);
+    const int page = (300 - m_grid->GetRowHeight(0)) / m_grid->GetRowHeight(1);
+    struct Step {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        CCellID focus;
+    };
+    const Step steps[] = {
+        {Qt::Key_Down, {}, {3, 1}},
+        {Qt::Key_Down, {}, {5, 1}}, // over a hidden row
+        {Qt::Key_Up, {}, {3, 1}},
+        {Qt::Key_Right, {}, {3, 3}}, // over a hidden column
+        {Qt::Key_Right, {}, {3, 3}},
+        {Qt::Key_Home, {}, {3, 0}},
+        {Qt::Key_Left, {}, {3, 0}},
+        {Qt::Key_End, {}, {3, 3}},
+        {Qt::Key_Left, {}, {3, 1}},
+        {Qt::Key_PageDown, {}, {3 + page + 1, 1}},
+        {Qt::Key_PageUp, {}, {3, 1}},
+        {Qt::Key_PageUp, {}, {1, 1}},
+        {Qt::Key_Up, {}, {1, 1}},
+        {Qt::Key_End, Qt::ControlModifier, {199, 1}},
+        {Qt::Key_Down, {}, {199, 1}},
+        {Qt::Key_PageDown, {}, {199, 1}},
+        {Qt::Key_Home, Qt::ControlModifier, {1, 1}},
+        {Qt::Key_Tab, {}, {1, 3}},
+        {Qt::Key_Backtab, Qt::ShiftModifier, {1, 1}},
+    };
+    m_grid->SetHandleTabKey(true);
+    Click({2, 1});
+    Take();
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.key);
+        const CCellID before = m_grid->GetFocusCell();
+        Press(step.key, step.modifiers);
+        EXPECT_EQ(m_grid->GetFocusCell(), step.focus);
+        EXPECT_TRUE(m_grid->viewport()->rect().contains(m_grid->GetCellRect(step.focus)));
+        EXPECT_TRUE(m_grid->GetCell(step.focus.row, 0)->IsSelected());
+        const auto [row, col] = step.focus;
+        EXPECT_EQ(Take(), before == step.focus
+                              ? Notes{}
+                              : (Notes{{GVN_SELCHANGING, row, col}, {GVN_SELCHANGED, row, col}}));
+    }
+    m_grid->SetHandleTabKey(false);
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(m_grid->GetFocusCell(), (CCellID{1, 1}));
+}
+
+TEST_F(GridInput, ShiftExtendsFromTheStartCellAndTabNeverDoes) {
+    Click({5, 1});
+    Press(Qt::Key_Up, Qt::ShiftModifier);
+    Press(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{3, 4, 5}));
+    Press(Qt::Key_PageDown, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows().front(), 5);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(SelectedRows().size(), 1u);
+
+    m_grid->SetListMode(false);
+    m_grid->SetHandleTabKey(true);
+    Click({5, 3});
+    Press(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(m_grid->GetSelectedCount(), 1);
+    EXPECT_TRUE(m_grid->GetCell(5, 2)->IsSelected());
+    Press(Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_EQ(m_grid->GetSelectedCount(), 2);
+}
+
+TEST_F(GridInput, KeysThatAreNotTheGridsGoToItsParent) {
+    const auto sent = [this](Qt::Key key, Qt::KeyboardModifiers keys, const QString& text) {
+        QKeyEvent event(QEvent::KeyPress, key, keys, text);
+        QApplication::sendEvent(m_grid.get(), &event);
+        return event.isAccepted();
+    };
+    m_grid->SetEditable(true);
+    Click({5, 1});
+    EXPECT_FALSE(sent(Qt::Key_Space, {}, QStringLiteral(" ")));
+    EXPECT_FALSE(sent(Qt::Key_Delete, {}, QStringLiteral("\x7f")));
+    EXPECT_FALSE(sent(Qt::Key_Return, {}, QStringLiteral("\r")));
+    EXPECT_FALSE(sent(Qt::Key_Escape, {}, QStringLiteral("\x1b")));
+    EXPECT_FALSE(sent(Qt::Key_A, Qt::ControlModifier, QStringLiteral("a")));
+    EXPECT_FALSE(sent(Qt::Key_X, Qt::ControlModifier, QStringLiteral("\x18")));
+    EXPECT_FALSE(sent(Qt::Key_V, Qt::ControlModifier, QStringLiteral("\x16")));
+    EXPECT_FALSE(sent(Qt::Key_Insert, Qt::ShiftModifier, {}));
+    EXPECT_FALSE(m_grid->IsEditing());
+    m_grid->SetFocusCell({});
+    EXPECT_FALSE(sent(Qt::Key_B, {}, QStringLiteral("b")));
+    EXPECT_FALSE(sent(Qt::Key_F2, {}, {}));
+}
+
+TEST_F(GridInput, TheSelectedTextsAreCopiedInRowsAndColumns) {
+    m_grid->SetSelectedRange(9, 0, 10, 3);
+    m_grid->SetFocusCell({9, 0});
+    for (const auto& [key, keys] : {std::pair{Qt::Key_C, Qt::ControlModifier},
+                                    std::pair{Qt::Key_Insert, Qt::ControlModifier}}) {
+        QApplication::clipboard()->clear();
+        Press(key, keys);
+        EXPECT_EQ(QApplication::clipboard()->text(),
+                  QStringLiteral("9/0\t9/1\t9/2\t9/3\n10/0\t10/1\t10/2\t10/3"));
+    }
+}
+
+TEST_F(GridInput, ReachedByTabTheGridHasACellToStartFrom) {
+    m_grid->clearFocus();
+    m_grid->setFocus(Qt::MouseFocusReason);
+    EXPECT_FALSE(m_grid->GetFocusCell().IsValid());
+    m_grid->clearFocus();
+    m_grid->EnsureVisible(100, 0);
+    m_grid->setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(m_grid->viewport()->rect().intersects(m_grid->GetCellRect(m_grid->GetFocusCell())));
+    EXPECT_GT(m_grid->GetFocusCell().row, 50);
+    EXPECT_EQ(m_grid->GetSelectedCount(), 0);
+}
+
+TEST_F(GridInput, WhileTheMouseIsHeldKeysMoveTheFocusOnly) {
+    m_grid->SetEditable(true);
+    Down(Center({4, 1}));
+    Take();
+    Press(Qt::Key_Down);
+    Press(Qt::Key_A);
+    EXPECT_EQ(m_grid->GetFocusCell(), (CCellID{5, 1}));
+    EXPECT_EQ(SelectedRows(), std::vector<int>{4});
+    EXPECT_FALSE(m_grid->IsEditing());
+    EXPECT_EQ(Take(), Notes{});
+    Up(Center({4, 1}));
+}
+
+} // namespace

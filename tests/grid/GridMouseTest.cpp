@@ -1,0 +1,399 @@
+#include "tests/grid/GridInputFixture.h"
+
+#include <QScrollBar>
+#include <QWheelEvent>
+
+namespace {
+
+using enum GridMouseMode;
+
+TEST_F(GridInput, AClickSelectsItsRowBetweenTheNotifications) {
+    std::vector<bool> selected;
+    m_onNote = [&](const auto&) { selected.push_back(m_grid->GetCell(2, 1)->IsSelected()); };
+    Click({2, 1});
+    EXPECT_EQ(Take(), (Notes{{GVN_SELCHANGING, 2, 1},
+                             {GVN_SELCHANGED, 2, 1},
+                             {NM_CLICK, 2, 1},
+                             {WM_COMMAND, 2, 1}}));
+    EXPECT_EQ(selected, (std::vector<bool>{false, true, true, true}));
+    EXPECT_EQ(SelectedRows(), std::vector<int>{2});
+    EXPECT_EQ(m_grid->GetFocusCell(), (CCellID{2, 1}));
+    Click({4, 3});
+    EXPECT_EQ(SelectedRows(), std::vector<int>{4});
+}
+
+/// Each mode that a press leads to, what is selected then, and what is told until after the release
+/// at the same point. `over` is the mode of the mouse there before the press.
+TEST_F(GridInput, EachMouseModeIsEnteredByAPressAndEndsWithTheRelease) {
+    struct Case {
+        const char* what;
+        std::function<void(CGridCtrl&)> prepare;
+        std::function<QPoint()> point;
+        GridMouseMode over;
+        GridMouseMode down;
+        int selected;
+        Notes notes;
+    };
+    const auto fixedColumn = [](CGridCtrl& grid) { grid.SetFixedColumnCount(1); };
+    const auto focused = [](CGridCtrl& grid) {
+        grid.SetEditable(true);
+        grid.SetFocusCell({2, 1});
+    };
+    const auto draggable = [](CGridCtrl& grid) {
+        grid.SetSelectedRange(2, 0, 3, 3);
+        grid.EnableDragAndDrop(true);
+    };
+    const auto none = [](CGridCtrl&) {};
+    const auto center = [this](int row, int col) {
+        return [=, this] { return Center({row, col}); };
+    };
+    const auto click = [](int row, int col) {
+        return Notes{{GVN_SELCHANGING, row, col}, {GVN_SELCHANGED, row, col}, {NM_CLICK, row, col}};
+    };
+    const auto columns = [](CGridCtrl& grid) { grid.SetFixedColumnSelection(true); };
+    const auto rowEnd = [this] { return m_grid->GetCellRect({3, 0}).bottomLeft() + QPoint(5, 0); };
+    const Case cases[] = {
+        {"header", none, center(0, 2), Nothing, Nothing, 0, click(0, 2)},
+        {"header, whole column", columns, center(0, 2), Nothing, Nothing, 199, click(0, 2)},
+        {"fixed column", fixedColumn, center(5, 0), Nothing, Nothing, 3, click(5, 0)},
+        {"corner", fixedColumn, center(0, 0), Nothing, SelectAll, 199 * 3, click(0, 0)},
+        {"row", none, center(2, 1), Nothing, SelectRows, 4, click(2, 1)},
+        {"cell", [](CGridCtrl& grid) { grid.SetListMode(false); }, center(2, 1), Nothing,
+         SelectCells, 1, click(2, 1)},
+        {"end of a row", fixedColumn, rowEnd, OverRowDivide, SizingRow, 0, {}},
+        {"end of a column",
+         none,
+         [this] { return ColumnEnd(1); },
+         OverColDivide,
+         SizingColumn,
+         0,
+         {}},
+        {"focused cell",
+         focused,
+         center(2, 1),
+         Nothing,
+         PrepareEdit,
+         0,
+         {{GVN_BEGINLABELEDIT, 2, 1}}},
+        {"selected cell",
+         draggable,
+         center(3, 1),
+         Nothing,
+         PrepareToDrag,
+         8,
+         {{NM_CLICK, 3, 1}, {GVN_SELCHANGING, 3, 1}, {GVN_SELCHANGED, 3, 1}}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        Renew();
+        test.prepare(*m_grid);
+        const QPoint point = test.point();
+        Move(point);
+        EXPECT_EQ(m_grid->GetMouseMode(), test.over);
+        const Qt::CursorShape shape = test.over == OverRowDivide   ? Qt::SizeVerCursor
+                                      : test.over == OverColDivide ? Qt::SizeHorCursor
+                                                                   : Qt::ArrowCursor;
+        EXPECT_EQ(m_grid->viewport()->cursor().shape(), shape);
+        Down(point);
+        EXPECT_EQ(m_grid->GetMouseMode(), test.down);
+        EXPECT_EQ(m_grid->GetSelectedCount(), test.selected);
+        Up(point);
+        EXPECT_EQ(m_grid->GetMouseMode(), Nothing);
+        EXPECT_EQ(m_grid->viewport()->cursor().shape(), Qt::ArrowCursor);
+        Notes notes = test.notes;
+        if (const CCellID focus = m_grid->GetFocusCell(); focus.IsValid())
+            notes.emplace_back(WM_COMMAND, focus.row, focus.col);
+        EXPECT_EQ(Take(), notes);
+    }
+}
+
+TEST_F(GridInput, ADragBeginsOnlyWhereItIsAllowedAndTheMouseHasMoved) {
+    m_grid->SetEditable(true);
+    for (const bool allowed : {false, true}) {
+        m_grid->EnableDragAndDrop(allowed);
+        m_grid->SetSelectedRange(2, 0, 3, 3);
+        Down(Center({2, 1}));
+        Move(Center({2, 1}) + QPoint(1, 1));
+        EXPECT_EQ(m_grid->GetMouseMode(), allowed ? PrepareToDrag : SelectRows);
+        Move(Center({4, 1}));
+        // The drag is over by now: this platform ends it at once.
+        EXPECT_EQ(m_grid->GetMouseMode(), allowed ? Nothing : SelectRows);
+        EXPECT_EQ(SelectedRows(), allowed ? (std::vector<int>{2, 3}) : (std::vector<int>{2, 3, 4}));
+        Up(Center({4, 1}));
+        m_grid->SetFocusCell({});
+    }
+}
+
+TEST_F(GridInput, CtrlKeepsTheSelectionAndShiftExtendsIt) {
+    Click({2, 1});
+    Click({5, 0}, Qt::ControlModifier);
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{2, 5}));
+    Click({3, 2}, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{3, 4, 5}));
+    Click({6, 2}, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{5, 6}));
+    m_grid->SetListMode(false);
+    Click({2, 1});
+    Click({4, 2}, Qt::ShiftModifier);
+    EXPECT_EQ(m_grid->GetSelectedCount(), 6);
+}
+
+TEST_F(GridInput, TheSelectionFollowsTheHeldMouseAndStaysWhereThereIsNoCell) {
+    Down(Center({3, 1}));
+    Move(Center({5, 2}));
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{3, 4, 5}));
+    Move(Center({2, 2}));
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{2, 3}));
+    Move(Center({0, 2}));
+    Move(QPoint(-20, 100));
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{2, 3}));
+    Up(Center({2, 2}));
+    // No click, as the button went up elsewhere.
+    EXPECT_EQ(Take(), (Notes{{GVN_SELCHANGING, 3, 1}, {GVN_SELCHANGED, 3, 1}, {WM_COMMAND, 3, 1}}));
+    Move(Center({7, 2}));
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{2, 3}));
+}
+
+TEST_F(GridInput, HeldBeyondAnEdgeTheGridScrollsAndSelects) {
+    m_grid->SetColumnWidth(1, 600);
+    const auto hold = [this](QPoint point, CCellID until) {
+        Move(point);
+        while (m_grid->GetFocusCell() != until)
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        EXPECT_TRUE(m_grid->viewport()->rect().contains(m_grid->GetCellRect(until).topLeft()));
+    };
+    Down(Center({5, 0}));
+    hold({10, 320}, {16, 0});
+    EXPECT_EQ(SelectedRows().front(), 5);
+    EXPECT_EQ(SelectedRows().back(), 16);
+    EXPECT_EQ(m_grid->GetCellFromPt({10, 299}, false).row, 16);
+    hold({10, -20}, {1, 0});
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(m_grid->verticalScrollBar()->value(), 0);
+    hold({450, 100}, {m_grid->GetCellFromPt({10, 100}, false).row, 3});
+    EXPECT_EQ(m_grid->horizontalScrollBar()->value(), m_grid->horizontalScrollBar()->maximum());
+    hold({-20, 100}, {m_grid->GetFocusCell().row, 0});
+    EXPECT_EQ(m_grid->horizontalScrollBar()->value(), 0);
+    // Nothing goes on once the grid is hidden, though the button has not gone up.
+    Move({10, 320});
+    m_grid->hide();
+    EXPECT_EQ(m_grid->GetMouseMode(), Nothing);
+    Take();
+    Up({10, 320});
+    EXPECT_EQ(Take(), Notes{});
+}
+
+TEST_F(GridInput, ButtonsThatAreNotTheLeftOne) {
+    m_grid->SetRowCount(5);
+    Click({2, 1}, {}, Qt::RightButton);
+    Click({2, 1}, {}, Qt::MiddleButton);
+    const QPoint beside(10, 290);
+    DoubleClick(beside);
+    QTest::mouseClick(m_grid->viewport(), Qt::RightButton, {}, beside);
+    EXPECT_EQ(Take(), (Notes{{NM_RCLICK, 2, 1}, {NM_RCLICK, -1, -1}}));
+    EXPECT_EQ(m_grid->GetSelectedCount(), 0);
+    m_grid->SetFocusCell({3, 2});
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QApplication::sendEvent(m_grid.get(), &menuKey);
+    EXPECT_EQ(Take(), (Notes{{NM_RCLICK, 3, 2}}));
+}
+
+TEST_F(GridInput, ADoubleClickIsOneClickAndOneDoubleClick) {
+    DoubleClick(Center({2, 1}));
+    EXPECT_EQ(Take(), (Notes{{GVN_SELCHANGING, 2, 1},
+                             {GVN_SELCHANGED, 2, 1},
+                             {NM_CLICK, 2, 1},
+                             {NM_DBLCLK, 2, 1},
+                             {WM_COMMAND, 2, 1}}));
+}
+
+TEST_F(GridInput, TheOwnerMayRebuildTheGridInAnyNotification) {
+    m_grid->SetEditable(true);
+    for (const int code : {GVN_SELCHANGING, GVN_SELCHANGED, NM_CLICK, NM_DBLCLK, NM_RCLICK,
+                           GVN_BEGINLABELEDIT, GVN_ENDLABELEDIT, WM_COMMAND}) {
+        for (const int rows : {0, 200}) {
+            SCOPED_TRACE(code);
+            m_grid->SetRowCount(200);
+            m_onNote = [&](const GridNotification& note) {
+                if (note.code != code)
+                    return;
+                m_grid->DeleteAllItems();
+                m_grid->SetRowCount(rows);
+                m_grid->SetColumnCount(4);
+            };
+            const QPoint point = Center({7, 1});
+            Click({7, 1}, {}, Qt::RightButton);
+            DoubleClick(point);
+            Click({7, 1});
+            Click({7, 1}); // opens the edit
+            if (m_grid->IsEditing())
+                Press(Qt::Key_Down, Qt::ControlModifier); // ends it
+            Press(Qt::Key_Down);
+            Take();
+            EXPECT_FALSE(m_grid->IsEditing());
+            EXPECT_EQ(m_grid->GetMouseMode(), Nothing);
+            m_onNote = nullptr;
+        }
+    }
+}
+
+TEST_F(GridInput, ColumnsAreSizedByTheirEndsInTheHeader) {
+    struct Case {
+        const char* what;
+        bool mayHide;
+        std::array<int, 4> widths;
+        int press; ///< x in the header
+        int release;
+        std::array<int, 4> expected;
+    };
+    const Case cases[] = {
+        {"wider", true, {100, 100, 100, 100}, 99, 130, {130, 100, 100, 100}},
+        {"from behind the end", true, {100, 100, 100, 100}, 203, 180, {100, 80, 100, 100}},
+        {"too far from the end", true, {100, 100, 100, 100}, 104, 180, {100, 100, 100, 100}},
+        {"hidden", true, {100, 100, 100, 100}, 199, 40, {100, 0, 100, 100}},
+        {"no narrower than 1", false, {100, 100, 100, 100}, 199, 40, {100, 1, 100, 100}},
+        {"back to sight", true, {100, 0, 100, 100}, 101, 150, {100, 50, 100, 100}},
+        {"passed over", false, {100, 0, 100, 100}, 101, 150, {150, 0, 100, 100}},
+        {"the last", true, {100, 100, 100, 100}, 398, 350, {100, 100, 100, 50}},
+        {"the last, back to sight", true, {100, 100, 100, 0}, 301, 340, {100, 100, 100, 40}},
+        {"not moved", true, {100, 100, 100, 100}, 98, 98, {100, 100, 100, 100}},
+        {"out of the window", true, {100, 100, 100, 100}, 99, 900, {399, 100, 100, 100}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        m_grid->SetAllowColHide(test.mayHide);
+        for (int col = 0; col < 4; ++col)
+            m_grid->SetColumnWidth(col, test.widths[col]);
+        Down({test.press, 5});
+        Move({test.release, 8});
+        EXPECT_EQ(m_grid->GetColumnWidth(1), test.widths[1]); // until the button goes up
+        Up({test.release, 8});
+        std::array<int, 4> widths;
+        for (int col = 0; col < 4; ++col)
+            widths[col] = m_grid->GetColumnWidth(col);
+        EXPECT_EQ(widths, test.expected);
+    }
+    m_grid->SetColumnWidth(0, 100);
+    Drag({99, 5}, {0, 0}); // a release there sets nothing
+    EXPECT_EQ(m_grid->GetColumnWidth(0), 100);
+    m_grid->SetColumnResize(false);
+    Drag({99, 5}, {150, 5});
+    EXPECT_EQ(m_grid->GetColumnWidth(0), 100);
+}
+
+TEST_F(GridInput, WhileAColumnIsSizedALineInvertsTheWindow) {
+    Down({99, 5});
+    Move({150, 5});
+    const QImage with = m_grid->viewport()->grab().toImage();
+    Up({99, 5});
+    const QImage without = m_grid->viewport()->grab().toImage();
+    for (int y = 0; y < 300; ++y) {
+        for (int x = 140; x < 160; ++x) {
+            const QRgb there = without.pixel(x, y);
+            EXPECT_EQ(with.pixel(x, y), x == 150 || x == 151 ? there ^ 0xFFFFFF : there);
+        }
+    }
+}
+
+TEST_F(GridInput, RowsAreSizedByTheirEndsInAFixedColumn) {
+    m_grid->SetFixedColumnCount(1);
+    const QPoint end = m_grid->GetCellRect({2, 0}).bottomLeft() + QPoint(9, 0);
+    const int top = m_grid->GetCellRect({2, 0}).top();
+    Drag(end, {9, top + 60});
+    EXPECT_EQ(m_grid->GetRowHeight(2), 60);
+    Drag({9, top + 59}, {9, top - 30});
+    EXPECT_EQ(m_grid->GetRowHeight(2), 1);
+}
+
+TEST_F(GridInput, ADoubleClickOnAnEndFitsTheColumn) {
+    m_grid->SetAllowColHide(true);
+    m_grid->AutoSizeColumn(1);
+    const int fit = m_grid->GetColumnWidth(1);
+    for (const int x : {198, 202}) { // before and behind the end
+        m_grid->SetColumnWidth(1, 100);
+        DoubleClick({x, 5});
+        EXPECT_EQ(m_grid->GetColumnWidth(1), fit);
+    }
+    m_grid->SetColumnWidth(1, 100);
+    m_grid->SetColumnWidth(2, 0);
+    DoubleClick({202, 5}); // the one before the hidden one
+    EXPECT_EQ(m_grid->GetColumnWidth(1), fit);
+    EXPECT_EQ(m_grid->GetColumnWidth(2), 0);
+    EXPECT_EQ(Take(), Notes{});
+}
+
+TEST_F(GridInput, TheWheelScrollsByLinesAndPixels) {
+    m_grid->SetColumnWidth(0, 900);
+    const auto wheel = [&](QPoint angle, QPoint pixels = {}, Qt::KeyboardModifiers keys = {}) {
+        QWheelEvent event(QPointF(50, 50), m_grid->viewport()->mapToGlobal(QPointF(50, 50)), pixels,
+                          angle, Qt::NoButton, keys, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(m_grid->viewport(), &event);
+        return QPoint(m_grid->horizontalScrollBar()->value(), m_grid->verticalScrollBar()->value());
+    };
+    const int notch = QApplication::wheelScrollLines() * m_grid->GetRowHeight(1);
+    EXPECT_EQ(wheel({0, -120}), QPoint(0, notch));
+    EXPECT_EQ(wheel({0, 240}), QPoint(0, 0));
+    for (int i = 0; i < 24; ++i)
+        wheel({0, -5}); // parts of a notch add up
+    EXPECT_EQ(wheel({0, 0}), QPoint(0, notch));
+    EXPECT_EQ(wheel({0, -8}, {0, -7}), QPoint(0, notch + 7));
+    EXPECT_GT(wheel({-120, 0}).x(), 0);
+    EXPECT_EQ(wheel({120, 0}), QPoint(0, notch + 7));
+    EXPECT_GT(wheel({0, -120}, {}, Qt::ShiftModifier).x(), 0);
+    EXPECT_EQ(m_grid->GetCellRect({0, 0}).top(), 0); // the header stays
+}
+
+TEST_F(GridInput, ATextThatDoesNotFitIsShownOverItsCell) {
+    m_grid->GetCell(3, 1)->SetText(QString(60, u'W'));
+    m_grid->GetCell(0, 3)->SetText(QString(60, u'W'));
+    const auto tip = [this]() -> QWidget* {
+        for (QWidget* child : m_grid->findChildren<QWidget*>())
+            if (child->windowType() == Qt::ToolTip && child->isVisible())
+                return child;
+        return nullptr;
+    };
+    const auto rest = [this](QPoint point) {
+        Move(point);
+        QHelpEvent event(QEvent::ToolTip, point, m_grid->viewport()->mapToGlobal(point));
+        QApplication::sendEvent(m_grid->viewport(), &event);
+    };
+    rest(Center({2, 1}));
+    EXPECT_EQ(tip(), nullptr);
+    for (const CCellID cell : {CCellID{3, 1}, CCellID{0, 3}}) {
+        rest(Center(cell));
+        ASSERT_NE(tip(), nullptr);
+        const QRect rect = m_grid->GetCellRect(cell);
+        const QPoint corner = m_grid->viewport()->mapToGlobal(rect.topLeft());
+        EXPECT_EQ(tip()->geometry().top(), corner.y());
+        EXPECT_EQ(tip()->height(), rect.height());
+        EXPECT_GT(tip()->width(), rect.width());
+    }
+    const auto leave = [this] {
+        QEvent event(QEvent::Leave);
+        QApplication::sendEvent(m_grid->viewport(), &event);
+    };
+    const std::function<void()> ends[] = {
+        leave,
+        [this] {
+            Move(Center({6, 1}));
+        },
+        [this] {
+            Click({3, 1});
+        },
+        [this] { Press(Qt::Key_Down); },
+        [this] { m_grid->verticalScrollBar()->setValue(9); },
+        [this] { m_grid->hide(); },
+    };
+    for (const auto& end : ends) {
+        rest(Center({3, 1}));
+        ASSERT_NE(tip(), nullptr);
+        end();
+        EXPECT_EQ(tip(), nullptr);
+    }
+    m_grid->show();
+    m_grid->EnableTitleTips(false);
+    rest(Center({3, 1}));
+    EXPECT_EQ(tip(), nullptr);
+}
+
+} // namespace

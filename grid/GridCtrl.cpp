@@ -251,15 +251,24 @@ void CGridCtrl::SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol,
                                  bool selectCells) {
     if (!m_bEnableSelection)
         return;
-    if (!(QGuiApplication::keyboardModifiers() & Qt::ControlModifier))
-        ClearSelection();
-    if (selectCells && minRow >= 0 && minCol >= 0) {
-        for (int row = std::max(minRow, m_nFixedRows); row <= std::min(maxRow, m_nRows - 1);
-             ++row) {
-            for (int col = std::max(minCol, m_nFixedCols); col <= std::min(maxCol, m_nCols - 1);
-                 ++col)
-                SelectCell(row, col, true);
-        }
+    const bool none = !selectCells || minRow < 0 || minCol < 0;
+    minRow = std::max(minRow, m_nFixedRows);
+    minCol = std::max(minCol, m_nFixedCols);
+    maxRow = none ? -1 : std::min(maxRow, m_nRows - 1);
+    maxCol = std::min(maxCol, m_nCols - 1);
+    // What stays selected is left alone: a long selection that grows by a row costs little.
+    if (!(QGuiApplication::keyboardModifiers() & Qt::ControlModifier)) {
+        m_SelectedCellMap.removeIf([&](const auto& entry) {
+            const auto [row, col] = entry.value();
+            if (row >= minRow && row <= maxRow && col >= minCol && col <= maxCol)
+                return false;
+            m_rows[row][col]->SetState(m_rows[row][col]->GetState() & ~GridState::Selected);
+            return true;
+        });
+    }
+    for (int row = minRow; row <= maxRow; ++row) {
+        for (int col = minCol; col <= maxCol; ++col)
+            SelectCell(row, col, true);
     }
     if (forceRedraw)
         viewport()->repaint();

@@ -168,6 +168,8 @@ void CGridCtrl::SelectTo(CCellID cell) {
 
 void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {
     const QPoint point = event->position().toPoint();
+    if (m_bLMouseButtonDown && !event->buttons().testFlag(Qt::LeftButton))
+        LetGo(); // the release went to another window
     if (!m_bLMouseButtonDown) {
         Hover(point);
         return;

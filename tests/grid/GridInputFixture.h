@@ -48,6 +48,7 @@ protected:
         QTest::mousePress(m_grid->viewport(), Qt::LeftButton, keys, point);
     }
     void Move(QPoint point) { Mouse(QEvent::MouseMove, point); }
+    void MoveWithoutButton(QPoint point) { Mouse(QEvent::MouseMove, point, {}, Qt::NoButton); }
     void Up(QPoint point) { Mouse(QEvent::MouseButtonRelease, point); }
     void Drag(QPoint from, QPoint to) {
         Down(from);

@@ -174,13 +174,27 @@ TEST_F(GridInput, HeldBeyondAnEdgeTheGridScrollsAndSelects) {
     EXPECT_EQ(m_grid->horizontalScrollBar()->value(), m_grid->horizontalScrollBar()->maximum());
     hold({-20, 100}, {m_grid->GetFocusCell().row, 0});
     EXPECT_EQ(m_grid->horizontalScrollBar()->value(), 0);
-    // Nothing goes on once the grid is hidden, though the button has not gone up.
-    Move({10, 320});
-    m_grid->hide();
-    EXPECT_EQ(m_grid->GetMouseMode(), Nothing);
-    Take();
-    Up({10, 320});
-    EXPECT_EQ(Take(), Notes{});
+    Up({10, 100});
+}
+
+TEST_F(GridInput, WhatTheMouseDidEndsWhereItsReleaseIsNeverSeen) {
+    const std::function<void()> ends[] = {[this] {
+                                              MoveWithoutButton(Center({6, 1}));
+                                          },
+                                          [this] { m_grid->hide(); },
+                                          [this] { m_grid->SetRowCount(199); }};
+    for (const auto& end : ends) {
+        Renew();
+        Down(Center({4, 1}));
+        end();
+        EXPECT_EQ(m_grid->GetMouseMode(), Nothing);
+        const std::vector<int> rows = SelectedRows();
+        Take();
+        Move(Center({7, 1}));
+        Up(Center({4, 1}));
+        EXPECT_EQ(SelectedRows(), rows);
+        EXPECT_EQ(Take(), Notes{});
+    }
 }
 
 TEST_F(GridInput, ButtonsThatAreNotTheLeftOne) {

@@ -94,7 +94,7 @@ void CTrackDeckDlg::ConnectMessages() {
         OnListDone(static_cast<int>(message.wParam));
         return 0;
     });
-    m_layout.Grid().SetNotifyHandler([this](const GridNotification& notification) {
+    m_layout.Grid().SetNotifyHandler([this](GridNotification& notification) {
         Guarded("OnNotify()", [&] { m_view.OnNotify(notification); });
     });
     m_pScanAction->setText(LoadString(IDS_FILE_SCANPCFORMUSICS));

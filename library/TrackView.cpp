@@ -11,7 +11,6 @@
 #include "library/TrackColumns.h"
 #include "platform/Path.h"
 
-#include <QGuiApplication>
 #include <QScrollBar>
 
 namespace {
@@ -21,7 +20,6 @@ constexpr COLORREF kCellBackground = 0xE0FFFF;
 constexpr COLORREF kSelectedBackground = 0xDFBE7A;
 constexpr COLORREF kHeaderText = 0;
 
-constexpr int kCheckColumn = 0;
 constexpr int kTitleGridColumn = 1;
 constexpr int kFirstWidth = 100; ///< until the columns are fitted
 
@@ -253,70 +251,4 @@ void CTrackView::ScrollToList(int type) {
     const int title = m_grid.GetCellRect({list->m_iTitleRow, 0}).top();
     QScrollBar* bar = m_grid.verticalScrollBar();
     bar->setValue(bar->value() + title - header - 1);
-}
-
-void CTrackView::OnNotify(const GridNotification& notification) {
-    if (notification.row < 0)
-        return;
-    if (notification.code == NM_CLICK && notification.row == 0)
-        SortColumn(notification.col);
-    else if (notification.code == NM_CLICK)
-        OnClick(notification.row, notification.col);
-    else if (notification.code == NM_DBLCLK && notification.row > 0)
-        OnDoubleClick(notification.row);
-}
-
-void CTrackView::OnClick(int row, int column) {
-    for (const auto& list : m_lists.All())
-        if (list->IsOnScreen())
-            ClickList(*list, row, column);
-}
-
-void CTrackView::ClickList(CMediaList& list, int row, int column) {
-    const int wasActive = list.m_bActive;
-    const bool titleHit = list.IsTitleHit(row);
-    list.m_bActive = titleHit;
-    const int clicked = list.BodyHit(row);
-    if (clicked >= 0)
-        ClickTrack(list, clicked, column);
-    ClearOtherSelections(list, clicked);
-    if (list.m_bActive != wasActive || titleHit)
-        RefreshRows(titleHit, &list, -1);
-}
-
-void CTrackView::ClickTrack(CMediaList& list, int index, int column) {
-    CTrackRecord& track = *list[index];
-    if (column == kCheckColumn)
-        track.m_bChecked = !track.m_bChecked;
-    track.m_bRowSelected = 1;
-    list.m_bActive = 1;
-    m_pCurrentList = &list;
-    m_iCurrentIndex = index;
-    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
-        m_pLastList = &list;
-    RefreshRows(0, &list, -1);
-    RefreshRows(1, &list, index);
-}
-
-void CTrackView::ClearOtherSelections(CMediaList& list, int clicked) {
-    for (int index = 0; index < list.GetCount(); ++index) {
-        if (index == clicked || !list[index]->m_bRowSelected)
-            continue;
-        list[index]->m_bRowSelected = 0;
-        RefreshRows(0, &list, index);
-    }
-}
-
-void CTrackView::OnDoubleClick(int row) {
-    for (const auto& list : m_lists.All()) {
-        if (!list->IsTitleHit(row) || list->GetCount() == 0)
-            continue;
-        const int horizontal = m_grid.horizontalScrollBar()->value();
-        const int vertical = m_grid.verticalScrollBar()->value();
-        list->m_bExpanded = !list->m_bExpanded;
-        FillGrid();
-        m_grid.horizontalScrollBar()->setValue(horizontal);
-        m_grid.verticalScrollBar()->setValue(vertical);
-        return;
-    }
 }

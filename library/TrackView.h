@@ -52,12 +52,18 @@ public:
     void ScrollToList(int type);
 
     /// Takes the grid's notifications.
-    void OnNotify(const GridNotification& notification);
+    void OnNotify(GridNotification& notification);
 
     [[nodiscard]] CMediaList* GetCurrentList() const { return m_pCurrentList; }
     [[nodiscard]] int GetCurrentIndex() const { return m_iCurrentIndex; }
 
 private:
+    static constexpr int kCheckColumn = 0;
+
+    /// What a click does to the check box of its row.
+    enum class CheckMark { Keep, Toggle };
+
+    // TrackView.cpp
     void ConfigureGrid();
     [[nodiscard]] int CountRows() const;
     void FillHeader();
@@ -68,10 +74,11 @@ private:
     void WriteTrack(const CMediaList& list, int index, int row);
     void SelectRow(int row, bool select);
 
-    void OnClick(int row, int column);
-    void ClickList(CMediaList& list, int row, int column);
-    void ClickTrack(CMediaList& list, int index, int column);
-    void ClearOtherSelections(CMediaList& list, int clicked);
+    // TrackViewInput.cpp
+    void OnClick(int row, CheckMark mark);
+    void ClickList(CMediaList& list, int row, CheckMark mark);
+    void ClickTrack(CMediaList& list, int index, CheckMark mark);
+    void ForgetOtherSelections(CMediaList& list, int clicked);
     void OnDoubleClick(int row);
 
     CMediaLists& m_lists;

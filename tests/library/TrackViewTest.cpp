@@ -21,7 +21,7 @@ protected:
     TrackViewTest() {
         SetLanguageFile(QString()); // texts are their own keys
         m_grid.SetNotifyHandler(
-            [this](const auto& notification) { m_view.OnNotify(notification); });
+            [this](GridNotification& notification) { m_view.OnNotify(notification); });
         m_playlist.m_bVisible = 0;
         for (const char* title : {"beta", "gamma", "alpha"})
             AddTrack(m_collection, title, "/c/");
@@ -59,7 +59,19 @@ protected:
         QTest::mouseClick(m_grid.viewport(), Qt::LeftButton, keys,
                           m_grid.GetCellRect({row, col}).center());
     }
-    void DoubleClick(int row) { m_view.OnNotify({NM_DBLCLK, row, 1}); }
+    void DoubleClick(int row) { Notify({NM_DBLCLK, row, 1}); }
+    GridNotification Notify(GridNotification notification) {
+        m_view.OnNotify(notification);
+        return notification;
+    }
+    /// The selected rows, such as "2 3 6".
+    [[nodiscard]] std::string SelectedRows() const {
+        QStringList rows;
+        for (int row = 0; row < m_grid.GetRowCount(); ++row)
+            if (IsSelected(row))
+                rows += QString::number(row);
+        return rows.join(u' ').toStdString();
+    }
 
     CMediaLists m_lists;
     CMediaList& m_playlist = m_lists.Add(QStringLiteral("Playlist"), MEDIA_TYPE_PLAYLIST, 1);
@@ -122,6 +134,22 @@ TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
     EXPECT_FALSE(IsChecked(3));
 }
 
+TEST_F(TrackViewTest, SeveralRowsStaySelected) {
+    Click(3, 1);
+    Click(7, 1, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows(), "3 4 5 6 7") << "the title between the lists included";
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
+    Click(2, 1, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows(), "2 3");
+    Click(4, 1);
+    Click(6, 1, Qt::ControlModifier);
+    Click(2, 1, Qt::ControlModifier);
+    EXPECT_EQ(SelectedRows(), "2 4 6");
+    Click(5, 1);
+    EXPECT_EQ(SelectedRows(), "5");
+    EXPECT_EQ(m_collection[0]->m_bRowSelected, 0);
+}
+
 TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
     Click(0, 1);
     EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha")) << "no list is active";
@@ -139,8 +167,8 @@ TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
     Click(0, 0);
     EXPECT_EQ(Titles(6, 2), QStringLiteral("one two"));
     EXPECT_TRUE(IsSelected(6)) << "a rebuild selects the row again";
-    m_view.OnNotify({NM_CLICK, 0, 99});
-    m_view.OnNotify({NM_CLICK, -1, -1});
+    Notify({NM_CLICK, 0, 99});
+    Notify({NM_CLICK, -1, -1});
 }
 
 TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {

@@ -1,0 +1,84 @@
+// Clicks on the rows.
+
+#include "grid/GridCellBase.h"
+#include "grid/GridCtrl.h"
+#include "library/MediaLists.h"
+#include "library/TrackView.h"
+
+#include <QGuiApplication>
+#include <QScrollBar>
+
+void CTrackView::OnNotify(GridNotification& notification) {
+    const auto [row, column] = CCellID{notification.row, notification.col};
+    if (row < 0)
+        return;
+    switch (notification.code) {
+    case NM_CLICK:
+        if (row == 0)
+            SortColumn(column);
+        else
+            OnClick(row, column == kCheckColumn ? CheckMark::Toggle : CheckMark::Keep);
+        break;
+    case NM_DBLCLK:
+        OnDoubleClick(row);
+        break;
+    default:
+        break;
+    }
+}
+
+void CTrackView::OnClick(int row, CheckMark mark) {
+    for (const auto& list : m_lists.All())
+        if (list->IsOnScreen())
+            ClickList(*list, row, mark);
+}
+
+/// What rows are selected is the grid's business, which knows of the keys that were held.
+void CTrackView::ClickList(CMediaList& list, int row, CheckMark mark) {
+    const int wasActive = list.m_bActive;
+    const bool titleHit = list.IsTitleHit(row);
+    list.m_bActive = titleHit;
+    const int clicked = list.BodyHit(row);
+    if (clicked >= 0)
+        ClickTrack(list, clicked, mark);
+    ForgetOtherSelections(list, clicked);
+    if (list.m_bActive != wasActive || titleHit)
+        RefreshRows(1, &list, -1);
+}
+
+void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
+    CTrackRecord& track = *list[index];
+    if (mark == CheckMark::Toggle)
+        track.m_bChecked = !track.m_bChecked;
+    track.m_bRowSelected = 1;
+    list.m_bActive = 1;
+    m_pCurrentList = &list;
+    m_iCurrentIndex = index;
+    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
+        m_pLastList = &list;
+    RefreshRows(1, &list, -1);
+    RefreshRows(1, &list, index);
+}
+
+void CTrackView::ForgetOtherSelections(CMediaList& list, int clicked) {
+    for (int index = 0; index < list.GetCount(); ++index) {
+        if (index == clicked || !list[index]->m_bRowSelected)
+            continue;
+        list[index]->m_bRowSelected = 0;
+        RefreshRows(1, &list, index);
+    }
+}
+
+void CTrackView::OnDoubleClick(int row) {
+    for (const auto& list : m_lists.All()) {
+        if (!list->IsTitleHit(row) || list->GetCount() == 0)
+            continue;
+        const int horizontal = m_grid.horizontalScrollBar()->value();
+        const int vertical = m_grid.verticalScrollBar()->value();
+        list->m_bExpanded = !list->m_bExpanded;
+        FillGrid();
+        m_grid.horizontalScrollBar()->setValue(horizontal);
+        m_grid.verticalScrollBar()->setValue(vertical);
+        return;
+    }
+}

@@ -54,6 +54,9 @@ public:
     /// Takes the grid's notifications.
     void OnNotify(GridNotification& notification);
 
+    /// The cell of the last right click, none before the first.
+    [[nodiscard]] CCellID GetClickedCell() const { return {m_iClickRow, m_iClickColumn}; }
+
     [[nodiscard]] CMediaList* GetCurrentList() const { return m_pCurrentList; }
     [[nodiscard]] int GetCurrentIndex() const { return m_iCurrentIndex; }
 
@@ -61,7 +64,7 @@ private:
     static constexpr int kCheckColumn = 0;
 
     /// What a click does to the check box of its row.
-    enum class CheckMark { Keep, Toggle };
+    enum class CheckMark { Keep, Toggle, Set };
 
     // TrackView.cpp
     void ConfigureGrid();
@@ -79,6 +82,7 @@ private:
     void ClickList(CMediaList& list, int row, CheckMark mark);
     void ClickTrack(CMediaList& list, int index, CheckMark mark);
     void ForgetOtherSelections(CMediaList& list, int clicked);
+    void OnRightClick(CCellID cell);
     void OnDoubleClick(int row);
 
     CMediaLists& m_lists;
@@ -89,4 +93,6 @@ private:
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
     int m_iCurrentIndex = -1;
     CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
+    int m_iClickRow = -1;              ///< of the last right click
+    int m_iClickColumn = -1;
 };

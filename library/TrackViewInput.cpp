@@ -19,6 +19,9 @@ void CTrackView::OnNotify(GridNotification& notification) {
         else
             OnClick(row, column == kCheckColumn ? CheckMark::Toggle : CheckMark::Keep);
         break;
+    case NM_RCLICK:
+        OnRightClick({row, column});
+        break;
     case NM_DBLCLK:
         OnDoubleClick(row);
         break;
@@ -48,8 +51,8 @@ void CTrackView::ClickList(CMediaList& list, int row, CheckMark mark) {
 
 void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
     CTrackRecord& track = *list[index];
-    if (mark == CheckMark::Toggle)
-        track.m_bChecked = !track.m_bChecked;
+    if (mark != CheckMark::Keep)
+        track.m_bChecked = mark == CheckMark::Set || !track.m_bChecked;
     track.m_bRowSelected = 1;
     list.m_bActive = 1;
     m_pCurrentList = &list;
@@ -67,6 +70,18 @@ void CTrackView::ForgetOtherSelections(CMediaList& list, int clicked) {
         list[index]->m_bRowSelected = 0;
         RefreshRows(1, &list, index);
     }
+}
+
+void CTrackView::OnRightClick(CCellID cell) {
+    m_iClickRow = cell.row;
+    m_iClickColumn = cell.col;
+    if (cell.row == 0)
+        return;
+    if (!(m_grid.GetItemState(cell.row, cell.col) & GridState::Selected)) {
+        m_grid.SetSelectedRange(cell.row, 0, cell.row, m_grid.GetColumnCount() - 1);
+        m_grid.SetFocusCell(cell);
+    }
+    OnClick(cell.row, CheckMark::Set);
 }
 
 void CTrackView::OnDoubleClick(int row) {

@@ -59,6 +59,10 @@ protected:
         QTest::mouseClick(m_grid.viewport(), Qt::LeftButton, keys,
                           m_grid.GetCellRect({row, col}).center());
     }
+    void RightClick(int row, int col) {
+        QTest::mouseClick(m_grid.viewport(), Qt::RightButton, {},
+                          m_grid.GetCellRect({row, col}).center());
+    }
     void DoubleClick(int row) { Notify({NM_DBLCLK, row, 1}); }
     GridNotification Notify(GridNotification notification) {
         m_view.OnNotify(notification);
@@ -148,6 +152,36 @@ TEST_F(TrackViewTest, SeveralRowsStaySelected) {
     Click(5, 1);
     EXPECT_EQ(SelectedRows(), "5");
     EXPECT_EQ(m_collection[0]->m_bRowSelected, 0);
+}
+
+TEST_F(TrackViewTest, RightClickChecksAndSelects) {
+    Click(2, 1);
+    Click(3, 1, Qt::ShiftModifier);
+    RightClick(2, 3);
+    EXPECT_EQ(SelectedRows(), "2 3") << "a click into the selection leaves it";
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 1}));
+    EXPECT_TRUE(IsChecked(2));
+    EXPECT_FALSE(IsChecked(3));
+    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
+
+    RightClick(7, 0);
+    EXPECT_EQ(SelectedRows(), "7");
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{7, 0}));
+    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{7, 0}));
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
+    EXPECT_EQ(m_view.GetCurrentIndex(), 1);
+    RightClick(7, 0);
+    EXPECT_TRUE(IsChecked(7)) << "marked, not turned";
+
+    RightClick(1, 2);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
+    AddTrack(m_all, "without a row yet", "/a/");
+    RightClick(0, 1);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection) << "the header is no track";
+    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{0, 1}));
+    Notify({NM_RCLICK, -1, -1});
+    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{0, 1}));
 }
 
 TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {

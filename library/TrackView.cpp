@@ -73,22 +73,55 @@ int CTrackView::CountRows() const {
 
 void CTrackView::FillGrid() {
     Guarded("FillGrid()", [this] {
-        m_grid.DeleteAllItems();
-        m_grid.SetRowCount(CountRows());
-        m_grid.SetColumnCount(static_cast<int>(m_columns.size()) + 1);
-        m_grid.SetFixedRowCount(1);
-        m_grid.SetFixedColumnCount(0);
-        m_grid.SetColumnWidth(kCheckColumn, 1);
-        for (int column = 1; column < m_grid.GetColumnCount(); ++column)
-            m_grid.SetColumnWidth(column, kFirstWidth);
-        FillHeader();
-        int row = 1;
-        for (const auto& list : m_lists.All())
-            if (list->IsOnScreen())
-                row = FillSection(*list, row);
-        m_grid.AutoSizeColumns();
+        const CCellID focus = m_grid.GetFocusCell().IsValid() ? m_grid.GetFocusCell() : m_idFocus;
+        const Row focused = FindRow(focus.row);
+        BuildRows();
+        m_idFocus = {};
+        if (focused.list && RowOf(*focused.list, focused.index) > 0)
+            m_idFocus = {RowOf(*focused.list, focused.index), focus.col};
+        m_grid.SetFocusCell(m_idFocus);
         m_grid.Refresh();
     });
+}
+
+void CTrackView::BuildRows() {
+    m_grid.DeleteAllItems();
+    ForgetRows();
+    m_grid.SetRowCount(CountRows());
+    m_grid.SetColumnCount(static_cast<int>(m_columns.size()) + 1);
+    m_grid.SetFixedRowCount(1);
+    m_grid.SetFixedColumnCount(0);
+    m_grid.SetColumnWidth(kCheckColumn, 1);
+    for (int column = 1; column < m_grid.GetColumnCount(); ++column)
+        m_grid.SetColumnWidth(column, kFirstWidth);
+    FillHeader();
+    int row = 1;
+    for (const auto& list : m_lists.All())
+        if (list->IsOnScreen())
+            row = FillSection(*list, row);
+    m_grid.AutoSizeColumns();
+}
+
+/// So that what is not shown can't be taken for what has its row now.
+void CTrackView::ForgetRows() {
+    for (const auto& list : m_lists.All()) {
+        list->m_iTitleRow = -1;
+        for (int index = 0; index < list->GetCount(); ++index)
+            (*list)[index]->m_iRow = 0;
+    }
+}
+
+CTrackView::Row CTrackView::FindRow(int row) const {
+    for (const auto& list : m_lists.All())
+        for (int index = -1; row > 0 && index < list->GetCount(); ++index)
+            if (RowOf(*list, index) == row)
+                return {list.get(), index};
+    return {};
+}
+
+/// Below 1 for what had no row at the last FillGrid().
+int CTrackView::RowOf(const CMediaList& list, int index) {
+    return index == -1 ? list.m_iTitleRow : list[index]->m_iRow;
 }
 
 /// Fills the rows of a list from `row` on, and returns the row behind them.
@@ -186,7 +219,7 @@ void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int inde
         (index == -1 && IsExclusiveView()))
         return;
     // A scan appends tracks, which have no row until the next FillGrid().
-    const int row = index == -1 ? list->m_iTitleRow : (*list)[index]->m_iRow;
+    const int row = RowOf(*list, index);
     if (row < 1 || row >= m_grid.GetRowCount())
         return;
     if (index == -1)

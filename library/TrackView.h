@@ -31,7 +31,8 @@ public:
     void SetColumns(unsigned columns);
     [[nodiscard]] unsigned GetColumns() const { return m_dwColumns; }
 
-    /// Builds all rows anew and fits the columns to their texts. The grid scrolls to its head.
+    /// Builds all rows anew and fits the columns to their texts. The grid scrolls to its head; the
+    /// keyboard's focus goes with the track or title that has it, as long as that is shown.
     void FillGrid();
 
     /// Writes one row anew: that of the record at `index`, or the title for -1. Nothing if the row
@@ -66,9 +67,19 @@ private:
     /// What a click does to the check box of its row.
     enum class CheckMark { Keep, Toggle, Set };
 
+    /// What a row of the grid shows: the track at an index, or the list's title for -1.
+    struct Row {
+        CMediaList* list = nullptr; ///< none: the row shows neither
+        int index = -1;
+    };
+
     // TrackView.cpp
     void ConfigureGrid();
     [[nodiscard]] int CountRows() const;
+    void BuildRows();
+    void ForgetRows();
+    [[nodiscard]] Row FindRow(int row) const;
+    [[nodiscard]] static int RowOf(const CMediaList& list, int index);
     void FillHeader();
     int FillSection(CMediaList& list, int row);
     void FillTitleRow(const CMediaList& list, int row);
@@ -95,4 +106,6 @@ private:
     CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
     int m_iClickRow = -1;              ///< of the last right click
     int m_iClickColumn = -1;
+    CCellID
+        m_idFocus; ///< where the keyboard was last; the grid forgets it on a click in the header
 };

@@ -25,6 +25,10 @@ void CTrackView::OnNotify(GridNotification& notification) {
     case NM_DBLCLK:
         OnDoubleClick(row);
         break;
+    case GVN_SELCHANGED:
+        if (row > 0)
+            m_idFocus = {row, column};
+        break;
     default:
         break;
     }

@@ -205,6 +205,32 @@ TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
     Notify({NM_CLICK, -1, -1});
 }
 
+TEST_F(TrackViewTest, FocusGoesWithItsRow) {
+    Click(2, 3);
+    Click(0, 1);
+    EXPECT_EQ(Titles(2, 3), QStringLiteral("alpha beta gamma"));
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 3}));
+    QTest::keyClick(&m_grid, Qt::Key_Down);
+    Click(0, 1);
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 3})) << "where the keyboard left it";
+
+    m_grid.SetFocusCell({6, 2});
+    m_collection.m_bExpanded = 0;
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 2}));
+    m_collection.m_bExpanded = 1;
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{6, 2})) << "not the hidden track that had row 3";
+    m_grid.SetFocusCell({5, 2});
+    m_collection.ClearAll();
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 2})) << "a title";
+    m_grid.SetFocusCell({3, 2});
+    m_all.m_bExpanded = 0;
+    m_view.FillGrid();
+    EXPECT_FALSE(m_grid.GetFocusCell().IsValid());
+}
+
 TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
     m_grid.resize(300, 100);
     m_grid.show();

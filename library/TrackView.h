@@ -95,6 +95,8 @@ private:
     void ForgetOtherSelections(CMediaList& list, int clicked);
     void OnRightClick(CCellID cell);
     void OnDoubleClick(int row);
+    void FoldSection(CMediaList& list);
+    void MarkPlaying(CMediaList& list, int index);
 
     CMediaLists& m_lists;
     CGridCtrl& m_grid;

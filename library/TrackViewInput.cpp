@@ -89,15 +89,38 @@ void CTrackView::OnRightClick(CCellID cell) {
 }
 
 void CTrackView::OnDoubleClick(int row) {
-    for (const auto& list : m_lists.All()) {
-        if (!list->IsTitleHit(row) || list->GetCount() == 0)
-            continue;
-        const int horizontal = m_grid.horizontalScrollBar()->value();
-        const int vertical = m_grid.verticalScrollBar()->value();
-        list->m_bExpanded = !list->m_bExpanded;
-        FillGrid();
-        m_grid.horizontalScrollBar()->setValue(horizontal);
-        m_grid.verticalScrollBar()->setValue(vertical);
+    const Row hit = FindRow(row);
+    if (!hit.list)
         return;
+    if (hit.index == -1)
+        FoldSection(*hit.list);
+    else if (hit.list->m_iType != MEDIA_TYPE_PHONE)
+        MarkPlaying(*hit.list, hit.index);
+}
+
+void CTrackView::FoldSection(CMediaList& list) {
+    if (list.GetCount() == 0)
+        return;
+    const int horizontal = m_grid.horizontalScrollBar()->value();
+    const int vertical = m_grid.verticalScrollBar()->value();
+    list.m_bExpanded = !list.m_bExpanded;
+    FillGrid();
+    m_grid.horizontalScrollBar()->setValue(horizontal);
+    m_grid.verticalScrollBar()->setValue(vertical);
+}
+
+/// The one track that plays, in whatever list, is this one now.
+void CTrackView::MarkPlaying(CMediaList& list, int index) {
+    for (const auto& other : m_lists.All()) {
+        for (int i = 0; i < other->GetCount(); ++i) {
+            if (!(*other)[i]->m_bPlaying)
+                continue;
+            (*other)[i]->m_bPlaying = 0;
+            RefreshRows(1, other.get(), i);
+        }
     }
+    list[index]->m_bRowSelected = 1;
+    list[index]->m_bPlaying = 1;
+    list.m_bActive = 1;
+    RefreshRows(1, &list, index);
 }

@@ -63,7 +63,11 @@ protected:
         QTest::mouseClick(m_grid.viewport(), Qt::RightButton, {},
                           m_grid.GetCellRect({row, col}).center());
     }
-    void DoubleClick(int row) { Notify({NM_DBLCLK, row, 1}); }
+    void DoubleClick(int row) {
+        Click(row, 1);
+        QTest::mouseDClick(m_grid.viewport(), Qt::LeftButton, {},
+                           m_grid.GetCellRect({row, 1}).center());
+    }
     GridNotification Notify(GridNotification notification) {
         m_view.OnNotify(notification);
         return notification;
@@ -235,19 +239,39 @@ TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
     m_grid.resize(300, 100);
     m_grid.show();
     m_grid.verticalScrollBar()->setValue(10);
-    DoubleClick(5);
+    Notify({NM_DBLCLK, 5, 1});
     EXPECT_EQ(m_all.m_bExpanded, 0);
     EXPECT_EQ(m_grid.GetRowCount(), 6);
     EXPECT_EQ(m_grid.verticalScrollBar()->value(), 10);
     EXPECT_EQ(m_lists.GetActiveList(), nullptr);
-    DoubleClick(1);
+    Notify({NM_DBLCLK, 1, 1});
     EXPECT_EQ(m_grid.GetRowCount(), 3);
-    DoubleClick(2);
+    Notify({NM_DBLCLK, 2, 1});
     EXPECT_EQ(m_grid.GetRowCount(), 5);
     m_all.ClearAll();
     m_view.FillGrid();
-    DoubleClick(2);
+    Notify({NM_DBLCLK, 2, 1});
     EXPECT_EQ(m_all.m_bExpanded, 1) << "an empty section stays as it is";
+}
+
+TEST_F(TrackViewTest, DoubleClickMarksTheTrackThatPlays) {
+    const CGridCellBase* cell = m_grid.GetCell(7, 2);
+    DoubleClick(2);
+    EXPECT_EQ(m_collection[0]->m_bPlaying, 1);
+    EXPECT_EQ(m_collection[0]->m_bRowSelected, 1);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+    EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowPlaying);
+
+    DoubleClick(7);
+    EXPECT_EQ(m_collection[0]->m_bPlaying, 0);
+    EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowEven);
+    EXPECT_EQ(m_grid.GetCell(7, 1)->GetBackClr(), m_all.m_crRowPlaying);
+    EXPECT_EQ(m_grid.GetCell(7, 2), cell) << "no row is built anew";
+
+    m_collection.m_iType = MEDIA_TYPE_PHONE;
+    DoubleClick(3);
+    EXPECT_EQ(m_collection[1]->m_bPlaying, 0);
+    EXPECT_EQ(m_all[1]->m_bPlaying, 1);
 }
 
 TEST_F(TrackViewTest, OneRowIsWrittenAnew) {

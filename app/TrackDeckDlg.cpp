@@ -97,6 +97,7 @@ void CTrackDeckDlg::ConnectMessages() {
     m_layout.Grid().SetNotifyHandler([this](GridNotification& notification) {
         Guarded("OnNotify()", [&] { m_view.OnNotify(notification); });
     });
+    m_view.SetReportHandler([this](const QString& text) { m_layout.Status().setText(text); });
     m_pScanAction->setText(LoadString(IDS_FILE_SCANPCFORMUSICS));
     m_pScanAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
     connect(m_pScanAction, &QAction::triggered, this,

@@ -119,6 +119,13 @@ CTrackView::Row CTrackView::FindRow(int row) const {
     return {};
 }
 
+/// None for the check boxes, and beside all columns.
+const TrackColumn* CTrackView::ColumnAt(int gridColumn) const {
+    return gridColumn > kCheckColumn && gridColumn < m_grid.GetColumnCount()
+               ? m_columns[gridColumn - 1]
+               : nullptr;
+}
+
 /// Below 1 for what had no row at the last FillGrid().
 int CTrackView::RowOf(const CMediaList& list, int index) {
     return index == -1 ? list.m_iTitleRow : list[index]->m_iRow;
@@ -237,10 +244,10 @@ void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int inde
 
 void CTrackView::SortColumn(int gridColumn) {
     CMediaList* list = m_lists.GetActiveList();
-    if (!list || gridColumn < 0 || gridColumn >= m_grid.GetColumnCount())
+    const TrackColumn* column = ColumnAt(gridColumn);
+    if (!list || (!column && gridColumn != kCheckColumn))
         return;
-    const unsigned bit = gridColumn == kCheckColumn ? 0 : m_columns[gridColumn - 1]->bit;
-    if (!list->SortBy(bit, CMediaList::kToggleDirection))
+    if (!list->SortBy(column ? column->bit : 0, CMediaList::kToggleDirection))
         return;
     list->m_bModified = 1;
     FillGrid();

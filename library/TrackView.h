@@ -1,9 +1,12 @@
 #pragma once
 
 #include "grid/GridTypes.h"
+#include "library/TrackRecord.h"
 
 #include <QString>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 class CGridCtrl;
@@ -25,6 +28,9 @@ inline constexpr int kPlaylistImage = 5;
 /// Thread: interface thread. Lifetime: lists and grid outlive this.
 class CTrackView {
 public:
+    /// Takes one line for the user: what went wrong, or nothing once it goes well.
+    using ReportHandler = std::function<void(const QString& text)>;
+
     CTrackView(CMediaLists& lists, CGridCtrl& grid);
 
     /// The mask of visible columns; the title's bit is always in it.
@@ -52,7 +58,10 @@ public:
     /// on screen.
     void ScrollToList(int type);
 
-    /// Takes the grid's notifications.
+    /// Is told how edits come out.
+    void SetReportHandler(ReportHandler handler) { m_pfnReport = std::move(handler); }
+
+    /// Takes the grid's notifications, allows edits or not, and stores what was typed.
     void OnNotify(GridNotification& notification);
 
     /// The cell of the last right click, none before the first.
@@ -79,6 +88,7 @@ private:
     void BuildRows();
     void ForgetRows();
     [[nodiscard]] Row FindRow(int row) const;
+    [[nodiscard]] const TrackColumn* ColumnAt(int gridColumn) const;
     [[nodiscard]] static int RowOf(const CMediaList& list, int index);
     void FillHeader();
     int FillSection(CMediaList& list, int row);
@@ -97,11 +107,16 @@ private:
     void OnDoubleClick(int row);
     void FoldSection(CMediaList& list);
     void MarkPlaying(CMediaList& list, int index);
+    [[nodiscard]] bool AllowsEdit(CCellID cell) const;
+    void OnEdited(CCellID cell);
+    void ShowText(const QString& path, TrackText text, const QString& value);
 
     CMediaLists& m_lists;
     CGridCtrl& m_grid;
     unsigned m_dwColumns;
     std::vector<const TrackColumn*> m_columns; ///< the visible ones, as the mask tells
+
+    ReportHandler m_pfnReport;
 
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
     int m_iCurrentIndex = -1;

@@ -1,8 +1,11 @@
-// Clicks on the rows.
+// Clicks and edits.
 
+#include "base/Language.h"
 #include "grid/GridCellBase.h"
 #include "grid/GridCtrl.h"
 #include "library/MediaLists.h"
+#include "library/TrackColumns.h"
+#include "library/TrackEdit.h"
 #include "library/TrackView.h"
 
 #include <QGuiApplication>
@@ -28,6 +31,13 @@ void CTrackView::OnNotify(GridNotification& notification) {
     case GVN_SELCHANGED:
         if (row > 0)
             m_idFocus = {row, column};
+        break;
+    case GVN_BEGINLABELEDIT:
+        notification.allowed = AllowsEdit({row, column});
+        break;
+    case GVN_ENDLABELEDIT:
+        if (notification.changed)
+            OnEdited({row, column});
         break;
     default:
         break;
@@ -123,4 +133,40 @@ void CTrackView::MarkPlaying(CMediaList& list, int index) {
     list[index]->m_bPlaying = 1;
     list.m_bActive = 1;
     RefreshRows(1, &list, index);
+}
+
+bool CTrackView::AllowsEdit(CCellID cell) const {
+    const Row edited = FindRow(cell.row);
+    const TrackColumn* column = ColumnAt(cell.col);
+    return edited.list && column && IsEditable(*edited.list, edited.index, column->text);
+}
+
+/// The cell holds the new text, the track still the old one.
+void CTrackView::OnEdited(CCellID cell) {
+    const Row edited = FindRow(cell.row);
+    const TrackColumn* column = ColumnAt(cell.col);
+    const CGridCellBase* typed = m_grid.GetCell(cell.row, cell.col);
+    if (!edited.list || edited.index == -1 || !column || !typed)
+        return;
+    const QString path = (*edited.list)[edited.index]->m_strPath;
+    const auto stored = StoreTrackText(path, column->text, typed->GetText());
+    if (stored)
+        ShowText(path, column->text, *stored);
+    else
+        RefreshRows(1, edited.list, edited.index);
+    if (m_pfnReport)
+        m_pfnReport(stored ? QString() : LoadString(IDS_PROMPT_WRITEFAILED));
+}
+
+/// For all tracks of this file, which may be in several lists. Case matters here: on disk it is
+/// part of the name.
+void CTrackView::ShowText(const QString& path, TrackText text, const QString& value) {
+    for (const auto& list : m_lists.All()) {
+        for (int index = 0; index < list->GetCount(); ++index) {
+            if ((*list)[index]->m_strPath != path)
+                continue;
+            (*list)[index]->*text = value;
+            RefreshRows(1, list.get(), index);
+        }
+    }
 }

@@ -94,9 +94,10 @@ void CTrackDeckDlg::ConnectMessages() {
         OnListDone(static_cast<int>(message.wParam));
         return 0;
     });
-    m_layout.Grid().SetNotifyHandler([this](const GridNotification& notification) {
+    m_layout.Grid().SetNotifyHandler([this](GridNotification& notification) {
         Guarded("OnNotify()", [&] { m_view.OnNotify(notification); });
     });
+    m_view.SetReportHandler([this](const QString& text) { m_layout.Status().setText(text); });
     m_pScanAction->setText(LoadString(IDS_FILE_SCANPCFORMUSICS));
     m_pScanAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
     connect(m_pScanAction, &QAction::triggered, this,

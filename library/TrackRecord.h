@@ -39,3 +39,6 @@ public:
     std::uint64_t m_nDuration = 0; ///< milliseconds; 0 until playback has opened the track
     std::uint64_t m_nFileSize = 0; ///< bytes
 };
+
+/// Names one of the texts of a track.
+using TrackText = QString CTrackRecord::*;

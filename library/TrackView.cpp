@@ -11,7 +11,6 @@
 #include "library/TrackColumns.h"
 #include "platform/Path.h"
 
-#include <QGuiApplication>
 #include <QScrollBar>
 
 namespace {
@@ -21,7 +20,6 @@ constexpr COLORREF kCellBackground = 0xE0FFFF;
 constexpr COLORREF kSelectedBackground = 0xDFBE7A;
 constexpr COLORREF kHeaderText = 0;
 
-constexpr int kCheckColumn = 0;
 constexpr int kTitleGridColumn = 1;
 constexpr int kFirstWidth = 100; ///< until the columns are fitted
 
@@ -75,22 +73,62 @@ int CTrackView::CountRows() const {
 
 void CTrackView::FillGrid() {
     Guarded("FillGrid()", [this] {
-        m_grid.DeleteAllItems();
-        m_grid.SetRowCount(CountRows());
-        m_grid.SetColumnCount(static_cast<int>(m_columns.size()) + 1);
-        m_grid.SetFixedRowCount(1);
-        m_grid.SetFixedColumnCount(0);
-        m_grid.SetColumnWidth(kCheckColumn, 1);
-        for (int column = 1; column < m_grid.GetColumnCount(); ++column)
-            m_grid.SetColumnWidth(column, kFirstWidth);
-        FillHeader();
-        int row = 1;
-        for (const auto& list : m_lists.All())
-            if (list->IsOnScreen())
-                row = FillSection(*list, row);
-        m_grid.AutoSizeColumns();
+        const CCellID focus = m_grid.GetFocusCell().IsValid() ? m_grid.GetFocusCell() : m_idFocus;
+        const Row focused = FindRow(focus.row);
+        BuildRows();
+        m_idFocus = {};
+        if (focused.list && RowOf(*focused.list, focused.index) > 0)
+            m_idFocus = {RowOf(*focused.list, focused.index), focus.col};
+        m_grid.SetFocusCell(m_idFocus);
         m_grid.Refresh();
     });
+}
+
+void CTrackView::BuildRows() {
+    m_grid.DeleteAllItems();
+    ForgetRows();
+    m_grid.SetRowCount(CountRows());
+    m_grid.SetColumnCount(static_cast<int>(m_columns.size()) + 1);
+    m_grid.SetFixedRowCount(1);
+    m_grid.SetFixedColumnCount(0);
+    m_grid.SetColumnWidth(kCheckColumn, 1);
+    for (int column = 1; column < m_grid.GetColumnCount(); ++column)
+        m_grid.SetColumnWidth(column, kFirstWidth);
+    FillHeader();
+    int row = 1;
+    for (const auto& list : m_lists.All())
+        if (list->IsOnScreen())
+            row = FillSection(*list, row);
+    m_grid.AutoSizeColumns();
+}
+
+/// So that what is not shown can't be taken for what has its row now.
+void CTrackView::ForgetRows() {
+    for (const auto& list : m_lists.All()) {
+        list->m_iTitleRow = -1;
+        for (int index = 0; index < list->GetCount(); ++index)
+            (*list)[index]->m_iRow = 0;
+    }
+}
+
+CTrackView::Row CTrackView::FindRow(int row) const {
+    for (const auto& list : m_lists.All())
+        for (int index = -1; row > 0 && index < list->GetCount(); ++index)
+            if (RowOf(*list, index) == row)
+                return {list.get(), index};
+    return {};
+}
+
+/// None for the check boxes, and beside all columns.
+const TrackColumn* CTrackView::ColumnAt(int gridColumn) const {
+    return gridColumn > kCheckColumn && gridColumn < m_grid.GetColumnCount()
+               ? m_columns[gridColumn - 1]
+               : nullptr;
+}
+
+/// Below 1 for what had no row at the last FillGrid().
+int CTrackView::RowOf(const CMediaList& list, int index) {
+    return index == -1 ? list.m_iTitleRow : list[index]->m_iRow;
 }
 
 /// Fills the rows of a list from `row` on, and returns the row behind them.
@@ -188,7 +226,7 @@ void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int inde
         (index == -1 && IsExclusiveView()))
         return;
     // A scan appends tracks, which have no row until the next FillGrid().
-    const int row = index == -1 ? list->m_iTitleRow : (*list)[index]->m_iRow;
+    const int row = RowOf(*list, index);
     if (row < 1 || row >= m_grid.GetRowCount())
         return;
     if (index == -1)
@@ -206,10 +244,10 @@ void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int inde
 
 void CTrackView::SortColumn(int gridColumn) {
     CMediaList* list = m_lists.GetActiveList();
-    if (!list || gridColumn < 0 || gridColumn >= m_grid.GetColumnCount())
+    const TrackColumn* column = ColumnAt(gridColumn);
+    if (!list || (!column && gridColumn != kCheckColumn))
         return;
-    const unsigned bit = gridColumn == kCheckColumn ? 0 : m_columns[gridColumn - 1]->bit;
-    if (!list->SortBy(bit, CMediaList::kToggleDirection))
+    if (!list->SortBy(column ? column->bit : 0, CMediaList::kToggleDirection))
         return;
     list->m_bModified = 1;
     FillGrid();
@@ -253,70 +291,4 @@ void CTrackView::ScrollToList(int type) {
     const int title = m_grid.GetCellRect({list->m_iTitleRow, 0}).top();
     QScrollBar* bar = m_grid.verticalScrollBar();
     bar->setValue(bar->value() + title - header - 1);
-}
-
-void CTrackView::OnNotify(const GridNotification& notification) {
-    if (notification.row < 0)
-        return;
-    if (notification.code == NM_CLICK && notification.row == 0)
-        SortColumn(notification.col);
-    else if (notification.code == NM_CLICK)
-        OnClick(notification.row, notification.col);
-    else if (notification.code == NM_DBLCLK && notification.row > 0)
-        OnDoubleClick(notification.row);
-}
-
-void CTrackView::OnClick(int row, int column) {
-    for (const auto& list : m_lists.All())
-        if (list->IsOnScreen())
-            ClickList(*list, row, column);
-}
-
-void CTrackView::ClickList(CMediaList& list, int row, int column) {
-    const int wasActive = list.m_bActive;
-    const bool titleHit = list.IsTitleHit(row);
-    list.m_bActive = titleHit;
-    const int clicked = list.BodyHit(row);
-    if (clicked >= 0)
-        ClickTrack(list, clicked, column);
-    ClearOtherSelections(list, clicked);
-    if (list.m_bActive != wasActive || titleHit)
-        RefreshRows(titleHit, &list, -1);
-}
-
-void CTrackView::ClickTrack(CMediaList& list, int index, int column) {
-    CTrackRecord& track = *list[index];
-    if (column == kCheckColumn)
-        track.m_bChecked = !track.m_bChecked;
-    track.m_bRowSelected = 1;
-    list.m_bActive = 1;
-    m_pCurrentList = &list;
-    m_iCurrentIndex = index;
-    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
-        m_pLastList = &list;
-    RefreshRows(0, &list, -1);
-    RefreshRows(1, &list, index);
-}
-
-void CTrackView::ClearOtherSelections(CMediaList& list, int clicked) {
-    for (int index = 0; index < list.GetCount(); ++index) {
-        if (index == clicked || !list[index]->m_bRowSelected)
-            continue;
-        list[index]->m_bRowSelected = 0;
-        RefreshRows(0, &list, index);
-    }
-}
-
-void CTrackView::OnDoubleClick(int row) {
-    for (const auto& list : m_lists.All()) {
-        if (!list->IsTitleHit(row) || list->GetCount() == 0)
-            continue;
-        const int horizontal = m_grid.horizontalScrollBar()->value();
-        const int vertical = m_grid.verticalScrollBar()->value();
-        list->m_bExpanded = !list->m_bExpanded;
-        FillGrid();
-        m_grid.horizontalScrollBar()->setValue(horizontal);
-        m_grid.verticalScrollBar()->setValue(vertical);
-        return;
-    }
 }

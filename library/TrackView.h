@@ -1,9 +1,12 @@
 #pragma once
 
 #include "grid/GridTypes.h"
+#include "library/TrackRecord.h"
 
 #include <QString>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 class CGridCtrl;
@@ -25,13 +28,17 @@ inline constexpr int kPlaylistImage = 5;
 /// Thread: interface thread. Lifetime: lists and grid outlive this.
 class CTrackView {
 public:
+    /// Takes one line for the user: what went wrong, or nothing once it goes well.
+    using ReportHandler = std::function<void(const QString& text)>;
+
     CTrackView(CMediaLists& lists, CGridCtrl& grid);
 
     /// The mask of visible columns; the title's bit is always in it.
     void SetColumns(unsigned columns);
     [[nodiscard]] unsigned GetColumns() const { return m_dwColumns; }
 
-    /// Builds all rows anew and fits the columns to their texts. The grid scrolls to its head.
+    /// Builds all rows anew and fits the columns to their texts. The grid scrolls to its head; the
+    /// keyboard's focus goes with the track or title that has it, as long as that is shown.
     void FillGrid();
 
     /// Writes one row anew: that of the record at `index`, or the title for -1. Nothing if the row
@@ -51,15 +58,38 @@ public:
     /// on screen.
     void ScrollToList(int type);
 
-    /// Takes the grid's notifications.
-    void OnNotify(const GridNotification& notification);
+    /// Is told how edits come out.
+    void SetReportHandler(ReportHandler handler) { m_pfnReport = std::move(handler); }
+
+    /// Takes the grid's notifications, allows edits or not, and stores what was typed.
+    void OnNotify(GridNotification& notification);
+
+    /// The cell of the last right click, none before the first.
+    [[nodiscard]] CCellID GetClickedCell() const { return {m_iClickRow, m_iClickColumn}; }
 
     [[nodiscard]] CMediaList* GetCurrentList() const { return m_pCurrentList; }
     [[nodiscard]] int GetCurrentIndex() const { return m_iCurrentIndex; }
 
 private:
+    static constexpr int kCheckColumn = 0;
+
+    /// What a click does to the check box of its row.
+    enum class CheckMark { Keep, Toggle, Set };
+
+    /// What a row of the grid shows: the track at an index, or the list's title for -1.
+    struct Row {
+        CMediaList* list = nullptr; ///< none: the row shows neither
+        int index = -1;
+    };
+
+    // TrackView.cpp
     void ConfigureGrid();
     [[nodiscard]] int CountRows() const;
+    void BuildRows();
+    void ForgetRows();
+    [[nodiscard]] Row FindRow(int row) const;
+    [[nodiscard]] const TrackColumn* ColumnAt(int gridColumn) const;
+    [[nodiscard]] static int RowOf(const CMediaList& list, int index);
     void FillHeader();
     int FillSection(CMediaList& list, int row);
     void FillTitleRow(const CMediaList& list, int row);
@@ -68,18 +98,31 @@ private:
     void WriteTrack(const CMediaList& list, int index, int row);
     void SelectRow(int row, bool select);
 
-    void OnClick(int row, int column);
-    void ClickList(CMediaList& list, int row, int column);
-    void ClickTrack(CMediaList& list, int index, int column);
-    void ClearOtherSelections(CMediaList& list, int clicked);
+    // TrackViewInput.cpp
+    void OnClick(int row, CheckMark mark);
+    void ClickList(CMediaList& list, int row, CheckMark mark);
+    void ClickTrack(CMediaList& list, int index, CheckMark mark);
+    void ForgetOtherSelections(CMediaList& list, int clicked);
+    void OnRightClick(CCellID cell);
     void OnDoubleClick(int row);
+    void FoldSection(CMediaList& list);
+    void MarkPlaying(CMediaList& list, int index);
+    [[nodiscard]] bool AllowsEdit(CCellID cell) const;
+    void OnEdited(CCellID cell);
+    void ShowText(const QString& path, TrackText text, const QString& value);
 
     CMediaLists& m_lists;
     CGridCtrl& m_grid;
     unsigned m_dwColumns;
     std::vector<const TrackColumn*> m_columns; ///< the visible ones, as the mask tells
 
+    ReportHandler m_pfnReport;
+
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
     int m_iCurrentIndex = -1;
     CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
+    int m_iClickRow = -1;              ///< of the last right click
+    int m_iClickColumn = -1;
+    CCellID
+        m_idFocus; ///< where the keyboard was last; the grid forgets it on a click in the header
 };

@@ -21,7 +21,7 @@ protected:
     TrackViewTest() {
         SetLanguageFile(QString()); // texts are their own keys
         m_grid.SetNotifyHandler(
-            [this](const auto& notification) { m_view.OnNotify(notification); });
+            [this](GridNotification& notification) { m_view.OnNotify(notification); });
         m_playlist.m_bVisible = 0;
         for (const char* title : {"beta", "gamma", "alpha"})
             AddTrack(m_collection, title, "/c/");
@@ -59,7 +59,27 @@ protected:
         QTest::mouseClick(m_grid.viewport(), Qt::LeftButton, keys,
                           m_grid.GetCellRect({row, col}).center());
     }
-    void DoubleClick(int row) { m_view.OnNotify({NM_DBLCLK, row, 1}); }
+    void RightClick(int row, int col) {
+        QTest::mouseClick(m_grid.viewport(), Qt::RightButton, {},
+                          m_grid.GetCellRect({row, col}).center());
+    }
+    void DoubleClick(int row) {
+        Click(row, 1);
+        QTest::mouseDClick(m_grid.viewport(), Qt::LeftButton, {},
+                           m_grid.GetCellRect({row, 1}).center());
+    }
+    GridNotification Notify(GridNotification notification) {
+        m_view.OnNotify(notification);
+        return notification;
+    }
+    /// The selected rows, such as "2 3 6".
+    [[nodiscard]] std::string SelectedRows() const {
+        QStringList rows;
+        for (int row = 0; row < m_grid.GetRowCount(); ++row)
+            if (IsSelected(row))
+                rows += QString::number(row);
+        return rows.join(u' ').toStdString();
+    }
 
     CMediaLists m_lists;
     CMediaList& m_playlist = m_lists.Add(QStringLiteral("Playlist"), MEDIA_TYPE_PLAYLIST, 1);
@@ -122,6 +142,52 @@ TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
     EXPECT_FALSE(IsChecked(3));
 }
 
+TEST_F(TrackViewTest, SeveralRowsStaySelected) {
+    Click(3, 1);
+    Click(7, 1, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows(), "3 4 5 6 7") << "the title between the lists included";
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
+    Click(2, 1, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows(), "2 3");
+    Click(4, 1);
+    Click(6, 1, Qt::ControlModifier);
+    Click(2, 1, Qt::ControlModifier);
+    EXPECT_EQ(SelectedRows(), "2 4 6");
+    Click(5, 1);
+    EXPECT_EQ(SelectedRows(), "5");
+    EXPECT_EQ(m_collection[0]->m_bRowSelected, 0);
+}
+
+TEST_F(TrackViewTest, RightClickChecksAndSelects) {
+    Click(2, 1);
+    Click(3, 1, Qt::ShiftModifier);
+    RightClick(2, 3);
+    EXPECT_EQ(SelectedRows(), "2 3") << "a click into the selection leaves it";
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 1}));
+    EXPECT_TRUE(IsChecked(2));
+    EXPECT_FALSE(IsChecked(3));
+    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
+
+    RightClick(7, 0);
+    EXPECT_EQ(SelectedRows(), "7");
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{7, 0}));
+    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{7, 0}));
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
+    EXPECT_EQ(m_view.GetCurrentIndex(), 1);
+    RightClick(7, 0);
+    EXPECT_TRUE(IsChecked(7)) << "marked, not turned";
+
+    RightClick(1, 2);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
+    AddTrack(m_all, "without a row yet", "/a/");
+    RightClick(0, 1);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection) << "the header is no track";
+    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{0, 1}));
+    Notify({NM_RCLICK, -1, -1});
+    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{0, 1}));
+}
+
 TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
     Click(0, 1);
     EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha")) << "no list is active";
@@ -139,27 +205,73 @@ TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
     Click(0, 0);
     EXPECT_EQ(Titles(6, 2), QStringLiteral("one two"));
     EXPECT_TRUE(IsSelected(6)) << "a rebuild selects the row again";
-    m_view.OnNotify({NM_CLICK, 0, 99});
-    m_view.OnNotify({NM_CLICK, -1, -1});
+    Notify({NM_CLICK, 0, 99});
+    Notify({NM_CLICK, -1, -1});
+}
+
+TEST_F(TrackViewTest, FocusGoesWithItsRow) {
+    Click(2, 3);
+    Click(0, 1);
+    EXPECT_EQ(Titles(2, 3), QStringLiteral("alpha beta gamma"));
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 3}));
+    QTest::keyClick(&m_grid, Qt::Key_Down);
+    Click(0, 1);
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 3})) << "where the keyboard left it";
+
+    m_grid.SetFocusCell({6, 2});
+    m_collection.m_bExpanded = 0;
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 2}));
+    m_collection.m_bExpanded = 1;
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{6, 2})) << "not the hidden track that had row 3";
+    m_grid.SetFocusCell({5, 2});
+    m_collection.ClearAll();
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 2})) << "a title";
+    m_grid.SetFocusCell({3, 2});
+    m_all.m_bExpanded = 0;
+    m_view.FillGrid();
+    EXPECT_FALSE(m_grid.GetFocusCell().IsValid());
 }
 
 TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
     m_grid.resize(300, 100);
     m_grid.show();
     m_grid.verticalScrollBar()->setValue(10);
-    DoubleClick(5);
+    Notify({NM_DBLCLK, 5, 1});
     EXPECT_EQ(m_all.m_bExpanded, 0);
     EXPECT_EQ(m_grid.GetRowCount(), 6);
     EXPECT_EQ(m_grid.verticalScrollBar()->value(), 10);
     EXPECT_EQ(m_lists.GetActiveList(), nullptr);
-    DoubleClick(1);
+    Notify({NM_DBLCLK, 1, 1});
     EXPECT_EQ(m_grid.GetRowCount(), 3);
-    DoubleClick(2);
+    Notify({NM_DBLCLK, 2, 1});
     EXPECT_EQ(m_grid.GetRowCount(), 5);
     m_all.ClearAll();
     m_view.FillGrid();
-    DoubleClick(2);
+    Notify({NM_DBLCLK, 2, 1});
     EXPECT_EQ(m_all.m_bExpanded, 1) << "an empty section stays as it is";
+}
+
+TEST_F(TrackViewTest, DoubleClickMarksTheTrackThatPlays) {
+    const CGridCellBase* cell = m_grid.GetCell(7, 2);
+    DoubleClick(2);
+    EXPECT_EQ(m_collection[0]->m_bPlaying, 1);
+    EXPECT_EQ(m_collection[0]->m_bRowSelected, 1);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+    EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowPlaying);
+
+    DoubleClick(7);
+    EXPECT_EQ(m_collection[0]->m_bPlaying, 0);
+    EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowEven);
+    EXPECT_EQ(m_grid.GetCell(7, 1)->GetBackClr(), m_all.m_crRowPlaying);
+    EXPECT_EQ(m_grid.GetCell(7, 2), cell) << "no row is built anew";
+
+    m_collection.m_iType = MEDIA_TYPE_PHONE;
+    DoubleClick(3);
+    EXPECT_EQ(m_collection[1]->m_bPlaying, 0);
+    EXPECT_EQ(m_all[1]->m_bPlaying, 1);
 }
 
 TEST_F(TrackViewTest, OneRowIsWrittenAnew) {

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "library/TrackRecord.h"
+
+#include <QString>
+
+#include <optional>
+
+class CMediaList;
+
+/// Editing the texts of tracks where they stand, in the cells of the view.
+///
+/// Thread: interface thread. Errors: told by the result; none throws.
+
+/// Whether the user may type another text for a track in the place of this one. Tracks of My
+/// Collection have such texts, in the open playlist and the selection too.
+[[nodiscard]] bool IsEditable(const CMediaList& list, int index, TrackText text);
+
+/// Writes `value` as this text into the tags of a file, whose other texts stay. Returns what the
+/// tags tell now, which may be less than `value`, or something else in the place of nothing. No
+/// answer if it could not be written; then the file is as it was.
+[[nodiscard]] std::optional<QString> StoreTrackText(const QString& path, TrackText text,
+                                                    const QString& value);

@@ -1,0 +1,172 @@
+// Clicks and edits.
+
+#include "base/Language.h"
+#include "grid/GridCellBase.h"
+#include "grid/GridCtrl.h"
+#include "library/MediaLists.h"
+#include "library/TrackColumns.h"
+#include "library/TrackEdit.h"
+#include "library/TrackView.h"
+
+#include <QGuiApplication>
+#include <QScrollBar>
+
+void CTrackView::OnNotify(GridNotification& notification) {
+    const auto [row, column] = CCellID{notification.row, notification.col};
+    if (row < 0)
+        return;
+    switch (notification.code) {
+    case NM_CLICK:
+        if (row == 0)
+            SortColumn(column);
+        else
+            OnClick(row, column == kCheckColumn ? CheckMark::Toggle : CheckMark::Keep);
+        break;
+    case NM_RCLICK:
+        OnRightClick({row, column});
+        break;
+    case NM_DBLCLK:
+        OnDoubleClick(row);
+        break;
+    case GVN_SELCHANGED:
+        if (row > 0)
+            m_idFocus = {row, column};
+        break;
+    case GVN_BEGINLABELEDIT:
+        notification.allowed = AllowsEdit({row, column});
+        break;
+    case GVN_ENDLABELEDIT:
+        if (notification.changed)
+            OnEdited({row, column});
+        break;
+    default:
+        break;
+    }
+}
+
+void CTrackView::OnClick(int row, CheckMark mark) {
+    for (const auto& list : m_lists.All())
+        if (list->IsOnScreen())
+            ClickList(*list, row, mark);
+}
+
+/// What rows are selected is the grid's business, which knows of the keys that were held.
+void CTrackView::ClickList(CMediaList& list, int row, CheckMark mark) {
+    const int wasActive = list.m_bActive;
+    const bool titleHit = list.IsTitleHit(row);
+    list.m_bActive = titleHit;
+    const int clicked = list.BodyHit(row);
+    if (clicked >= 0)
+        ClickTrack(list, clicked, mark);
+    ForgetOtherSelections(list, clicked);
+    if (list.m_bActive != wasActive || titleHit)
+        RefreshRows(1, &list, -1);
+}
+
+void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
+    CTrackRecord& track = *list[index];
+    if (mark != CheckMark::Keep)
+        track.m_bChecked = mark == CheckMark::Set || !track.m_bChecked;
+    track.m_bRowSelected = 1;
+    list.m_bActive = 1;
+    m_pCurrentList = &list;
+    m_iCurrentIndex = index;
+    if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
+        m_pLastList = &list;
+    RefreshRows(1, &list, -1);
+    RefreshRows(1, &list, index);
+}
+
+void CTrackView::ForgetOtherSelections(CMediaList& list, int clicked) {
+    for (int index = 0; index < list.GetCount(); ++index) {
+        if (index == clicked || !list[index]->m_bRowSelected)
+            continue;
+        list[index]->m_bRowSelected = 0;
+        RefreshRows(1, &list, index);
+    }
+}
+
+void CTrackView::OnRightClick(CCellID cell) {
+    m_iClickRow = cell.row;
+    m_iClickColumn = cell.col;
+    if (cell.row == 0)
+        return;
+    if (!(m_grid.GetItemState(cell.row, cell.col) & GridState::Selected)) {
+        m_grid.SetSelectedRange(cell.row, 0, cell.row, m_grid.GetColumnCount() - 1);
+        m_grid.SetFocusCell(cell);
+    }
+    OnClick(cell.row, CheckMark::Set);
+}
+
+void CTrackView::OnDoubleClick(int row) {
+    const Row hit = FindRow(row);
+    if (!hit.list)
+        return;
+    if (hit.index == -1)
+        FoldSection(*hit.list);
+    else if (hit.list->m_iType != MEDIA_TYPE_PHONE)
+        MarkPlaying(*hit.list, hit.index);
+}
+
+void CTrackView::FoldSection(CMediaList& list) {
+    if (list.GetCount() == 0)
+        return;
+    const int horizontal = m_grid.horizontalScrollBar()->value();
+    const int vertical = m_grid.verticalScrollBar()->value();
+    list.m_bExpanded = !list.m_bExpanded;
+    FillGrid();
+    m_grid.horizontalScrollBar()->setValue(horizontal);
+    m_grid.verticalScrollBar()->setValue(vertical);
+}
+
+/// The one track that plays, in whatever list, is this one now.
+void CTrackView::MarkPlaying(CMediaList& list, int index) {
+    for (const auto& other : m_lists.All()) {
+        for (int i = 0; i < other->GetCount(); ++i) {
+            if (!(*other)[i]->m_bPlaying)
+                continue;
+            (*other)[i]->m_bPlaying = 0;
+            RefreshRows(1, other.get(), i);
+        }
+    }
+    list[index]->m_bRowSelected = 1;
+    list[index]->m_bPlaying = 1;
+    list.m_bActive = 1;
+    RefreshRows(1, &list, index);
+}
+
+bool CTrackView::AllowsEdit(CCellID cell) const {
+    const Row edited = FindRow(cell.row);
+    const TrackColumn* column = ColumnAt(cell.col);
+    return edited.list && column && IsEditable(*edited.list, edited.index, column->text);
+}
+
+/// The cell holds the new text, the track still the old one.
+void CTrackView::OnEdited(CCellID cell) {
+    const Row edited = FindRow(cell.row);
+    const TrackColumn* column = ColumnAt(cell.col);
+    const CGridCellBase* typed = m_grid.GetCell(cell.row, cell.col);
+    if (!edited.list || edited.index == -1 || !column || !typed)
+        return;
+    const QString path = (*edited.list)[edited.index]->m_strPath;
+    const auto stored = StoreTrackText(path, column->text, typed->GetText());
+    if (stored)
+        ShowText(path, column->text, *stored);
+    else
+        RefreshRows(1, edited.list, edited.index);
+    if (m_pfnReport)
+        m_pfnReport(stored ? QString() : LoadString(IDS_PROMPT_WRITEFAILED));
+}
+
+/// For all tracks of this file, which may be in several lists. Case matters here: on disk it is
+/// part of the name.
+void CTrackView::ShowText(const QString& path, TrackText text, const QString& value) {
+    for (const auto& list : m_lists.All()) {
+        for (int index = 0; index < list->GetCount(); ++index) {
+            if ((*list)[index]->m_strPath != path)
+                continue;
+            (*list)[index]->*text = value;
+            RefreshRows(1, list.get(), index);
+        }
+    }
+}

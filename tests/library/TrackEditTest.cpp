@@ -1,0 +1,159 @@
+#include "base/Language.h"
+#include "grid/GridCellBase.h"
+#include "grid/GridCtrl.h"
+#include "library/MediaLists.h"
+#include "library/TrackView.h"
+#include "platform/Path.h"
+#include "tags/TrackTags.h"
+#include "tests/fixtures/MediaFiles.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+constexpr unsigned kAllColumns = 0x1FFFF;
+enum Column {
+    Check,
+    Title,
+    Artist,
+    Album,
+    Genre,
+    Length,
+    Composer = 10,
+    Disk,
+    TrackNumber = 16,
+    Year
+};
+
+/// Rows: 1 title of the collection, 2 its track, 3 its playlist file, 4 title of All Music, 5-6 the
+/// same track and one whose path differs in case.
+class TrackEditTest : public ::testing::Test {
+protected:
+    TrackEditTest() {
+        SetLanguageFile(QString()); // texts are their own keys
+        m_view.SetReportHandler([this](const QString& text) { m_report = text; });
+        AddTrack(m_collection, m_path);
+        AddTrack(m_collection, QStringLiteral("/c/list.m3u"));
+        AddTrack(m_all, m_path);
+        AddTrack(m_all, m_path.toUpper());
+        m_view.SetColumns(kAllColumns);
+        m_view.FillGrid();
+    }
+    ~TrackEditTest() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
+
+    static void AddTrack(CMediaList& list, const QString& path) {
+        auto track = std::make_unique<CTrackRecord>();
+        track->m_strPath = path;
+        track->m_strArtist = QStringLiteral("old");
+        list.Append(std::move(track));
+    }
+    [[nodiscard]] QString Text(int row, int col) const {
+        return m_grid.GetCell(row, col)->GetText();
+    }
+    [[nodiscard]] bool Allows(int row, int col) {
+        GridNotification notification{.code = GVN_BEGINLABELEDIT, .row = row, .col = col};
+        m_view.OnNotify(notification);
+        return notification.allowed;
+    }
+    /// What the editor of the grid does at its end.
+    void Type(int row, int col, const QString& text) {
+        const bool changed = Text(row, col) != text;
+        m_grid.GetCell(row, col)->SetText(text);
+        GridNotification notification{
+            .code = GVN_ENDLABELEDIT, .row = row, .col = col, .changed = changed};
+        m_view.OnNotify(notification);
+    }
+    [[nodiscard]] CTrackInfo Tags() const {
+        CTrackInfo info;
+        EXPECT_EQ(ReadTrackTags(m_path, info), 0);
+        return info;
+    }
+
+    ScratchFolder m_scratch;
+    const QString m_path = m_scratch.Write(QStringLiteral("song.mp3"),
+                                           ReadFile(MediaFile(QStringLiteral("mutagen-v23.mp3"))));
+    QString m_report = QStringLiteral("none");
+    CMediaLists m_lists;
+    CMediaList& m_collection = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
+    CMediaList& m_all = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
+    CGridCtrl m_grid;
+    CTrackView m_view{m_lists, m_grid};
+};
+
+} // namespace
+
+TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
+    std::vector<int> columns;
+    for (int column = -1; column <= m_grid.GetColumnCount(); ++column)
+        if (Allows(2, column))
+            columns.push_back(column);
+    EXPECT_EQ(columns, (std::vector<int>{Title, Artist, Album, Composer, Disk, TrackNumber, Year}));
+    AddTrack(m_collection, QStringLiteral("/c/without a row yet.mp3"));
+    for (const int row : {0, 1, 3, 4, 5, 99})
+        EXPECT_FALSE(Allows(row, Title)) << row;
+
+    CMediaList& copies = m_lists.Add(QStringLiteral("Copies"), MEDIA_TYPE_SELECTION, 1);
+    AddTrack(copies, m_path);
+    const struct {
+        int type;
+        int sourceType;
+        bool allows;
+    } rows[] = {{MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, true},
+                {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, true},
+                {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, false},
+                {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_PHONE, false},
+                {MEDIA_TYPE_CD, -1, false},
+                {MEDIA_TYPE_PHONE, -1, false}};
+    for (const auto& row : rows) {
+        copies.m_iType = row.type;
+        copies.m_iSourceType = row.sourceType;
+        m_view.FillGrid();
+        EXPECT_EQ(Allows(copies[0]->m_iRow, Title), row.allows) << row.type << row.sourceType;
+    }
+}
+
+TEST_F(TrackEditTest, EditGoesIntoTheFileAndIntoEveryList) {
+    CTrackInfo expected = Tags();
+    Type(2, Artist, QStringLiteral("old"));
+    EXPECT_EQ(Tags(), expected) << "nothing was changed";
+    EXPECT_EQ(m_report, QStringLiteral("none"));
+
+    expected.m_strArtist = QStringLiteral(u"Neuer K\u00FCnstler");
+    Type(2, Artist, expected.m_strArtist);
+    EXPECT_EQ(Tags(), expected);
+    EXPECT_EQ(m_report, QString());
+    EXPECT_EQ(m_collection[0]->m_strArtist, expected.m_strArtist);
+    EXPECT_EQ(m_all[0]->m_strArtist, expected.m_strArtist);
+    EXPECT_EQ(Text(5, Artist), expected.m_strArtist);
+    EXPECT_EQ(Text(6, Artist), QStringLiteral("old")) << "another file";
+
+    Type(2, Album, QString(40, u'x'));
+    EXPECT_EQ(Text(2, Album), QString(30, u'x')) << "what a reading gives";
+    Type(2, Title, QStringLiteral("new"));
+    Type(2, Title, QString());
+    EXPECT_EQ(Text(2, Title), QStringLiteral("song"));
+    EXPECT_EQ(m_collection[0]->m_strTitle, QStringLiteral("song"));
+    Type(2, Year, QStringLiteral("2001"));
+    EXPECT_EQ(Tags().m_strYear, QStringLiteral("2001"));
+}
+
+TEST_F(TrackEditTest, FailedEditBringsTheOldTextBack) {
+    // A file with two names is not rewritten, whoever the user is.
+    std::filesystem::create_hard_link(m_path.toStdString(),
+                                      m_scratch.File(QStringLiteral("other.mp3")).toStdString());
+    const QByteArray before = ReadFile(m_path);
+    Type(2, Artist, QStringLiteral("new"));
+    EXPECT_EQ(m_report, QStringLiteral("IDS_PROMPT_WRITEFAILED"));
+    EXPECT_EQ(Text(2, Artist), QStringLiteral("old"));
+    EXPECT_EQ(m_collection[0]->m_strArtist, QStringLiteral("old"));
+    EXPECT_EQ(ReadFile(m_path), before);
+    std::filesystem::remove(m_path.toStdString());
+    Type(2, Artist, QStringLiteral("new"));
+    EXPECT_EQ(Text(2, Artist), QStringLiteral("old")) << "the file is gone";
+    EXPECT_FALSE(std::filesystem::exists(m_path.toStdString()));
+}

@@ -39,6 +39,7 @@ CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid)
 }
 
 void CTrackView::ConfigureGrid() {
+    m_grid.EnableDragAndDrop(false);
     m_grid.SetGridBkColor(kPage);
     CGridDefaultCell& body = *m_grid.GetDefaultCell(false, false);
     body.SetBackClr(kCellBackground);
@@ -47,6 +48,8 @@ void CTrackView::ConfigureGrid() {
         for (const bool fixedCol : {false, true})
             m_grid.GetDefaultCell(fixedRow, fixedCol)->SetCoords(8, 2);
     m_grid.SetFixedColumnSelection(false);
+    m_grid.SetAllowColHide(true);
+    m_grid.SetEditable(true);
     m_grid.SetGridLines(GridLines::HeaderMarks);
     m_grid.SetListMode(true);
     m_grid.SetCompareFunction(&CompareNumbers);

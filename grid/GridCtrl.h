@@ -13,6 +13,8 @@
 #include <memory>
 #include <vector>
 
+class GridAccessible;
+
 /// What SetGridLines takes.
 namespace GridLines {
 inline constexpr int None = 0;
@@ -163,6 +165,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    friend class GridAccessible;
     using Cell = std::unique_ptr<CGridCellBase>;
     using Row = std::vector<Cell>;
     struct Span {
@@ -238,4 +241,5 @@ private:
     CGridDefaultCell m_cellFixedColDef;
     CGridDefaultCell m_cellFixedRowColDef;
     GridNotifyHandler m_pfnNotify;
+    GridAccessible* m_pAccessible = nullptr; ///< once a screen reader, or Qt, has asked for it
 };

@@ -8,8 +8,8 @@
 
 #include <algorithm>
 #include <limits>
-#include <tuple>
 #include <utility>
+#include <vector>
 
 void GridAccessible::Install() {
     QAccessible::installFactory(&GridAccessible::Make); // which leaves out one it has
@@ -173,18 +173,19 @@ const GridAccessible::Selection& GridAccessible::GetSelection() const {
         return *m_selection;
     const CGridCtrl& grid = Grid();
     const int lastCol = columnCount() - 1;
+    std::vector<bool> touched(grid.m_nRows);
+    for (const CCellID cell : grid.m_SelectedCellMap)
+        touched[cell.row] = true;
     Selection& selection = m_selection.emplace();
-    for (const CCellID cell : grid.m_SelectedCellMap) {
-        if (cell.row >= grid.m_nFixedRows && (cell.col == lastCol || !IsTitleRow(cell.row)))
-            selection.cells.append(cell);
-    }
-    std::sort(selection.cells.begin(), selection.cells.end(), [](CCellID one, CCellID other) {
-        return std::tie(one.row, one.col) < std::tie(other.row, other.col);
-    });
-    for (const CCellID cell : std::as_const(selection.cells)) {
-        const int row = cell.row - grid.m_nFixedRows;
-        if (cell.col == lastCol && isRowSelected(row))
-            selection.rows.append(row);
+    for (int row = grid.m_nFixedRows; row < grid.m_nRows; ++row) {
+        if (!touched[row])
+            continue;
+        for (int col = IsTitleRow(row) ? lastCol : 0; col <= lastCol; ++col) {
+            if (grid.GetCell(row, col)->IsSelected())
+                selection.cells.append({row, col});
+        }
+        if (isRowSelected(row - grid.m_nFixedRows))
+            selection.rows.append(row - grid.m_nFixedRows);
     }
     return selection;
 }
@@ -348,8 +349,12 @@ void GridAccessible::Tell() {
 }
 
 void GridAccessible::TellCells() {
-    for (const QAccessible::Id id : QHash(m_cells)) { // a reader may ask for more meanwhile
-        if (auto* cell = QAccessible::accessibleInterface(id))
-            static_cast<GridAccessibleCell*>(cell)->TellChanges();
+    const CGridCtrl::Span rows = Grid().VisibleRows(Grid().viewport()->rect());
+    for (int row = rows.first; row <= rows.last; ++row) {
+        for (int col = 0; col < columnCount(); ++col) {
+            const auto id = m_cells.value(NumberOf({row, col}));
+            if (auto* cell = QAccessible::accessibleInterface(id))
+                static_cast<GridAccessibleCell*>(cell)->TellChanges();
+        }
     }
 }

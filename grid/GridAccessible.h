@@ -23,7 +23,8 @@ class GridAccessibleCell;
 /// mode rows are selected, never columns.
 ///
 /// Changes are gathered and told once the grid has come to rest, from the event loop: filling the
-/// grid is one change, and without a screen reader there is none.
+/// grid is one change, and without a screen reader there is none. Of single cells, those in sight
+/// are told that have been asked for.
 ///
 /// Thread: interface thread. Owner: Qt's table of interfaces; the grid knows it while it lives, and
 ///         takes it along at its own end.

@@ -1,5 +1,6 @@
 #include "grid/GridCtrl.h"
 
+#include "grid/GridAccessible.h"
 #include "grid/GridCompare.h"
 #include "grid/GridSort.h"
 #include "grid/InPlaceEdit.h"
@@ -46,6 +47,7 @@ CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fix
     , m_cellFixedRowDef(this, GridState::Fixed | GridState::FixedRow)
     , m_cellFixedColDef(this, GridState::Fixed | GridState::FixedCol)
     , m_cellFixedRowColDef(this, kFixedBits) {
+    GridAccessible::Install();
     setFrameShape(QFrame::NoFrame);
     viewport()->setMouseTracking(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
@@ -59,6 +61,8 @@ CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fix
 CGridCtrl::~CGridCtrl() {
     if (m_pEditWnd)
         m_pEditWnd->disconnect(this); // it goes last, and loses the focus by that
+    if (m_pAccessible)
+        m_pAccessible->OnGridGoes();
 }
 
 int CGridCtrl::DeleteAllItems() {
@@ -80,6 +84,8 @@ int CGridCtrl::SetColumnCount(int cols) {
 int CGridCtrl::SetFixedRowCount(int fixedRows) {
     if (fixedRows < 0 || fixedRows > m_nRows)
         return 0;
+    if (m_pAccessible)
+        m_pAccessible->OnTableChanges();
     ClearSelection();
     SetFocusCell({});
     const int changed = std::max(fixedRows, m_nFixedRows);
@@ -92,6 +98,8 @@ int CGridCtrl::SetFixedRowCount(int fixedRows) {
 int CGridCtrl::SetFixedColumnCount(int fixedCols) {
     if (fixedCols < 0 || fixedCols > m_nCols)
         return 0;
+    if (m_pAccessible)
+        m_pAccessible->OnTableChanges();
     ClearSelection();
     SetFocusCell({});
     const int changed = std::max(fixedCols, m_nFixedCols);
@@ -104,6 +112,8 @@ int CGridCtrl::SetFixedColumnCount(int fixedCols) {
 int CGridCtrl::Rebuild(int rows, int cols) {
     EndEdit(); // while its cell is there
     LetGo();
+    if (m_pAccessible)
+        m_pAccessible->OnTableChanges();
     ClearSelection();
     SetFocusCell({});
     m_SelectionStartCell = {};
@@ -165,6 +175,8 @@ bool CGridCtrl::IsValid(CCellID cell) const {
 int CGridCtrl::SetCellType(int row, int col, GridCellClass cellClass) {
     if (!IsValid({row, col}))
         return 0;
+    if (m_pAccessible)
+        m_pAccessible->OnCellReplaced({row, col});
     SelectCell(row, col, false);
     Cell cell = MakeCell(cellClass, row, col);
     if (m_idCurrentCell == CCellID{row, col})
@@ -265,6 +277,8 @@ void CGridCtrl::SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol,
             m_rows[row][col]->SetState(m_rows[row][col]->GetState() & ~GridState::Selected);
             return true;
         });
+        if (m_pAccessible)
+            m_pAccessible->OnSelectionChanged();
     }
     for (int row = minRow; row <= maxRow; ++row) {
         for (int col = minCol; col <= maxCol; ++col)
@@ -277,6 +291,8 @@ void CGridCtrl::SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol,
 }
 
 void CGridCtrl::ClearSelection() {
+    if (m_pAccessible && !m_SelectedCellMap.isEmpty())
+        m_pAccessible->OnSelectionChanged();
     for (CCellID id : std::as_const(m_SelectedCellMap)) {
         CGridCellBase& cell = *m_rows[id.row][id.col];
         cell.SetState(cell.GetState() & ~GridState::Selected);
@@ -295,6 +311,8 @@ void CGridCtrl::SelectCell(int row, int col, bool selected) {
         m_SelectedCellMap.remove(Pack(row, col));
         cell.SetState(cell.GetState() & ~GridState::Selected);
     }
+    if (m_pAccessible)
+        m_pAccessible->OnSelectionChanged();
 }
 
 void CGridCtrl::SetFocusCell(CCellID id) {
@@ -311,6 +329,8 @@ void CGridCtrl::SetFocusCell(CCellID id) {
         cell->SetState(cell->GetState() | GridState::Focused);
         RedrawCell(id.row, id.col);
     }
+    if (m_pAccessible)
+        m_pAccessible->OnFocusMoved();
 }
 
 int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr data, int low,
@@ -324,6 +344,8 @@ int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr d
     EndEdit();
     m_nSortColumn = col;
     m_bAscending = ascending;
+    if (m_pAccessible)
+        m_pAccessible->OnTableChanges();
     ClearSelection();
     SetFocusCell({});
 

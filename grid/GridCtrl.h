@@ -16,6 +16,7 @@
 #include <vector>
 
 class CInPlaceEdit;
+class GridAccessible;
 class ZTitleTip;
 
 /// What SetGridLines takes.
@@ -171,8 +172,11 @@ public:
 
     // --- editing in place
 
-    /// Opens the text field over a cell: false if the cell is read-only, has no text or is hidden,
-    /// or the owner refuses.
+    /// Whether the cell could be edited, the owner willing: it is there, not fixed, not read-only,
+    /// and has a text.
+    [[nodiscard]] bool IsEditable(CCellID cell) const;
+    /// Opens the text field over a cell: false if it is not editable, or hidden, or the owner
+    /// refuses.
     bool OnEditCell(CCellID cell);
     /// Ends the edit, if there is one, with the text that it has come to.
     void EndEdit();
@@ -198,6 +202,7 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    friend class GridAccessible;
     using Cell = std::unique_ptr<CGridCellBase>;
     using Row = std::vector<Cell>;
     struct Span {
@@ -256,7 +261,6 @@ private:
     void OnEditCopy();
 
     // GridCtrlEdit.cpp
-    [[nodiscard]] bool IsEditable(CCellID cell) const;
     [[nodiscard]] bool IsInText(CCellID cell, QPoint point) const;
     [[nodiscard]] QRect EditPlace(CCellID cell) const;
     CInPlaceEdit* OpenEdit(CCellID cell);
@@ -315,4 +319,5 @@ private:
     CGridDefaultCell m_cellFixedColDef;
     CGridDefaultCell m_cellFixedRowColDef;
     GridNotifyHandler m_pfnNotify;
+    GridAccessible* m_pAccessible = nullptr; ///< once a screen reader, or Qt, has asked for it
 };

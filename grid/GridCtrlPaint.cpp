@@ -1,5 +1,6 @@
 // Painting of the grid: the visible cells, in passes, and the lines between them.
 
+#include "grid/GridAccessible.h"
 #include "grid/GridCtrl.h"
 
 #include <QPaintEvent>
@@ -134,6 +135,8 @@ void CGridCtrl::Refresh() {
 }
 
 void CGridCtrl::RedrawCell(int row, int col) {
+    if (m_pAccessible)
+        m_pAccessible->OnCellsRedrawn();
     if (col == m_nCols - 1)
         RedrawRow(row); // it may be drawn over the whole row
     else
@@ -141,6 +144,8 @@ void CGridCtrl::RedrawCell(int row, int col) {
 }
 
 void CGridCtrl::RedrawRow(int row) {
+    if (m_pAccessible)
+        m_pAccessible->OnCellsRedrawn();
     QRect rect = GetCellRect({row, 0});
     rect.setLeft(0);
     rect.setRight(viewport()->width() - 1);

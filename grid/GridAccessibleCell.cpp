@@ -1,0 +1,152 @@
+#include "grid/GridAccessibleCell.h"
+
+#include "grid/GridAccessible.h"
+#include "grid/GridCellCheck.h"
+#include "grid/GridCtrl.h"
+
+#include <utility>
+
+GridAccessibleCell::GridAccessibleCell(GridAccessible& table, CCellID place)
+    : m_table(table)
+    , m_place(place)
+    , m_told(ToTell()) {}
+
+const CGridCellBase& GridAccessibleCell::Cell() const {
+    return *m_table.Grid().GetCell(m_place.row, m_place.col);
+}
+
+bool GridAccessibleCell::IsTitle() const {
+    return m_table.IsTitleRow(m_place.row);
+}
+
+bool GridAccessibleCell::IsHidden() const {
+    const CGridCtrl& grid = m_table.Grid();
+    return !grid.isVisible() || grid.GetRowHeight(m_place.row) == 0 ||
+           (!IsTitle() && grid.GetColumnWidth(m_place.col) == 0);
+}
+
+bool GridAccessibleCell::IsCurrent() const {
+    const CCellID current = m_table.Grid().GetFocusCell();
+    return IsTitle() ? current.row == m_place.row : current == m_place;
+}
+
+GridAccessibleCell::Told GridAccessibleCell::ToTell() const {
+    const auto* check = dynamic_cast<const CGridCellCheck*>(&Cell());
+    return {Cell().GetText(), check && check->GetCheck(), isSelected()};
+}
+
+void GridAccessibleCell::TellChanges() {
+    const Told now = ToTell();
+    const Told before = std::exchange(m_told, now);
+    if (now.name != before.name) {
+        QAccessibleEvent event(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+    if (now.checked != before.checked) {
+        QAccessible::State changed;
+        changed.checked = true;
+        QAccessibleStateChangeEvent event(this, changed);
+        QAccessible::updateAccessibility(&event);
+    }
+    if (now.selected != before.selected) {
+        QAccessibleEvent event(this, now.selected ? QAccessible::SelectionAdd
+                                                  : QAccessible::SelectionRemove);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+bool GridAccessibleCell::isValid() const {
+    return m_table.isValid();
+}
+
+QWindow* GridAccessibleCell::window() const {
+    return m_table.window();
+}
+
+QAccessibleInterface* GridAccessibleCell::parent() const {
+    return &m_table;
+}
+
+QString GridAccessibleCell::text(QAccessible::Text kind) const {
+    return kind == QAccessible::Name ? Cell().GetText() : QString();
+}
+
+QRect GridAccessibleCell::ViewportRect() const {
+    const CGridCtrl& grid = m_table.Grid();
+    QRect rect = grid.GetCellRect(m_place);
+    if (IsTitle())
+        rect.setLeft(0);
+    else if (rect.width() < 1) // the last column, scrolled out: it ends before it starts
+        rect.setWidth(grid.GetColumnWidth(m_place.col));
+    return rect;
+}
+
+QRect GridAccessibleCell::rect() const {
+    const QRect rect = ViewportRect();
+    return QRect(m_table.Grid().viewport()->mapToGlobal(rect.topLeft()), rect.size());
+}
+
+QAccessible::Role GridAccessibleCell::role() const {
+    if (Cell().IsFixedRow())
+        return QAccessible::ColumnHeader;
+    return Cell().IsFixedCol() && !IsTitle() ? QAccessible::RowHeader : QAccessible::Cell;
+}
+
+QAccessible::State GridAccessibleCell::state() const {
+    QAccessible::State state;
+    state.invisible = IsHidden();
+    state.offscreen = !IsHidden() && !ViewportRect().intersects(m_table.AreaOf(m_place));
+    if (role() != QAccessible::Cell)
+        return state;
+    const auto* check = dynamic_cast<const CGridCellCheck*>(&Cell());
+    state.checkable = check != nullptr;
+    state.checked = check && check->GetCheck();
+    state.readOnly = Cell().IsReadOnly();
+    state.editable = m_table.Grid().IsEditable(m_place);
+    state.selectable = m_table.IsSelectable();
+    state.selected = isSelected();
+    state.focusable = true;
+    state.active = IsCurrent();
+    state.focused = IsCurrent() && m_table.Grid().hasFocus();
+    return state;
+}
+
+void* GridAccessibleCell::interface_cast(QAccessible::InterfaceType type) {
+    return type == QAccessible::TableCellInterface
+               ? static_cast<QAccessibleTableCellInterface*>(this)
+               : nullptr;
+}
+
+bool GridAccessibleCell::isSelected() const {
+    return Cell().IsSelected();
+}
+
+QList<QAccessibleInterface*> GridAccessibleCell::columnHeaderCells() const {
+    QList<QAccessibleInterface*> headers;
+    if (Cell().IsFixedRow() || IsTitle()) // a title stands under all of them
+        return headers;
+    for (int row = 0; row < m_table.Grid().GetFixedRowCount(); ++row)
+        headers.append(m_table.CellFor({row, m_place.col}));
+    return headers;
+}
+
+QList<QAccessibleInterface*> GridAccessibleCell::rowHeaderCells() const {
+    QList<QAccessibleInterface*> headers;
+    if (Cell().IsFixedCol() || IsTitle())
+        return headers;
+    for (int col = 0; col < m_table.Grid().GetFixedColumnCount(); ++col)
+        headers.append(m_table.CellFor({m_place.row, col}));
+    return headers;
+}
+
+int GridAccessibleCell::columnIndex() const {
+    return IsTitle() ? 0 : m_place.col;
+}
+
+int GridAccessibleCell::rowIndex() const {
+    return m_place.row - m_table.Grid().GetFixedRowCount();
+}
+
+int GridAccessibleCell::columnExtent() const {
+    return IsTitle() ? m_table.columnCount() : 1;
+}

@@ -1,0 +1,389 @@
+#include "grid/GridAccessible.h"
+
+#include "grid/GridCellBar.h"
+#include "grid/GridCellCheck.h"
+#include "grid/GridCellNull.h"
+#include "tests/grid/GridFixture.h"
+
+#include <QAccessible>
+#include <QScrollBar>
+
+// Of Qt's interface to its platforms, as much as tells Qt that a screen reader is there: on the
+// offscreen platform nothing else can. The headers of that interface are not installed everywhere.
+class QPlatformAccessibility {
+public:
+    void setActive(bool active);
+};
+class QPlatformIntegration {
+public:
+    QPlatformAccessibility* accessibility() const;
+};
+class QGuiApplicationPrivate {
+public:
+    static QPlatformIntegration* platform_integration;
+};
+
+namespace {
+
+QAccessibleInterface* TableOf(const std::unique_ptr<CGridCtrl>& grid) {
+    return QAccessible::queryAccessibleInterface(grid.get());
+}
+
+QAccessibleInterface* CellOf(const std::unique_ptr<CGridCtrl>& grid, int row, int col) {
+    return TableOf(grid)->tableInterface()->cellAt(row, col);
+}
+
+qsizetype KnownCells(const std::unique_ptr<CGridCtrl>& grid) {
+    return static_cast<GridAccessible*>(TableOf(grid))->CountKnownCells();
+}
+
+void MakeTitle(CGridCtrl& grid, int row) {
+    const int last = grid.GetColumnCount() - 1;
+    for (int col = 0; col < last; ++col)
+        grid.SetCellType(row, col, RuntimeClass<CGridCellNull>);
+    grid.SetCellType(row, last, RuntimeClass<CGridCellBar>);
+    grid.GetCell(row, last)->SetText(QStringLiteral("Title"));
+}
+
+CGridCellCheck* MakeCheck(CGridCtrl& grid, int row, int col) {
+    grid.SetCellType(row, col, RuntimeClass<CGridCellCheck>);
+    return static_cast<CGridCellCheck*>(grid.GetCell(row, col));
+}
+
+TEST(GridAccessibleTest, IsATableOfTheRowsBelowTheHeader) {
+    const auto grid = MakeGrid(5, 3);
+    Show(*grid, 300, 300);
+    auto* table = TableOf(grid);
+    auto* cells = table->tableInterface();
+    EXPECT_EQ(table->role(), QAccessible::Table);
+    EXPECT_EQ(cells->rowCount(), 4);
+    EXPECT_EQ(cells->columnCount(), 3);
+    EXPECT_EQ(cells->columnDescription(2), QStringLiteral("0/2"));
+    EXPECT_EQ(table->childCount(), 15);
+    for (int i = 0; i < 15; ++i) {
+        const int row = i / 3 - 1;
+        auto* cell = table->child(i);
+        EXPECT_EQ(cell->text(QAccessible::Name), QStringLiteral("%1/%2").arg(i / 3).arg(i % 3));
+        EXPECT_EQ(cell->role(), row < 0 ? QAccessible::ColumnHeader : QAccessible::Cell);
+        EXPECT_EQ(cell->tableCellInterface()->rowIndex(), row);
+        EXPECT_EQ(cell->tableCellInterface()->columnIndex(), i % 3);
+        EXPECT_EQ(cell->tableCellInterface()->columnExtent(), 1);
+        EXPECT_EQ(cell->parent(), table);
+        EXPECT_EQ(table->indexOfChild(cell), i);
+        EXPECT_EQ(table->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
+        EXPECT_EQ(table->child(i), cell);
+        if (row < 0)
+            continue;
+        EXPECT_EQ(cells->cellAt(row, i % 3), cell);
+        EXPECT_EQ(cell->tableCellInterface()->columnHeaderCells(), QList{table->child(i % 3)});
+        EXPECT_TRUE(cell->tableCellInterface()->rowHeaderCells().isEmpty());
+    }
+    EXPECT_EQ(cells->cellAt(0, 0)->rect().topLeft(),
+              grid->viewport()->mapToGlobal(grid->GetCellRect({1, 0}).topLeft()));
+    for (const CCellID id : {CCellID{-1, 0}, {0, -1}, {4, 0}, {0, 3}, {0x7FFFFFFF, 0}})
+        EXPECT_EQ(cells->cellAt(id.row, id.col), nullptr);
+    EXPECT_EQ(table->child(-1), nullptr);
+    EXPECT_EQ(table->child(15), nullptr);
+    EXPECT_EQ(table->childAt(150, 290), nullptr);
+    auto* viewport = QAccessible::queryAccessibleInterface(grid->viewport());
+    EXPECT_EQ(table->indexOfChild(viewport), -1);
+    EXPECT_EQ(table->indexOfChild(CellOf(MakeGrid(2, 1), 0, 0)), -1);
+
+    grid->SetFixedColumnCount(1);
+    EXPECT_EQ(cells->cellAt(2, 0)->role(), QAccessible::RowHeader);
+    EXPECT_EQ(cells->cellAt(2, 1)->tableCellInterface()->rowHeaderCells(),
+              QList{cells->cellAt(2, 0)});
+}
+
+TEST(GridAccessibleTest, AnEmptyGridIsAnEmptyTable) {
+    const auto grid = MakeGrid(0, 0);
+    Show(*grid, 100, 100);
+    auto* table = TableOf(grid);
+    EXPECT_EQ(table->childCount(), 0);
+    EXPECT_EQ(table->child(0), nullptr);
+    EXPECT_EQ(table->childAt(50, 50), nullptr);
+    EXPECT_EQ(table->tableInterface()->rowCount(), 0);
+    EXPECT_EQ(table->tableInterface()->cellAt(0, 0), nullptr);
+    EXPECT_EQ(table->tableInterface()->columnDescription(0), QString());
+    EXPECT_FALSE(table->tableInterface()->selectRow(0));
+    EXPECT_FALSE(table->tableInterface()->isRowSelected(0));
+    EXPECT_TRUE(table->tableInterface()->selectedColumns().isEmpty());
+}
+
+TEST(GridAccessibleTest, OnlyTheCellsThatAreAskedForAreMade) {
+    const auto grid = MakeGrid(50'002, 4);
+    Show(*grid, 300, 300);
+    EXPECT_EQ(KnownCells(grid), 0);
+    auto* cell = CellOf(grid, 50'000, 2);
+    EXPECT_EQ(cell->text(QAccessible::Name), QStringLiteral("50001/2"));
+    EXPECT_EQ(KnownCells(grid), 1);
+    EXPECT_EQ(QAccessible::uniqueId(CellOf(grid, 7, 0)) - QAccessible::uniqueId(cell), 1u);
+    EXPECT_EQ(CellOf(grid, 50'000, 2), cell);
+    EXPECT_EQ(TableOf(grid)->tableInterface()->selectedRowCount(), 0);
+    EXPECT_EQ(KnownCells(grid), 2);
+}
+
+TEST(GridAccessibleTest, StatesFollowTheGrid) {
+    const auto grid = MakeGrid(40, 4);
+    Show(*grid, 300, 200);
+    MakeCheck(*grid, 1, 0)->SetCheck(true);
+    MakeCheck(*grid, 2, 0);
+    grid->SetEditable(true);
+    grid->SetItemState(2, 2, GridState::ReadOnly);
+    grid->SetRowHeight(3, 0);
+    grid->SetColumnWidth(1, 0);
+    grid->SetSelectedRange(2, 0, 2, 3);
+    grid->SetFocusCell({2, 2});
+    grid->activateWindow();
+    grid->setFocus();
+
+    const auto state = [&](int row, int col) { return CellOf(grid, row, col)->state(); };
+    EXPECT_TRUE(state(0, 0).checkable && state(0, 0).checked);
+    EXPECT_TRUE(state(1, 0).checkable && !state(1, 0).checked);
+    EXPECT_FALSE(state(0, 0).editable || state(0, 2).checkable);
+    EXPECT_EQ(CellOf(grid, 0, 0)->text(QAccessible::Name), QString());
+    EXPECT_TRUE(state(0, 2).editable && !state(0, 2).readOnly);
+    EXPECT_TRUE(state(1, 2).readOnly && !state(1, 2).editable);
+    EXPECT_TRUE(state(1, 2).selected && state(1, 2).selectable && !state(0, 2).selected);
+    EXPECT_TRUE(state(1, 2).focusable && state(1, 2).focused && !state(1, 3).focused);
+    EXPECT_EQ(TableOf(grid)->focusChild(), CellOf(grid, 1, 2));
+    EXPECT_TRUE(state(2, 0).invisible && state(0, 1).invisible && !state(0, 0).invisible);
+    EXPECT_FALSE(state(2, 0).offscreen);
+    EXPECT_TRUE(state(30, 0).offscreen && !state(30, 0).invisible && !state(0, 0).offscreen);
+    const auto header = TableOf(grid)->child(2)->state();
+    EXPECT_FALSE(header.selectable || header.focusable || header.editable || header.offscreen);
+    EXPECT_TRUE(TableOf(grid)->state().multiSelectable);
+
+    grid->verticalScrollBar()->setValue(10'000);
+    EXPECT_TRUE(state(0, 0).offscreen && !state(38, 0).offscreen); // behind the header
+    EXPECT_FALSE(TableOf(grid)->child(2)->state().offscreen);
+    grid->SetColumnWidth(0, 2000);
+    EXPECT_TRUE(state(38, 3).offscreen);
+    EXPECT_TRUE(CellOf(grid, 38, 3)->rect().isValid());
+    grid->clearFocus();
+    EXPECT_TRUE(state(1, 2).active && !state(1, 2).focused);
+    EXPECT_EQ(TableOf(grid)->focusChild(), nullptr);
+    grid->EnableSelection(false);
+    EXPECT_FALSE(state(1, 2).selectable || TableOf(grid)->state().multiSelectable);
+    grid->hide();
+    EXPECT_TRUE(state(0, 0).invisible);
+}
+
+TEST(GridAccessibleTest, ATitleIsOneCellOfItsWholeRow) {
+    const auto grid = MakeGrid(5, 4);
+    MakeTitle(*grid, 2);
+    Show(*grid, 250, 200);
+    auto* table = TableOf(grid);
+    auto* title = CellOf(grid, 1, 0);
+    for (int col = 0; col < 4; ++col) {
+        EXPECT_EQ(CellOf(grid, 1, col), title);
+        EXPECT_EQ(table->child(8 + col), title);
+    }
+    EXPECT_EQ(KnownCells(grid), 1);
+    EXPECT_EQ(title->text(QAccessible::Name), QStringLiteral("Title"));
+    EXPECT_EQ(title->role(), QAccessible::Cell);
+    EXPECT_EQ(title->tableCellInterface()->rowIndex(), 1);
+    EXPECT_EQ(title->tableCellInterface()->columnIndex(), 0);
+    EXPECT_EQ(title->tableCellInterface()->columnExtent(), 4);
+    EXPECT_TRUE(title->tableCellInterface()->columnHeaderCells().isEmpty());
+    EXPECT_EQ(table->indexOfChild(title), 8);
+    EXPECT_EQ(title->rect().left(), grid->viewport()->mapToGlobal(QPoint(0, 0)).x());
+    EXPECT_EQ(title->rect().width(), 250);
+    EXPECT_EQ(table->childAt(title->rect().left() + 1, title->rect().center().y()), title);
+    grid->horizontalScrollBar()->setValue(50);
+    EXPECT_EQ(title->rect().width(), 250);
+    grid->SetColumnWidth(3, 0); // hides no title
+    EXPECT_FALSE(title->state().invisible);
+
+    grid->SetSelectedRange(2, 0, 2, 3);
+    EXPECT_TRUE(title->state().selected);
+    EXPECT_EQ(table->tableInterface()->selectedCells(), QList{title});
+    EXPECT_EQ(table->tableInterface()->selectedCellCount(), 1);
+    EXPECT_EQ(table->tableInterface()->selectedRows(), QList{1});
+    grid->setFocus();
+    grid->SetFocusCell({2, 1});
+    EXPECT_TRUE(title->state().focused);
+
+    const auto id = QAccessible::uniqueId(title);
+    grid->SetCellType(2, 3, RuntimeClass<CGridCell>); // no longer a title
+    EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr);
+    EXPECT_EQ(CellOf(grid, 1, 1)->tableCellInterface()->columnExtent(), 1);
+    const auto part = QAccessible::uniqueId(CellOf(grid, 1, 1));
+    MakeTitle(*grid, 2);
+    EXPECT_EQ(QAccessible::accessibleInterface(part), nullptr);
+}
+
+TEST(GridAccessibleTest, SelectsRowsAndTellsTheOwner) {
+    const auto grid = MakeGrid(6, 3);
+    std::vector<std::pair<int, int>> notes;
+    grid->SetNotifyHandler(
+        [&](const GridNotification& note) { notes.emplace_back(note.code, note.row); });
+    auto* table = TableOf(grid)->tableInterface();
+    EXPECT_TRUE(table->selectRow(3));
+    EXPECT_TRUE(table->selectRow(0));
+    EXPECT_EQ(
+        notes,
+        (decltype(notes){
+            {GVN_SELCHANGING, 4}, {GVN_SELCHANGED, 4}, {GVN_SELCHANGING, 1}, {GVN_SELCHANGED, 1}}));
+    EXPECT_EQ(table->selectedRows(), (QList{0, 3}));
+    EXPECT_EQ(table->selectedRowCount(), 2);
+    EXPECT_EQ(table->selectedCellCount(), 6);
+    EXPECT_EQ(table->selectedCells().value(3), CellOf(grid, 3, 0));
+    EXPECT_TRUE(table->isRowSelected(3) && !table->isRowSelected(2) && !table->isRowSelected(-1));
+    grid->SetItemState(4, 1, 0); // no whole row any more
+    EXPECT_EQ(table->selectedRows(), QList{0});
+    EXPECT_EQ(table->selectedCellCount(), 5);
+    EXPECT_TRUE(table->unselectRow(0));
+    EXPECT_EQ(table->selectedRowCount(), 0);
+    EXPECT_FALSE(table->selectRow(5) || table->selectRow(-1) || table->selectColumn(0));
+
+    grid->SetSelectedRange(1, 0, 5, 2);
+    EXPECT_TRUE(table->selectedColumns().isEmpty());
+    grid->SetListMode(false);
+    EXPECT_TRUE(table->selectColumn(1));
+    EXPECT_EQ(table->selectedColumns(), QList{1});
+    EXPECT_EQ(table->selectedCellCount(), 5);
+    EXPECT_TRUE(table->unselectColumn(1));
+    EXPECT_EQ(table->selectedColumnCount(), 0);
+    EXPECT_FALSE(table->selectColumn(3));
+
+    grid->SetNotifyHandler([&](const GridNotification&) { grid->DeleteAllItems(); });
+    EXPECT_FALSE(table->selectRow(2));
+    grid->EnableSelection(false);
+    EXPECT_FALSE(table->selectRow(0));
+}
+
+TEST(GridAccessibleTest, ACellIsGoneWhenItsPlaceMeansAnother) {
+    const std::vector<std::function<void(CGridCtrl&)>> changes = {
+        [](CGridCtrl& grid) { grid.SetRowCount(3); },
+        [](CGridCtrl& grid) { grid.SetColumnCount(7); },
+        [](CGridCtrl& grid) { grid.SetFixedRowCount(2); },
+        [](CGridCtrl& grid) { grid.SetFixedColumnCount(1); },
+        [](CGridCtrl& grid) { grid.SortItems(nullptr, 0, false); },
+        [](CGridCtrl& grid) { grid.DeleteAllItems(); },
+        [](CGridCtrl& grid) { grid.SetCellType(2, 1, RuntimeClass<CGridCellCheck>); },
+    };
+    for (size_t i = 0; i <= changes.size(); ++i) {
+        auto grid = MakeGrid(6, 3);
+        const auto table = QAccessible::uniqueId(TableOf(grid));
+        const auto cell = QAccessible::uniqueId(CellOf(grid, 1, 1));
+        if (i < changes.size())
+            changes[i](*grid);
+        else
+            grid.reset();
+        EXPECT_EQ(QAccessible::accessibleInterface(cell), nullptr) << i;
+        EXPECT_EQ(QAccessible::accessibleInterface(table) != nullptr, grid != nullptr);
+    }
+}
+
+TEST(GridAccessibleTest, ForgetsWhatQtDropsItself) {
+    const auto grid = MakeGrid(6, 3);
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(CellOf(grid, 1, 1)));
+    EXPECT_EQ(CellOf(grid, 1, 1)->text(QAccessible::Name), QStringLiteral("2/1"));
+    const auto cell = QAccessible::uniqueId(CellOf(grid, 1, 1));
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(TableOf(grid)));
+    EXPECT_EQ(QAccessible::accessibleInterface(cell), nullptr);
+    grid->SetRowCount(4);
+    EXPECT_EQ(CellOf(grid, 1, 1)->text(QAccessible::Name), QStringLiteral("2/1"));
+}
+
+class GridAccessibleEvents : public ::testing::Test {
+protected:
+    using Event = std::pair<QAccessible::Event, QAccessibleInterface*>;
+
+    GridAccessibleEvents() {
+        Show(*m_grid, 300, 200);
+        m_grid->activateWindow();
+        m_grid->setFocus();
+        SetActive(true);
+        s_events.clear();
+        m_before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
+            s_events.emplace_back(event->type(), event->accessibleInterface());
+        });
+    }
+    ~GridAccessibleEvents() override {
+        QAccessible::installUpdateHandler(m_before);
+        SetActive(false);
+    }
+
+    static void SetActive(bool active) {
+        QGuiApplicationPrivate::platform_integration->accessibility()->setActive(active);
+    }
+    static std::vector<Event> Events() {
+        QApplication::processEvents();
+        return std::exchange(s_events, {});
+    }
+
+    std::unique_ptr<CGridCtrl> m_grid = MakeGrid(6, 3);
+    QAccessible::UpdateHandler m_before = nullptr;
+    static inline std::vector<Event> s_events;
+};
+
+TEST_F(GridAccessibleEvents, AFillIsOneChange) {
+    auto* table = TableOf(m_grid);
+    for (int round = 0; round < 2; ++round) {
+        m_grid->DeleteAllItems();
+        m_grid->SetRowCount(50);
+        m_grid->SetColumnCount(4);
+        m_grid->SetFixedRowCount(1);
+        for (int row = 1; row < 50; ++row)
+            MakeCheck(*m_grid, row, 0);
+        EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::TableModelChanged, table}}));
+    }
+    m_grid->SortItems(nullptr, 1, true);
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::TableModelChanged, table}}));
+    EXPECT_EQ(KnownCells(m_grid), 0);
+}
+
+TEST_F(GridAccessibleEvents, FocusAndSelectionAreTold) {
+    auto* table = TableOf(m_grid);
+    m_grid->SetFocusCell({2, 1});
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::Focus, CellOf(m_grid, 1, 1)}}));
+    m_grid->SetFocusCell({3, 1});
+    m_grid->SetSelectedRange(2, 0, 2, 2);
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::SelectionWithin, table},
+                                            {QAccessible::SelectionAdd, CellOf(m_grid, 1, 1)},
+                                            {QAccessible::Focus, CellOf(m_grid, 2, 1)}}));
+    m_grid->SetSelectedRange(-1, -1, -1, -1);
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::SelectionWithin, table},
+                                            {QAccessible::SelectionRemove, CellOf(m_grid, 1, 1)}}));
+    m_grid->clearFocus();
+    Events();
+    m_grid->SetFocusCell({4, 1});
+    EXPECT_TRUE(Events().empty());
+    m_grid->setFocus();
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::Focus, table},
+                                            {QAccessible::Focus, CellOf(m_grid, 3, 1)}}));
+    m_grid->SetFocusCell({});
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::Focus, table}}));
+}
+
+TEST_F(GridAccessibleEvents, TextsAndChecksAreToldWhenTheyAreRedrawn) {
+    CGridCellCheck* check = MakeCheck(*m_grid, 1, 0);
+    CellOf(m_grid, 0, 0);
+    CellOf(m_grid, 0, 2);
+    Events();
+    check->SetCheck(true);
+    m_grid->RedrawCell(1, 0);
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::StateChanged, CellOf(m_grid, 0, 0)}}));
+    m_grid->GetCell(1, 1)->SetText(QStringLiteral("nobody asked"));
+    m_grid->GetCell(1, 2)->SetText(QStringLiteral("asked"));
+    m_grid->RedrawRow(1);
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::NameChanged, CellOf(m_grid, 0, 2)}}));
+    m_grid->RedrawRow(1);
+    EXPECT_TRUE(Events().empty());
+}
+
+TEST_F(GridAccessibleEvents, NothingIsToldWithoutAReaderOrAGrid) {
+    SetActive(false);
+    m_grid->SetRowCount(3);
+    m_grid->SetSelectedRange(1, 0, 1, 2);
+    SetActive(true);
+    EXPECT_TRUE(Events().empty());
+    m_grid->SetRowCount(2);
+    m_grid.reset();
+    for (const Event& event : Events()) // but for Qt's own of the window
+        EXPECT_NE(event.first, QAccessible::TableModelChanged);
+}
+
+} // namespace

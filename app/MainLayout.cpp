@@ -46,7 +46,7 @@ MainLayout::MainLayout(QWidget& window)
     upper->addWidget(m_pStatus, 1);
 
     auto* lower = new QHBoxLayout;
-    lower->addWidget(m_pMiniButton);
+    lower->addWidget(m_pMiniButton, 0, Qt::AlignVCenter); // so that it takes half of the band
     lower->addStretch(1);
 
     auto* rows = new QVBoxLayout;

@@ -1,12 +1,13 @@
 #pragma once
 
+class ArtworkField;
 class CGridCtrl;
 class QLabel;
 class QToolButton;
 class QWidget;
 
-/// The controls of the main window and their places: the grid, and below it a band of two rows. The
-/// lower row alone is the mini player.
+/// The controls of the main window and their places: the grid, and below it a band of two rows with
+/// the artwork beside them. The lower row alone is the mini player.
 ///
 /// Thread: interface thread. The controls belong to the window they are made in.
 class MainLayout {
@@ -20,6 +21,7 @@ public:
     [[nodiscard]] QToolButton& ScanButton() const { return *m_pScanButton; }
     [[nodiscard]] QToolButton& MiniButton() const { return *m_pMiniButton; }
     [[nodiscard]] QLabel& Status() const { return *m_pStatus; }
+    [[nodiscard]] ArtworkField& Artwork() const { return *m_pArtwork; }
 
 private:
     CGridCtrl* m_pGrid;
@@ -27,4 +29,5 @@ private:
     QToolButton* m_pScanButton;
     QLabel* m_pStatus;
     QToolButton* m_pMiniButton;
+    ArtworkField* m_pArtwork;
 };

@@ -47,6 +47,7 @@ CTrackDeckDlg::CTrackDeckDlg(QString openFile)
     , m_pScanAction(new QAction(this))
     , m_layout(*this)
     , m_view(m_lists, m_layout.Grid())
+    , m_artwork(m_lists, m_layout.Artwork())
     , m_scanner(m_lists) {
     // Scans start before the window is up; what they find waits until it has been painted.
     m_messages.SetHeld(true);
@@ -97,7 +98,11 @@ void CTrackDeckDlg::ConnectMessages() {
     m_layout.Grid().SetNotifyHandler([this](GridNotification& notification) {
         Guarded("OnNotify()", [&] { m_view.OnNotify(notification); });
     });
-    m_view.SetReportHandler([this](const QString& text) { m_layout.Status().setText(text); });
+    m_view.SetCurrentTrackHandler(
+        [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); });
+    const auto report = [this](const QString& text) { m_layout.Status().setText(text); };
+    m_view.SetReportHandler(report);
+    m_artwork.SetReportHandler(report);
     m_pScanAction->setText(LoadString(IDS_FILE_SCANPCFORMUSICS));
     m_pScanAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
     connect(m_pScanAction, &QAction::triggered, this,

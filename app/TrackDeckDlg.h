@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/MainLayout.h"
+#include "app/TrackArtwork.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
 #include "library/TrackView.h"
@@ -61,6 +62,7 @@ private:
     QAction* m_pScanAction;
     MainLayout m_layout;
     CTrackView m_view;
+    TrackArtwork m_artwork;
     CLibraryScanner m_scanner;
     MessageTarget m_messages; // last: no message may come while the rest goes
 };

@@ -31,6 +31,9 @@ public:
     /// Takes one line for the user: what went wrong, or nothing once it goes well.
     using ReportHandler = std::function<void(const QString& text)>;
 
+    /// Takes the track that became the current one.
+    using CurrentTrackHandler = std::function<void(const CMediaList& list, int index)>;
+
     CTrackView(CMediaLists& lists, CGridCtrl& grid);
 
     /// The mask of visible columns; the title's bit is always in it.
@@ -57,6 +60,10 @@ public:
     /// Scrolls so far that the title of the first list of a type is at the top, or all behind it is
     /// on screen.
     void ScrollToList(int type);
+
+    void SetCurrentTrackHandler(CurrentTrackHandler handler) {
+        m_pfnCurrentTrack = std::move(handler);
+    }
 
     /// Is told how edits come out.
     void SetReportHandler(ReportHandler handler) { m_pfnReport = std::move(handler); }
@@ -116,6 +123,7 @@ private:
     unsigned m_dwColumns;
     std::vector<const TrackColumn*> m_columns; ///< the visible ones, as the mask tells
 
+    CurrentTrackHandler m_pfnCurrentTrack;
     ReportHandler m_pfnReport;
 
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last

@@ -75,6 +75,8 @@ void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
         m_pLastList = &list;
     RefreshRows(1, &list, -1);
     RefreshRows(1, &list, index);
+    if (m_pfnCurrentTrack)
+        m_pfnCurrentTrack(list, index);
 }
 
 void CTrackView::ForgetOtherSelections(CMediaList& list, int clicked) {

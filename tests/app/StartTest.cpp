@@ -1,8 +1,10 @@
+#include "app/ArtworkField.h"
 #include "app/TrackDeckDlg.h"
 #include "base/Language.h"
 #include "base/Settings.h"
 #include "grid/GridCtrl.h"
 #include "platform/KeyValueStore.h"
+#include "tags/TrackTags.h"
 #include "tests/fixtures/Environment.h"
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/fixtures/Printers.h"
@@ -153,6 +155,29 @@ TEST(StartTest, DocumentFromOutsideStartsTheMiniPlayer) {
     EXPECT_EQ(all[0]->m_strTitle, QStringLiteral("outside"));
     EXPECT_EQ(dialog.size(), QSize(400, 89));
     EXPECT_FALSE(dialog.findChild<CGridCtrl*>()->isVisibleTo(&dialog));
+}
+
+TEST(StartTest, ClickShowsTheArtworkOfTheTrack) {
+    constexpr int kTracks = 4; // one of them has a picture
+    const Home home(kTracks);
+    CTrackDeckDlg dialog{QString()};
+    dialog.show();
+    auto& grid = *dialog.findChild<CGridCtrl*>();
+    ASSERT_TRUE(RunUntil([&] { return grid.GetRowCount() == 3 + kTracks; }));
+    const ArtworkField* field = nullptr;
+    for (const QWidget* child : dialog.findChildren<QWidget*>())
+        if (const auto* found = dynamic_cast<const ArtworkField*>(child))
+            field = found;
+    ASSERT_TRUE(field && field->isVisible());
+    const CMediaList& list = *dialog.GetLists().FindListByType(MEDIA_TYPE_COLLECTION);
+    int pictures = 0;
+    for (int index = 0; index < kTracks; ++index) {
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, RowCentre(grid, index + 2));
+        const bool hasPicture = !ReadTrackArtwork(list[index]->m_strPath).isEmpty();
+        EXPECT_EQ(field->GetPicture().isNull(), !hasPicture) << index;
+        pictures += hasPicture;
+    }
+    EXPECT_EQ(pictures, 1);
 }
 
 TEST(StartTest, MiniPlayerAndClosingKeepThePlaces) {

@@ -1,0 +1,180 @@
+#include "app/ArtworkField.h"
+#include "app/ArtworkPicture.h"
+#include "app/TrackArtwork.h"
+#include "base/Language.h"
+#include "library/MediaLists.h"
+#include "platform/Path.h"
+#include "tags/TrackTags.h"
+#include "tests/fixtures/MediaFiles.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QImageWriter>
+#include <QMimeData>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+QByteArray Media(const char* name) {
+    return ReadFile(MediaFile(QString::fromLatin1(name)));
+}
+
+/// The bytes of a picture file with `texts` long texts in it.
+QByteArray MakePicture(const char* format, QSize size, int texts = 0) {
+    QImage image(size, QImage::Format_Grayscale8);
+    image.fill(QColor(100, 100, 100));
+    for (int i = 0; i < texts; ++i)
+        image.setText(QStringLiteral("key%1").arg(i), QString(1000, u'x'));
+    QBuffer buffer;
+    QImageWriter writer(&buffer, format);
+    writer.setProgressiveScanWrite(true);
+    EXPECT_TRUE(writer.write(image));
+    return buffer.data();
+}
+
+/// A JPEG file whose last scan comes `times` times more.
+QByteArray RepeatLastScan(const QByteArray& jpeg, int times) {
+    const qsizetype scan = jpeg.lastIndexOf("\xFF\xDA");
+    const qsizetype end = jpeg.size() - 2;
+    return jpeg.first(scan) + jpeg.sliced(scan, end - scan).repeated(times + 1) + jpeg.sliced(end);
+}
+
+/// A list of one track with a picture in its file, shown in a field.
+class ArtworkTest : public ::testing::Test {
+protected:
+    ArtworkTest() {
+        SetLanguageFile(QString()); // texts are their own keys
+        m_artwork.SetReportHandler([this](const QString& text) { m_report = text; });
+        auto track = std::make_unique<CTrackRecord>();
+        track->m_strPath = m_path;
+        m_list.Append(std::move(track));
+        m_field.resize(84, 84);
+        m_artwork.ShowTrack(m_list, 0);
+    }
+
+    /// Drags things onto the field and drops them if it takes them; whether it had a use for them.
+    bool Drop(const QList<QUrl>& urls) {
+        QMimeData dragged;
+        dragged.setText(QStringLiteral("text"));
+        if (!urls.isEmpty())
+            dragged.setUrls(urls);
+        QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction | Qt::MoveAction, &dragged,
+                              Qt::LeftButton, {});
+        enter.setDropAction(Qt::MoveAction);
+        enter.ignore();
+        QApplication::sendEvent(&m_field, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent drop(QPointF(9, 9), Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton,
+                        {});
+        drop.ignore();
+        QApplication::sendEvent(&m_field, &drop);
+        EXPECT_TRUE(!drop.isAccepted() || drop.dropAction() == Qt::CopyAction);
+        return drop.isAccepted();
+    }
+    bool DropFile(const QByteArray& content, const char* name = "dropped.jpg") {
+        return Drop({QUrl::fromLocalFile(m_scratch.Write(QString::fromLatin1(name), content))});
+    }
+
+    ScratchFolder m_scratch;
+    const QString m_path =
+        m_scratch.Write(QStringLiteral("song.mp3"), Media("lame-v23-v1-picture.mp3"));
+    QString m_report = QStringLiteral("none");
+    CMediaLists m_lists;
+    CMediaList& m_list = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
+    ArtworkField m_field{nullptr};
+    TrackArtwork m_artwork{m_lists, m_field};
+};
+
+} // namespace
+
+TEST(ArtworkPictureTest, DecodesWhatIsSoundAndCheap) {
+    const QByteArray jpeg = MakePicture("jpeg", {300, 200});
+    const struct {
+        const char* what;
+        QByteArray file;
+        QSize size; // empty: no picture
+    } rows[] = {
+        {"small", Media("small.jpg"), {288, 216}},
+        {"scaled down", Media("large.jpg"), {512, 372}},
+        {"PNG with a text", MakePicture("png", {20, 10}, 1), {20, 10}},
+        {"progressive", jpeg, {300, 200}},
+        {"thin", MakePicture("png", {1, 20000}), {1, 512}},
+        {"nothing", {}, {}},
+        {"no picture", "hello", {}},
+        {"another format", MakePicture("bmp", {20, 10}), {}},
+        {"JPEG head alone", jpeg.first(100), {}},
+        {"damaged PNG", MakePicture("png", {300, 200}).first(60), {}},
+        {"too many pixels", MakePicture("png", {10000, 2600}), {}},
+        {"too many scans", RepeatLastScan(jpeg, 200), {}},
+        {"too many texts", MakePicture("png", {20, 10}, 40), {}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(DecodeArtwork(row.file).size(), row.size.isEmpty() ? QSize(0, 0) : row.size)
+            << row.what;
+}
+
+TEST_F(ArtworkTest, ShowsThePictureOfTheCurrentTrack) {
+    EXPECT_EQ(m_field.GetPicture().size(), QSize(288, 216));
+    const QImage picture = m_field.grab().toImage();
+    EXPECT_EQ(picture.pixel(42, 2), picture.pixel(60, 82)) << "above and below it nothing";
+    EXPECT_NE(picture.pixel(42, 42), picture.pixel(42, 2));
+
+    WriteFile(m_path, Media("untagged.mp3"));
+    m_artwork.ShowTrack(m_list, 0);
+    EXPECT_TRUE(m_field.GetPicture().isNull());
+    EXPECT_NE(m_field.grab().toImage(), picture) << "a placeholder";
+    m_artwork.ShowTrack(m_list, 1);
+}
+
+TEST_F(ArtworkTest, DroppedJpegGoesIntoTheFile) {
+    const QByteArray dropped = Media("large.jpg");
+    EXPECT_TRUE(DropFile(dropped, "no ending"));
+    EXPECT_EQ(ReadTrackArtwork(m_path), dropped);
+    EXPECT_EQ(m_field.GetPicture().size(), QSize(512, 372));
+    EXPECT_EQ(m_report, QString());
+
+    const QString oddName = Path::FromBytes("odd \xE9.jpg");
+    WriteFile(m_scratch.File(oddName), Media("small.jpg"));
+    EXPECT_TRUE(Drop({QUrl(QStringLiteral("https://example.org/a.jpg")),
+                      QUrl(QStringLiteral("file://%1/odd%20%E9.jpg").arg(m_scratch.Path())),
+                      QUrl::fromLocalFile(m_path)}));
+    EXPECT_EQ(ReadTrackArtwork(m_path), Media("small.jpg"));
+}
+
+TEST_F(ArtworkTest, OtherDropsChangeNothing) {
+    const QByteArray before = ReadFile(m_path);
+    const QByteArray jpeg = Media("large.jpg");
+    EXPECT_FALSE(Drop({}));
+    EXPECT_FALSE(Drop({QUrl(QStringLiteral("https://example.org/a.jpg"))}));
+    EXPECT_FALSE(Drop({QUrl::fromLocalFile(m_scratch.Path())}));
+    EXPECT_FALSE(Drop({QUrl::fromLocalFile(m_scratch.File(QStringLiteral("none.jpg")))}));
+    EXPECT_FALSE(DropFile(MakePicture("png", {20, 10})));
+    EXPECT_FALSE(DropFile(jpeg.first(100)));
+    EXPECT_FALSE(DropFile({}));
+    EXPECT_EQ(m_report, QStringLiteral("none"));
+
+    for (const int type : {MEDIA_TYPE_ALL, MEDIA_TYPE_PHONE, MEDIA_TYPE_SELECTION}) {
+        m_list.m_iType = type;
+        m_artwork.ShowTrack(m_list, 0);
+        EXPECT_FALSE(DropFile(jpeg)) << type;
+    }
+    m_list.m_iType = MEDIA_TYPE_COLLECTION;
+    m_artwork.ShowTrack(m_list, 0);
+    const QString otherName = m_scratch.File(QStringLiteral("other.mp3"));
+    std::filesystem::create_hard_link(m_path.toStdString(), otherName.toStdString());
+    EXPECT_FALSE(DropFile(jpeg)) << "a file with two names is not rewritten";
+    EXPECT_EQ(m_report, QStringLiteral("IDS_PROMPT_WRITEFAILED"));
+    EXPECT_EQ(m_field.GetPicture().size(), QSize(288, 216));
+    std::filesystem::remove(otherName.toStdString());
+    m_list.ClearAll();
+    EXPECT_FALSE(DropFile(jpeg)) << "the track is gone";
+    EXPECT_EQ(ReadFile(m_path), before);
+}

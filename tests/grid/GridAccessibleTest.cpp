@@ -8,20 +8,9 @@
 #include <QAccessible>
 #include <QScrollBar>
 
-// Of Qt's interface to its platforms, as much as tells Qt that a screen reader is there: on the
-// offscreen platform nothing else can. The headers of that interface are not installed everywhere.
-class QPlatformAccessibility {
-public:
-    void setActive(bool active);
-};
-class QPlatformIntegration {
-public:
-    QPlatformAccessibility* accessibility() const;
-};
-class QGuiApplicationPrivate {
-public:
-    static QPlatformIntegration* platform_integration;
-};
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 namespace {
 
@@ -306,6 +295,7 @@ protected:
         SetActive(false);
     }
 
+    /// Only the platform can tell Qt that a screen reader is there.
     static void SetActive(bool active) {
         QGuiApplicationPrivate::platform_integration->accessibility()->setActive(active);
     }

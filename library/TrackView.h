@@ -131,6 +131,5 @@ private:
     CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
     int m_iClickRow = -1;              ///< of the last right click
     int m_iClickColumn = -1;
-    CCellID
-        m_idFocus; ///< where the keyboard was last; the grid forgets it on a click in the header
+    CCellID m_idFocus; ///< where the keyboard was last; the grid's own goes on header clicks
 };

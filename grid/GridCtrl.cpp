@@ -5,7 +5,6 @@
 #include "grid/GridSort.h"
 #include "grid/InPlaceEdit.h"
 
-#include <QGuiApplication>
 #include <QPalette>
 
 #include <algorithm>
@@ -264,40 +263,43 @@ void CGridCtrl::SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol,
     if (!m_bEnableSelection)
         return;
     const bool none = !selectCells || minRow < 0 || minCol < 0;
-    minRow = std::max(minRow, m_nFixedRows);
-    minCol = std::max(minCol, m_nFixedCols);
-    maxRow = none ? -1 : std::min(maxRow, m_nRows - 1);
-    maxCol = std::min(maxCol, m_nCols - 1);
-    // What stays selected is left alone: a long selection that grows by a row costs little.
-    if (!(QGuiApplication::keyboardModifiers() & Qt::ControlModifier)) {
-        m_SelectedCellMap.removeIf([&](const auto& entry) {
-            const auto [row, col] = entry.value();
-            if (row >= minRow && row <= maxRow && col >= minCol && col <= maxCol)
-                return false;
-            m_rows[row][col]->SetState(m_rows[row][col]->GetState() & ~GridState::Selected);
-            return true;
-        });
-        if (m_pAccessible)
-            m_pAccessible->OnSelectionChanged();
-    }
-    for (int row = minRow; row <= maxRow; ++row) {
-        for (int col = minCol; col <= maxCol; ++col)
-            SelectCell(row, col, true);
-    }
+    const QRect range =
+        none ? QRect() : QRect(QPoint(minCol, minRow), QPoint(maxCol, maxRow)) & BodyCells();
+    DeselectBeside(range);
+    SelectRange(range);
     if (forceRedraw)
         viewport()->repaint();
     else
         Refresh();
 }
 
-void CGridCtrl::ClearSelection() {
+/// All cells but the fixed ones, columns as x and rows as y.
+QRect CGridCtrl::BodyCells() const {
+    return {QPoint(m_nFixedCols, m_nFixedRows), QPoint(m_nCols - 1, m_nRows - 1)};
+}
+
+void CGridCtrl::SelectRange(const QRect& range) {
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+        for (int col = range.left(); col <= range.right(); ++col)
+            SelectCell(row, col, true);
+    }
+}
+
+/// What stays selected is left alone: a long selection that grows by a row costs little.
+void CGridCtrl::DeselectBeside(const QRect& range) {
     if (m_pAccessible && !m_SelectedCellMap.isEmpty())
         m_pAccessible->OnSelectionChanged();
-    for (CCellID id : std::as_const(m_SelectedCellMap)) {
-        CGridCellBase& cell = *m_rows[id.row][id.col];
-        cell.SetState(cell.GetState() & ~GridState::Selected);
-    }
-    m_SelectedCellMap.clear();
+    m_SelectedCellMap.removeIf([&](const auto& entry) {
+        const auto [row, col] = entry.value();
+        if (range.contains(col, row))
+            return false;
+        m_rows[row][col]->SetState(m_rows[row][col]->GetState() & ~GridState::Selected);
+        return true;
+    });
+}
+
+void CGridCtrl::ClearSelection() {
+    DeselectBeside(QRect());
 }
 
 void CGridCtrl::SelectCell(int row, int col, bool selected) {
@@ -371,7 +373,8 @@ int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr d
     return 1;
 }
 
-void CGridCtrl::SetSortColumn(int col) {
+void CGridCtrl::SetSortColumn(int col, bool ascending) {
     m_nSortColumn = col >= 0 && col < m_nCols ? col : -1;
-    Refresh();
+    m_bAscending = ascending;
+    RedrawRow(0);
 }

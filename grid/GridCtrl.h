@@ -79,8 +79,8 @@ public:
 
     // --- selection and focus
 
-    /// Selects a range of cells, the header's left out, in place of the old selection; while Ctrl
-    /// is held, besides it. `selectCells` false selects none. `forceRedraw` paints at once.
+    /// Selects a range of cells, the header's left out, in place of the old selection.
+    /// `selectCells` false selects none. `forceRedraw` paints at once.
     void SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol, bool forceRedraw = false,
                           bool selectCells = true);
     [[nodiscard]] int GetSelectedCount() const {
@@ -99,7 +99,8 @@ public:
     int SortItems(GridCompare compare, int col, bool ascending, qintptr data = 0, int low = -1,
                   int high = -1);
     [[nodiscard]] int GetSortColumn() const { return m_nSortColumn; }
-    void SetSortColumn(int col);
+    /// Marks a column as the one that the rows are sorted by, none for -1; moves no row.
+    void SetSortColumn(int col, bool ascending);
     [[nodiscard]] bool IsSortAscending() const { return m_bAscending; }
 
     // --- sizes, in pixels; 0 hides. The last column is painted up to the window's edge whatever
@@ -215,6 +216,9 @@ private:
     [[nodiscard]] quint32 FixedBits(int row, int col) const;
     void MarkFixedCells(int rows, int cols);
     void ClearSelection();
+    [[nodiscard]] QRect BodyCells() const;
+    void DeselectBeside(const QRect& range);
+    void SelectRange(const QRect& range);
     void SelectCell(int row, int col, bool selected);
 
     // GridCtrlLayout.cpp
@@ -240,6 +244,7 @@ private:
     void OnFixedRowClick(CCellID cell);
     void OnFixedColumnClick(CCellID cell);
     void SelectTo(CCellID cell);
+    void SelectByInput(const QRect& range);
     void Hover(QPoint point);
     void DoubleClickAt(QPoint point);
     void Click(CCellID cell, QPoint point);
@@ -288,6 +293,7 @@ private:
 
     GridMouseMode m_MouseMode = GridMouseMode::Nothing;
     bool m_bLMouseButtonDown = false;
+    bool m_bCtrlDown = false; ///< at the last press or key: the old selection stays
     CCellID m_LeftClickDownCell;
     QPoint m_LeftClickDownPoint;
     QPoint m_ptPointer; ///< where the mouse was last, with the button down

@@ -60,6 +60,8 @@ bool CGridCtrl::MoveByKey(int key, Qt::KeyboardModifiers modifiers) {
     const CCellID cell = NextCell(key, modifiers);
     if (!IsValid(cell))
         return false;
+    if (!m_bLMouseButtonDown)
+        m_bCtrlDown = modifiers.testFlag(Qt::ControlModifier);
     const bool tab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
     if (cell != m_idCurrentCell)
         MoveTo(cell, modifiers.testFlag(Qt::ShiftModifier) && !tab);

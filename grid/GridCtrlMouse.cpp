@@ -79,6 +79,7 @@ void CGridCtrl::mousePressEvent(QMouseEvent* event) {
             GetCell(cell.row, cell.col)->OnRClick(point - GetCellRect(cell).topLeft());
         Notify(NM_RCLICK, cell);
     } else if (event->button() == Qt::LeftButton) {
+        m_bCtrlDown = event->modifiers().testFlag(Qt::ControlModifier);
         PressAt(point, event->modifiers().testFlag(Qt::ShiftModifier));
     }
 }
@@ -139,31 +140,36 @@ void CGridCtrl::StartSelection(CCellID cell) {
 }
 
 void CGridCtrl::OnFixedRowClick(CCellID cell) {
-    if (m_bFixedColumnSelection)
-        SetSelectedRange(m_nFixedRows, cell.col, m_nRows - 1, cell.col);
-    else
-        SetSelectedRange(-1, -1, -1, -1);
+    SelectByInput(m_bFixedColumnSelection ? QRect(cell.col, m_nFixedRows, 1, m_nRows - m_nFixedRows)
+                                          : QRect());
 }
 
 void CGridCtrl::OnFixedColumnClick(CCellID cell) {
-    if (m_bFixedRowSelection)
-        SetSelectedRange(cell.row, m_nFixedCols, cell.row, m_nCols - 1);
-    else
-        SetSelectedRange(-1, -1, -1, -1);
+    SelectByInput(m_bFixedRowSelection ? QRect(m_nFixedCols, cell.row, m_nCols - m_nFixedCols, 1)
+                                       : QRect());
 }
 
 void CGridCtrl::SelectTo(CCellID cell) {
-    if (m_MouseMode == GridMouseMode::SelectAll) {
-        SetSelectedRange(m_nFixedRows, m_nFixedCols, m_nRows - 1, m_nCols - 1);
-        return;
-    }
     const CCellID from = IsValid(m_SelectionStartCell) ? m_SelectionStartCell : cell;
     const auto [minRow, maxRow] = std::minmax(from.row, cell.row);
     const auto [minCol, maxCol] = std::minmax(from.col, cell.col);
-    if (m_bListMode)
-        SetSelectedRange(minRow, m_nFixedCols, maxRow, m_nCols - 1);
-    else
-        SetSelectedRange(minRow, minCol, maxRow, maxCol);
+    QRect range(QPoint(minCol, minRow), QPoint(maxCol, maxRow));
+    if (m_MouseMode == GridMouseMode::SelectAll)
+        range = BodyCells();
+    else if (m_bListMode)
+        range = QRect(QPoint(m_nFixedCols, minRow), QPoint(m_nCols - 1, maxRow));
+    SelectByInput(range);
+}
+
+/// As mouse and keyboard select: in place of the old selection, or besides it where Ctrl is held.
+void CGridCtrl::SelectByInput(const QRect& range) {
+    if (!m_bEnableSelection)
+        return;
+    const QRect cells = range & BodyCells();
+    if (!m_bCtrlDown)
+        DeselectBeside(cells);
+    SelectRange(cells);
+    Refresh();
 }
 
 void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {

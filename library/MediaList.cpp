@@ -62,8 +62,14 @@ CTrackRecord* CMediaList::operator[](int index) const {
     return index >= 0 && index < GetCount() ? m_records[index].get() : nullptr;
 }
 
+void CMediaList::Append(std::unique_ptr<CTrackRecord> record) {
+    m_records.push_back(std::move(record));
+    m_sortOrder.reset();
+}
+
 void CMediaList::ClearAll() {
     m_records.clear();
+    m_sortOrder.reset();
     m_pCdCache.reset();
     m_bModified = 0;
     m_iSourceType = -1;
@@ -139,6 +145,7 @@ int CMediaList::SortBy(unsigned columnBit, int direction) {
     const TrackColumn* column = FindTrackColumn(columnBit);
     if (columnBit != 0 && !column)
         return 0;
+    m_sortOrder = SortOrder{columnBit, direction != 0};
     std::vector<const CTrackRecord*> before(m_records.size());
     std::transform(m_records.begin(), m_records.end(), before.begin(),
                    [](const auto& record) { return record.get(); });
@@ -171,6 +178,7 @@ int CMediaList::MoveChecked(std::vector<int>& changedFlags, int first, int step)
         std::swap(m_records[i]->m_iRow, m_records[other]->m_iRow);
         std::swap(m_records[i], m_records[other]);
         changedFlags[i] = changedFlags[other] = 1;
+        m_sortOrder.reset();
         moved = 1;
     }
     return moved;

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// What a list holds. The numbers are stored in requests and are the picture numbers of titles.
@@ -45,7 +46,7 @@ public:
     /// The record at an index; none for a bad index.
     [[nodiscard]] CTrackRecord* operator[](int index) const;
 
-    void Append(std::unique_ptr<CTrackRecord> record) { m_records.push_back(std::move(record)); }
+    void Append(std::unique_ptr<CTrackRecord> record);
 
     /// Deletes all records and the CD cache. Title, type, identifier and colours stay.
     void ClearAll();
@@ -79,6 +80,13 @@ public:
     /// zero, descending for zero. Equal tracks keep their order. Returns whether any track changed
     /// place; grid rows are left for the caller to rebuild.
     int SortBy(unsigned columnBit, int direction);
+
+    /// The order that the last sort left, until tracks come or are moved.
+    struct SortOrder {
+        unsigned columnBit;
+        bool ascending;
+    };
+    [[nodiscard]] std::optional<SortOrder> GetSortOrder() const { return m_sortOrder; }
 
     /// Below zero, zero or above zero as record i is before, equal to or behind record j. Numbers
     /// are compared by their 32-bit difference, which wraps.
@@ -115,4 +123,5 @@ private:
     int MoveChecked(std::vector<int>& changedFlags, int first, int step);
 
     std::vector<std::unique_ptr<CTrackRecord>> m_records;
+    std::optional<SortOrder> m_sortOrder;
 };

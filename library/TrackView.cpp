@@ -102,7 +102,21 @@ void CTrackView::BuildRows() {
     for (const auto& list : m_lists.All())
         if (list->IsOnScreen())
             row = FillSection(*list, row);
+    MarkSortColumn();
     m_grid.AutoSizeColumns();
+}
+
+/// The header marks the column that the active list is sorted by.
+void CTrackView::MarkSortColumn() {
+    const CMediaList* list = m_lists.GetActiveList();
+    const auto order = list ? list->GetSortOrder() : std::nullopt;
+    int marked = -1;
+    for (int column = 0; order && column < m_grid.GetColumnCount(); ++column) {
+        const TrackColumn* shown = ColumnAt(column);
+        if ((shown ? shown->bit : 0) == order->columnBit)
+            marked = column;
+    }
+    m_grid.SetSortColumn(marked, order && order->ascending);
 }
 
 /// So that what is not shown can't be taken for what has its row now.
@@ -250,10 +264,11 @@ void CTrackView::SortColumn(int gridColumn) {
     const TrackColumn* column = ColumnAt(gridColumn);
     if (!list || (!column && gridColumn != kCheckColumn))
         return;
-    if (!list->SortBy(column ? column->bit : 0, CMediaList::kToggleDirection))
-        return;
-    list->m_bModified = 1;
-    FillGrid();
+    if (list->SortBy(column ? column->bit : 0, CMediaList::kToggleDirection)) {
+        list->m_bModified = 1;
+        FillGrid();
+    }
+    MarkSortColumn();
 }
 
 void CTrackView::SetTrackStatus(const QString& path, const QString& text) {
@@ -284,6 +299,7 @@ void CTrackView::ActivateList(int type) {
             RefreshRows(0, list.get(), -1);
         }
     }
+    MarkSortColumn();
 }
 
 void CTrackView::ScrollToList(int type) {

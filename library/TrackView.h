@@ -98,6 +98,7 @@ private:
     [[nodiscard]] const TrackColumn* ColumnAt(int gridColumn) const;
     [[nodiscard]] static int RowOf(const CMediaList& list, int index);
     void FillHeader();
+    void MarkSortColumn();
     int FillSection(CMediaList& list, int row);
     void FillTitleRow(const CMediaList& list, int row);
     void FillTrackRow(const CMediaList& list, int index, int row);

@@ -48,6 +48,7 @@ void CTrackView::OnClick(int row, CheckMark mark) {
     for (const auto& list : m_lists.All())
         if (list->IsOnScreen())
             ClickList(*list, row, mark);
+    MarkSortColumn();
 }
 
 /// What rows are selected is the grid's business, which knows of the keys that were held.
@@ -60,7 +61,7 @@ void CTrackView::ClickList(CMediaList& list, int row, CheckMark mark) {
         ClickTrack(list, clicked, mark);
     ForgetOtherSelections(list, clicked);
     if (list.m_bActive != wasActive || titleHit)
-        RefreshRows(1, &list, -1);
+        RefreshRows(titleHit, &list, -1);
 }
 
 void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
@@ -73,7 +74,7 @@ void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
     m_iCurrentIndex = index;
     if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
         m_pLastList = &list;
-    RefreshRows(1, &list, -1);
+    RefreshRows(0, &list, -1);
     RefreshRows(1, &list, index);
     if (m_pfnCurrentTrack)
         m_pfnCurrentTrack(list, index);

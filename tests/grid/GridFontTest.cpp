@@ -123,7 +123,7 @@ TEST(GridFit, AColumnIsAsWideAsItsWidestCellNeeds) {
     grid->AutoSizeColumn(1);
     const int header = grid->GetColumnWidth(1);
     EXPECT_EQ(header, grid->GetCell(0, 1)->GetCellExtent().width());
-    grid->SetSortColumn(1);
+    grid->SetSortColumn(1, true);
     grid->AutoSizeColumn(1, GridFit::Header);
     EXPECT_GT(grid->GetColumnWidth(1), header + 8);
 }

@@ -145,7 +145,7 @@ TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
 TEST_F(TrackViewTest, SeveralRowsStaySelected) {
     Click(3, 1);
     Click(7, 1, Qt::ShiftModifier);
-    EXPECT_EQ(SelectedRows(), "3 4 5 6 7") << "the title between the lists included";
+    EXPECT_EQ(SelectedRows(), "3 4 6 7") << "the title between the lists left out";
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
     Click(2, 1, Qt::ShiftModifier);
     EXPECT_EQ(SelectedRows(), "2 3");
@@ -196,8 +196,23 @@ TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
     EXPECT_EQ(Titles(6, 2), QStringLiteral("one two"));
     EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha"));
     EXPECT_EQ(m_all.m_bModified, 1);
+    EXPECT_EQ(m_grid.GetSortColumn(), 1);
+    EXPECT_TRUE(m_grid.IsSortAscending());
     Click(0, 1);
     EXPECT_EQ(Titles(6, 2), QStringLiteral("two one"));
+    EXPECT_FALSE(m_grid.IsSortAscending());
+    Click(2, 1); // in the other list, which no click has sorted
+    EXPECT_EQ(m_grid.GetSortColumn(), -1);
+    Click(6, 1);
+    EXPECT_EQ(m_grid.GetSortColumn(), 1);
+    AddTrack(m_all, "three", "/a/");
+    m_view.FillGrid();
+    EXPECT_EQ(m_grid.GetSortColumn(), -1) << "sorted no more";
+    m_all.ClearAll();
+    for (const char* title : {"two", "one"})
+        AddTrack(m_all, title, "/a/");
+    m_all.m_bSortAscending = 0;
+    m_view.FillGrid();
 
     Click(7, 0);
     Click(0, 0);

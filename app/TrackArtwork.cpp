@@ -3,7 +3,6 @@
 #include "app/ArtworkField.h"
 #include "app/ArtworkPicture.h"
 #include "base/Guard.h"
-#include "base/Language.h"
 #include "library/MediaLists.h"
 #include "platform/Files.h"
 #include "tags/Id3Picture.h"
@@ -36,12 +35,10 @@ bool TrackArtwork::OnDrop(const QString& file) {
     const auto picture = ReadWholeFile(file, Id3Picture::kMaxSize);
     if (!picture || !IsJpeg(*picture) || DecodeArtwork(*picture).isNull())
         return false;
-    const bool written = WriteTrackArtwork(m_strTrackPath, file) == 0;
-    if (written)
-        Show();
-    if (m_pfnReport)
-        m_pfnReport(written ? QString() : LoadString(IDS_PROMPT_WRITEFAILED));
-    return written;
+    if (WriteTrackArtwork(m_strTrackPath, file) != 0)
+        return false;
+    Show();
+    return true;
 }
 
 /// Whether the track is still there, too.

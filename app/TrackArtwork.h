@@ -2,9 +2,6 @@
 
 #include <QString>
 
-#include <functional>
-#include <utility>
-
 class ArtworkField;
 class CMediaList;
 class CMediaLists;
@@ -15,15 +12,10 @@ class CMediaLists;
 /// Thread: interface thread. Lifetime: lists and field outlive this.
 class TrackArtwork {
 public:
-    /// Takes one line for the user: what went wrong, or nothing once it goes well.
-    using ReportHandler = std::function<void(const QString& text)>;
-
     TrackArtwork(const CMediaLists& lists, ArtworkField& field);
 
     /// Shows the track at an index of a list, which is the current one from now on.
     void ShowTrack(const CMediaList& list, int index);
-
-    void SetReportHandler(ReportHandler handler) { m_pfnReport = std::move(handler); }
 
 private:
     bool OnDrop(const QString& file);
@@ -32,7 +24,6 @@ private:
 
     const CMediaLists& m_lists;
     ArtworkField& m_field;
-    ReportHandler m_pfnReport;
     int m_iListId = -1;     ///< of the current track's list
     QString m_strTrackPath; ///< of the current track; its index may change
 };

@@ -100,9 +100,6 @@ void CTrackDeckDlg::ConnectMessages() {
     });
     m_view.SetCurrentTrackHandler(
         [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); });
-    const auto report = [this](const QString& text) { m_layout.Status().setText(text); };
-    m_view.SetReportHandler(report);
-    m_artwork.SetReportHandler(report);
     m_pScanAction->setText(LoadString(IDS_FILE_SCANPCFORMUSICS));
     m_pScanAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
     connect(m_pScanAction, &QAction::triggered, this,

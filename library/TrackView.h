@@ -28,9 +28,6 @@ inline constexpr int kPlaylistImage = 5;
 /// Thread: interface thread. Lifetime: lists and grid outlive this.
 class CTrackView {
 public:
-    /// Takes one line for the user: what went wrong, or nothing once it goes well.
-    using ReportHandler = std::function<void(const QString& text)>;
-
     /// Takes the track that became the current one.
     using CurrentTrackHandler = std::function<void(const CMediaList& list, int index)>;
 
@@ -64,9 +61,6 @@ public:
     void SetCurrentTrackHandler(CurrentTrackHandler handler) {
         m_pfnCurrentTrack = std::move(handler);
     }
-
-    /// Is told how edits come out.
-    void SetReportHandler(ReportHandler handler) { m_pfnReport = std::move(handler); }
 
     /// Takes the grid's notifications, allows edits or not, and stores what was typed.
     void OnNotify(GridNotification& notification);
@@ -125,7 +119,6 @@ private:
     std::vector<const TrackColumn*> m_columns; ///< the visible ones, as the mask tells
 
     CurrentTrackHandler m_pfnCurrentTrack;
-    ReportHandler m_pfnReport;
 
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
     int m_iCurrentIndex = -1;

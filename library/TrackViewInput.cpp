@@ -1,6 +1,5 @@
 // Clicks and edits.
 
-#include "base/Language.h"
 #include "grid/GridCellBase.h"
 #include "grid/GridCtrl.h"
 #include "library/MediaLists.h"
@@ -157,8 +156,6 @@ void CTrackView::OnEdited(CCellID cell) {
         ShowText(path, column->text, *stored);
     else
         RefreshRows(1, edited.list, edited.index);
-    if (m_pfnReport)
-        m_pfnReport(stored ? QString() : LoadString(IDS_PROMPT_WRITEFAILED));
 }
 
 /// For all tracks of this file, which may be in several lists. Case matters here: on disk it is

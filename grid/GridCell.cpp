@@ -108,6 +108,12 @@ QRect CGridCell::WithoutMargins(const QRect& rect) const {
     return rect.adjusted(left, top, left - room.width() - marks, top - room.height());
 }
 
+std::optional<COLORREF> CGridCell::GetFlatColour() const {
+    if (IsSelected() || IsFocused() || IsDropHighlighted())
+        return std::nullopt;
+    return GetBackClr();
+}
+
 bool CGridCell::Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) {
     if (!m_pGrid || rect.width() < 1 || rect.height() < 1)
         return false;
@@ -185,16 +191,16 @@ void CGridCell::DrawText(QPainter& painter, const QRect& rect) const {
         return;
     const quint32 format = GetFormat();
     const GridFont& font = GetFontObject();
-    GridFont::TextSize size = font.Measure(m_strText);
-    const QFont& drawn = font.FontFor(size);
-    QString text = GridFont::OneLine(m_strText);
-    if (size.width > rect.width() && (format & DT_END_ELLIPSIS)) {
-        text = QFontMetricsF(drawn).elidedText(text, Qt::ElideRight, rect.width());
-        size.width = rect.width();
-    }
-    // To a point, not into a rectangle, which would take a layout in lines: three times the work.
+    const GridFont::TextSize size = font.Measure(m_strText);
+    const int room = format & DT_END_ELLIPSIS ? rect.width() : size.width;
     const QRect line = QStyle::alignedRect(Qt::LeftToRight, AlignmentOf(format),
-                                           QSize(size.width, font.Height()), rect);
-    painter.setFont(drawn);
-    painter.drawText(line.left(), line.top() + font.Ascent(), text);
+                                           QSize(std::min(size.width, room), font.Height()), rect);
+    const bool clipped = line.width() > rect.width() || line.height() > rect.height();
+    if (clipped) {
+        painter.save();
+        painter.setClipRect(rect, Qt::IntersectClip);
+    }
+    font.Draw(painter, line.topLeft() + QPoint(0, font.Ascent()), m_strText, size, room);
+    if (clipped)
+        painter.restore();
 }

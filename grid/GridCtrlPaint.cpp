@@ -65,26 +65,48 @@ CGridCtrl::Span CGridCtrl::VisibleColumns(const QRect& area) const {
 }
 
 void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
-    const auto draw = [&](int row, int col) {
-        CGridCellBase& cell = *m_rows[row][col];
-        const QRect rect = GetCellRect({row, col});
-        if (!cell.IsOpaque())
-            painter.fillRect(rect, ToQColor(m_crGridBkColour));
-        cell.Draw(painter, row, col, rect, true);
-    };
     const int lastCol = m_nCols - 1;
+    std::vector<int> columns;
+    for (int col = cols.first; col <= std::min(cols.last, lastCol - 1); ++col) {
+        if (m_arColWidths.Size(col) > 0)
+            columns.push_back(col);
+    }
+    // Even where the last column is scrolled out of sight or hidden, the title of a section in it
+    // covers the row; any other cell of it has no width there and draws nothing.
+    if ((cols.first < m_nFixedCols) == (lastCol < m_nFixedCols))
+        columns.push_back(lastCol);
+
     for (int row = rows.first; row <= rows.last; ++row) {
         if (m_arRowHeights.Size(row) == 0)
             continue;
-        for (int col = cols.first; col <= std::min(cols.last, lastCol - 1); ++col) {
-            if (m_arColWidths.Size(col) > 0)
-                draw(row, col);
+        FillCells(painter, row, columns);
+        for (int col : columns) {
+            CGridCellBase& cell = *m_rows[row][col];
+            cell.Draw(painter, row, col, GetCellRect({row, col}), !cell.GetFlatColour());
         }
-        // Even where the last column is scrolled out of sight or hidden, the title of a section in
-        // it covers the row; any other cell of it has no width there and draws nothing.
-        if ((cols.first < m_nFixedCols) == (lastCol < m_nFixedCols))
-            draw(row, lastCol);
     }
+}
+
+void CGridCtrl::FillCells(QPainter& painter, int row, const std::vector<int>& columns) const {
+    // Long runs, because memory is written several times as fast along a row as cell by cell.
+    QRect run;
+    std::optional<COLORREF> colour;
+    const auto fill = [&] {
+        if (colour && !run.isEmpty())
+            painter.fillRect(run, ToQColor(*colour));
+    };
+    for (int col : columns) {
+        const QRect rect = GetCellRect({row, col});
+        const std::optional<COLORREF> next = m_rows[row][col]->GetFlatColour();
+        if (next == colour && rect.left() == run.right() + 1) {
+            run.setRight(rect.right());
+            continue;
+        }
+        fill();
+        run = rect;
+        colour = next;
+    }
+    fill();
 }
 
 void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {

@@ -121,17 +121,14 @@ bool CGridCell::Draw(QPainter& painter, int row, int col, QRect rect, bool erase
     const QColor background = ToQColor(IsSelected() ? GetSelBackClr() : GetBackClr());
     const QColor textColour = ToQColor(IsSelected() ? GetSelTextClr() : GetTextClr());
     const bool outlined = IsFocused() || IsDropHighlighted();
+    const int line = m_pGrid->HasLines() ? 1 : 0;
     if (outlined) {
-        const int reach = m_pGrid->HasLines() ? 1 : 0; // over the lines around
-        FillBackground(painter, rect.adjusted(-reach, -reach, reach, reach), background);
+        FillBackground(painter, rect.adjusted(-line, -line, line, line), background);
     } else if (IsSelected() || eraseBackground) {
         FillBackground(painter, rect, background);
     }
-    if (outlined && m_pGrid->hasFocus()) {
-        painter.setPen(textColour);
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(rect.adjusted(0, 0, -1, -1));
-    }
+    if (outlined && m_pGrid->hasFocus())
+        GridPainting::DrawEdge(painter, rect.adjusted(0, 0, -line, -line), textColour, textColour);
     if (IsFixed())
         DrawFixedEdges(painter, {row, col}, rect, background);
 
@@ -151,13 +148,14 @@ void CGridCell::FillBackground(QPainter& painter, const QRect& rect, const QColo
 
 void CGridCell::DrawFixedEdges(QPainter& painter, CCellID cell, const QRect& rect,
                                const QColor& background) const {
-    const GridSystemColours& colours = m_pGrid->GetSystemColours();
+    const QColor light = ToQColor(m_pGrid->GetSystemColours().light);
+    const QColor dark = ToQColor(m_pGrid->GetSystemColours().darkShadow);
     if (HasHeaderMarks())
         GridPainting::DrawHeaderMarks(painter, rect, background);
     else if (m_pGrid->IsHeldDown(cell) && m_pGrid->HasLines())
-        GridPainting::DrawEdge(painter, rect, colours.darkShadow, colours.light);
+        GridPainting::DrawEdge(painter, rect, dark, light);
     else if (m_pGrid->HasLines())
-        GridPainting::DrawEdge(painter, rect, colours.light, colours.darkShadow);
+        GridPainting::DrawEdge(painter, rect, light, dark);
 }
 
 void CGridCell::DrawContent(QPainter& painter, QRect rect, const QColor&) const {

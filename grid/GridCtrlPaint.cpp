@@ -21,7 +21,8 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     const Span fixedCols{0, m_nFixedCols - 1};
     const Span rows = VisibleRows(area);
     const Span cols = VisibleColumns(area);
-    const QRect whole = viewport()->rect();
+    // One more, for at 125 % the rounding of a clip may cut its last pixel off.
+    const QRect whole = viewport()->rect().adjusted(0, 0, 1, 1);
 
     if (m_nFixedCols > 0) {
         DrawCells(painter, fixedRows, fixedCols);
@@ -111,17 +112,23 @@ void CGridCtrl::FillCells(QPainter& painter, int row, const std::vector<int>& co
 
 void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {
     const QColor colour = ToQColor(m_crGridLineColour);
+    const QRect all = CellArea();
     if (m_nGridLines == GridLines::Horizontal || m_nGridLines == GridLines::Both) {
         for (int row = rows.first; row <= rows.last; ++row) {
-            if (m_arRowHeights.Size(row) > 0)
-                painter.fillRect(0, GetCellRect({row, 0}).bottom(), viewport()->width(), 1, colour);
+            QRect rect = GetCellRect({row, 0});
+            rect.setLeft(0);
+            rect.setWidth(viewport()->width());
+            if (!rect.isEmpty())
+                GridPainting::DrawLine(painter, rect, Qt::BottomEdge, colour);
         }
     }
     if (m_nGridLines == GridLines::Vertical || m_nGridLines == GridLines::Both) {
         for (int col = cols.first; col <= std::min(cols.last, m_nCols - 2); ++col) {
-            if (m_arColWidths.Size(col) > 0)
-                painter.fillRect(GetCellRect({0, col}).right(), 0, 1, CellArea().bottom() + 1,
-                                 colour);
+            QRect rect = GetCellRect({0, col});
+            rect.setTop(0);
+            rect.setBottom(all.bottom());
+            if (!rect.isEmpty())
+                GridPainting::DrawLine(painter, rect, Qt::RightEdge, colour);
         }
     }
 }

@@ -4,7 +4,6 @@
 #include "grid/GridFont.h"
 #include "grid/GridPainting.h"
 
-#include <QIcon>
 #include <QStyle>
 
 namespace {
@@ -162,7 +161,8 @@ void CGridCell::DrawContent(QPainter& painter, QRect rect, const QColor&) const 
     if (ShowsImage(rect)) {
         const QSize size = m_pGrid->GetImageSize();
         const int top = rect.top() + (rect.height() - size.height()) / 2;
-        m_pGrid->GetImageList()[m_nImage].paint(&painter, QRect(QPoint(rect.left(), top), size));
+        GridPainting::DrawImage(painter, QRect(QPoint(rect.left(), top), size),
+                                m_pGrid->GetImageList()[m_nImage]);
     }
     DrawText(painter, BesideImage(rect));
 }

@@ -1,5 +1,6 @@
 #include "grid/GridPainting.h"
 
+#include <QIcon>
 #include <QPainter>
 #include <QPixmap>
 #include <QPixmapCache>
@@ -63,6 +64,27 @@ QPixmap CheckBox(int side, int line, qreal ratio, bool checked, const QColor& in
         painter.drawPolyline(tick, 3);
     }
     return box;
+}
+
+/// Draws a picture, made once per size in device pixels: curves and scaling are dear, and a window
+/// shows one picture per row.
+template <class Make>
+void DrawCached(QPainter& painter, const QRect& rect, const QString& name, Make make) {
+    const DevicePixels pixels(painter);
+    const QSize size(pixels.Length(rect.width()), pixels.Length(rect.height()));
+    const qreal ratio = static_cast<qreal>(size.width()) / rect.width();
+    const QString key = QStringLiteral("grid %1 %2 %3 %4")
+                            .arg(name)
+                            .arg(size.width())
+                            .arg(size.height())
+                            .arg(ratio);
+    QPixmap picture;
+    if (!QPixmapCache::find(key, &picture)) {
+        picture = make(pixels, size, ratio);
+        picture.setDevicePixelRatio(ratio);
+        QPixmapCache::insert(key, picture);
+    }
+    painter.drawPixmap(pixels.ToLogical(pixels.Of(rect).topLeft()), picture);
 }
 
 } // namespace
@@ -146,22 +168,19 @@ QRect DrawSortArrow(QPainter& painter, const QRect& rect, int lineHeight, bool a
 }
 
 void DrawCheckBox(QPainter& painter, const QRect& rect, bool checked, const QColor& ink) {
-    const DevicePixels pixels(painter);
-    const int side = pixels.Length(rect.width());
-    const qreal ratio = static_cast<qreal>(side) / rect.width();
-    // Curves are dear, and a window shows one box per row.
-    const QString key = QStringLiteral("grid check box %1 %2 %3 %4")
-                            .arg(side)
-                            .arg(ratio)
-                            .arg(checked)
-                            .arg(ink.rgb());
-    QPixmap box;
-    if (!QPixmapCache::find(key, &box)) {
-        box = CheckBox(side, pixels.Length(1), ratio, checked, ink);
-        box.setDevicePixelRatio(ratio);
-        QPixmapCache::insert(key, box);
-    }
-    painter.drawPixmap(pixels.ToLogical(pixels.Of(rect).topLeft()), box);
+    const QString name = QStringLiteral("check box %1 %2").arg(checked).arg(ink.rgb());
+    DrawCached(painter, rect, name, [&](const DevicePixels& pixels, QSize size, qreal ratio) {
+        return CheckBox(size.width(), pixels.Length(1), ratio, checked, ink);
+    });
+}
+
+void DrawImage(QPainter& painter, const QRect& rect, const QIcon& image) {
+    const QString name = QStringLiteral("image %1").arg(image.cacheKey());
+    DrawCached(painter, rect, name, [&](const DevicePixels&, QSize size, qreal ratio) {
+        // An icon would enlarge the picture for 100 % at 125 %, pixel by pixel.
+        const QPixmap picture = image.pixmap(rect.size(), std::ceil(ratio));
+        return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    });
 }
 
 } // namespace GridPainting

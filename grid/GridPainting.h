@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QRect>
 
+class QIcon;
 class QPainter;
 
 /// Colours of the desktop that the grid draws with where the owner has set none, taken once from
@@ -51,5 +52,8 @@ void DrawHeaderMarks(QPainter& painter, const QRect& rect, const QColor& backgro
 
 /// A check box that fills the square `rect`: outlined and ticked in `ink`.
 void DrawCheckBox(QPainter& painter, const QRect& rect, bool checked, const QColor& ink);
+
+/// An image that fills `rect`.
+void DrawImage(QPainter& painter, const QRect& rect, const QIcon& image);
 
 } // namespace GridPainting

@@ -10,7 +10,6 @@
 
 void CGridCtrl::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    painter.setLayoutDirection(Qt::LeftToRight); // the direction of a text is its own
     const QRect area = event->rect();
     for (const QRect& beside : QRegion(area) - CellArea())
         painter.fillRect(beside, ToQColor(m_crGridBkColour));

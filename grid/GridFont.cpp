@@ -182,6 +182,8 @@ void GridFont::Draw(QPainter& painter, QPoint start, const QString& text, TextSi
         line =
             (size.shaped ? m_metricsShaped : m_metricsPlain).elidedText(line, Qt::ElideRight, room);
     painter.setFont(FontFor(size));
+    // The whole text tells its direction, also where its head alone would not.
+    painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     // To a point, not into a rectangle, which would take a layout in lines: three times the work.
     painter.drawText(start, line);
 }

@@ -4,7 +4,6 @@
 #include "grid/GridFont.h"
 #include "grid/GridPainting.h"
 
-#include <QIcon>
 #include <QStyle>
 
 namespace {
@@ -108,6 +107,12 @@ QRect CGridCell::WithoutMargins(const QRect& rect) const {
     return rect.adjusted(left, top, left - room.width() - marks, top - room.height());
 }
 
+std::optional<COLORREF> CGridCell::GetFlatColour() const {
+    if (IsSelected() || IsFocused() || IsDropHighlighted())
+        return std::nullopt;
+    return GetBackClr();
+}
+
 bool CGridCell::Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) {
     if (!m_pGrid || rect.width() < 1 || rect.height() < 1)
         return false;
@@ -115,17 +120,14 @@ bool CGridCell::Draw(QPainter& painter, int row, int col, QRect rect, bool erase
     const QColor background = ToQColor(IsSelected() ? GetSelBackClr() : GetBackClr());
     const QColor textColour = ToQColor(IsSelected() ? GetSelTextClr() : GetTextClr());
     const bool outlined = IsFocused() || IsDropHighlighted();
+    const int line = m_pGrid->HasLines() ? 1 : 0;
     if (outlined) {
-        const int reach = m_pGrid->HasLines() ? 1 : 0; // over the lines around
-        FillBackground(painter, rect.adjusted(-reach, -reach, reach, reach), background);
+        FillBackground(painter, rect.adjusted(-line, -line, line, line), background);
     } else if (IsSelected() || eraseBackground) {
         FillBackground(painter, rect, background);
     }
-    if (outlined && m_pGrid->hasFocus()) {
-        painter.setPen(textColour);
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRect(rect.adjusted(0, 0, -1, -1));
-    }
+    if (outlined && m_pGrid->hasFocus())
+        GridPainting::DrawEdge(painter, rect.adjusted(0, 0, -line, -line), textColour, textColour);
     if (IsFixed())
         DrawFixedEdges(painter, {row, col}, rect, background);
 
@@ -145,20 +147,22 @@ void CGridCell::FillBackground(QPainter& painter, const QRect& rect, const QColo
 
 void CGridCell::DrawFixedEdges(QPainter& painter, CCellID cell, const QRect& rect,
                                const QColor& background) const {
-    const GridSystemColours& colours = m_pGrid->GetSystemColours();
+    const QColor light = ToQColor(m_pGrid->GetSystemColours().light);
+    const QColor dark = ToQColor(m_pGrid->GetSystemColours().darkShadow);
     if (HasHeaderMarks())
         GridPainting::DrawHeaderMarks(painter, rect, background);
     else if (m_pGrid->IsHeldDown(cell) && m_pGrid->HasLines())
-        GridPainting::DrawEdge(painter, rect, colours.darkShadow, colours.light);
+        GridPainting::DrawEdge(painter, rect, dark, light);
     else if (m_pGrid->HasLines())
-        GridPainting::DrawEdge(painter, rect, colours.light, colours.darkShadow);
+        GridPainting::DrawEdge(painter, rect, light, dark);
 }
 
 void CGridCell::DrawContent(QPainter& painter, QRect rect, const QColor&) const {
     if (ShowsImage(rect)) {
         const QSize size = m_pGrid->GetImageSize();
         const int top = rect.top() + (rect.height() - size.height()) / 2;
-        m_pGrid->GetImageList()[m_nImage].paint(&painter, QRect(QPoint(rect.left(), top), size));
+        GridPainting::DrawImage(painter, QRect(QPoint(rect.left(), top), size),
+                                m_pGrid->GetImageList()[m_nImage]);
     }
     DrawText(painter, BesideImage(rect));
 }
@@ -185,16 +189,16 @@ void CGridCell::DrawText(QPainter& painter, const QRect& rect) const {
         return;
     const quint32 format = GetFormat();
     const GridFont& font = GetFontObject();
-    GridFont::TextSize size = font.Measure(m_strText);
-    const QFont& drawn = font.FontFor(size);
-    QString text = GridFont::OneLine(m_strText);
-    if (size.width > rect.width() && (format & DT_END_ELLIPSIS)) {
-        text = QFontMetricsF(drawn).elidedText(text, Qt::ElideRight, rect.width());
-        size.width = rect.width();
-    }
-    // To a point, not into a rectangle, which would take a layout in lines: three times the work.
+    const GridFont::TextSize size = font.Measure(m_strText);
+    const int room = format & DT_END_ELLIPSIS ? rect.width() : size.width;
     const QRect line = QStyle::alignedRect(Qt::LeftToRight, AlignmentOf(format),
-                                           QSize(size.width, font.Height()), rect);
-    painter.setFont(drawn);
-    painter.drawText(line.left(), line.top() + font.Ascent(), text);
+                                           QSize(std::min(size.width, room), font.Height()), rect);
+    const bool clipped = line.width() > rect.width() || line.height() > rect.height();
+    if (clipped) {
+        painter.save();
+        painter.setClipRect(rect, Qt::IntersectClip);
+    }
+    font.Draw(painter, line.topLeft() + QPoint(0, font.Ascent()), m_strText, size, room);
+    if (clipped)
+        painter.restore();
 }

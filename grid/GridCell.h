@@ -45,6 +45,7 @@ public:
     [[nodiscard]] const CGridDefaultCell* GetDefaultCell() const override;
 
     bool Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) override;
+    [[nodiscard]] std::optional<COLORREF> GetFlatColour() const override;
     [[nodiscard]] QSize GetTextExtent(const QString& text) const override;
     [[nodiscard]] QSize GetCellExtent() const override;
     [[nodiscard]] QRect GetTextRect(QRect cell) const override;

@@ -12,6 +12,7 @@ public:
     [[nodiscard]] QSize GetCellExtent() const override;
 
     [[nodiscard]] QRect GetTextRect(QRect cell) const override;
+    [[nodiscard]] std::optional<COLORREF> GetFlatColour() const override { return std::nullopt; }
 
 protected:
     void FillBackground(QPainter& painter, const QRect& rect, const QColor& colour) const override;

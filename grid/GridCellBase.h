@@ -6,6 +6,8 @@
 #include <QRect>
 #include <QSize>
 
+#include <optional>
+
 class CGridCtrl;
 class CGridDefaultCell;
 class GridFont;
@@ -75,8 +77,9 @@ public:
     /// Leaves pen, brush and font of the painter changed.
     virtual bool Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) = 0;
 
-    /// Whether Draw covers its whole rectangle; where not, the grid's background is painted first.
-    [[nodiscard]] virtual bool IsOpaque() const { return true; }
+    /// The one colour of the cell's whole rectangle, which the grid fills for a run of like cells
+    /// at once before it has them drawn without erasing; none where Draw is to fill the rectangle.
+    [[nodiscard]] virtual std::optional<COLORREF> GetFlatColour() const { return std::nullopt; }
 
     /// Width and height of `text` in the cell's font, on one line.
     [[nodiscard]] virtual QSize GetTextExtent(const QString& text) const = 0;

@@ -48,6 +48,7 @@ CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fix
     , m_cellFixedRowColDef(this, kFixedBits) {
     GridAccessible::Install();
     setFrameShape(QFrame::NoFrame);
+    setLayoutDirection(Qt::LeftToRight); // columns and scroll bars, in every language
     viewport()->setMouseTracking(true);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     OnDefaultsChanged();

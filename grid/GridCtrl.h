@@ -234,6 +234,7 @@ private:
     [[nodiscard]] Span VisibleRows(const QRect& area) const;
     [[nodiscard]] Span VisibleColumns(const QRect& area) const;
     void DrawCells(QPainter& painter, Span rows, Span cols) const;
+    void FillCells(QPainter& painter, int row, const std::vector<int>& columns) const;
     void DrawLines(QPainter& painter, Span rows, Span cols) const;
 
     // GridCtrlMouse.cpp

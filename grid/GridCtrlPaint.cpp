@@ -11,7 +11,6 @@
 
 void CGridCtrl::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    painter.setLayoutDirection(Qt::LeftToRight); // the direction of a text is its own
     const QRect area = event->rect();
     for (const QRect& beside : QRegion(area) - CellArea())
         painter.fillRect(beside, ToQColor(m_crGridBkColour));
@@ -22,7 +21,8 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     const Span fixedCols{0, m_nFixedCols - 1};
     const Span rows = VisibleRows(area);
     const Span cols = VisibleColumns(area);
-    const QRect whole = viewport()->rect();
+    // One more, for at 125 % the rounding of a clip may cut its last pixel off.
+    const QRect whole = viewport()->rect().adjusted(0, 0, 1, 1);
 
     if (m_nFixedCols > 0) {
         DrawCells(painter, fixedRows, fixedCols);
@@ -66,41 +66,69 @@ CGridCtrl::Span CGridCtrl::VisibleColumns(const QRect& area) const {
 }
 
 void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
-    const auto draw = [&](int row, int col) {
-        CGridCellBase& cell = *m_rows[row][col];
-        const QRect rect = GetCellRect({row, col});
-        if (!cell.IsOpaque())
-            painter.fillRect(rect, ToQColor(m_crGridBkColour));
-        cell.Draw(painter, row, col, rect, true);
-    };
     const int lastCol = m_nCols - 1;
+    std::vector<int> columns;
+    for (int col = cols.first; col <= std::min(cols.last, lastCol - 1); ++col) {
+        if (m_arColWidths.Size(col) > 0)
+            columns.push_back(col);
+    }
+    // Even where the last column is scrolled out of sight or hidden, the title of a section in it
+    // covers the row; any other cell of it has no width there and draws nothing.
+    if ((cols.first < m_nFixedCols) == (lastCol < m_nFixedCols))
+        columns.push_back(lastCol);
+
     for (int row = rows.first; row <= rows.last; ++row) {
         if (m_arRowHeights.Size(row) == 0)
             continue;
-        for (int col = cols.first; col <= std::min(cols.last, lastCol - 1); ++col) {
-            if (m_arColWidths.Size(col) > 0)
-                draw(row, col);
+        FillCells(painter, row, columns);
+        for (int col : columns) {
+            CGridCellBase& cell = *m_rows[row][col];
+            cell.Draw(painter, row, col, GetCellRect({row, col}), !cell.GetFlatColour());
         }
-        // Even where the last column is scrolled out of sight or hidden, the title of a section in
-        // it covers the row; any other cell of it has no width there and draws nothing.
-        if ((cols.first < m_nFixedCols) == (lastCol < m_nFixedCols))
-            draw(row, lastCol);
     }
+}
+
+void CGridCtrl::FillCells(QPainter& painter, int row, const std::vector<int>& columns) const {
+    // Long runs, because memory is written several times as fast along a row as cell by cell.
+    QRect run;
+    std::optional<COLORREF> colour;
+    const auto fill = [&] {
+        if (colour && !run.isEmpty())
+            painter.fillRect(run, ToQColor(*colour));
+    };
+    for (int col : columns) {
+        const QRect rect = GetCellRect({row, col});
+        const std::optional<COLORREF> next = m_rows[row][col]->GetFlatColour();
+        if (next == colour && rect.left() == run.right() + 1) {
+            run.setRight(rect.right());
+            continue;
+        }
+        fill();
+        run = rect;
+        colour = next;
+    }
+    fill();
 }
 
 void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {
     const QColor colour = ToQColor(m_crGridLineColour);
+    const QRect all = CellArea();
     if (m_nGridLines == GridLines::Horizontal || m_nGridLines == GridLines::Both) {
         for (int row = rows.first; row <= rows.last; ++row) {
-            if (m_arRowHeights.Size(row) > 0)
-                painter.fillRect(0, GetCellRect({row, 0}).bottom(), viewport()->width(), 1, colour);
+            QRect rect = GetCellRect({row, 0});
+            rect.setLeft(0);
+            rect.setWidth(viewport()->width());
+            if (!rect.isEmpty())
+                GridPainting::DrawLine(painter, rect, Qt::BottomEdge, colour);
         }
     }
     if (m_nGridLines == GridLines::Vertical || m_nGridLines == GridLines::Both) {
         for (int col = cols.first; col <= std::min(cols.last, m_nCols - 2); ++col) {
-            if (m_arColWidths.Size(col) > 0)
-                painter.fillRect(GetCellRect({0, col}).right(), 0, 1, CellArea().bottom() + 1,
-                                 colour);
+            QRect rect = GetCellRect({0, col});
+            rect.setTop(0);
+            rect.setBottom(all.bottom());
+            if (!rect.isEmpty())
+                GridPainting::DrawLine(painter, rect, Qt::RightEdge, colour);
         }
     }
 }

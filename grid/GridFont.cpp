@@ -1,5 +1,9 @@
 #include "grid/GridFont.h"
 
+#include <QGlyphRun>
+#include <QPainter>
+#include <QVarLengthArray>
+
 #include <algorithm>
 #include <cmath>
 
@@ -15,6 +19,13 @@ QFont Unshaped(QFont font) {
     font.setKerning(false);
     font.setStyleStrategy(QFont::StyleStrategy(font.styleStrategy() | QFont::PreferNoShaping));
     return font;
+}
+
+/// Lines through the text and other cases than the text's own are left to the layout.
+QRawFont GlyphsOf(const QFont& font) {
+    const bool plain = !font.underline() && !font.overline() && !font.strikeOut() &&
+                       font.capitalization() == QFont::MixedCase;
+    return plain ? QRawFont::fromFont(font) : QRawFont();
 }
 
 bool IsBlankOnScreen(QChar character) {
@@ -80,16 +91,17 @@ GridFont::GridFont(const QFont& font)
     , m_fontPlain(Unshaped(font))
     , m_metricsShaped(m_fontShaped)
     , m_metricsPlain(m_fontPlain)
+    , m_fontGlyphs(GlyphsOf(m_fontPlain))
     , m_nHeight(static_cast<int>(std::ceil(m_metricsPlain.height())))
     , m_nAscent(static_cast<int>(std::ceil(m_metricsPlain.ascent())))
-    , m_latin(AdvancesFor(QChar(u'x'))) {}
+    , m_latin(RunFor(QChar(u'x'))) {}
 
 GridFont::TextSize GridFont::Measure(const QString& text) const {
-    Advances* run = &m_latin;
+    Run* run = &m_latin;
     bool letterSeen = false;
     qint64 sum = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const qint32 advance = Advance(*run, text[i]);
+        const qint32 advance = Look(*run, text[i]).advance;
         if (advance >= 0) {
             sum += advance;
             continue;
@@ -101,9 +113,9 @@ GridFont::TextSize GridFont::Measure(const QString& text) const {
         letterSeen = letterSeen || std::any_of(text.begin(), text.begin() + i, [](QChar before) {
                          return before.script() != QChar::Script_Common;
                      });
-        run = &AdvancesFor(text[i]);
+        run = &RunFor(text[i]);
         if (letterSeen) {
-            sum += Advance(*run, text[i]);
+            sum += Look(*run, text[i]).advance;
         } else {
             letterSeen = true;
             sum = 0;
@@ -113,26 +125,29 @@ GridFont::TextSize GridFont::Measure(const QString& text) const {
     return {static_cast<int>((sum + kUnitsPerPixel - 1) / kUnitsPerPixel), false};
 }
 
-GridFont::Advances& GridFont::AdvancesFor(QChar letter) const {
-    Advances& run = m_runs[RunScript(letter)];
+GridFont::Run& GridFont::RunFor(QChar letter) const {
+    Run& run = m_runs[RunScript(letter)];
     if (run.letter.isNull())
         run.letter = letter;
     return run;
 }
 
-inline qint32 GridFont::Advance(Advances& run, QChar character) const {
+inline const GridFont::Character& GridFont::Look(Run& run, QChar character) const {
     std::unique_ptr<Page>& page = run.pages[character.row()];
     if (!page) {
         page = std::make_unique<Page>();
-        page->fill(kUnknown);
+        page->fill({kUnknown, 0});
     }
-    qint32& advance = (*page)[character.cell()];
-    if (advance == kUnknown)
-        advance = MeasureCharacter(run, character);
-    return advance;
+    Character& entry = (*page)[character.cell()];
+    if (entry.advance == kUnknown) {
+        entry.advance = MeasureCharacter(run, character);
+        if (&run == &m_latin && entry.advance >= 0)
+            entry.glyph = FindGlyph(character);
+    }
+    return entry;
 }
 
-qint32 GridFont::MeasureCharacter(const Advances& run, QChar character) const {
+qint32 GridFont::MeasureCharacter(const Run& run, QChar character) const {
     if (IsBlankOnScreen(character))
         character = QChar(u' ');
     if (!IsSimple(character))
@@ -142,6 +157,12 @@ qint32 GridFont::MeasureCharacter(const Advances& run, QChar character) const {
     return Units(QString(run.letter) + character) - Units(run.letter);
 }
 
+quint32 GridFont::FindGlyph(QChar character) const {
+    if (IsBlankOnScreen(character))
+        character = QChar(u' ');
+    return m_fontGlyphs.isValid() ? m_fontGlyphs.glyphIndexesForString(character).value(0) : 0;
+}
+
 qint32 GridFont::Units(const QString& text) const {
     return static_cast<qint32>(
         std::lround(m_metricsPlain.horizontalAdvance(text) * kUnitsPerPixel));
@@ -149,6 +170,56 @@ qint32 GridFont::Units(const QString& text) const {
 
 GridFont::TextSize GridFont::MeasureLayout(const QString& text) const {
     return {static_cast<int>(std::ceil(m_metricsShaped.horizontalAdvance(OneLine(text)))), true};
+}
+
+void GridFont::Draw(QPainter& painter, QPoint start, const QString& text, TextSize size,
+                    int room) const {
+    const bool elided = size.width > room;
+    if (!size.shaped && DrawGlyphs(painter, start, text, elided, room))
+        return;
+    QString line = OneLine(text);
+    if (elided)
+        line =
+            (size.shaped ? m_metricsShaped : m_metricsPlain).elidedText(line, Qt::ElideRight, room);
+    painter.setFont(FontFor(size));
+    // The whole text tells its direction, also where its head alone would not.
+    painter.setLayoutDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    // To a point, not into a rectangle, which would take a layout in lines: three times the work.
+    painter.drawText(start, line);
+}
+
+bool GridFont::DrawGlyphs(QPainter& painter, QPoint start, const QString& text, bool elided,
+                          int room) const {
+    QVarLengthArray<quint32, 128> glyphs;
+    QVarLengthArray<QPointF, 128> places;
+    qint64 end = 0;
+    const auto append = [&](const Character& character) {
+        glyphs.append(character.glyph);
+        places.append(QPointF(static_cast<double>(end) / kUnitsPerPixel, 0));
+        end += character.advance;
+    };
+    const Character& ellipsis = Look(m_latin, QChar(0x2026));
+    const qint64 last = qint64(room) * kUnitsPerPixel - ellipsis.advance;
+    for (QChar letter : text) {
+        const Character& character = Look(m_latin, letter);
+        if (character.glyph == 0)
+            return false;
+        if (elided && end + character.advance >= last)
+            break;
+        append(character);
+    }
+    if (elided) {
+        if (ellipsis.glyph == 0)
+            return false;
+        if (last < 0)
+            return true;
+        append(ellipsis);
+    }
+    QGlyphRun run;
+    run.setRawFont(m_fontGlyphs);
+    run.setRawData(glyphs.data(), places.data(), static_cast<int>(glyphs.size()));
+    painter.drawGlyphRun(start, run);
+    return true;
 }
 
 QString GridFont::OneLine(const QString& text) {

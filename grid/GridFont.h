@@ -2,11 +2,15 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QPoint>
+#include <QRawFont>
 #include <QString>
 
 #include <array>
 #include <map>
 #include <memory>
+
+class QPainter;
 
 /// A font, and the exact widths of texts in it without a text layout for each of them.
 ///
@@ -39,27 +43,37 @@ public:
     };
     [[nodiscard]] TextSize Measure(const QString& text) const;
 
-    /// The font to draw a text with, so that it gets the measured width.
+    /// The font that gives a text the measured width.
     [[nodiscard]] const QFont& FontFor(TextSize size) const {
         return size.shaped ? m_fontShaped : m_fontPlain;
     }
+
+    /// Draws a text of a measured size, with the painter's pen, from `start` on the base line to
+    /// the right: where it is wider than `room` pixels, its beginning and an ellipsis.
+    void Draw(QPainter& painter, QPoint start, const QString& text, TextSize size, int room) const;
 
     /// The text with blanks in place of control characters and line ends.
     [[nodiscard]] static QString OneLine(const QString& text);
 
 private:
-    using Page = std::array<qint32, 256>;
+    struct Character {
+        qint32 advance; ///< in 1/64 pixel; below 0 is one of the marks told in the source
+        quint32 glyph;  ///< in m_fontGlyphs; 0 if it is not drawn from there
+    };
+    using Page = std::array<Character, 256>;
 
-    /// Advances, in 1/64 pixel, of the characters that can stand in a run of one script; below 0
-    /// is one of the marks told in the source.
-    struct Advances {
+    /// The characters that can stand in a run of one script.
+    struct Run {
         QChar letter; ///< a letter of the script, to measure common characters behind
         std::array<std::unique_ptr<Page>, 256> pages;
     };
 
-    Advances& AdvancesFor(QChar letter) const;
-    qint32 Advance(Advances& run, QChar character) const;
-    qint32 MeasureCharacter(const Advances& run, QChar character) const;
+    Run& RunFor(QChar letter) const;
+    const Character& Look(Run& run, QChar character) const;
+    qint32 MeasureCharacter(const Run& run, QChar character) const;
+    quint32 FindGlyph(QChar character) const;
+    bool DrawGlyphs(QPainter& painter, QPoint start, const QString& text, bool elided,
+                    int room) const;
     qint32 Units(const QString& text) const;
     TextSize MeasureLayout(const QString& text) const;
 
@@ -67,8 +81,9 @@ private:
     QFont m_fontPlain;
     QFontMetricsF m_metricsShaped;
     QFontMetricsF m_metricsPlain;
+    QRawFont m_fontGlyphs; ///< the font itself, none that stands in; invalid if not to be used
     int m_nHeight;
     int m_nAscent;
-    mutable std::map<QChar::Script, Advances> m_runs;
-    Advances& m_latin; ///< the entry of m_runs that nearly every text begins with
+    mutable std::map<QChar::Script, Run> m_runs;
+    Run& m_latin; ///< the entry of m_runs that nearly every text begins with
 };

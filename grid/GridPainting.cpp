@@ -1,5 +1,6 @@
 #include "grid/GridPainting.h"
 
+#include <QIcon>
 #include <QPainter>
 #include <QPixmap>
 #include <QPixmapCache>
@@ -9,24 +10,81 @@
 
 namespace {
 
-QPixmap CheckBox(int side, qreal ratio, bool checked, const QColor& ink) {
-    QPixmap box((QSizeF(side, side) * ratio).toSize());
-    box.setDevicePixelRatio(ratio);
+/// The device pixels under a painter. Lengths in logical pixels would come out now wider, now
+/// narrower where one of them is not a whole number of device pixels.
+class DevicePixels {
+public:
+    explicit DevicePixels(QPainter& painter)
+        : m_painter(painter)
+        , m_toDevice(painter.deviceTransform())
+        , m_toLogical(m_toDevice.inverted()) {}
+
+    /// The device pixels that QPainter::fillRect fills.
+    [[nodiscard]] QRect Of(const QRect& rect) const {
+        const QRectF exact = m_toDevice.mapRect(QRectF(rect)); // its toRect rounds the size alone
+        const QPoint end(qRound(exact.right()), qRound(exact.bottom()));
+        return QRect(QPoint(qRound(exact.left()), qRound(exact.top())), end - QPoint(1, 1));
+    }
+
+    /// Device pixels for a length, the same at every place.
+    [[nodiscard]] int Length(int logical) const {
+        return std::max(1, qRound(logical * m_toDevice.m11()));
+    }
+
+    [[nodiscard]] QPointF ToLogical(QPoint device) const {
+        return m_toLogical.map(QPointF(device));
+    }
+
+    void Fill(const QRect& device, const QColor& colour) const {
+        m_painter.fillRect(m_toLogical.mapRect(QRectF(device)), colour);
+    }
+
+private:
+    QPainter& m_painter;
+    QTransform m_toDevice;
+    QTransform m_toLogical;
+};
+
+/// A box of `side` device pixels with an outline of `line`.
+QPixmap CheckBox(int side, int line, qreal ratio, bool checked, const QColor& ink) {
+    QPixmap box(side, side);
     box.fill(Qt::transparent);
     QPainter painter(&box);
     painter.setRenderHint(QPainter::Antialiasing);
     QColor outline = ink;
     outline.setAlphaF(checked ? 0.75 : 0.5);
-    painter.setPen(QPen(outline, 1));
+    painter.setPen(QPen(outline, line));
     painter.setBrush(Qt::white);
-    painter.drawRoundedRect(QRectF(0.5, 0.5, side - 1, side - 1), 2, 2);
+    const QRectF middle(line / 2.0, line / 2.0, side - line, side - line);
+    painter.drawRoundedRect(middle, 2 * ratio, 2 * ratio);
     if (checked) {
         const QPointF tick[] = {QPointF(0.25, 0.52) * side, QPointF(0.43, 0.70) * side,
                                 QPointF(0.76, 0.30) * side};
-        painter.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.setPen(QPen(ink, 2 * ratio, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolyline(tick, 3);
     }
     return box;
+}
+
+/// Draws a picture, made once per size in device pixels: curves and scaling are dear, and a window
+/// shows one picture per row.
+template <class Make>
+void DrawCached(QPainter& painter, const QRect& rect, const QString& name, Make make) {
+    const DevicePixels pixels(painter);
+    const QSize size(pixels.Length(rect.width()), pixels.Length(rect.height()));
+    const qreal ratio = static_cast<qreal>(size.width()) / rect.width();
+    const QString key = QStringLiteral("grid %1 %2 %3 %4")
+                            .arg(name)
+                            .arg(size.width())
+                            .arg(size.height())
+                            .arg(ratio);
+    QPixmap picture;
+    if (!QPixmapCache::find(key, &picture)) {
+        picture = make(pixels, size, ratio);
+        picture.setDevicePixelRatio(ratio);
+        QPixmapCache::insert(key, picture);
+    }
+    painter.drawPixmap(pixels.ToLogical(pixels.Of(rect).topLeft()), picture);
 }
 
 } // namespace
@@ -34,34 +92,53 @@ QPixmap CheckBox(int side, qreal ratio, bool checked, const QColor& ink) {
 namespace GridPainting {
 
 void FillShaded(QPainter& painter, const QRect& rect, const QColor& colour) {
-    const int height = rect.height();
+    const DevicePixels pixels(painter);
+    const QRect bar = pixels.Of(rect);
+    const int height = bar.height();
     for (int y = 0; y < height; ++y) {
         const double factor =
             std::sin(static_cast<double>(y) / height * 3.1415926 - 0.3) * 0.2 + 0.8;
         const QColor line(static_cast<int>(colour.red() * factor),
                           static_cast<int>(colour.green() * factor),
                           static_cast<int>(colour.blue() * factor));
-        painter.fillRect(rect.left(), rect.top() + y, rect.width(), 1, line);
+        pixels.Fill(QRect(bar.left(), bar.top() + y, bar.width(), 1), line);
     }
 }
 
-void DrawEdge(QPainter& painter, const QRect& rect, COLORREF top, COLORREF bottom) {
-    const QColor first = ToQColor(top);
-    const QColor second = ToQColor(bottom);
-    painter.fillRect(rect.left(), rect.top(), rect.width(), 1, first);
-    painter.fillRect(rect.left(), rect.top(), 1, rect.height(), first);
-    painter.fillRect(rect.left(), rect.bottom(), rect.width(), 1, second);
-    painter.fillRect(rect.right(), rect.top(), 1, rect.height(), second);
+void DrawLine(QPainter& painter, const QRect& rect, Qt::Edge edge, const QColor& colour) {
+    const DevicePixels pixels(painter);
+    const int width = pixels.Length(1);
+    QRect line = pixels.Of(rect);
+    if (edge == Qt::TopEdge)
+        line.setHeight(width);
+    else if (edge == Qt::LeftEdge)
+        line.setWidth(width);
+    else if (edge == Qt::BottomEdge)
+        line.setTop(line.bottom() + 1 - width);
+    else
+        line.setLeft(line.right() + 1 - width);
+    pixels.Fill(line, colour);
+}
+
+void DrawEdge(QPainter& painter, const QRect& rect, const QColor& top, const QColor& bottom) {
+    DrawLine(painter, rect, Qt::TopEdge, top);
+    DrawLine(painter, rect, Qt::LeftEdge, top);
+    DrawLine(painter, rect, Qt::BottomEdge, bottom);
+    DrawLine(painter, rect, Qt::RightEdge, bottom);
 }
 
 void DrawHeaderMarks(QPainter& painter, const QRect& rect, const QColor& background) {
-    const int height = rect.height() - 8;
-    if (height < 1 || rect.width() < 3)
+    if (rect.height() < 9 || rect.width() < 3)
         return;
     const QColor shade = QColor::fromRgbF(background.redF() * 0.8, background.greenF() * 0.8,
                                           background.blueF() * 0.8);
-    painter.fillRect(rect.right(), rect.top() + 4, 1, height, shade);
-    painter.fillRect(rect.right() - 2, rect.top() + 4, 1, height, shade);
+    const DevicePixels pixels(painter);
+    const int air = pixels.Length(4);
+    const int width = pixels.Length(1);
+    QRect mark = pixels.Of(rect).adjusted(0, air, 0, -air);
+    mark.setLeft(mark.right() + 1 - width);
+    pixels.Fill(mark, shade);
+    pixels.Fill(mark.translated(-2 * width, 0), shade);
 }
 
 int SortArrowRoom(int height) {
@@ -91,19 +168,19 @@ QRect DrawSortArrow(QPainter& painter, const QRect& rect, int lineHeight, bool a
 }
 
 void DrawCheckBox(QPainter& painter, const QRect& rect, bool checked, const QColor& ink) {
-    // Curves are dear, and a window shows one box per row.
-    const qreal ratio = painter.device()->devicePixelRatio();
-    const QString key = QStringLiteral("grid check box %1 %2 %3 %4")
-                            .arg(rect.width())
-                            .arg(ratio)
-                            .arg(checked)
-                            .arg(ink.rgb());
-    QPixmap box;
-    if (!QPixmapCache::find(key, &box)) {
-        box = CheckBox(rect.width(), ratio, checked, ink);
-        QPixmapCache::insert(key, box);
-    }
-    painter.drawPixmap(rect.topLeft(), box);
+    const QString name = QStringLiteral("check box %1 %2").arg(checked).arg(ink.rgb());
+    DrawCached(painter, rect, name, [&](const DevicePixels& pixels, QSize size, qreal ratio) {
+        return CheckBox(size.width(), pixels.Length(1), ratio, checked, ink);
+    });
+}
+
+void DrawImage(QPainter& painter, const QRect& rect, const QIcon& image) {
+    const QString name = QStringLiteral("image %1").arg(image.cacheKey());
+    DrawCached(painter, rect, name, [&](const DevicePixels&, QSize size, qreal ratio) {
+        // An icon would enlarge the picture for 100 % at 125 %, pixel by pixel.
+        const QPixmap picture = image.pixmap(rect.size(), std::ceil(ratio));
+        return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    });
 }
 
 } // namespace GridPainting

@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QRect>
 
+class QIcon;
 class QPainter;
 
 /// Colours of the desktop that the grid draws with where the owner has set none, taken once from
@@ -19,15 +20,20 @@ struct GridSystemColours {
     COLORREF highlight;  ///< COLOR_HIGHLIGHT
 };
 
-/// The shapes that cells are drawn from. All lengths are logical pixels.
+/// The shapes that cells are drawn from. Arguments are logical pixels; at any scale a shape begins
+/// and ends with a device pixel, and a line has the same number of them at every place.
 namespace GridPainting {
 
-/// Fills a rectangle with one line per pixel row: from row t to row b (not included) each channel
-/// of row y is the colour's times sin((y - t) / (b - t) * 3.1415926 - 0.3) * 0.2 + 0.8, truncated.
+/// Fills a rectangle with one line per device pixel row: from row t to row b (not included) each
+/// channel of row y is the colour's times sin((y - t) / (b - t) * 3.1415926 - 0.3) * 0.2 + 0.8,
+/// truncated.
 void FillShaded(QPainter& painter, const QRect& rect, const QColor& colour);
 
-/// A raised edge on the inside of `rect`; sunken when `top` is the dark one.
-void DrawEdge(QPainter& painter, const QRect& rect, COLORREF top, COLORREF bottom);
+/// A line of one pixel along an edge of `rect`, on the inside.
+void DrawLine(QPainter& painter, const QRect& rect, Qt::Edge edge, const QColor& colour);
+
+/// Lines along all edges, on the inside: raised, or sunken when `top` is the dark colour.
+void DrawEdge(QPainter& painter, const QRect& rect, const QColor& top, const QColor& bottom);
 
 /// What the marks of a header cell take at its right edge.
 inline constexpr int kHeaderMarksRoom = 4;
@@ -46,5 +52,8 @@ void DrawHeaderMarks(QPainter& painter, const QRect& rect, const QColor& backgro
 
 /// A check box that fills the square `rect`: outlined and ticked in `ink`.
 void DrawCheckBox(QPainter& painter, const QRect& rect, bool checked, const QColor& ink);
+
+/// An image that fills `rect`.
+void DrawImage(QPainter& painter, const QRect& rect, const QIcon& image);
 
 } // namespace GridPainting

@@ -5,6 +5,8 @@
 #include "tests/grid/GridFixture.h"
 
 #include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
 #include <QPixmap>
 
 #include <cmath>
@@ -69,6 +71,83 @@ TEST(GridFontTest, TheWidthOfAnySimpleTextIsThatOfItsLayout) {
             EXPECT_FALSE(size.shaped);
             EXPECT_EQ(size.width, NeededWidth(measured.FontFor(size), text))
                 << font.toString().toStdString() << ": " << text.toStdString();
+        }
+    }
+}
+
+/// What a call draws at the point (10, 40).
+template <class Draw>
+QImage Drawn(qreal ratio, Draw draw) {
+    QImage image(QSize(700, 60) * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    draw(painter, QPoint(10, 40));
+    return image;
+}
+
+QString Elided(const QFont& font, const QString& text, int room) {
+    return QFontMetricsF(font).elidedText(text, Qt::ElideRight, room);
+}
+
+TEST(GridFontTest, ATextIsDrawnAsItsLayoutDrawsIt) {
+    std::mt19937 random(7);
+    std::vector<QFont> fonts = Fonts();
+    fonts[0].setUnderline(true);
+    fonts[3].setCapitalization(QFont::AllUppercase);
+    for (const QFont& given : fonts) {
+        const GridFont font(given);
+        for (int i = 0; i < 30; ++i) {
+            const QString text =
+                QStringLiteral("Ha\u0161ek") + (i % 2 ? RandomText(random) : QString());
+            const GridFont::TextSize size = font.Measure(text);
+            const qreal ratio = i % 3 ? 1 : 1.25;
+            for (const int room : {size.width, size.width * 2 / 3, 16, 3}) {
+                const auto layout = [&](QPainter& painter, QPoint at) {
+                    painter.setFont(font.FontFor(size));
+                    painter.drawText(at,
+                                     room < size.width ? Elided(painter.font(), text, room) : text);
+                };
+                const auto draw = [&](QPainter& painter, QPoint at) {
+                    font.Draw(painter, at, text, size, room);
+                };
+                EXPECT_TRUE(Drawn(ratio, draw) == Drawn(ratio, layout))
+                    << given.toString().toStdString() << ": " << text.toStdString() << ", " << room;
+            }
+        }
+    }
+}
+
+TEST(GridFontTest, ATextRunsInItsOwnDirectionWhateverThePaintersIs) {
+    const struct {
+        QString text;
+        int room; // 0: enough
+        QString fromLeft;
+    } cases[] = {
+        {QStringLiteral("שלום, world 12!"), 0, QStringLiteral("!world 12 ,םולש")},
+        {QStringLiteral("Song שיר, 3."), 0, QStringLiteral("Song 3 ,ריש.")},
+        {QStringLiteral("12 שיר!"), 0, QStringLiteral("!ריש 12")},
+        {QStringLiteral("שששששששש and so on"), 60, {}},
+        {QStringLiteral("12345678901234 שיר"), 60, {}},
+    };
+    const GridFont font(QFont(QStringLiteral("DejaVu Sans"), 10));
+    for (const auto& [text, room, fromLeft] : cases) {
+        const GridFont::TextSize size = font.Measure(text);
+        QString expected = fromLeft;
+        if (room) { // the ellipsis stands at the end, that is on the left
+            expected = Elided(font.Font(), text, room);
+            expected = expected.back() + expected.chopped(1);
+        }
+        const auto reference = [&](QPainter& painter, QPoint at) {
+            painter.setFont(font.Font());
+            painter.drawText(at, QChar(0x202D) + expected); // each character left to right
+        };
+        for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+            const auto draw = [&](QPainter& painter, QPoint at) {
+                painter.setLayoutDirection(direction);
+                font.Draw(painter, at, text, size, room ? room : size.width);
+            };
+            EXPECT_TRUE(Drawn(1, draw) == Drawn(1, reference)) << text.toStdString();
         }
     }
 }

@@ -218,8 +218,7 @@ void CGridCtrl::Hover(QPoint point) {
         m_MouseMode = GridMouseMode::OverRowDivide;
         viewport()->setCursor(Qt::SizeVerCursor);
     }
-    if (m_pTitleTip && m_pTitleTip->isVisible() &&
-        !m_pTitleTip->geometry().contains(viewport()->mapToGlobal(point)))
+    if (m_pTitleTip && !m_pTitleTip->geometry().contains(point))
         HideTitleTip();
 }
 
@@ -356,16 +355,14 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
     if (text.isEmpty() || size.width <= text.intersected(viewport()->rect()).width())
         return;
     if (!m_pTitleTip)
-        m_pTitleTip = new ZTitleTip(this);
+        m_pTitleTip = new ZTitleTip(viewport()); // the viewport's
     QPalette colours;
     colours.setColor(QPalette::Base, ToQColor(cell.GetBackClr()));
     colours.setColor(QPalette::Text, ToQColor(cell.GetTextClr()));
     m_pTitleTip->setPalette(colours);
     m_pTitleTip->setFont(font.FontFor(size));
-    const int margin = cell.GetSize().width() / 2;
-    const QRect place(viewport()->mapToGlobal(QPoint(text.left() - margin, drawn.top())),
-                      QSize(text.width(), drawn.height()));
-    m_pTitleTip->Show(place, margin, GridFont::OneLine(cell.GetTipText()));
+    const QRect place(text.left(), drawn.top(), text.width(), drawn.height());
+    m_pTitleTip->Show(place, cell.GetSize().width() / 2, GridFont::OneLine(cell.GetTipText()));
 }
 
 void CGridCtrl::HideTitleTip() {

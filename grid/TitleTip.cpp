@@ -1,25 +1,33 @@
 #include "grid/TitleTip.h"
 
 #include <QPainter>
-#include <QScreen>
 
 #include <algorithm>
-#include <cmath>
 
-ZTitleTip::ZTitleTip(QWidget* parent)
-    : QWidget(parent, Qt::ToolTip | Qt::WindowTransparentForInput) {
-    setAttribute(Qt::WA_ShowWithoutActivating);
+namespace {
+
+constexpr int kFormat = Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextWrapAnywhere;
+
+} // namespace
+
+ZTitleTip::ZTitleTip(QWidget* viewport)
+    : QWidget(viewport) {
+    setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 void ZTitleTip::Show(const QRect& place, int margin, const QString& text) {
+    m_strText = text;
     m_nMargin = margin;
-    const QRect screen = parentWidget()->screen()->availableGeometry();
-    const QFontMetricsF metrics(font());
-    const int wanted = static_cast<int>(std::ceil(metrics.horizontalAdvance(text))) + 2 * margin;
-    QRect tip(place.left(), place.top(), std::min(wanted, screen.width()), place.height());
-    tip.moveLeft(std::max(screen.left(), std::min(tip.left(), screen.right() + 1 - tip.width())));
-    m_strText = metrics.elidedText(text, Qt::ElideRight, tip.width() - 2 * margin);
+    const QRect window = parentWidget()->rect();
+    const QRect widest(0, 0, window.width() - 2 * margin, QWIDGETSIZE_MAX);
+    const QSize needed = fontMetrics().boundingRect(widest, kFormat, text).size();
+    QRect tip(place.left() - margin, place.top(), needed.width() + 2 * margin,
+              std::max(needed.height(), place.height()));
+    tip.moveRight(std::min(tip.right(), window.right()));
+    tip.moveLeft(std::max(tip.left(), window.left()));
+    tip.moveBottom(std::min(tip.bottom(), window.bottom()));
     setGeometry(tip);
+    raise();
     show();
     update();
 }
@@ -30,7 +38,5 @@ void ZTitleTip::paintEvent(QPaintEvent*) {
     painter.fillRect(rect(), palette().color(QPalette::Base));
     painter.setPen(palette().color(QPalette::Text));
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.drawText(rect().adjusted(m_nMargin, 0, -m_nMargin, 0),
-                     Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
-                     m_strText);
+    painter.drawText(rect().adjusted(m_nMargin, 0, -m_nMargin, 0), kFormat, m_strText);
 }

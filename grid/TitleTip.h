@@ -4,13 +4,13 @@
 
 /// A small plain window over a cell, with the whole of a text that the cell has no room for.
 ///
-/// The mouse does not see it. Interface thread only.
+/// It lies in the viewport, and the mouse does not see it. Interface thread only.
 class ZTitleTip final : public QWidget {
 public:
-    explicit ZTitleTip(QWidget* parent);
+    explicit ZTitleTip(QWidget* viewport);
 
-    /// Shows `text` on one line, beginning at `place`, in pixels of the screen; the room left of
-    /// the text is `margin`. A text wider than the screen is cut.
+    /// Shows `text` from the cell's text place on, in the viewport's pixels, over as many lines as
+    /// it takes; the room left and right of it is `margin`.
     void Show(const QRect& place, int margin, const QString& text);
 
 protected:

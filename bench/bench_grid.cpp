@@ -4,8 +4,8 @@
 //   bench_grid
 //   bench_grid --paint    the windows of the grid and of a QTableWidget only, at QT_SCALE_FACTOR
 //
-// Runs without a display, and once more by itself to paint at 200 %. Times are processor time of
-// the whole process, that is of one core, so that other work on the machine does not count.
+// Runs without a display, and starts itself to paint at 100 % and 200 %. Times are processor time
+// of the whole process, that is of one core, so that other work on the machine does not count.
 
 #include "bench/Clock.h"
 #include "grid/GridCellBar.h"

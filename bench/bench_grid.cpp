@@ -2,9 +2,10 @@
 // painting a window of 60 rows, memory; and filling and fitting against a QTableWidget.
 //
 //   bench_grid
+//   bench_grid --paint    the windows of the grid and of a QTableWidget only, at QT_SCALE_FACTOR
 //
-// Runs without a display. Times are processor time of the whole process, that is of one core, so
-// that other work on the machine does not count. QT_SCALE_FACTOR=2 measures painting at 200 %.
+// Runs without a display, and starts itself to paint at 100 % and 200 %. Times are processor time
+// of the whole process, that is of one core, so that other work on the machine does not count.
 
 #include "bench/Clock.h"
 #include "grid/GridCellBar.h"
@@ -16,6 +17,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QPixmap>
+#include <QProcess>
 #include <QScrollBar>
 #include <QTableWidget>
 
@@ -227,19 +229,58 @@ double MeasureSort(CGridCtrl& grid) {
     return std::max(Median(byText), Median(byNumber));
 }
 
-double MeasurePaint(CGridCtrl& grid) {
-    grid.resize(1200, 0);
-    const int header = grid.GetRowHeight(0);
-    grid.resize(1200, header + 60 * grid.GetRowHeight(kFirstTrack));
-    grid.show();
+/// A window of as many rows, at 60 places between the first and the last row.
+double MeasurePaint(QAbstractScrollArea& area, int height) {
+    area.resize(1200, height);
+    area.show();
     QApplication::processEvents();
     std::vector<double> paints;
     for (int round = 0; round < 60; ++round) {
-        grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum() / 60 * round);
+        area.verticalScrollBar()->setValue(area.verticalScrollBar()->maximum() / 60 * round);
         QApplication::processEvents();
-        paints.push_back(ProcessorMs([&] { grid.viewport()->repaint(); }));
+        paints.push_back(ProcessorMs([&] { area.viewport()->repaint(); }));
     }
     return Median(paints);
+}
+
+/// Prints what a window of 60 rows costs the grid, a QTableWidget with rows of the same height, and
+/// the grid when it scrolls on by a row.
+int RunPaint() {
+    const Collection collection;
+    CGridCtrl grid;
+    Configure(grid);
+    Fill(grid, collection.Tracks());
+    QTableWidget table;
+    FillTable(table, collection.Tracks());
+    const int row = grid.GetRowHeight(kFirstTrack);
+    table.verticalHeader()->setMinimumSectionSize(1);
+    table.verticalHeader()->setDefaultSectionSize(row);
+    const int height = grid.GetRowHeight(0) + 60 * row;
+    const double paint = MeasurePaint(grid, height);
+    const double reference = MeasurePaint(table, height);
+    const double line = ProcessorMs([&] {
+        for (int i = 0; i < 60; ++i) {
+            grid.verticalScrollBar()->triggerAction(QScrollBar::SliderSingleStepSub);
+            QApplication::processEvents();
+        }
+    });
+    std::printf("%.2f %.2f %.2f", paint, line / 60, reference);
+    return 0;
+}
+
+/// The figures of RunPaint at a scale.
+std::array<double, 3> PaintAt(const char* scale) {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromLatin1(scale));
+    process.setProcessEnvironment(environment);
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--paint")});
+    process.waitForFinished(-1);
+    std::array<double, 3> figures{};
+    const QByteArrayList words = process.readAllStandardOutput().split(' ');
+    for (qsizetype i = 0; i < words.size() && i < 3; ++i)
+        figures[i] = words[i].toDouble();
+    return figures;
 }
 
 int Run() {
@@ -249,7 +290,6 @@ int Run() {
     std::vector<double> fills;
     for (int round = 0; round < 5; ++round)
         fills.push_back(ProcessorMs([&] { Fill(grid, collection.Tracks()); }));
-    const double paint = MeasurePaint(grid);
     const double sort = MeasureSort(grid);
     const int resident = ResidentMegabytes();
 
@@ -258,6 +298,12 @@ int Run() {
     for (int round = 0; round < 3; ++round)
         tableFills.push_back(ProcessorMs([&] { FillTable(table, collection.Tracks()); }));
     std::printf("qtablewidget fill_ms=%.0f\n", Median(tableFills));
+
+    const auto [paint, line, reference] = PaintAt("1");
+    const auto [paint2, line2, reference2] = PaintAt("2");
+    std::printf("paint rows=60 ms_at_100=%.2f ms_at_200=%.2f line_at_100=%.2f line_at_200=%.2f "
+                "ratio_to_qtablewidget_at_100=%.3f ratio_to_qtablewidget_at_200=%.3f\n",
+                paint, paint2, line, line2, paint / reference, paint2 / reference2);
 
     const double fill = Median(fills);
     std::printf("grid rows=%d fill_ms=%.0f sort_ms=%.0f paint_ms=%.2f rss_mb=%d "
@@ -272,5 +318,5 @@ int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    return Run();
+    return application.arguments().contains(QStringLiteral("--paint")) ? RunPaint() : Run();
 }

@@ -1,5 +1,6 @@
 #include "grid/GridCellBar.h"
 #include "grid/GridCellNull.h"
+#include "grid/GridFont.h"
 #include "tests/grid/GridFixture.h"
 
 #include <QImage>
@@ -12,13 +13,42 @@ namespace {
 
 constexpr COLORREF kPage = 0xF6F6F6;
 constexpr COLORREF kSelected = 0xDFBE7A;
+constexpr qreal kScales[] = {1, 1.25, 1.5, 2};
 
-QImage Picture(CGridCtrl& grid) {
-    return grid.viewport()->grab().toImage();
+QImage Picture(CGridCtrl& grid, qreal scale = 1) {
+    QImage picture(grid.viewport()->size() * scale, QImage::Format_RGB32);
+    picture.setDevicePixelRatio(scale);
+    grid.viewport()->render(&picture);
+    return picture;
 }
 
 COLORREF At(const QImage& picture, QPoint point) {
     return ToColorRef(picture.pixelColor(point));
+}
+
+/// The pixels of a rectangle in a picture of a scale.
+QRect Scaled(const QRect& rect, qreal scale) {
+    const QPoint start(qRound(rect.left() * scale), qRound(rect.top() * scale));
+    const QPoint end(qRound((rect.right() + 1) * scale), qRound((rect.bottom() + 1) * scale));
+    return QRect(start, end - QPoint(1, 1));
+}
+
+template <class Check>
+void ForEachPixel(const QRect& rect, Check check) {
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        for (int x = rect.left(); x <= rect.right(); ++x)
+            check(QPoint(x, y));
+    }
+}
+
+/// What lies around all pixels in which two pictures differ.
+QRect Changed(const QImage& before, const QImage& after) {
+    QRect changed;
+    ForEachPixel(before.rect(), [&](QPoint at) {
+        if (before.pixel(at) != after.pixel(at))
+            changed |= QRect(at, QSize(1, 1));
+    });
+    return changed;
 }
 
 /// A grid without texts, so that a pixel of a cell is its background.
@@ -39,84 +69,82 @@ void MakeSection(CGridCtrl& grid, int row, COLORREF colour) {
         grid.SetCellType(row, col, RuntimeClass<CGridCellNull>);
     grid.SetCellType(row, last, RuntimeClass<CGridCellBar>);
     grid.GetCell(row, last)->SetBackClr(colour);
-    grid.GetCell(row, last)->SetSelBackClr(colour);
 }
 
-void ExpectShade(const QImage& picture, const QRect& row, int x, QColor base) {
-    for (int y = row.top(); y <= row.bottom(); ++y) {
-        const double factor =
-            std::sin(double(y - row.top()) / row.height() * 3.1415926 - 0.3) * 0.2 + 0.8;
-        EXPECT_EQ(
-            picture.pixelColor(x, y),
-            QColor(int(base.red() * factor), int(base.green() * factor), int(base.blue() * factor)))
-            << x << ", " << y;
+void ExpectShade(CGridCtrl& grid, int row, QColor base) {
+    for (const qreal scale : kScales) {
+        const QImage picture = Picture(grid, scale);
+        const QRect bar = Scaled(grid.GetCellRect({row, 0}), scale);
+        for (int y = 0; y < bar.height(); ++y) {
+            const double factor = std::sin(double(y) / bar.height() * 3.1415926 - 0.3) * 0.2 + 0.8;
+            const QColor line(int(base.red() * factor), int(base.green() * factor),
+                              int(base.blue() * factor));
+            for (const int x : {0, 99, 100, 250, picture.width() - 1})
+                EXPECT_EQ(picture.pixelColor(x, bar.top() + y), line) << scale << ": " << y;
+        }
     }
 }
 
-TEST(GridPaint, WithoutCellsThereIsTheBackgroundOnly) {
-    CGridCtrl grid;
-    grid.SetGridBkColor(0x123456);
-    grid.SetColumnCount(3);
-    Show(grid, 200, 100);
-    const QImage picture = Picture(grid);
-    for (const QPoint point : {QPoint(0, 0), QPoint(199, 0), QPoint(100, 50), QPoint(199, 99)})
-        EXPECT_EQ(At(picture, point), 0x123456u);
-}
-
-TEST(GridPaint, TheLastColumnReachesTheWindowsEdge) {
-    const auto grid = MakeEmptyGrid(3, 2);
-    grid->SetColumnWidth(0, 50);
-    grid->SetColumnWidth(1, 20);
-    Show(*grid, 300, 150);
-    EXPECT_EQ(At(Picture(*grid), grid->GetCellRect({1, 1}).topRight()), 0xFFFFFFu);
-    EXPECT_EQ(grid->GetCellRect({1, 1}).right(), 299);
-    EXPECT_EQ(At(Picture(*grid), QPoint(150, grid->GetCellRect({2, 0}).bottom() + 1)), kPage);
-    grid->SetColumnWidth(1, 2000); // cut off at the edge, too
-    EXPECT_EQ(grid->GetCellRect({1, 1}).right(), 299);
-    grid->SetColumnWidth(1, 0);
-    EXPECT_EQ(At(Picture(*grid), QPoint(49, 30)), 0xFFFFFFu);
-    EXPECT_EQ(At(Picture(*grid), QPoint(50, 30)), kPage);
+TEST(GridPaint, CellsLeaveNoSeamsUpToTheWindowsEdge) {
+    const auto grid = MakeEmptyGrid(6, 4);
+    grid->SetGridBkColor(0x0000FF);
+    MakeSection(*grid, 3, 0xE4E4E4);
+    for (const int lastWidth : {20, 2000}) { // too narrow for the window, and cut off by it
+        for (int i = 0; i < 4; ++i) {
+            grid->SetColumnWidth(i, i < 3 ? 31 + i : lastWidth);
+            grid->SetRowHeight(i, 20 + i);
+        }
+        Show(*grid, 301, 201);
+        for (const qreal scale : kScales) {
+            const QImage picture = Picture(*grid, scale);
+            const int end = Scaled(grid->GetCellRect({5, 3}), scale).bottom();
+            ForEachPixel(picture.rect(), [&](QPoint at) {
+                EXPECT_EQ(At(picture, at) == 0x0000FF, at.y() > end) << at.x() << "," << at.y();
+            });
+        }
+    }
+    grid->SetColumnWidth(3, 0);
+    EXPECT_EQ(At(Picture(*grid), QPoint(95, 30)), 0xFFFFFFu);
+    EXPECT_EQ(At(Picture(*grid), QPoint(96, 30)), 0x0000FFu);
+    grid->SetRowCount(0);
+    EXPECT_EQ(At(Picture(*grid), QPoint(0, 0)), 0x0000FFu);
 }
 
 TEST(GridPaint, SelectedCellsTakeTheSelectedColours) {
     const auto grid = MakeEmptyGrid(4, 3);
     grid->GetCell(2, 1)->SetSelBackClr(0x00FF00);
+    grid->GetCell(2, 2)->SetText(QString(10, QChar(0x2588))); // a full block
+    grid->GetCell(2, 2)->SetTextClr(0x0000FF);
+    grid->GetCell(2, 2)->SetSelTextClr(0xFF0000);
     Show(*grid, 300, 150);
+    const QRect row = grid->GetCellRect({2, 0});
+    const QPoint inText = row.topLeft() + QPoint(220, 11);
+    EXPECT_EQ(At(Picture(*grid), inText), 0x0000FFu);
     grid->SetSelectedRange(2, 0, 2, 2);
     const QImage picture = Picture(*grid);
-    for (int x = 0; x < 300; ++x) {
-        EXPECT_EQ(At(picture, QPoint(x, grid->GetCellRect({2, 0}).center().y())),
-                  x / 100 == 1 ? 0x00FF00u : kSelected)
-            << x; // and no line between the cells
-        EXPECT_EQ(At(picture, QPoint(x, grid->GetCellRect({1, 0}).bottom())), 0xFFFFFFu) << x;
+    EXPECT_EQ(At(picture, inText), 0xFF0000u);
+    for (int x = 0; x < 300; ++x) { // and no line between the cells
+        EXPECT_EQ(At(picture, QPoint(x, row.bottom())), x / 100 == 1 ? 0x00FF00u : kSelected) << x;
+        EXPECT_EQ(At(picture, QPoint(x, row.top() - 1)), 0xFFFFFFu) << x;
     }
-}
-
-TEST(GridPaint, SelectedTextTakesItsColour) {
-    const auto grid = MakeEmptyGrid(2, 1);
-    grid->GetCell(1, 0)->SetText(QString(10, QChar(0x2588))); // a full block
-    grid->GetCell(1, 0)->SetTextClr(0x0000FF);
-    grid->GetCell(1, 0)->SetSelTextClr(0xFF0000);
-    Show(*grid, 300, 100);
-    const QPoint inText = grid->GetCellRect({1, 0}).topLeft() + QPoint(20, 11);
-    EXPECT_EQ(At(Picture(*grid), inText), 0x0000FFu);
-    grid->SetSelectedRange(1, 0, 1, 0);
-    EXPECT_EQ(At(Picture(*grid), inText), 0xFF0000u);
 }
 
 TEST(GridPaint, HeaderCellsAreDividedByTwoTicks) {
     const auto grid = MakeEmptyGrid(2, 3);
+    grid->SetColumnWidth(0, 101);
     Show(*grid, 300, 100);
-    const QImage picture = Picture(*grid);
-    for (int col = 0; col < 3; ++col) {
-        const QRect rect = grid->GetCellRect({0, col});
-        for (int x = rect.left(); x <= rect.right(); ++x) {
-            for (int y = rect.top(); y <= rect.bottom(); ++y) {
-                const bool tick = (x == rect.right() || x == rect.right() - 2) &&
-                                  y >= rect.top() + 4 && y <= rect.bottom() - 4;
-                const QColor colour = picture.pixelColor(x, y);
-                EXPECT_EQ(colour.lightness() < ToQColor(kPage).lightness(), tick) << x << "," << y;
-            }
+    for (const qreal scale : kScales) {
+        const QImage picture = Picture(*grid, scale);
+        const int width = qRound(scale);
+        const int air = qRound(4 * scale);
+        for (int col = 0; col < 3; ++col) {
+            const QRect rect = Scaled(grid->GetCellRect({0, col}), scale);
+            ForEachPixel(rect, [&](QPoint at) {
+                const int line = (rect.right() - at.x()) / width;
+                const bool tick = (line == 0 || line == 2) && at.y() >= rect.top() + air &&
+                                  at.y() <= rect.bottom() - air;
+                EXPECT_EQ(At(picture, at) != kPage, tick) << scale << ": " << at.x();
+            });
         }
     }
 }
@@ -124,44 +152,100 @@ TEST(GridPaint, HeaderCellsAreDividedByTwoTicks) {
 TEST(GridPaint, ASectionBarCoversItsRowWithAShade) {
     const auto grid = MakeEmptyGrid(4, 3);
     MakeSection(*grid, 1, 0xE4E4E4);
-    MakeSection(*grid, 2, 0xFFA064);
-    Show(*grid, 300, 150);
-    const auto expectBars = [&] {
-        const QImage picture = Picture(*grid);
-        for (const int x : {0, 99, 100, 250, 299}) {
-            ExpectShade(picture, grid->GetCellRect({1, 0}), x, QColor(0xE4, 0xE4, 0xE4));
-            ExpectShade(picture, grid->GetCellRect({2, 0}), x, QColor(0x64, 0xA0, 0xFF));
-        }
-    };
-    expectBars();
-    grid->SetSelectedRange(1, 0, 2, 2); // the selected colour is shaded in the same way
-    expectBars();
+    grid->GetCell(1, 2)->SetSelBackClr(0xFFA064);
+    Show(*grid, 301, 150);
+    ExpectShade(*grid, 1, QColor(0xE4, 0xE4, 0xE4));
+    grid->SetSelectedRange(1, 0, 1, 2);
+    ExpectShade(*grid, 1, QColor(0x64, 0xA0, 0xFF));
     grid->SetColumnWidth(1, 900); // the last column lies beyond the edge
-    expectBars();
+    ExpectShade(*grid, 1, QColor(0x64, 0xA0, 0xFF));
     grid->horizontalScrollBar()->setValue(10'000);
-    expectBars();
     grid->SetColumnWidth(2, 0); // and is hidden
-    expectBars();
+    ExpectShade(*grid, 1, QColor(0x64, 0xA0, 0xFF));
 }
 
-TEST(GridPaint, ATextThatDoesNotFitEndsBeforeTheCellDoes) {
-    const auto grid = MakeEmptyGrid(2, 2);
-    grid->GetCell(1, 0)->SetText(QString(200, u'W'));
-    grid->SetColumnWidth(0, 60);
-    Show(*grid, 300, 100);
-    const QRect rect = grid->GetCellRect({1, 0});
-    const QImage picture = Picture(*grid);
-    int inked = 0;
-    for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        for (int x = rect.left(); x < 300; ++x) {
-            if (At(picture, QPoint(x, y)) == 0xFFFFFF)
-                continue;
-            ++inked;
-            EXPECT_LE(x, rect.right() - 4);
-            EXPECT_GE(x, rect.left() + 4);
+TEST(GridPaint, LinesDivideCellsAndFrameTheFocusedOne) {
+    const auto grid = MakeEmptyGrid(4, 3);
+    grid->SetGridLineColor(0x0000FF);
+    grid->SetColumnWidth(0, 47);
+    Show(*grid, 300, 150);
+    grid->setFocus();
+    grid->SetFocusCell({2, 1});
+    for (const int mode : {GridLines::None, GridLines::Horizontal, GridLines::Vertical,
+                           GridLines::Both, GridLines::HeaderMarks}) {
+        grid->SetGridLines(mode);
+        const int line = grid->HasLines() ? 1 : 0; // the frame stays inside the cell's own lines
+        for (const qreal scale : kScales) {
+            const QImage picture = Picture(*grid, scale);
+            const int width = qRound(scale);
+            const QRect frame =
+                Scaled(grid->GetCellRect({2, 1}).adjusted(0, 0, -line, -line), scale);
+            const QRect inside = frame.adjusted(width, width, -width, -width);
+            ForEachPixel(frame.adjusted(-5, -5, 5, 5), [&](QPoint at) {
+                EXPECT_EQ(At(picture, at) == 0, frame.contains(at) && !inside.contains(at))
+                    << mode << ", " << scale << ": " << at.x() << "," << at.y();
+            });
+            const QRect cell = Scaled(grid->GetCellRect({1, 0}), scale);
+            ForEachPixel(cell, [&](QPoint at) {
+                EXPECT_EQ(At(picture, at) == 0x0000FF,
+                          ((mode & GridLines::Horizontal) && at.y() > cell.bottom() - width) ||
+                              ((mode & GridLines::Vertical) && at.x() > cell.right() - width));
+            });
         }
     }
-    EXPECT_GT(inked, 50);
+}
+
+TEST(GridPaint, TheSortArrowPointsUpOrDownAtTheEndOfItsHeader) {
+    const auto grid = MakeEmptyGrid(3, 3);
+    const int line = grid->GetCell(0, 1)->GetFontObject().Height();
+    for (const int height : {line + 2, 60}) { // too low for an arrow of a line's height, and not
+        grid->SetRowHeight(0, height);
+        grid->SetSortColumn(-1);
+        Show(*grid, 300, 150);
+        const QImage plain = Picture(*grid);
+        const QRect room = grid->GetCellRect({0, 1}).adjusted(4, 1, -8, -1);
+        for (const bool ascending : {true, false}) {
+            grid->SortItems(nullptr, 1, ascending);
+            const QImage picture = Picture(*grid);
+            const QRect arrow = Changed(plain, picture);
+            EXPECT_NEAR(arrow.right(), room.right() - 1, 1);
+            EXPECT_NEAR(arrow.height(), std::min(room.height() - 4, line) + 2, 1);
+            const auto widthOfRows = [&](int first) {
+                const QRect rows(0, first, 300, 3);
+                return Changed(plain.copy(rows), picture.copy(rows)).width();
+            };
+            EXPECT_EQ(widthOfRows(arrow.top()) < widthOfRows(arrow.bottom() - 2), ascending);
+        }
+    }
+}
+
+TEST(GridPaint, ATextStaysInsideTheMarginsOfItsCell) {
+    const auto grid = MakeEmptyGrid(2, 3);
+    grid->SetColumnWidth(1, 60);
+    Show(*grid, 300, 100);
+    const QImage plain = Picture(*grid);
+    grid->GetCell(1, 1)->SetText(QString(200, u'W'));
+    const QRect room = grid->GetCellRect({1, 1}).adjusted(4, 1, -4, -1);
+    for (const quint32 format : {DT_END_ELLIPSIS, DT_LEFT, DT_CENTER, DT_RIGHT, DT_BOTTOM}) {
+        grid->GetCell(1, 1)->SetFormat(format);
+        const QRect text = Changed(plain, Picture(*grid));
+        EXPECT_TRUE(room.contains(text)) << format;
+        EXPECT_GT(text.width(), 40) << format;
+    }
+}
+
+TEST(GridPaint, ARightToLeftApplicationShowsTheSameGrid) {
+    QImage pictures[2];
+    for (const auto direction : {Qt::RightToLeft, Qt::LeftToRight}) {
+        QApplication::setLayoutDirection(direction);
+        const auto grid = MakeGrid(40, 5);
+        grid->GetCell(1, 1)->SetText(QStringLiteral("שלום, world 12!"));
+        grid->resize(300, 200);
+        grid->show();
+        grid->horizontalScrollBar()->setValue(30);
+        pictures[direction] = grid->grab().toImage(); // with its scroll bars
+    }
+    EXPECT_TRUE(pictures[Qt::RightToLeft] == pictures[Qt::LeftToRight]);
 }
 
 TEST(GridPaint, AnImageIsDrawnOnlyWhereItFits) {
@@ -170,31 +254,15 @@ TEST(GridPaint, AnImageIsDrawnOnlyWhereItFits) {
     red.fill(Qt::red);
     grid->SetImageList({QIcon(red)});
     grid->GetCell(1, 0)->SetImage(0);
-    grid->SetRowHeight(1, 22);
     Show(*grid, 300, 100);
-    const QPoint inImage = grid->GetCellRect({1, 0}).topLeft() + QPoint(12, 11);
-    EXPECT_EQ(At(Picture(*grid), inImage), 0x0000FFu);
-    grid->SetColumnWidth(0, 23); // one pixel less than margins and image
-    EXPECT_EQ(At(Picture(*grid), inImage), 0xFFFFFFu);
-    grid->SetColumnWidth(0, 24);
-    EXPECT_EQ(At(Picture(*grid), inImage), 0x0000FFu);
-    grid->SetRowHeight(1, 17);
-    EXPECT_EQ(At(Picture(*grid), inImage), 0xFFFFFFu);
-}
-
-TEST(GridPaint, LinesOfTheOtherModesDivideCells) {
-    const auto grid = MakeEmptyGrid(3, 2);
-    grid->SetGridLineColor(0x0000FF);
-    Show(*grid, 300, 150);
-    const QRect rect = grid->GetCellRect({1, 0});
-    for (const int mode : {GridLines::None, GridLines::Horizontal, GridLines::Vertical,
-                           GridLines::Both, GridLines::HeaderMarks}) {
-        grid->SetGridLines(mode);
-        const QImage picture = Picture(*grid);
-        EXPECT_EQ(At(picture, QPoint(50, rect.bottom())) == 0x0000FF,
-                  mode == GridLines::Horizontal || mode == GridLines::Both);
-        EXPECT_EQ(At(picture, QPoint(rect.right(), rect.center().y())) == 0x0000FF,
-                  mode == GridLines::Vertical || mode == GridLines::Both);
+    for (const auto& [size, shown] : {std::pair(QSize(24, 22), true),
+                                      {QSize(23, 22), false},
+                                      {QSize(24, 18), true},
+                                      {QSize(24, 17), false}}) {
+        grid->SetColumnWidth(0, size.width());
+        grid->SetRowHeight(1, size.height());
+        const QRect rect = grid->GetCellRect({1, 0});
+        EXPECT_EQ(At(Picture(*grid), rect.center()), shown ? 0x0000FFu : 0xFFFFFFu);
     }
 }
 
@@ -247,17 +315,13 @@ TEST(GridScroll, PointsAndRectanglesAgreeWithHiddenRowsAndColumns) {
     for (const int scroll : {0, 7, 250, 10'000}) {
         grid->verticalScrollBar()->setValue(scroll);
         grid->horizontalScrollBar()->setValue(scroll);
-        for (int x = 0; x < 340; x += 7) {
-            for (int y = 0; y < 200; y += 3) {
-                const QPoint point(x, y);
-                const CCellID cell = grid->GetCellFromPt(point, true);
-                EXPECT_TRUE(grid->GetCellRect(cell).contains(point)) << x << "," << y;
-                EXPECT_EQ(grid->GetCellFromPt(point, false) == cell,
-                          cell.row >= 1 && cell.col >= 1);
-                EXPECT_GT(grid->GetRowHeight(cell.row), 0);
-                EXPECT_GT(grid->GetColumnWidth(cell.col), 0);
-            }
-        }
+        ForEachPixel(grid->viewport()->rect(), [&](QPoint point) {
+            const CCellID cell = grid->GetCellFromPt(point, true);
+            EXPECT_TRUE(grid->GetCellRect(cell).contains(point)) << point.x() << "," << point.y();
+            EXPECT_EQ(grid->GetCellFromPt(point, false) == cell, cell.row >= 1 && cell.col >= 1);
+            EXPECT_GT(grid->GetRowHeight(cell.row), 0);
+            EXPECT_GT(grid->GetColumnWidth(cell.col), 0);
+        });
     }
     EXPECT_EQ(grid->GetCellFromPt(QPoint(340, 5), true), CCellID());
     grid->SetRowCount(2);

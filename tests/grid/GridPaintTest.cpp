@@ -200,7 +200,7 @@ TEST(GridPaint, TheSortArrowPointsUpOrDownAtTheEndOfItsHeader) {
     const int line = grid->GetCell(0, 1)->GetFontObject().Height();
     for (const int height : {line + 2, 60}) { // too low for an arrow of a line's height, and not
         grid->SetRowHeight(0, height);
-        grid->SetSortColumn(-1);
+        grid->SetSortColumn(-1, true);
         Show(*grid, 300, 150);
         const QImage plain = Picture(*grid);
         const QRect room = grid->GetCellRect({0, 1}).adjusted(4, 1, -8, -1);

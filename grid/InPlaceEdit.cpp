@@ -1,5 +1,7 @@
 #include "grid/InPlaceEdit.h"
 
+#include "grid/GridPainting.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
@@ -103,6 +105,6 @@ void CInPlaceEdit::mouseDoubleClickEvent(QMouseEvent* event) {
 void CInPlaceEdit::paintEvent(QPaintEvent* event) {
     QLineEdit::paintEvent(event);
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Text));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    const QColor line = palette().color(QPalette::Text);
+    GridPainting::DrawEdge(painter, rect(), line, line);
 }

@@ -1,5 +1,7 @@
 #include "grid/TitleTip.h"
 
+#include "grid/GridPainting.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -36,7 +38,8 @@ void ZTitleTip::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.fillRect(rect(), palette().color(QPalette::Base));
-    painter.setPen(palette().color(QPalette::Text));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    const QColor ink = palette().color(QPalette::Text);
+    GridPainting::DrawEdge(painter, rect(), ink, ink);
+    painter.setPen(ink);
     painter.drawText(rect().adjusted(m_nMargin, 0, -m_nMargin, 0), kFormat, m_strText);
 }

@@ -93,7 +93,7 @@ GridFont::GridFont(const QFont& font)
     , m_metricsPlain(m_fontPlain)
     , m_fontGlyphs(GlyphsOf(m_fontPlain))
     , m_nHeight(static_cast<int>(std::ceil(m_metricsPlain.height())))
-    , m_nAscent(static_cast<int>(std::ceil(m_metricsPlain.ascent())))
+    , m_nAscent(qRound(m_metricsPlain.ascent()))
     , m_latin(RunFor(QChar(u'x'))) {}
 
 GridFont::TextSize GridFont::Measure(const QString& text) const {

@@ -39,7 +39,9 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const QString text = event->text();
     const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
-    if (event->matches(QKeySequence::Copy)) {
+    if (event->modifiers() & (Qt::AltModifier | Qt::MetaModifier)) {
+        event->ignore(); // the menu's, or the desktop's
+    } else if (event->matches(QKeySequence::Copy)) {
         OnEditCopy();
     } else if (key == Qt::Key_Space || key == Qt::Key_Delete) {
         event->ignore(); // the parent's

@@ -90,6 +90,12 @@ TEST_F(GridInput, KeysThatAreNotTheGridsGoToItsParent) {
     EXPECT_FALSE(sent(Qt::Key_X, Qt::ControlModifier, QStringLiteral("\x18")));
     EXPECT_FALSE(sent(Qt::Key_V, Qt::ControlModifier, QStringLiteral("\x16")));
     EXPECT_FALSE(sent(Qt::Key_Insert, Qt::ShiftModifier, {}));
+    for (const auto keys : {Qt::AltModifier, Qt::MetaModifier}) {
+        EXPECT_FALSE(sent(Qt::Key_A, keys, QStringLiteral("a")));
+        EXPECT_FALSE(sent(Qt::Key_F2, keys, {}));
+        EXPECT_FALSE(sent(Qt::Key_Down, keys, {}));
+    }
+    EXPECT_EQ(m_grid->GetFocusCell(), (CCellID{5, 1}));
     EXPECT_FALSE(m_grid->IsEditing());
     m_grid->SetFocusCell({});
     EXPECT_FALSE(sent(Qt::Key_B, {}, QStringLiteral("b")));

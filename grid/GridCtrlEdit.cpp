@@ -4,6 +4,7 @@
 #include "grid/GridFont.h"
 #include "grid/InPlaceEdit.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -15,8 +16,11 @@ constexpr int kFieldMargin = 2;
 
 bool CGridCtrl::IsEditable(CCellID id) const {
     const CGridCellBase* cell = GetCell(id.row, id.col);
+    QRect place = GetCellRect(id);
+    // Out of sight, the last column ends before it starts; the edit scrolls to it.
+    place.setWidth(std::max(place.width(), GetColumnWidth(id.col)));
     return m_bEditable && cell && !cell->IsReadOnly() && !cell->IsFixed() &&
-           !cell->GetTextRect(GetCellRect(id)).isEmpty();
+           !cell->GetTextRect(place).isEmpty();
 }
 
 bool CGridCtrl::IsInText(CCellID id, QPoint point) const {

@@ -69,6 +69,14 @@ TEST_F(GridEdit, CellsThatAreNotEdited) {
     EXPECT_FALSE(m_grid->OnEditCell({6, 1}));
 }
 
+TEST_F(GridEdit, ACellOutOfSightIsScrolledTo) {
+    m_grid->SetColumnWidth(0, 600);
+    for (const CCellID cell : {CCellID{2, 3}, CCellID{150, 0}, CCellID{2, 2}}) {
+        EXPECT_TRUE(m_grid->OnEditCell(cell)) << cell.col;
+        EXPECT_TRUE(m_grid->viewport()->rect().contains(Editor()->geometry())) << cell.col;
+    }
+}
+
 /// Every way to open, and every key that may end it.
 TEST_F(GridEdit, EachEndingCommitsAsTold) {
     struct Case {

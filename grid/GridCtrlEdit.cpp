@@ -96,7 +96,7 @@ void CGridCtrl::EndEdit() {
     const CCellID id = std::exchange(m_idEdited, CCellID{});
     const bool changed = edit->IsChanged();
     const QString text = edit->text();
-    if (edit->hasFocus())
+    if (edit->window()->focusWidget() == edit) // also where the window is not the active one
         setFocus();
     edit->hide();
     edit->deleteLater(); // it may be what has called

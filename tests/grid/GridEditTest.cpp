@@ -167,6 +167,28 @@ TEST_F(GridEdit, WhateverElseEndsTheEditKeepsTheText) {
     }
 }
 
+TEST_F(GridEdit, EndedByAnotherWindowTheEditLeavesTheFocusToTheGrid) {
+    QWidget window;
+    QLineEdit before(&window);
+    m_grid->setParent(&window);
+    m_grid->show();
+    QLineEdit behind(&window);
+    window.show();
+    window.activateWindow();
+    m_grid->setFocus();
+    Press(Qt::Key_F2);
+    EXPECT_TRUE(m_grid->IsEditing());
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QApplication::processEvents();
+    EXPECT_FALSE(m_grid->IsEditing());
+    window.activateWindow();
+    QApplication::processEvents();
+    EXPECT_TRUE(m_grid->hasFocus());
+    m_grid->setParent(nullptr);
+}
+
 TEST_F(GridEdit, AnUnchangedTextIsToldAsSuch) {
     Press(Qt::Key_F2);
     Press(Qt::Key_Return);

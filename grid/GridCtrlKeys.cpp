@@ -23,6 +23,7 @@ void CGridCtrl::focusInEvent(QFocusEvent* event) {
 void CGridCtrl::focusOutEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusOutEvent(event);
     HideTitleTip();
+    LetGo(); // another window, or a menu, has the mouse now
     RedrawCell(m_idCurrentCell.row, m_idCurrentCell.col);
 }
 

@@ -44,9 +44,6 @@ bool CGridCtrl::viewportEvent(QEvent* event) {
         if (!m_bLMouseButtonDown)
             LetGo();
         break;
-    case QEvent::UngrabMouse:
-        LetGo();
-        break;
     default:
         break;
     }

@@ -1,6 +1,8 @@
 #include "tests/grid/GridInputFixture.h"
 
+#include <QDialog>
 #include <QScrollBar>
+#include <QTimer>
 #include <QWheelEvent>
 
 namespace {
@@ -182,6 +184,12 @@ TEST_F(GridInput, WhatTheMouseDidEndsWhereItsReleaseIsNeverSeen) {
                                               MoveWithoutButton(Center({6, 1}));
                                           },
                                           [this] { m_grid->hide(); },
+                                          [this] { m_grid->setEnabled(false); },
+                                          [] { // a dialog that nobody asked for
+                                              QDialog dialog;
+                                              QTimer::singleShot(0, &dialog, &QDialog::accept);
+                                              dialog.exec();
+                                          },
                                           [this] { m_grid->SetRowCount(199); }};
     for (const auto& end : ends) {
         Renew();

@@ -144,6 +144,9 @@ TEST_F(GridInput, TheSelectionFollowsTheHeldMouseAndStaysWhereThereIsNoCell) {
     Down(Center({3, 1}));
     Move(Center({5, 2}));
     EXPECT_EQ(SelectedRows(), (std::vector<int>{3, 4, 5}));
+    m_grid->verticalScrollBar()->setValue(m_grid->GetRowHeight(1) * 3); // as by the wheel
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{3, 4, 5, 6, 7, 8}));
+    m_grid->verticalScrollBar()->setValue(0);
     Move(Center({2, 2}));
     EXPECT_EQ(SelectedRows(), (std::vector<int>{2, 3}));
     Move(Center({0, 2}));

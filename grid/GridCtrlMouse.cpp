@@ -215,8 +215,7 @@ void CGridCtrl::Hover(QPoint point) {
         m_MouseMode = GridMouseMode::OverRowDivide;
         viewport()->setCursor(Qt::SizeVerCursor);
     }
-    if (m_pTitleTip && m_pTitleTip->isVisible() &&
-        !m_pTitleTip->geometry().contains(viewport()->mapToGlobal(point)))
+    if (GetCellFromPt(point, true) != m_idTip)
         HideTitleTip();
 }
 
@@ -354,6 +353,7 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
         return;
     if (!m_pTitleTip)
         m_pTitleTip = new ZTitleTip(this);
+    m_idTip = id;
     QPalette colours;
     colours.setColor(QPalette::Base, ToQColor(cell.GetBackClr()));
     colours.setColor(QPalette::Text, ToQColor(cell.GetTextClr()));

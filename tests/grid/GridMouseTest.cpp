@@ -304,6 +304,11 @@ TEST_F(GridInput, ColumnsAreSizedByTheirEndsInTheHeader) {
     m_grid->SetColumnResize(false);
     Drag({99, 5}, {150, 5});
     EXPECT_EQ(m_grid->GetColumnWidth(0), 100);
+    m_grid->SetColumnResize(true);
+    m_grid->SetColumnCount(1);
+    m_grid->SetColumnWidth(0, 0);
+    Drag({1, 5}, {80, 5}); // the only one, hidden
+    EXPECT_EQ(m_grid->GetColumnWidth(0), 80);
 }
 
 TEST_F(GridInput, WhileAColumnIsSizedALineInvertsTheWindow) {

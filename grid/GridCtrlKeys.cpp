@@ -80,6 +80,12 @@ CCellID CGridCtrl::NextCell(int key, Qt::KeyboardModifiers modifiers) const {
         const int next = m_arRowHeights.NextVisible(from, step, m_nFixedRows);
         return CCellID{next < 0 ? row : next, col};
     };
+    // The row at the end of a page, or where that is hidden the next one, or the nearest before.
+    const auto atPage = [&](int step) {
+        const int away = PageAway(row, step);
+        const CCellID cell = atRow(away, step);
+        return cell.row == row ? atRow(away, -step) : cell;
+    };
     const auto atCol = [&](int from, int step) {
         const int next = m_arColWidths.NextVisible(from, step, m_nFixedCols);
         return CCellID{row, next < 0 ? col : next};
@@ -98,9 +104,9 @@ CCellID CGridCtrl::NextCell(int key, Qt::KeyboardModifiers modifiers) const {
     case Qt::Key_Left:
         return atCol(col - 1, -1);
     case Qt::Key_PageDown:
-        return atRow(PageAway(row, 1), 1);
+        return atPage(1);
     case Qt::Key_PageUp:
-        return atRow(PageAway(row, -1), -1);
+        return atPage(-1);
     case Qt::Key_Home:
         return ctrl ? atRow(m_nFixedRows, 1) : atCol(m_nFixedCols, 1);
     case Qt::Key_End:

@@ -60,6 +60,7 @@ CInPlaceEdit* CGridCtrl::OpenEdit(CCellID id) {
     EnsureVisible(id.row, id.col);
     if (!Notify(GVN_BEGINLABELEDIT, id).allowed)
         return nullptr;
+    EndEdit();                         // one that the owner has opened
     const QRect place = EditPlace(id); // empty, too, if the owner has taken the cell away
     if (!IsEditable(id) || place.isEmpty())
         return nullptr;

@@ -69,6 +69,19 @@ TEST_F(GridEdit, CellsThatAreNotEdited) {
     EXPECT_FALSE(m_grid->OnEditCell({6, 1}));
 }
 
+TEST_F(GridEdit, AnEditThatTheOwnerOpensMeanwhileEndsFirst) {
+    m_onNote = [this](const GridNotification& note) {
+        if (note.code == GVN_BEGINLABELEDIT && note.row == 2)
+            m_grid->OnEditCell({3, 1});
+    };
+    Press(Qt::Key_F2);
+    EXPECT_EQ(
+        Take(),
+        (Notes{{GVN_BEGINLABELEDIT, 2, 1}, {GVN_BEGINLABELEDIT, 3, 1}, {GVN_ENDLABELEDIT, 3, 1}}));
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Take(), (Notes{{GVN_ENDLABELEDIT, 2, 1}}));
+}
+
 TEST_F(GridEdit, ACellOutOfSightIsScrolledTo) {
     m_grid->SetColumnWidth(0, 600);
     for (const CCellID cell : {CCellID{2, 3}, CCellID{150, 0}, CCellID{2, 2}}) {

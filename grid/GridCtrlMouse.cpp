@@ -307,8 +307,12 @@ void CGridCtrl::DoubleClickAt(QPoint point) {
 
 /// The menu key. Under the mouse the press has already told of the right button.
 void CGridCtrl::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() == QContextMenuEvent::Keyboard && IsValid(m_idCurrentCell))
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    if (IsValid(m_idCurrentCell))
         Notify(NM_RCLICK, m_idCurrentCell);
+    else
+        event->ignore();
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {

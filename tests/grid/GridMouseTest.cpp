@@ -221,6 +221,9 @@ TEST_F(GridInput, ButtonsThatAreNotTheLeftOne) {
     QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
     QApplication::sendEvent(m_grid.get(), &menuKey);
     EXPECT_EQ(Take(), (Notes{{NM_RCLICK, 3, 2}}));
+    m_grid->SetFocusCell({});
+    QApplication::sendEvent(m_grid.get(), &menuKey);
+    EXPECT_FALSE(menuKey.isAccepted()); // the parent's
 }
 
 TEST_F(GridInput, ADoubleClickIsOneClickAndOneDoubleClick) {

@@ -304,6 +304,7 @@ private:
     int m_nWheelRestX = 0;     ///< what the wheel has turned but not scrolled
     int m_nWheelRestY = 0;
     ZTitleTip* m_pTitleTip = nullptr;
+    CCellID m_idTip;                    ///< the cell that the tip stands over
     CInPlaceEdit* m_pEditWnd = nullptr; ///< there while a cell is edited
     CCellID m_idEdited;
 

@@ -4,6 +4,7 @@
 #include "grid/GridFont.h"
 #include "grid/InPlaceEdit.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -15,8 +16,11 @@ constexpr int kFieldMargin = 2;
 
 bool CGridCtrl::IsEditable(CCellID id) const {
     const CGridCellBase* cell = GetCell(id.row, id.col);
+    QRect place = GetCellRect(id);
+    // Out of sight, the last column ends before it starts; the edit scrolls to it.
+    place.setWidth(std::max(place.width(), GetColumnWidth(id.col)));
     return m_bEditable && cell && !cell->IsReadOnly() && !cell->IsFixed() &&
-           !cell->GetTextRect(GetCellRect(id)).isEmpty();
+           !cell->GetTextRect(place).isEmpty();
 }
 
 bool CGridCtrl::IsInText(CCellID id, QPoint point) const {
@@ -56,6 +60,7 @@ CInPlaceEdit* CGridCtrl::OpenEdit(CCellID id) {
     EnsureVisible(id.row, id.col);
     if (!Notify(GVN_BEGINLABELEDIT, id).allowed)
         return nullptr;
+    EndEdit();                         // one that the owner has opened
     const QRect place = EditPlace(id); // empty, too, if the owner has taken the cell away
     if (!IsEditable(id) || place.isEmpty())
         return nullptr;
@@ -92,7 +97,7 @@ void CGridCtrl::EndEdit() {
     const CCellID id = std::exchange(m_idEdited, CCellID{});
     const bool changed = edit->IsChanged();
     const QString text = edit->text();
-    if (edit->hasFocus())
+    if (edit->window()->focusWidget() == edit) // also where the window is not the active one
         setFocus();
     edit->hide();
     edit->deleteLater(); // it may be what has called

@@ -23,6 +23,7 @@ void CGridCtrl::focusInEvent(QFocusEvent* event) {
 void CGridCtrl::focusOutEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusOutEvent(event);
     HideTitleTip();
+    LetGo(); // another window, or a menu, has the mouse now
     RedrawCell(m_idCurrentCell.row, m_idCurrentCell.col);
 }
 
@@ -39,7 +40,9 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const QString text = event->text();
     const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
-    if (event->matches(QKeySequence::Copy)) {
+    if (event->modifiers() & (Qt::AltModifier | Qt::MetaModifier)) {
+        event->ignore(); // the menu's, or the desktop's
+    } else if (event->matches(QKeySequence::Copy)) {
         OnEditCopy();
     } else if (key == Qt::Key_Space || key == Qt::Key_Delete) {
         event->ignore(); // the parent's
@@ -77,6 +80,12 @@ CCellID CGridCtrl::NextCell(int key, Qt::KeyboardModifiers modifiers) const {
         const int next = m_arRowHeights.NextVisible(from, step, m_nFixedRows);
         return CCellID{next < 0 ? row : next, col};
     };
+    // The row at the end of a page, or where that is hidden the next one, or the nearest before.
+    const auto atPage = [&](int step) {
+        const int away = PageAway(row, step);
+        const CCellID cell = atRow(away, step);
+        return cell.row == row ? atRow(away, -step) : cell;
+    };
     const auto atCol = [&](int from, int step) {
         const int next = m_arColWidths.NextVisible(from, step, m_nFixedCols);
         return CCellID{row, next < 0 ? col : next};
@@ -95,9 +104,9 @@ CCellID CGridCtrl::NextCell(int key, Qt::KeyboardModifiers modifiers) const {
     case Qt::Key_Left:
         return atCol(col - 1, -1);
     case Qt::Key_PageDown:
-        return atRow(PageAway(row, 1), 1);
+        return atPage(1);
     case Qt::Key_PageUp:
-        return atRow(PageAway(row, -1), -1);
+        return atPage(-1);
     case Qt::Key_Home:
         return ctrl ? atRow(m_nFixedRows, 1) : atCol(m_nFixedCols, 1);
     case Qt::Key_End:

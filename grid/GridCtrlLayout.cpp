@@ -118,6 +118,8 @@ void CGridCtrl::scrollContentsBy(int dx, int dy) {
     QAbstractScrollArea::scrollContentsBy(dx, dy);
     HideTitleTip();
     PlaceEdit();
+    if (const CCellID cell = GetCellFromPt(m_ptPointer, false); IsSelecting() && IsValid(cell))
+        SelectTo(cell);
 }
 
 void CGridCtrl::changeEvent(QEvent* event) {

@@ -44,9 +44,6 @@ bool CGridCtrl::viewportEvent(QEvent* event) {
         if (!m_bLMouseButtonDown)
             LetGo();
         break;
-    case QEvent::UngrabMouse:
-        LetGo();
-        break;
     default:
         break;
     }
@@ -218,7 +215,7 @@ void CGridCtrl::Hover(QPoint point) {
         m_MouseMode = GridMouseMode::OverRowDivide;
         viewport()->setCursor(Qt::SizeVerCursor);
     }
-    if (m_pTitleTip && !m_pTitleTip->geometry().contains(point))
+    if (GetCellFromPt(point, true) != m_idTip)
         HideTitleTip();
 }
 
@@ -310,8 +307,12 @@ void CGridCtrl::DoubleClickAt(QPoint point) {
 
 /// The menu key. Under the mouse the press has already told of the right button.
 void CGridCtrl::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() == QContextMenuEvent::Keyboard && IsValid(m_idCurrentCell))
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    if (IsValid(m_idCurrentCell))
         Notify(NM_RCLICK, m_idCurrentCell);
+    else
+        event->ignore();
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
@@ -356,6 +357,7 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
         return;
     if (!m_pTitleTip)
         m_pTitleTip = new ZTitleTip(viewport()); // the viewport's
+    m_idTip = id;
     QPalette colours;
     colours.setColor(QPalette::Base, ToQColor(cell.GetBackClr()));
     colours.setColor(QPalette::Text, ToQColor(cell.GetTextClr()));

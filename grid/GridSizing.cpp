@@ -61,9 +61,9 @@ int GridSizing::SizeOf(GridDivide divide) const {
 }
 
 int GridSizing::StartOf(GridDivide divide) const {
-    if (SizeOf(divide) == 0 && divide.index > 0) {
+    if (SizeOf(divide) == 0) {
         const GridDivide before{divide.axis, divide.index - 1};
-        return StartOf(before) + SizeOf(before);
+        return divide.index > 0 ? StartOf(before) + SizeOf(before) : 0;
     }
     return Along(divide.axis, m_grid.GetCellRect(CellOf(divide)).topLeft());
 }

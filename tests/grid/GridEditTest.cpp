@@ -69,6 +69,27 @@ TEST_F(GridEdit, CellsThatAreNotEdited) {
     EXPECT_FALSE(m_grid->OnEditCell({6, 1}));
 }
 
+TEST_F(GridEdit, AnEditThatTheOwnerOpensMeanwhileEndsFirst) {
+    m_onNote = [this](const GridNotification& note) {
+        if (note.code == GVN_BEGINLABELEDIT && note.row == 2)
+            m_grid->OnEditCell({3, 1});
+    };
+    Press(Qt::Key_F2);
+    EXPECT_EQ(
+        Take(),
+        (Notes{{GVN_BEGINLABELEDIT, 2, 1}, {GVN_BEGINLABELEDIT, 3, 1}, {GVN_ENDLABELEDIT, 3, 1}}));
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Take(), (Notes{{GVN_ENDLABELEDIT, 2, 1}}));
+}
+
+TEST_F(GridEdit, ACellOutOfSightIsScrolledTo) {
+    m_grid->SetColumnWidth(0, 600);
+    for (const CCellID cell : {CCellID{2, 3}, CCellID{150, 0}, CCellID{2, 2}}) {
+        EXPECT_TRUE(m_grid->OnEditCell(cell)) << cell.col;
+        EXPECT_TRUE(m_grid->viewport()->rect().contains(Editor()->geometry())) << cell.col;
+    }
+}
+
 /// Every way to open, and every key that may end it.
 TEST_F(GridEdit, EachEndingCommitsAsTold) {
     struct Case {
@@ -157,6 +178,28 @@ TEST_F(GridEdit, WhateverElseEndsTheEditKeepsTheText) {
         m_grid->SetEditable(true);
         m_grid->SetFocusCell({2, 1});
     }
+}
+
+TEST_F(GridEdit, EndedByAnotherWindowTheEditLeavesTheFocusToTheGrid) {
+    QWidget window;
+    QLineEdit before(&window);
+    m_grid->setParent(&window);
+    m_grid->show();
+    QLineEdit behind(&window);
+    window.show();
+    window.activateWindow();
+    m_grid->setFocus();
+    Press(Qt::Key_F2);
+    EXPECT_TRUE(m_grid->IsEditing());
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QApplication::processEvents();
+    EXPECT_FALSE(m_grid->IsEditing());
+    window.activateWindow();
+    QApplication::processEvents();
+    EXPECT_TRUE(m_grid->hasFocus());
+    m_grid->setParent(nullptr);
 }
 
 TEST_F(GridEdit, AnUnchangedTextIsToldAsSuch) {

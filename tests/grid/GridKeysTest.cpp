@@ -7,7 +7,9 @@ namespace {
 TEST_F(GridInput, KeysMoveTheFocusTheSelectionAndTheView) {
     m_grid->SetRowHeight(4, 0);
     m_grid->SetColumnWidth(2, 0);
-    const int page = (300 - m_grid->GetRowHeight(0)) / m_grid->GetRowHeight(1);
+    for (const int row : {1, 199})
+        m_grid->SetRowHeight(row, 0);
+    const int page = (300 - m_grid->GetRowHeight(0)) / m_grid->GetRowHeight(2);
     struct Step {
         int key;
         Qt::KeyboardModifiers modifiers;
@@ -25,14 +27,16 @@ TEST_F(GridInput, KeysMoveTheFocusTheSelectionAndTheView) {
         {Qt::Key_Left, {}, {3, 1}},
         {Qt::Key_PageDown, {}, {3 + page + 1, 1}},
         {Qt::Key_PageUp, {}, {3, 1}},
-        {Qt::Key_PageUp, {}, {1, 1}},
-        {Qt::Key_Up, {}, {1, 1}},
-        {Qt::Key_End, Qt::ControlModifier, {199, 1}},
-        {Qt::Key_Down, {}, {199, 1}},
-        {Qt::Key_PageDown, {}, {199, 1}},
-        {Qt::Key_Home, Qt::ControlModifier, {1, 1}},
-        {Qt::Key_Tab, {}, {1, 3}},
-        {Qt::Key_Backtab, Qt::ShiftModifier, {1, 1}},
+        {Qt::Key_PageUp, {}, {2, 1}},
+        {Qt::Key_Up, {}, {2, 1}},
+        {Qt::Key_End, Qt::ControlModifier, {198, 1}},
+        {Qt::Key_Down, {}, {198, 1}},
+        {Qt::Key_PageDown, {}, {198, 1}},
+        {Qt::Key_Up, {}, {197, 1}},
+        {Qt::Key_PageDown, {}, {198, 1}}, // the end of the page is hidden
+        {Qt::Key_Home, Qt::ControlModifier, {2, 1}},
+        {Qt::Key_Tab, {}, {2, 3}},
+        {Qt::Key_Backtab, Qt::ShiftModifier, {2, 1}},
     };
     m_grid->SetHandleTabKey(true);
     Click({2, 1});
@@ -51,7 +55,7 @@ TEST_F(GridInput, KeysMoveTheFocusTheSelectionAndTheView) {
     }
     m_grid->SetHandleTabKey(false);
     Press(Qt::Key_Tab);
-    EXPECT_EQ(m_grid->GetFocusCell(), (CCellID{1, 1}));
+    EXPECT_EQ(m_grid->GetFocusCell(), (CCellID{2, 1}));
 }
 
 TEST_F(GridInput, ShiftExtendsFromTheStartCellAndTabNeverDoes) {
@@ -90,6 +94,12 @@ TEST_F(GridInput, KeysThatAreNotTheGridsGoToItsParent) {
     EXPECT_FALSE(sent(Qt::Key_X, Qt::ControlModifier, QStringLiteral("\x18")));
     EXPECT_FALSE(sent(Qt::Key_V, Qt::ControlModifier, QStringLiteral("\x16")));
     EXPECT_FALSE(sent(Qt::Key_Insert, Qt::ShiftModifier, {}));
+    for (const auto keys : {Qt::AltModifier, Qt::MetaModifier}) {
+        EXPECT_FALSE(sent(Qt::Key_A, keys, QStringLiteral("a")));
+        EXPECT_FALSE(sent(Qt::Key_F2, keys, {}));
+        EXPECT_FALSE(sent(Qt::Key_Down, keys, {}));
+    }
+    EXPECT_EQ(m_grid->GetFocusCell(), (CCellID{5, 1}));
     EXPECT_FALSE(m_grid->IsEditing());
     m_grid->SetFocusCell({});
     EXPECT_FALSE(sent(Qt::Key_B, {}, QStringLiteral("b")));

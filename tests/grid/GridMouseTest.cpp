@@ -1,7 +1,9 @@
 #include "grid/TitleTip.h"
 #include "tests/grid/GridInputFixture.h"
 
+#include <QDialog>
 #include <QScrollBar>
+#include <QTimer>
 #include <QWheelEvent>
 
 namespace {
@@ -143,6 +145,9 @@ TEST_F(GridInput, TheSelectionFollowsTheHeldMouseAndStaysWhereThereIsNoCell) {
     Down(Center({3, 1}));
     Move(Center({5, 2}));
     EXPECT_EQ(SelectedRows(), (std::vector<int>{3, 4, 5}));
+    m_grid->verticalScrollBar()->setValue(m_grid->GetRowHeight(1) * 3); // as by the wheel
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{3, 4, 5, 6, 7, 8}));
+    m_grid->verticalScrollBar()->setValue(0);
     Move(Center({2, 2}));
     EXPECT_EQ(SelectedRows(), (std::vector<int>{2, 3}));
     Move(Center({0, 2}));
@@ -183,6 +188,12 @@ TEST_F(GridInput, WhatTheMouseDidEndsWhereItsReleaseIsNeverSeen) {
                                               MoveWithoutButton(Center({6, 1}));
                                           },
                                           [this] { m_grid->hide(); },
+                                          [this] { m_grid->setEnabled(false); },
+                                          [] { // a dialog that nobody asked for
+                                              QDialog dialog;
+                                              QTimer::singleShot(0, &dialog, &QDialog::accept);
+                                              dialog.exec();
+                                          },
                                           [this] { m_grid->SetRowCount(199); }};
     for (const auto& end : ends) {
         Renew();
@@ -211,6 +222,9 @@ TEST_F(GridInput, ButtonsThatAreNotTheLeftOne) {
     QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
     QApplication::sendEvent(m_grid.get(), &menuKey);
     EXPECT_EQ(Take(), (Notes{{NM_RCLICK, 3, 2}}));
+    m_grid->SetFocusCell({});
+    QApplication::sendEvent(m_grid.get(), &menuKey);
+    EXPECT_FALSE(menuKey.isAccepted()); // the parent's
 }
 
 TEST_F(GridInput, ADoubleClickIsOneClickAndOneDoubleClick) {
@@ -294,6 +308,11 @@ TEST_F(GridInput, ColumnsAreSizedByTheirEndsInTheHeader) {
     m_grid->SetColumnResize(false);
     Drag({99, 5}, {150, 5});
     EXPECT_EQ(m_grid->GetColumnWidth(0), 100);
+    m_grid->SetColumnResize(true);
+    m_grid->SetColumnCount(1);
+    m_grid->SetColumnWidth(0, 0);
+    Drag({1, 5}, {80, 5}); // the only one, hidden
+    EXPECT_EQ(m_grid->GetColumnWidth(0), 80);
 }
 
 TEST_F(GridInput, WhileAColumnIsSizedALineInvertsTheWindow) {
@@ -390,7 +409,7 @@ TEST_F(GridInput, ATextThatDoesNotFitIsShownOverItsCell) {
     const std::function<void()> ends[] = {
         leave,
         [this] {
-            Move(Center({6, 1}));
+            MoveWithoutButton(Center({3, 2})); // into a cell that the tip covers
         },
         [this] {
             Click({3, 1});

@@ -10,16 +10,17 @@ namespace {
 
 constexpr qint64 kMaxPixels = 25'000'000;
 
-/// Parts of which a file of a few kilobytes can have so many that it takes minutes to decode or
-/// gigabytes to hold, and how many are let through. Honest files have a dozen scans, and one text.
+/// Parts of which a small file can have so many that it takes minutes to decode or gigabytes to
+/// hold, and how many are let through. Honest files have a dozen scans, one text or comment, and of
+/// the others (Exif and XMP, colour profiles) at most 255; the decoder walks over all that it has
+/// for each that it adds.
 constexpr struct {
     const char* format;
     QByteArrayView mark;
     int most;
 } kCostlyParts[] = {
-    {"jpeg", "\xFF\xDA", 32},
-    {"png", "zTXt", 4},
-    {"png", "iTXt", 4},
+    {"jpeg", "\xFF\xDA", 32},   {"jpeg", "\xFF\xFE", 1000}, {"jpeg", "\xFF\xE1", 1000},
+    {"jpeg", "\xFF\xE2", 1000}, {"png", "zTXt", 4},         {"png", "iTXt", 4},
 };
 
 QByteArray FormatOf(const QByteArray& file) {

@@ -80,7 +80,7 @@ void DrawCached(QPainter& painter, const QRect& rect, const QString& name, Make 
     QPixmap picture;
     if (!QPixmapCache::find(key, &picture)) {
         picture = make(pixels, size, ratio);
-        picture.setDevicePixelRatio(ratio);
+        picture.setDevicePixelRatio(painter.deviceTransform().m11()); // pixel by pixel
         QPixmapCache::insert(key, picture);
     }
     painter.drawPixmap(pixels.ToLogical(pixels.Of(rect).topLeft()), picture);

@@ -46,6 +46,12 @@ QByteArray RepeatLastScan(const QByteArray& jpeg, int times) {
     return jpeg.first(scan) + jpeg.sliced(scan, end - scan).repeated(times + 1) + jpeg.sliced(end);
 }
 
+/// A JPEG file with `times` empty segments of a kind behind its head.
+QByteArray AddSegments(const QByteArray& jpeg, char kind, int times) {
+    const QByteArray segment = QByteArray("\xFF") + kind + QByteArray("\0\2", 2);
+    return jpeg.first(2) + segment.repeated(times) + jpeg.sliced(2);
+}
+
 /// A list of one track with a picture in its file, shown in a field.
 class ArtworkTest : public ::testing::Test {
 protected:
@@ -112,6 +118,10 @@ TEST(ArtworkPictureTest, DecodesWhatIsSoundAndCheap) {
         {"damaged PNG", MakePicture("png", {300, 200}).first(60), {}},
         {"too many pixels", MakePicture("png", {10000, 2600}), {}},
         {"too many scans", RepeatLastScan(jpeg, 200), {}},
+        {"a few comments", AddSegments(jpeg, '\xFE', 300), {300, 200}},
+        {"too many comments", AddSegments(jpeg, '\xFE', 2000), {}},
+        {"too many Exif parts", AddSegments(jpeg, '\xE1', 2000), {}},
+        {"too many profiles", AddSegments(jpeg, '\xE2', 2000), {}},
         {"too many texts", MakePicture("png", {20, 10}, 40), {}},
     };
     for (const auto& row : rows)

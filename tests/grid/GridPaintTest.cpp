@@ -1,9 +1,11 @@
 #include "grid/GridCellBar.h"
 #include "grid/GridCellNull.h"
 #include "grid/GridFont.h"
+#include "grid/GridPainting.h"
 #include "tests/grid/GridFixture.h"
 
 #include <QImage>
+#include <QPainter>
 #include <QScrollBar>
 
 #include <cmath>
@@ -276,6 +278,30 @@ public:
     static inline std::set<int> s_rows;
     static inline int s_draws = 0;
 };
+
+TEST(GridPaint, ACheckBoxLooksTheSameAtEveryPlace) {
+    for (const qreal scale : kScales) {
+        for (const int side : {13, 14, 15}) {
+            QImage first;
+            for (int y = 1; y < 40; ++y) {
+                QImage picture(QSize(20, 60) * scale, QImage::Format_RGB32);
+                picture.fill(Qt::gray);
+                picture.setDevicePixelRatio(scale);
+                const QRect box(1, y, side, side);
+                QPainter painter(&picture);
+                GridPainting::DrawCheckBox(painter, box, false, Qt::black);
+                painter.end();
+                picture.setDevicePixelRatio(1);
+                const QRect around(Scaled(box, scale).topLeft() - QPoint(1, 1),
+                                   QSize(1, 1) * (qRound(side * scale) + 2));
+                const QImage drawn = picture.copy(around);
+                if (first.isNull())
+                    first = drawn;
+                EXPECT_EQ(drawn, first) << scale << ": " << side << " at " << y;
+            }
+        }
+    }
+}
 
 TEST(GridScroll, OnlyVisibleCellsAreDrawnAtAnyPlace) {
     CGridCtrl grid(nullptr, 100'001, 3, 1, 0);

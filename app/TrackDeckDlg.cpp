@@ -97,6 +97,8 @@ void CTrackDeckDlg::ConnectMessages() {
     });
     m_layout.Grid().SetNotifyHandler([this](GridNotification& notification) {
         Guarded("OnNotify()", [&] { m_view.OnNotify(notification); });
+        if (notification.code == GVN_ENDLABELEDIT)
+            PostListsDone();
     });
     m_view.SetCurrentTrackHandler(
         [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); });
@@ -183,7 +185,17 @@ bool CTrackDeckDlg::event(QEvent* event) {
     return handled;
 }
 
+/// Lists that became ready in the middle of an edit.
+void CTrackDeckDlg::PostListsDone() {
+    for (const int type : std::exchange(m_listsDone, {}))
+        m_messages.Address().Post({WM_TD_LIST_DONE, type});
+}
+
 void CTrackDeckDlg::OnListDone(int type) {
+    if (m_layout.Grid().IsEditing()) { // rows built anew would end what is being typed half-way
+        m_listsDone.push_back(type);
+        return;
+    }
     if (type == MEDIA_TYPE_COLLECTION || type == MEDIA_TYPE_ALL)
         m_view.ActivateList(type);
     m_view.FillGrid();
@@ -232,6 +244,8 @@ void CTrackDeckDlg::ToggleMiniMode() {
         showNormal();
     }
     PlaceWindow();
+    if (!m_bMiniMode)
+        m_layout.Grid().setFocus(); // hidden, it has lost it
 }
 
 void CTrackDeckDlg::MoveTo(const QRect& place) {

@@ -10,6 +10,8 @@
 #include <QDialog>
 #include <QRect>
 
+#include <vector>
+
 class QAction;
 class QMenuBar;
 
@@ -41,6 +43,7 @@ private:
     void OpenFile();
     void PlaceWindow();
 
+    void PostListsDone();
     void OnListDone(int type);
     void ShowList(int type);
     void OnScanPC();
@@ -56,6 +59,8 @@ private:
     int m_iPlayMode = 0; ///< 0 single, 1 continuous, 2 random, 3 random continuous
     QRect m_rcNormal;
     QRect m_rcMini;
+
+    std::vector<int> m_listsDone; ///< types of lists to show once an edit has ended
 
     CMediaLists m_lists;
     QMenuBar* m_pMenuBar;

@@ -351,6 +351,7 @@ int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr d
         m_pAccessible->OnTableChanges();
     ClearSelection();
     SetFocusCell({});
+    m_SelectionStartCell = {};
 
     if (!compare)
         compare = m_pfnCompare ? m_pfnCompare : CompareTexts;

@@ -38,7 +38,7 @@ inline constexpr int HeaderMarks = 4; ///< no lines, but ticks between the heade
 ///           the caller asks for it (RedrawCell, RedrawRow, Refresh).
 /// Cost:     painting touches the visible cells only; a lookup by position is O(log rows).
 /// Notices:  clicks and changes of the selection go to the notify handler, which may rebuild the
-///           grid on the spot.
+///           grid on the spot, but not delete it.
 class CGridCtrl : public QAbstractScrollArea {
     Q_OBJECT
 
@@ -226,6 +226,7 @@ private:
     [[nodiscard]] int FixedHeight() const { return m_arRowHeights.Start(m_nFixedRows); }
     [[nodiscard]] Span RowsToFit(GridFit fit) const;
     void FitColumns(Span cols, GridFit fit);
+    void FitRow(int row);
     void ResetScrollBars();
     void RelayOut();
 
@@ -238,8 +239,9 @@ private:
     void DrawLines(QPainter& painter, Span rows, Span cols) const;
 
     // GridCtrlMouse.cpp
-    /// Tells the owner, and returns what is left of the notification when it has answered.
-    GridNotification Notify(int code, CCellID cell, bool changed = false) const;
+    /// Tells the owner, and returns the notification as the owner has left it.
+    GridNotification Notify(GridNotification notification) const;
+    GridNotification Notify(int code, CCellID cell) const;
     void PressAt(QPoint point, bool extend);
     void StartSelection(CCellID cell);
     void OnFixedRowClick(CCellID cell);

@@ -85,9 +85,10 @@ CInPlaceEdit* CGridCtrl::OpenEdit(CCellID id) {
 
 void CGridCtrl::OnEditEnded(int key, Qt::KeyboardModifiers modifiers) {
     EndEdit();
-    // A key that ended the edit moves on from the cell; after Enter and Escape the focus stays.
-    if (IsValid(m_idCurrentCell))
-        MoveByKey(key, modifiers);
+    // The key that ended the edit does what it does without one, but for Enter and Escape.
+    const bool moved = IsValid(m_idCurrentCell) && MoveByKey(key, modifiers);
+    if (!moved && (key == Qt::Key_Tab || key == Qt::Key_Backtab))
+        focusNextPrevChild(key == Qt::Key_Tab);
 }
 
 void CGridCtrl::EndEdit() {
@@ -110,7 +111,7 @@ void CGridCtrl::EndEdit() {
         cell->SetState(cell->GetState() | GridState::Modified);
     }
     RedrawCell(id.row, id.col);
-    Notify(GVN_ENDLABELEDIT, id, changed);
+    Notify({.code = GVN_ENDLABELEDIT, .row = id.row, .col = id.col, .changed = changed});
 }
 
 /// The cell may have moved: its field goes with it, or ends where the cell goes out of sight.

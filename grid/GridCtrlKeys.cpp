@@ -50,8 +50,8 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
         OnEditCell(m_idCurrentCell);
     } else if (MoveByKey(key, event->modifiers())) {
         // done
-    } else if (!ctrl && m_MouseMode == GridMouseMode::Nothing && !text.isEmpty() &&
-               text[0].isPrint()) {
+    } else if (!ctrl && !m_bLMouseButtonDown && !text.isEmpty() &&
+               (text[0].isPrint() || text[0].isSurrogate())) {
         EditWith(m_idCurrentCell, text);
     } else {
         event->ignore();
@@ -126,13 +126,16 @@ int CGridCtrl::PageAway(int row, int step) const {
 }
 
 void CGridCtrl::MoveTo(CCellID cell, bool extend) {
-    if (m_MouseMode == GridMouseMode::Nothing) {
-        Notify(GVN_SELCHANGING, cell);
+    if (!m_bLMouseButtonDown) {
+        GridNotification notification{
+            .code = GVN_SELCHANGING, .row = cell.row, .col = cell.col, .byKey = true};
+        Notify(notification);
         if (!extend || !IsValid(m_SelectionStartCell))
             m_SelectionStartCell = cell;
         if (IsValid(cell)) // not gone in the notification
             SelectTo(cell);
-        Notify(GVN_SELCHANGED, cell);
+        notification.code = GVN_SELCHANGED;
+        Notify(notification);
     }
     SetFocusCell(cell);
     EnsureVisible(cell.row, cell.col);

@@ -77,18 +77,23 @@ void CGridCtrl::FitColumns(Span cols, GridFit fit) {
 int CGridCtrl::AutoSizeRow(int row) {
     if (row < 0 || row >= m_nRows)
         return 0;
+    FitRow(row);
+    RelayOut();
+    return 1;
+}
+
+void CGridCtrl::FitRow(int row) {
     int height = 0;
     for (const Cell& cell : m_rows[row])
         height = std::max(height, cell->GetCellExtent().height());
     m_arRowHeights.SetSize(row, height);
-    RelayOut();
-    return 1;
 }
 
 void CGridCtrl::AutoSize() {
     AutoSizeColumns();
     for (int row = 0; row < m_nRows; ++row)
-        AutoSizeRow(row);
+        FitRow(row);
+    RelayOut();
 }
 
 void CGridCtrl::RelayOut() {

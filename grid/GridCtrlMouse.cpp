@@ -15,9 +15,11 @@
 #include <algorithm>
 #include <utility>
 
-GridNotification CGridCtrl::Notify(int code, CCellID cell, bool changed) const {
-    GridNotification notification{
-        .code = code, .row = cell.row, .col = cell.col, .changed = changed};
+GridNotification CGridCtrl::Notify(int code, CCellID cell) const {
+    return Notify({.code = code, .row = cell.row, .col = cell.col});
+}
+
+GridNotification CGridCtrl::Notify(GridNotification notification) const {
     if (m_pfnNotify)
         m_pfnNotify(notification);
     return notification;
@@ -30,8 +32,7 @@ void CGridCtrl::SetListMode(bool on) {
 }
 
 bool CGridCtrl::IsSelecting() const {
-    return m_MouseMode == GridMouseMode::SelectAll || m_MouseMode == GridMouseMode::SelectRows ||
-           m_MouseMode == GridMouseMode::SelectCells;
+    return m_MouseMode == GridMouseMode::SelectRows || m_MouseMode == GridMouseMode::SelectCells;
 }
 
 bool CGridCtrl::viewportEvent(QEvent* event) {
@@ -122,9 +123,10 @@ void CGridCtrl::PressAt(QPoint point, bool extend) {
 void CGridCtrl::StartSelection(CCellID cell) {
     const bool inHeader = cell.row < m_nFixedRows;
     const bool inFixedCol = cell.col < m_nFixedCols;
-    if (inHeader && inFixedCol)
+    if (inHeader && inFixedCol) {
         m_MouseMode = GridMouseMode::SelectAll;
-    else if (inHeader)
+        SelectByInput(BodyCells()); // all there is: moving the mouse adds nothing
+    } else if (inHeader)
         OnFixedRowClick(cell);
     else if (inFixedCol)
         OnFixedColumnClick(cell);
@@ -151,9 +153,7 @@ void CGridCtrl::SelectTo(CCellID cell) {
     const auto [minRow, maxRow] = std::minmax(from.row, cell.row);
     const auto [minCol, maxCol] = std::minmax(from.col, cell.col);
     QRect range(QPoint(minCol, minRow), QPoint(maxCol, maxRow));
-    if (m_MouseMode == GridMouseMode::SelectAll)
-        range = BodyCells();
-    else if (m_bListMode)
+    if (m_bListMode)
         range = QRect(QPoint(m_nFixedCols, minRow), QPoint(m_nCols - 1, maxRow));
     SelectByInput(range);
 }
@@ -182,7 +182,6 @@ void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {
     const bool moved =
         (point - m_LeftClickDownPoint).manhattanLength() >= QApplication::startDragDistance();
     switch (m_MouseMode) {
-    case GridMouseMode::SelectAll:
     case GridMouseMode::SelectRows:
     case GridMouseMode::SelectCells:
         if (IsValid(cell) && cell != before)
@@ -359,8 +358,9 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
         m_pTitleTip = new ZTitleTip(viewport()); // the viewport's
     m_idTip = id;
     QPalette colours;
-    colours.setColor(QPalette::Base, ToQColor(cell.GetBackClr()));
-    colours.setColor(QPalette::Text, ToQColor(cell.GetTextClr()));
+    const bool selected = cell.IsSelected();
+    colours.setColor(QPalette::Base, ToQColor(selected ? cell.GetSelBackClr() : cell.GetBackClr()));
+    colours.setColor(QPalette::Text, ToQColor(selected ? cell.GetSelTextClr() : cell.GetTextClr()));
     m_pTitleTip->setPalette(colours);
     m_pTitleTip->setFont(font.FontFor(size));
     const QRect place(text.left(), drawn.top(), text.width(), drawn.height());

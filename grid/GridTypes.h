@@ -121,6 +121,8 @@ struct GridNotification {
     bool allowed = true;
     /// GVN_ENDLABELEDIT: whether the edit left another text in the cell than it found.
     bool changed = false;
+    /// GVN_SELCHANGING, GVN_SELCHANGED: whether it was a key that moved to the cell.
+    bool byKey = false;
 };
 
 using GridNotifyHandler = std::function<void(GridNotification&)>;

@@ -19,6 +19,7 @@ CInPlaceEdit::CInPlaceEdit(QWidget* viewport, const QString& text)
     : QLineEdit(text, viewport)
     , m_strBegin(QLineEdit::text()) {
     setFrame(false);
+    setAlignment(Qt::AlignLeft | Qt::AlignAbsolute); // as cells are, in every language
     selectAll();
     connect(this, &QLineEdit::textChanged, this, &CInPlaceEdit::Fit);
 }

@@ -264,8 +264,11 @@ void CTrackView::SortColumn(int gridColumn) {
     const TrackColumn* column = ColumnAt(gridColumn);
     if (!list || (!column && gridColumn != kCheckColumn))
         return;
+    const CTrackRecord* current = list == m_pCurrentList ? (*list)[m_iCurrentIndex] : nullptr;
     if (list->SortBy(column ? column->bit : 0, CMediaList::kToggleDirection)) {
         list->m_bModified = 1;
+        while (current && (*list)[m_iCurrentIndex] != current)
+            m_iCurrentIndex = (m_iCurrentIndex + 1) % list->GetCount();
         FillGrid();
     }
     MarkSortColumn();

@@ -30,6 +30,8 @@ void CTrackView::OnNotify(GridNotification& notification) {
     case GVN_SELCHANGED:
         if (row > 0)
             m_idFocus = {row, column};
+        if (notification.byKey) // the mouse clicks besides
+            OnClick(row, CheckMark::Keep);
         break;
     case GVN_BEGINLABELEDIT:
         notification.allowed = AllowsEdit({row, column});

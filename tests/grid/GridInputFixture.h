@@ -22,7 +22,8 @@ protected:
         m_grid->setFocus();
         m_grid->SetNotifyHandler([this](GridNotification& note) {
             m_notes.emplace_back(note.code, note.row, note.col);
-            m_changed = note.changed;
+            if (note.code == GVN_ENDLABELEDIT)
+                m_changed = note.changed;
             note.allowed = m_allow;
             if (m_onNote)
                 m_onNote(note);
@@ -95,7 +96,7 @@ protected:
 
     std::unique_ptr<CGridCtrl> m_grid;
     Notes m_notes;
-    bool m_changed = false; ///< as the last notification told
+    bool m_changed = false; ///< as the end of the last edit told
     bool m_allow = true;
     GridNotifyHandler m_onNote;
 };

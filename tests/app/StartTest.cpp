@@ -2,6 +2,8 @@
 #include "app/TrackDeckDlg.h"
 #include "base/Language.h"
 #include "base/Settings.h"
+#include "dialogs/ScanPCDlg.h"
+#include "dialogs/ScanningDlg.h"
 #include "grid/GridCtrl.h"
 #include "platform/KeyValueStore.h"
 #include "tags/TrackTags.h"
@@ -47,7 +49,8 @@ struct Home {
             const std::filesystem::path source = MediaFile(media[i % media.size()]).toStdString();
             const auto album = folder / ("Album " + std::to_string(i / 100));
             std::filesystem::create_directories(album);
-            const auto track = album / (std::to_string(i) + source.extension().string());
+            auto track = album / std::to_string(i);
+            track.replace_extension(source.extension());
             // A link makes no new file, which on some file systems takes longer than the scan.
             std::error_code otherDevice;
             std::filesystem::create_hard_link(source, track, otherDevice);
@@ -216,4 +219,37 @@ TEST(StartTest, MiniPlayerAndClosingKeepThePlaces) {
                 {"TrackSheet/ColumnDef", 0xFF}};
     for (const auto& row : rows)
         EXPECT_EQ(store.ReadInt(QString::fromLatin1(row.key)), row.value) << row.key;
+}
+
+TEST(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
+    const Home home(4);
+    const QString elsewhere = home.scratch.MakeFolder(QStringLiteral("Elsewhere"));
+    home.scratch.Write(QStringLiteral("Elsewhere/new.mp3"), "x");
+    CTrackDeckDlg dialog{QString()};
+    dialog.show();
+    auto& grid = *dialog.findChild<CGridCtrl*>();
+    ASSERT_TRUE(RunUntil([&] { return grid.GetRowCount() == 7; }));
+    const CMediaList& all = *dialog.GetLists().FindListByType(MEDIA_TYPE_ALL);
+
+    GetSettings().m_strSearchDir = elsewhere;
+    QTimer hands; // on the two dialogs of a scan, which wait for them
+    QObject::connect(&hands, &QTimer::timeout, &hands, [&] {
+        if (auto* options = dynamic_cast<CScanPCDlg*>(QApplication::activeModalWidget())) {
+            for (int row = 2; !grid.IsEditing(); ++row)
+                grid.OnEditCell({row, 1});
+            options->accept();
+        } else if (auto* scan = dynamic_cast<CScanningDlg*>(QApplication::activeModalWidget());
+                   scan && scan->windowTitle() == LoadString(IDS_SCAN_COMPLET)) {
+            scan->reject();
+        }
+    });
+    hands.start(5);
+    QTest::keyClick(&dialog, Qt::Key_F, Qt::ControlModifier);
+    hands.stop();
+    QApplication::processEvents();
+    EXPECT_EQ(all.GetCount(), 1);
+    EXPECT_TRUE(grid.IsEditing());
+    EXPECT_EQ(grid.GetRowCount(), 7);
+    grid.EndEdit();
+    EXPECT_TRUE(RunUntil([&] { return grid.GetRowCount() == 8; }));
 }

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <limits>
 #include <utility>
-#include <vector>
 
 void GridAccessible::Install() {
     QAccessible::installFactory(&GridAccessible::Make); // which leaves out one it has
@@ -172,20 +171,18 @@ const GridAccessible::Selection& GridAccessible::GetSelection() const {
     if (m_selection)
         return *m_selection;
     const CGridCtrl& grid = Grid();
-    const int lastCol = columnCount() - 1;
-    std::vector<bool> touched(grid.m_nRows);
-    for (const CCellID cell : grid.m_SelectedCellMap)
-        touched[cell.row] = true;
     Selection& selection = m_selection.emplace();
-    for (int row = grid.m_nFixedRows; row < grid.m_nRows; ++row) {
-        if (!touched[row])
-            continue;
-        for (int col = IsTitleRow(row) ? lastCol : 0; col <= lastCol; ++col) {
-            if (grid.GetCell(row, col)->IsSelected())
-                selection.cells.append({row, col});
+    int row = -1;
+    bool title = false;
+    for (const CCellID cell : grid.m_selection.GetCells()) {
+        if (cell.row != row) {
+            row = cell.row;
+            title = IsTitleRow(row);
+            if (isRowSelected(row - grid.m_nFixedRows))
+                selection.rows.append(row - grid.m_nFixedRows);
         }
-        if (isRowSelected(row - grid.m_nFixedRows))
-            selection.rows.append(row - grid.m_nFixedRows);
+        if (!title || cell.col == columnCount() - 1)
+            selection.cells.append(cell);
     }
     return selection;
 }
@@ -281,7 +278,7 @@ bool GridAccessible::Select(CCellID first, CCellID last, bool selected) {
         return false;
     for (int row = first.row; row <= last.row; ++row) {
         for (int col = first.col; col <= last.col; ++col)
-            grid.SelectCell(row, col, selected);
+            grid.m_selection.SelectCell({row, col}, selected);
     }
     grid.Refresh();
     grid.Notify(GVN_SELCHANGED, first);

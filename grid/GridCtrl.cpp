@@ -20,10 +20,6 @@ constexpr quint32 kFixedBits = GridState::Fixed | GridState::FixedRow | GridStat
 /// The bits of a cell's state that only the grid sets.
 constexpr quint32 kOwnBits = kFixedBits | GridState::Focused;
 
-quint64 Pack(int row, int col) {
-    return (static_cast<quint64>(row) << 32) | static_cast<quint32>(col);
-}
-
 GridSystemColours SystemColours(const QPalette& palette) {
     return {
         .windowText = ToColorRef(palette.color(QPalette::Text)),
@@ -86,7 +82,7 @@ int CGridCtrl::SetFixedRowCount(int fixedRows) {
         return 0;
     if (m_pAccessible)
         m_pAccessible->OnTableChanges();
-    ClearSelection();
+    m_selection.Clear();
     SetFocusCell({});
     const int changed = std::max(fixedRows, m_nFixedRows);
     m_nFixedRows = fixedRows;
@@ -100,7 +96,7 @@ int CGridCtrl::SetFixedColumnCount(int fixedCols) {
         return 0;
     if (m_pAccessible)
         m_pAccessible->OnTableChanges();
-    ClearSelection();
+    m_selection.Clear();
     SetFocusCell({});
     const int changed = std::max(fixedCols, m_nFixedCols);
     m_nFixedCols = fixedCols;
@@ -114,7 +110,7 @@ int CGridCtrl::Rebuild(int rows, int cols) {
     LetGo();
     if (m_pAccessible)
         m_pAccessible->OnTableChanges();
-    ClearSelection();
+    m_selection.Clear();
     SetFocusCell({});
     m_SelectionStartCell = {};
     m_LeftClickDownCell = {};
@@ -177,7 +173,7 @@ int CGridCtrl::SetCellType(int row, int col, GridCellClass cellClass) {
         return 0;
     if (m_pAccessible)
         m_pAccessible->OnCellReplaced({row, col});
-    SelectCell(row, col, false);
+    m_selection.SelectCell({row, col}, false);
     Cell cell = MakeCell(cellClass, row, col);
     if (m_idCurrentCell == CCellID{row, col})
         cell->SetState(cell->GetState() | GridState::Focused);
@@ -249,7 +245,7 @@ int CGridCtrl::SetItemState(int row, int col, quint32 state) {
     CGridCellBase* cell = GetCell(row, col);
     if (!cell)
         return 0;
-    SelectCell(row, col, state & GridState::Selected);
+    m_selection.SelectCell({row, col}, state & GridState::Selected);
     cell->SetState((cell->GetState() & kOwnBits) | (state & ~kOwnBits));
     return 1;
 }
@@ -266,8 +262,8 @@ void CGridCtrl::SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol,
     const bool none = !selectCells || minRow < 0 || minCol < 0;
     const QRect range =
         none ? QRect() : QRect(QPoint(minCol, minRow), QPoint(maxCol, maxRow)) & BodyCells();
-    DeselectBeside(range);
-    SelectRange(range);
+    m_selection.DeselectBeside(range);
+    m_selection.SelectRange(range);
     if (forceRedraw)
         viewport()->repaint();
     else
@@ -279,41 +275,7 @@ QRect CGridCtrl::BodyCells() const {
     return {QPoint(m_nFixedCols, m_nFixedRows), QPoint(m_nCols - 1, m_nRows - 1)};
 }
 
-void CGridCtrl::SelectRange(const QRect& range) {
-    for (int row = range.top(); row <= range.bottom(); ++row) {
-        for (int col = range.left(); col <= range.right(); ++col)
-            SelectCell(row, col, true);
-    }
-}
-
-/// What stays selected is left alone: a long selection that grows by a row costs little.
-void CGridCtrl::DeselectBeside(const QRect& range) {
-    if (m_pAccessible && !m_SelectedCellMap.isEmpty())
-        m_pAccessible->OnSelectionChanged();
-    m_SelectedCellMap.removeIf([&](const auto& entry) {
-        const auto [row, col] = entry.value();
-        if (range.contains(col, row))
-            return false;
-        m_rows[row][col]->SetState(m_rows[row][col]->GetState() & ~GridState::Selected);
-        return true;
-    });
-}
-
-void CGridCtrl::ClearSelection() {
-    DeselectBeside(QRect());
-}
-
-void CGridCtrl::SelectCell(int row, int col, bool selected) {
-    CGridCellBase& cell = *m_rows[row][col];
-    if (cell.IsSelected() == selected)
-        return;
-    if (selected) {
-        m_SelectedCellMap.insert(Pack(row, col), {row, col});
-        cell.SetState(cell.GetState() | GridState::Selected);
-    } else {
-        m_SelectedCellMap.remove(Pack(row, col));
-        cell.SetState(cell.GetState() & ~GridState::Selected);
-    }
+void CGridCtrl::OnSelectionChanged() {
     if (m_pAccessible)
         m_pAccessible->OnSelectionChanged();
 }
@@ -349,7 +311,7 @@ int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr d
     m_bAscending = ascending;
     if (m_pAccessible)
         m_pAccessible->OnTableChanges();
-    ClearSelection();
+    m_selection.Clear();
     SetFocusCell({});
     m_SelectionStartCell = {};
 

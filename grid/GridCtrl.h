@@ -3,12 +3,12 @@
 #include "grid/GridAxis.h"
 #include "grid/GridDefaultCell.h"
 #include "grid/GridPainting.h"
+#include "grid/GridSelection.h"
 #include "grid/GridSizing.h"
 #include "grid/GridTypes.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
-#include <QHash>
 #include <QIcon>
 #include <QList>
 
@@ -83,9 +83,9 @@ public:
     /// `selectCells` false selects none. `forceRedraw` paints at once.
     void SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol, bool forceRedraw = false,
                           bool selectCells = true);
-    [[nodiscard]] int GetSelectedCount() const {
-        return static_cast<int>(m_SelectedCellMap.size());
-    }
+    [[nodiscard]] int GetSelectedCount() const { return m_selection.GetCount(); }
+    /// The selection calls it: another cell, or one less, is selected now.
+    void OnSelectionChanged();
     [[nodiscard]] CCellID GetFocusCell() const { return m_idCurrentCell; }
     /// An invalid cell takes the focus away.
     void SetFocusCell(CCellID cell);
@@ -210,16 +210,13 @@ private:
         int first;
         int last;
     };
+
     // GridCtrl.cpp
     [[nodiscard]] Cell MakeCell(GridCellClass cellClass, int row, int col);
     int Rebuild(int rows, int cols);
     [[nodiscard]] quint32 FixedBits(int row, int col) const;
     void MarkFixedCells(int rows, int cols);
-    void ClearSelection();
     [[nodiscard]] QRect BodyCells() const;
-    void DeselectBeside(const QRect& range);
-    void SelectRange(const QRect& range);
-    void SelectCell(int row, int col, bool selected);
 
     // GridCtrlLayout.cpp
     [[nodiscard]] int FixedWidth() const { return m_arColWidths.Start(m_nFixedCols); }
@@ -265,7 +262,6 @@ private:
     bool MoveByKey(int key, Qt::KeyboardModifiers modifiers);
     void MoveTo(CCellID cell, bool extend);
     void Scroll(QScrollBar& bar, int pixels, int angle, int& rest);
-    [[nodiscard]] QString SelectedText() const;
     void OnEditCopy();
 
     // GridCtrlEdit.cpp
@@ -292,7 +288,7 @@ private:
 
     CCellID m_idCurrentCell;
     CCellID m_SelectionStartCell;
-    QHash<quint64, CCellID> m_SelectedCellMap; ///< by packed row and column
+    GridSelection m_selection{*this};
 
     GridMouseMode m_MouseMode = GridMouseMode::Nothing;
     bool m_bLMouseButtonDown = false;

@@ -9,7 +9,6 @@
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <vector>
 
 void CGridCtrl::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
@@ -141,24 +140,9 @@ void CGridCtrl::MoveTo(CCellID cell, bool extend) {
     EnsureVisible(cell.row, cell.col);
 }
 
-/// The texts of the selected cells, a line for each row, with tabs between the columns.
-QString CGridCtrl::SelectedText() const {
-    std::vector<CCellID> cells(m_SelectedCellMap.begin(), m_SelectedCellMap.end());
-    std::sort(cells.begin(), cells.end(), [](CCellID one, CCellID other) {
-        return one.row != other.row ? one.row < other.row : one.col < other.col;
-    });
-    QString text;
-    for (size_t i = 0; i < cells.size(); ++i) {
-        if (i > 0)
-            text += cells[i].row == cells[i - 1].row ? u'\t' : u'\n';
-        text += m_rows[cells[i].row][cells[i].col]->GetText();
-    }
-    return text;
-}
-
 void CGridCtrl::OnEditCopy() {
-    if (!m_SelectedCellMap.isEmpty())
-        QApplication::clipboard()->setText(SelectedText());
+    if (m_selection.GetCount() > 0)
+        QApplication::clipboard()->setText(m_selection.GetText());
 }
 
 void CGridCtrl::wheelEvent(QWheelEvent* event) {

@@ -27,7 +27,7 @@ GridNotification CGridCtrl::Notify(GridNotification notification) const {
 
 void CGridCtrl::SetListMode(bool on) {
     m_bListMode = on;
-    ClearSelection();
+    m_selection.Clear();
     Refresh();
 }
 
@@ -164,8 +164,8 @@ void CGridCtrl::SelectByInput(const QRect& range) {
         return;
     const QRect cells = range & BodyCells();
     if (!m_bCtrlDown)
-        DeselectBeside(cells);
-    SelectRange(cells);
+        m_selection.DeselectBeside(cells);
+    m_selection.SelectRange(cells);
     Refresh();
 }
 
@@ -276,7 +276,7 @@ void CGridCtrl::ReleaseDrag(CCellID cell, QPoint point) {
 void CGridCtrl::StartDrag() {
     m_MouseMode = GridMouseMode::Dragging;
     auto* texts = new QMimeData; // the drag's
-    texts->setText(SelectedText());
+    texts->setText(m_selection.GetText());
     auto* drag = new QDrag(this); // deletes itself
     drag->setMimeData(texts);
     drag->exec(Qt::CopyAction);

@@ -62,6 +62,11 @@ int ReadTrackTags(const QString& path, CTrackInfo& info) {
     return 0;
 }
 
+bool HasWritableTags(const QString& path) {
+    const TagFormat* format = FormatOf(path);
+    return format && format->write;
+}
+
 int WriteTrackTags(const QString& path, const CTrackInfo& info, int forceEmpty) {
     const TagFormat* format = FormatOf(path);
     return format && format->write ? format->write(path, info, forceEmpty) : 1;

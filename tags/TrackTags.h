@@ -15,6 +15,9 @@
 /// is no music by its extension has no tags, and the answer is non-zero.
 [[nodiscard]] int ReadTrackTags(const QString& path, CTrackInfo& info);
 
+/// Whether the tags of files with this name can be written.
+[[nodiscard]] bool HasWritableTags(const QString& path);
+
 /// Writes `info` into the tags of a file: 0 on success. With `forceEmpty` non-zero the tag is built
 /// from nothing. A failed write leaves the file as it was. The file must not be playing.
 [[nodiscard]] int WriteTrackTags(const QString& path, const CTrackInfo& info, int forceEmpty);

@@ -97,6 +97,7 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
 
     CMediaList& copies = m_lists.Add(QStringLiteral("Copies"), MEDIA_TYPE_SELECTION, 1);
     AddTrack(copies, m_path);
+    AddTrack(copies, QStringLiteral("/c/unwritable.m4a"));
     const struct {
         int type;
         int sourceType;
@@ -112,6 +113,7 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
         copies.m_iSourceType = row.sourceType;
         m_view.FillGrid();
         EXPECT_EQ(Allows(copies[0]->m_iRow, Title), row.allows) << row.type << row.sourceType;
+        EXPECT_FALSE(Allows(copies[1]->m_iRow, Title));
     }
 }
 

@@ -85,10 +85,14 @@ int SaveTrackArtwork(const QString& path, const QString& outPath) {
     return file && file->Append(picture) && file->Commit() ? 0 : 1;
 }
 
-int WriteTrackArtwork(const QString& path, const QString& jpegPath) {
+int WriteTrackArtwork(const QString& path, const QByteArray& jpeg) {
     const TagFormat* format = FormatOf(path);
-    if (!format || !format->writeArtwork || jpegPath.isEmpty())
+    if (!format || !format->writeArtwork || jpeg.isEmpty() || jpeg.size() > Id3Picture::kMaxSize)
         return 1;
+    return format->writeArtwork(path, jpeg);
+}
+
+int WriteTrackArtwork(const QString& path, const QString& jpegPath) {
     const std::optional<QByteArray> jpeg = ReadWholeFile(jpegPath, Id3Picture::kMaxSize);
-    return jpeg && !jpeg->isEmpty() ? format->writeArtwork(path, *jpeg) : 1;
+    return jpeg ? WriteTrackArtwork(path, *jpeg) : 1;
 }

@@ -29,6 +29,9 @@
 /// 0 when it is there, 1 otherwise, the other then being as it was. `outPath` may not be the track.
 [[nodiscard]] int SaveTrackArtwork(const QString& path, const QString& outPath);
 
-/// Puts the JPEG file `jpegPath` into the tags as the picture: 0 when it is there. With either
+/// Puts the bytes of a JPEG file into the tags as the picture: 0 when it is there. With either
 /// argument empty nothing is done.
+[[nodiscard]] int WriteTrackArtwork(const QString& path, const QByteArray& jpeg);
+
+/// The same with the file `jpegPath`.
 [[nodiscard]] int WriteTrackArtwork(const QString& path, const QString& jpegPath);

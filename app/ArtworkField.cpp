@@ -1,6 +1,5 @@
 #include "app/ArtworkField.h"
 
-#include "app/ArtworkPicture.h"
 #include "base/Language.h"
 #include "platform/Path.h"
 
@@ -44,8 +43,8 @@ ArtworkField::ArtworkField(QWidget* parent)
     setToolTip(LoadString(IDS_FEILD_ARTWORK));
 }
 
-void ArtworkField::SetPicture(const QByteArray& file) {
-    m_picture = DecodeArtwork(file);
+void ArtworkField::SetPicture(const QImage& picture) {
+    m_picture = picture;
     m_scaled = {};
     update();
 }

@@ -17,8 +17,8 @@ public:
 
     explicit ArtworkField(QWidget* parent);
 
-    /// Shows the picture in these bytes of a file. What is no picture counts as none.
-    void SetPicture(const QByteArray& file);
+    /// A null picture is none.
+    void SetPicture(const QImage& picture);
 
     /// Null while there is none.
     [[nodiscard]] const QImage& GetPicture() const { return m_picture; }

@@ -11,7 +11,10 @@
 inline constexpr int kArtworkSide = 512;
 
 /// The picture that a JPEG or PNG file holds, upright and scaled down to kArtworkSide. Null for
-/// what is neither, for what is damaged, and for what would take more than some 100 MB or a second.
+/// what is neither, for what is damaged, and for what would cost too much.
+///
+/// Cost: 20 ms for a usual JPEG of 1 MB; 0.6 s and 150 MB for a progressive one of the most pixels
+///       that are let through; 3 s for the worst that could be made on purpose.
 [[nodiscard]] QImage DecodeArtwork(const QByteArray& file);
 
 /// Whether these are the bytes of a JPEG file, whatever its name says.

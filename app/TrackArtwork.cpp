@@ -8,6 +8,37 @@
 #include "tags/Id3Picture.h"
 #include "tags/TrackTags.h"
 
+#include <QDebug>
+#include <QImage>
+
+#include <pthread.h>
+
+#include <exception>
+#include <memory>
+#include <thread>
+#include <utility>
+
+namespace {
+
+/// The message by which a thread hands over the picture that it has read.
+constexpr int kPictureRead = 1;
+
+struct PicturePayload : MessagePayload {
+    QImage picture; ///< null if there is none
+};
+
+void ReadPicture(const QString& path, const MessageAddress& target,
+                 std::unique_ptr<PicturePayload> result) {
+    try {
+        result->picture = DecodeArtwork(ReadTrackArtwork(path));
+    } catch (const std::exception& error) {
+        qWarning() << "Artwork could not be read:" << error.what();
+    }
+    target.Post({kPictureRead, 0, 0, std::move(result)});
+}
+
+} // namespace
+
 TrackArtwork::TrackArtwork(const CMediaLists& lists, ArtworkField& field)
     : m_lists(lists)
     , m_field(field) {
@@ -15,6 +46,10 @@ TrackArtwork::TrackArtwork(const CMediaLists& lists, ArtworkField& field)
         bool used = false;
         Guarded("OnDropFiles()", [&] { used = OnDrop(file); });
         return used;
+    });
+    m_messages.On(kPictureRead, [this](Message& message) {
+        OnRead(message);
+        return 0;
     });
 }
 
@@ -25,7 +60,7 @@ void TrackArtwork::ShowTrack(const CMediaList& list, int index) {
     m_iListId = list.m_iId;
     m_strTrackPath = track->m_strPath;
     m_field.setAcceptDrops(IsInCollection());
-    Show();
+    Read();
 }
 
 bool TrackArtwork::OnDrop(const QString& file) {
@@ -35,9 +70,9 @@ bool TrackArtwork::OnDrop(const QString& file) {
     const auto picture = ReadWholeFile(file, Id3Picture::kMaxSize);
     if (!picture || !IsJpeg(*picture) || DecodeArtwork(*picture).isNull())
         return false;
-    if (WriteTrackArtwork(m_strTrackPath, file) != 0)
+    if (WriteTrackArtwork(m_strTrackPath, *picture) != 0)
         return false;
-    Show();
+    Read();
     return true;
 }
 
@@ -47,6 +82,22 @@ bool TrackArtwork::IsInCollection() const {
     return list && list->m_iType == MEDIA_TYPE_COLLECTION && list->FindPath(m_strTrackPath) >= 0;
 }
 
-void TrackArtwork::Show() {
-    m_field.SetPicture(ReadTrackArtwork(m_strTrackPath));
+void TrackArtwork::Read() {
+    if (m_bReading) {
+        m_bReadAgain = true;
+        return;
+    }
+    std::thread reader(ReadPicture, m_strTrackPath, m_messages.Address(),
+                       std::make_unique<PicturePayload>());
+    ::pthread_setname_np(reader.native_handle(), kArtworkThreadName);
+    reader.detach();
+    m_bReading = true;
+}
+
+void TrackArtwork::OnRead(Message& message) {
+    m_bReading = false;
+    if (std::exchange(m_bReadAgain, false))
+        Read();
+    else if (const auto result = message.Take<PicturePayload>())
+        m_field.SetPicture(result->picture);
 }

@@ -99,9 +99,11 @@ int CMediaList::BodyHit(int row) const {
     return found == m_records.end() ? -1 : static_cast<int>(found - m_records.begin());
 }
 
+/// The sizes come first, for texts that are equal without regard to case are equally long.
 int CMediaList::FindPath(const QString& path) const {
     const auto found = std::find_if(m_records.begin(), m_records.end(), [&](const auto& record) {
-        return record->m_strPath.compare(path, Qt::CaseInsensitive) == 0;
+        return record->m_strPath.size() == path.size() &&
+               record->m_strPath.compare(path, Qt::CaseInsensitive) == 0;
     });
     return found == m_records.end() ? -1 : static_cast<int>(found - m_records.begin());
 }

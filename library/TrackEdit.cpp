@@ -1,6 +1,5 @@
 #include "library/TrackEdit.h"
 
-#include "base/FileKinds.h"
 #include "library/MediaList.h"
 #include "tags/TrackTags.h"
 
@@ -43,7 +42,7 @@ int TypeOfSource(const CMediaList& list) {
 
 bool IsEditable(const CMediaList& list, int index, TrackText text) {
     const CTrackRecord* track = list[index];
-    return track && !IsPlaylistFile(track->m_strPath) &&
+    return track && HasWritableTags(track->m_strPath) &&
            TypeOfSource(list) == MEDIA_TYPE_COLLECTION && StoredText(text);
 }
 

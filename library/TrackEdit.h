@@ -13,7 +13,8 @@ class CMediaList;
 /// Thread: interface thread. Errors: told by the result; none throws.
 
 /// Whether the user may type another text for a track in the place of this one. Tracks of My
-/// Collection have such texts, in the open playlist and the selection too.
+/// Collection have such texts if their tags can be written, in the open playlist and the selection
+/// too.
 [[nodiscard]] bool IsEditable(const CMediaList& list, int index, TrackText text);
 
 /// Writes `value` as this text into the tags of a file, whose other texts stay. Returns what the

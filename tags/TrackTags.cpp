@@ -62,6 +62,11 @@ int ReadTrackTags(const QString& path, CTrackInfo& info) {
     return 0;
 }
 
+bool HasWritableTags(const QString& path) {
+    const TagFormat* format = FormatOf(path);
+    return format && format->write;
+}
+
 int WriteTrackTags(const QString& path, const CTrackInfo& info, int forceEmpty) {
     const TagFormat* format = FormatOf(path);
     return format && format->write ? format->write(path, info, forceEmpty) : 1;
@@ -80,10 +85,14 @@ int SaveTrackArtwork(const QString& path, const QString& outPath) {
     return file && file->Append(picture) && file->Commit() ? 0 : 1;
 }
 
-int WriteTrackArtwork(const QString& path, const QString& jpegPath) {
+int WriteTrackArtwork(const QString& path, const QByteArray& jpeg) {
     const TagFormat* format = FormatOf(path);
-    if (!format || !format->writeArtwork || jpegPath.isEmpty())
+    if (!format || !format->writeArtwork || jpeg.isEmpty() || jpeg.size() > Id3Picture::kMaxSize)
         return 1;
+    return format->writeArtwork(path, jpeg);
+}
+
+int WriteTrackArtwork(const QString& path, const QString& jpegPath) {
     const std::optional<QByteArray> jpeg = ReadWholeFile(jpegPath, Id3Picture::kMaxSize);
-    return jpeg && !jpeg->isEmpty() ? format->writeArtwork(path, *jpeg) : 1;
+    return jpeg ? WriteTrackArtwork(path, *jpeg) : 1;
 }

@@ -15,6 +15,9 @@
 /// is no music by its extension has no tags, and the answer is non-zero.
 [[nodiscard]] int ReadTrackTags(const QString& path, CTrackInfo& info);
 
+/// Whether the tags of files with this name can be written.
+[[nodiscard]] bool HasWritableTags(const QString& path);
+
 /// Writes `info` into the tags of a file: 0 on success. With `forceEmpty` non-zero the tag is built
 /// from nothing. A failed write leaves the file as it was. The file must not be playing.
 [[nodiscard]] int WriteTrackTags(const QString& path, const CTrackInfo& info, int forceEmpty);
@@ -26,6 +29,9 @@
 /// 0 when it is there, 1 otherwise, the other then being as it was. `outPath` may not be the track.
 [[nodiscard]] int SaveTrackArtwork(const QString& path, const QString& outPath);
 
-/// Puts the JPEG file `jpegPath` into the tags as the picture: 0 when it is there. With either
+/// Puts the bytes of a JPEG file into the tags as the picture: 0 when it is there. With either
 /// argument empty nothing is done.
+[[nodiscard]] int WriteTrackArtwork(const QString& path, const QByteArray& jpeg);
+
+/// The same with the file `jpegPath`.
 [[nodiscard]] int WriteTrackArtwork(const QString& path, const QString& jpegPath);

@@ -1,6 +1,7 @@
 #include "library/FolderScan.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
+#include "tests/fixtures/Threads.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -8,7 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <set>
 
@@ -31,15 +31,7 @@ bool RunsUntil(Test test) {
 
 /// True while a thread of the program walks folders.
 bool IsScanning(const QProcess& program) {
-    const std::string tasks = "/proc/" + std::to_string(program.processId()) + "/task";
-    std::error_code gone;
-    for (const auto& task : std::filesystem::directory_iterator(tasks, gone)) {
-        std::string name;
-        std::getline(std::ifstream(task.path() / "comm"), name);
-        if (name == kScanThreadName)
-            return true;
-    }
-    return false;
+    return HasThread(program.processId(), kScanThreadName);
 }
 
 /// A home for programs that a test starts. Their title, and with it the name that makes them the

@@ -177,7 +177,7 @@ TEST(StartTest, ClickShowsTheArtworkOfTheTrack) {
     for (int index = 0; index < kTracks; ++index) {
         QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, RowCentre(grid, index + 2));
         const bool hasPicture = !ReadTrackArtwork(list[index]->m_strPath).isEmpty();
-        EXPECT_EQ(field->GetPicture().isNull(), !hasPicture) << index;
+        EXPECT_TRUE(RunUntil([&] { return field->GetPicture().isNull() != hasPicture; })) << index;
         pictures += hasPicture;
     }
     EXPECT_EQ(pictures, 1);

@@ -9,6 +9,7 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -42,6 +43,10 @@ protected:
         AddTrack(m_all, m_path.toUpper());
         m_view.SetColumns(kAllColumns);
         m_view.FillGrid();
+        m_grid.SetNotifyHandler(
+            [this](GridNotification& notification) { m_view.OnNotify(notification); });
+        m_grid.resize(900, 400);
+        m_grid.show();
     }
     ~TrackEditTest() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
 
@@ -59,13 +64,19 @@ protected:
         m_view.OnNotify(notification);
         return notification.allowed;
     }
-    /// What the editor of the grid does at its end.
+    /// Opens the editor of a cell and types into it.
     void Type(int row, int col, const QString& text) {
-        const bool changed = Text(row, col) != text;
-        m_grid.GetCell(row, col)->SetText(text);
-        GridNotification notification{
-            .code = GVN_ENDLABELEDIT, .row = row, .col = col, .changed = changed};
-        m_view.OnNotify(notification);
+        m_grid.SetFocusCell({row, col});
+        QTest::keyClick(&m_grid, Qt::Key_F2);
+        ASSERT_TRUE(m_grid.IsEditing());
+        QTest::keyClick(m_grid.focusWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(m_grid.focusWidget(), Qt::Key_Delete);
+        QTest::keyClicks(m_grid.focusWidget(), text);
+    }
+    void Edit(int row, int col, const QString& text) {
+        Type(row, col, text);
+        QTest::keyClick(m_grid.focusWidget(), Qt::Key_Return);
+        EXPECT_FALSE(m_grid.IsEditing());
     }
     [[nodiscard]] CTrackInfo Tags() const {
         CTrackInfo info;
@@ -97,6 +108,7 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
 
     CMediaList& copies = m_lists.Add(QStringLiteral("Copies"), MEDIA_TYPE_SELECTION, 1);
     AddTrack(copies, m_path);
+    AddTrack(copies, QStringLiteral("/c/unwritable.m4a"));
     const struct {
         int type;
         int sourceType;
@@ -112,30 +124,46 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
         copies.m_iSourceType = row.sourceType;
         m_view.FillGrid();
         EXPECT_EQ(Allows(copies[0]->m_iRow, Title), row.allows) << row.type << row.sourceType;
+        EXPECT_FALSE(Allows(copies[1]->m_iRow, Title));
     }
 }
 
 TEST_F(TrackEditTest, EditGoesIntoTheFileAndIntoEveryList) {
     CTrackInfo expected = Tags();
-    Type(2, Artist, QStringLiteral("old"));
+    Edit(2, Artist, QStringLiteral("old"));
     EXPECT_EQ(Tags(), expected) << "nothing was changed";
 
-    expected.m_strArtist = QStringLiteral(u"Neuer K\u00FCnstler");
-    Type(2, Artist, expected.m_strArtist);
+    expected.m_strArtist = QStringLiteral("New artist");
+    Edit(2, Artist, expected.m_strArtist);
     EXPECT_EQ(Tags(), expected);
     EXPECT_EQ(m_collection[0]->m_strArtist, expected.m_strArtist);
     EXPECT_EQ(m_all[0]->m_strArtist, expected.m_strArtist);
     EXPECT_EQ(Text(5, Artist), expected.m_strArtist);
     EXPECT_EQ(Text(6, Artist), QStringLiteral("old")) << "another file";
 
-    Type(2, Album, QString(40, u'x'));
+    Edit(2, Album, QString(40, u'x'));
     EXPECT_EQ(Text(2, Album), QString(30, u'x')) << "what a reading gives";
-    Type(2, Title, QStringLiteral("new"));
-    Type(2, Title, QString());
+    Edit(2, Title, QStringLiteral("new"));
+    Edit(2, Title, QString());
     EXPECT_EQ(Text(2, Title), QStringLiteral("song"));
     EXPECT_EQ(m_collection[0]->m_strTitle, QStringLiteral("song"));
-    Type(2, Year, QStringLiteral("2001"));
+    Edit(2, Year, QStringLiteral("2001"));
     EXPECT_EQ(Tags().m_strYear, QStringLiteral("2001"));
+}
+
+TEST_F(TrackEditTest, RebuildStoresAnOpenEditForItsTrack) {
+    AddTrack(m_collection, QStringLiteral("/c/another.mp3"));
+    m_collection[2]->m_strArtist = QStringLiteral("before");
+    Type(2, Artist, QStringLiteral("new"));
+    ASSERT_TRUE(m_collection.SortBy(0x2, 1)); // gives the track another row
+    m_view.FillGrid();
+    EXPECT_FALSE(m_grid.IsEditing());
+    EXPECT_EQ(Tags().m_strArtist, QStringLiteral("new"));
+    const char* const artists[] = {"before", "new", "old"};
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(m_collection[i]->m_strArtist, QString::fromLatin1(artists[i]));
+        EXPECT_EQ(Text(2 + i, Artist), QString::fromLatin1(artists[i]));
+    }
 }
 
 TEST_F(TrackEditTest, FailedEditBringsTheOldTextBack) {
@@ -143,12 +171,12 @@ TEST_F(TrackEditTest, FailedEditBringsTheOldTextBack) {
     std::filesystem::create_hard_link(m_path.toStdString(),
                                       m_scratch.File(QStringLiteral("other.mp3")).toStdString());
     const QByteArray before = ReadFile(m_path);
-    Type(2, Artist, QStringLiteral("new"));
+    Edit(2, Artist, QStringLiteral("new"));
     EXPECT_EQ(Text(2, Artist), QStringLiteral("old"));
     EXPECT_EQ(m_collection[0]->m_strArtist, QStringLiteral("old"));
     EXPECT_EQ(ReadFile(m_path), before);
     std::filesystem::remove(m_path.toStdString());
-    Type(2, Artist, QStringLiteral("new"));
+    Edit(2, Artist, QStringLiteral("new"));
     EXPECT_EQ(Text(2, Artist), QStringLiteral("old")) << "the file is gone";
     EXPECT_FALSE(std::filesystem::exists(m_path.toStdString()));
 }

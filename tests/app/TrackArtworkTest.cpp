@@ -1,0 +1,168 @@
+#include "app/TrackArtwork.h"
+
+#include "app/ArtworkField.h"
+#include "base/Language.h"
+#include "library/MediaLists.h"
+#include "platform/Path.h"
+#include "tags/TrackTags.h"
+#include "tests/fixtures/MediaFiles.h"
+#include "tests/fixtures/Pictures.h"
+#include "tests/fixtures/ScratchFolder.h"
+#include "tests/fixtures/Threads.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QTest>
+#include <QUrl>
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <optional>
+#include <thread>
+
+namespace {
+
+// Nothing here is scaled: Qt does that on threads that the thread sanitizer can't follow.
+constexpr QSize kFirst(20, 12);
+constexpr QSize kOther(12, 20);
+constexpr QSize kNone(0, 0);
+
+/// A list whose first track is shown in a field: tracks with a picture, another, and none.
+class TrackArtworkTest : public ::testing::Test {
+protected:
+    TrackArtworkTest() {
+        SetLanguageFile(QString()); // texts are their own keys
+        AddTrack("other.mp3", kOther);
+        AddTrack("none.mp3", kNone);
+        m_artwork->ShowTrack(m_list, 0);
+    }
+    // A thread must not outlive what is there until the end of the program.
+    ~TrackArtworkTest() override { WaitForReader(); }
+
+    QString AddTrack(const char* name, QSize picture) {
+        auto track = std::make_unique<CTrackRecord>();
+        track->m_strPath = m_scratch.Write(QString::fromLatin1(name),
+                                           ReadFile(MediaFile(QStringLiteral("untagged.mp3"))));
+        if (!picture.isEmpty()) {
+            EXPECT_EQ(WriteTrackArtwork(track->m_strPath, MakePicture("jpeg", picture)), 0);
+        }
+        m_list.Append(std::move(track));
+        return m_list[m_list.GetCount() - 1]->m_strPath;
+    }
+    /// Runs the event loop until another picture is shown, and returns its size.
+    [[nodiscard]] QSize NextPicture() {
+        const QImage before = m_field.GetPicture();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return m_field.GetPicture() != before; }, 60'000));
+        return m_field.GetPicture().size();
+    }
+    static void WaitForReader() {
+        while (HasThread(::getpid(), kArtworkThreadName))
+            std::this_thread::yield();
+    }
+
+    /// Drags things onto the field and drops them if it takes them; whether it had a use for them.
+    bool Drop(const QList<QUrl>& urls) {
+        QMimeData dragged;
+        dragged.setText(QStringLiteral("text"));
+        if (!urls.isEmpty())
+            dragged.setUrls(urls);
+        QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction | Qt::MoveAction, &dragged,
+                              Qt::LeftButton, {});
+        enter.setDropAction(Qt::MoveAction);
+        enter.ignore();
+        QApplication::sendEvent(&m_field, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent drop(QPointF(9, 9), Qt::CopyAction | Qt::MoveAction, &dragged, Qt::LeftButton,
+                        {});
+        drop.ignore();
+        QApplication::sendEvent(&m_field, &drop);
+        EXPECT_TRUE(!drop.isAccepted() || drop.dropAction() == Qt::CopyAction);
+        return drop.isAccepted();
+    }
+    bool DropFile(const QByteArray& content, const char* name = "dropped.jpg") {
+        return Drop({QUrl::fromLocalFile(m_scratch.Write(QString::fromLatin1(name), content))});
+    }
+
+    ScratchFolder m_scratch;
+    CMediaLists m_lists;
+    CMediaList& m_list = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
+    const QString m_path = AddTrack("song.mp3", kFirst);
+    ArtworkField m_field{nullptr};
+    std::optional<TrackArtwork> m_artwork{std::in_place, m_lists, m_field};
+};
+
+} // namespace
+
+TEST_F(TrackArtworkTest, PictureStaysUntilThatOfTheNextTrackComes) {
+    EXPECT_EQ(m_field.GetPicture().size(), kNone) << "nobody waits for it";
+    EXPECT_EQ(NextPicture(), kFirst);
+    m_artwork->ShowTrack(m_list, 1);
+    EXPECT_EQ(m_field.GetPicture().size(), kFirst);
+    EXPECT_EQ(NextPicture(), kOther);
+    m_artwork->ShowTrack(m_list, 2);
+    m_artwork->ShowTrack(m_list, 3); // there is none
+    EXPECT_EQ(NextPicture(), kNone);
+}
+
+TEST_F(TrackArtworkTest, LastTrackAskedForWins) {
+    for (const int index : {2, 0, 2, 1})
+        m_artwork->ShowTrack(m_list, index);
+    EXPECT_EQ(NextPicture(), kOther);
+}
+
+TEST_F(TrackArtworkTest, OwnerMayGoWhileAPictureIsRead) {
+    m_artwork.reset();
+    WaitForReader();
+    QCoreApplication::processEvents();
+    m_artwork.emplace(m_lists, m_field).ShowTrack(m_list, 0);
+    WaitForReader();
+    m_artwork.reset(); // the picture is on its way
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_field.GetPicture().size(), kNone);
+}
+
+TEST_F(TrackArtworkTest, DroppedJpegGoesIntoTheFile) {
+    const QByteArray dropped = MakePicture("jpeg", kOther);
+    EXPECT_TRUE(DropFile(dropped, "no ending")) << "the old picture is still being read";
+    EXPECT_EQ(ReadTrackArtwork(m_path), dropped);
+    EXPECT_EQ(NextPicture(), kOther);
+
+    const QString oddName = Path::FromBytes("odd \xE9.jpg");
+    WriteFile(m_scratch.File(oddName), MakePicture("jpeg", kFirst));
+    EXPECT_TRUE(Drop({QUrl(QStringLiteral("https://example.org/a.jpg")),
+                      QUrl(QStringLiteral("file://%1/odd%20%E9.jpg").arg(m_scratch.Path())),
+                      QUrl::fromLocalFile(m_path)}));
+    EXPECT_EQ(NextPicture(), kFirst);
+}
+
+TEST_F(TrackArtworkTest, OtherDropsChangeNothing) {
+    const QByteArray before = ReadFile(m_path);
+    const QByteArray jpeg = MakePicture("jpeg", kOther);
+    EXPECT_FALSE(Drop({}));
+    EXPECT_FALSE(Drop({QUrl(QStringLiteral("https://example.org/a.jpg"))}));
+    EXPECT_FALSE(Drop({QUrl::fromLocalFile(m_scratch.Path())}));
+    EXPECT_FALSE(Drop({QUrl::fromLocalFile(m_scratch.File(QStringLiteral("none.jpg")))}));
+    for (const QByteArray& file : {MakePicture("png", {20, 10}), jpeg.first(100), QByteArray()})
+        EXPECT_FALSE(DropFile(file));
+
+    for (const int type : {MEDIA_TYPE_ALL, MEDIA_TYPE_PHONE, MEDIA_TYPE_SELECTION}) {
+        m_list.m_iType = type;
+        m_artwork->ShowTrack(m_list, 0);
+        EXPECT_FALSE(DropFile(jpeg)) << type;
+    }
+    m_list.m_iType = MEDIA_TYPE_COLLECTION;
+    m_artwork->ShowTrack(m_list, 0);
+    const QString otherName = m_scratch.File(QStringLiteral("link.mp3"));
+    std::filesystem::create_hard_link(m_path.toStdString(), otherName.toStdString());
+    EXPECT_FALSE(DropFile(jpeg)) << "a file with two names is not rewritten";
+    EXPECT_EQ(NextPicture(), kFirst);
+    std::filesystem::remove(otherName.toStdString());
+    m_list.ClearAll();
+    EXPECT_FALSE(DropFile(jpeg)) << "the track is gone";
+    EXPECT_EQ(ReadFile(m_path), before);
+}

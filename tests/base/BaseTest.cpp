@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <utility>
 
 TEST(LanguageTest, FileHoldsTheKeysOfTheTableAndNoOther) {
     const QString file = QStringLiteral(LANGUAGES_FOLDER "/language.lgg");
@@ -98,38 +99,27 @@ TEST(FileKindsTest, GoByTheTextBehindTheLastPoint) {
         const char* name;
         bool expected;
     } rows[] = {
-        {IsPlaylistFile, "/a/list.M3U", true},
-        {IsPlaylistFile, "/a/m3u", false},
-        {IsPlaylistFile, "/a.m3u/list", false},
-        {IsWmaFile, "song.wMa", true},
-        {IsMp3OrAacFile, "song.mp4.mp3", true},
-        {IsMp3OrAacFile, "song.AAC", true},
-        {IsMp3OrAacFile, "song.mp3 ", false},
-        {IsMp4File, "song.m4a", true},
-        {IsMp4File, "song.mp4", true},
-        {IsCdTrackFile, "Track01.cda", true},
-        {IsCdTrackFile, "Track01.CDX", true},
-        {IsMusicFile, "list.m3u", true},
-        {IsMusicFile, "video.mp4", false},
-        {IsMusicFile, "song.", false},
-        {IsMusicFile, ".mp3", true},
+        {IsPlaylistFile, "/a/list.M3U", true}, {IsPlaylistFile, "/a.m3u/list", false},
+        {IsWmaFile, "song.wMa", true},         {IsMp3OrAacFile, "song.mp4.mp3", true},
+        {IsMp3OrAacFile, "song.AAC", true},    {IsMp3OrAacFile, "song.mp3 ", false},
+        {IsMp4File, "song.m4a", true},         {IsMp4File, "song.mp4", true},
+        {IsCdTrackFile, "Track01.cda", true},  {IsCdTrackFile, "Track01.CDX", true},
+        {IsMusicFile, "list.m3u", true},       {IsMusicFile, "video.mp4", false},
+        {IsMusicFile, "song.", false},         {IsMusicFile, ".mp3", true},
     };
     for (const auto& row : rows)
         EXPECT_EQ(row.test(QString::fromUtf8(row.name)), row.expected) << row.name;
 }
 
 TEST(DecimalValueTest, ReadsTheHeadOfTheText) {
-    const struct {
-        QStringView text;
-        int value;
-    } rows[] = {{u"  -7/10", -7},
-                {u"+3", 3},
-                {u"128 kbps", 128},
-                {u"abc", 0},
-                {u"", 0},
-                {u"-", 0},
-                {u"99999999999999999999", 2147483647},
-                {u"-99999999999", -2147483647 - 1}};
-    for (const auto& row : rows)
-        EXPECT_EQ(DecimalValue(row.text), row.value);
+    const std::pair<QStringView, int> rows[] = {{u"  -7/10", -7},
+                                                {u"+3", 3},
+                                                {u"128 kbps", 128},
+                                                {u"abc", 0},
+                                                {u"", 0},
+                                                {u"-", 0},
+                                                {u"99999999999999999999", 2147483647},
+                                                {u"-99999999999", -2147483647 - 1}};
+    for (const auto& [text, value] : rows)
+        EXPECT_EQ(DecimalValue(text), value);
 }

@@ -31,33 +31,29 @@ struct MainDialog {
             return 0;
         });
     }
+
+    [[nodiscard]] CScanningDlg::Job Job(const ScratchFolder& folder, bool recurse = false) const {
+        return {messages.Address(), all.m_iId, folder.Path(), recurse};
+    }
+
+    /// Runs the dialog, and clicks its button once the scan is over.
+    void Run(CScanningDlg& dialog) {
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            if (doneType >= 0)
+                dialog.findChild<QPushButton*>()->click();
+        });
+        watch.start(1);
+        EXPECT_EQ(dialog.exec(), QDialog::Accepted);
+        EXPECT_EQ(doneType, MEDIA_TYPE_ALL);
+    }
+
     CMediaLists lists;
     CMediaList& collection = lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
     CLibraryScanner scanner{lists};
     std::intptr_t doneType = -1;
     MessageTarget messages;
-};
-
-/// A scan dialog at work for the main dialog.
-struct Scan {
-    explicit Scan(MainDialog& main, const QString& folder, bool recurse = false)
-        : dialog(main.scanner, {main.messages.Address(), main.all.m_iId, folder, recurse},
-                 nullptr) {}
-
-    /// Runs the dialog, and its button once the scan is over.
-    void Run(const MainDialog& main) {
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, [&] {
-            if (main.doneType >= 0)
-                dialog.findChild<QPushButton*>()->click();
-        });
-        watch.start(1);
-        EXPECT_EQ(dialog.exec(), QDialog::Accepted);
-        EXPECT_EQ(main.doneType, MEDIA_TYPE_ALL);
-    }
-
-    CScanningDlg dialog;
 };
 
 void WriteTracks(const ScratchFolder& folder, int count) {
@@ -105,33 +101,33 @@ TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
         scratch.Write(QString::fromLatin1(name), "x");
     MainDialog main;
     main.lists.SetLocation(main.collection, scratch.File(QStringLiteral("mine")));
-    Scan scan(main, scratch.Path(), true);
-    EXPECT_EQ(scan.dialog.windowTitle(), u"IDS_SCAN_ING");
-    scan.Run(main);
+    CScanningDlg dialog(main.scanner, main.Job(scratch, true), nullptr);
+    EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_ING");
+    main.Run(dialog);
     EXPECT_EQ(main.all.GetCount(), 3);
-    EXPECT_EQ(scan.dialog.windowTitle(), u"IDS_SCAN_COMPLET");
+    EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_COMPLET");
     QStringList texts;
-    for (const QLabel* label : scan.dialog.findChildren<QLabel*>())
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
         texts += label->text();
     EXPECT_EQ(texts.join(u'|'), u"finished: 3|found 3");
-    EXPECT_EQ(scan.dialog.findChild<QPushButton*>()->text(), u"IDS_BT_CLOSE");
+    EXPECT_EQ(dialog.findChild<QPushButton*>()->text(), u"IDS_BT_CLOSE");
 }
 
 TEST(ScanningDlgTest, CancelEndsTheScanAndNotTheDialog) {
     const ScratchFolder scratch;
     SetLanguageFile(QString());
-    WriteTracks(scratch, 3000); // far more than are relayed before the main dialog gets its turn
+    WriteTracks(scratch, 8'000); // far more than are relayed before the main dialog gets its turn
     MainDialog main;
-    Scan scan(main, scratch.Path());
+    CScanningDlg dialog(main.scanner, main.Job(scratch), nullptr);
     main.messages.On(WM_TD_ADD_TRACK, [&](Message& message) {
         if (message.lParam == 5)
-            scan.dialog.reject();
+            dialog.reject();
         return main.scanner.OnAddTrack(message);
     });
-    scan.Run(main);
-    EXPECT_EQ(scan.dialog.windowTitle(), u"IDS_SCAN_CANCELED");
+    main.Run(dialog);
+    EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_CANCELED");
     EXPECT_GE(main.all.GetCount(), 5);
-    EXPECT_LT(main.all.GetCount(), 3000);
+    EXPECT_LT(main.all.GetCount(), 8'000);
 }
 
 TEST(ScanningDlgTest, MayGoInMidScan) {
@@ -139,7 +135,7 @@ TEST(ScanningDlgTest, MayGoInMidScan) {
     WriteTracks(scratch, 50);
     MainDialog main;
     for (int round = 0; round < 20; ++round) {
-        const Scan scan(main, scratch.Path());
+        const CScanningDlg dialog(main.scanner, main.Job(scratch), nullptr);
         for (int turn = 0; turn < round; ++turn)
             QCoreApplication::processEvents();
     }

@@ -91,7 +91,7 @@ TEST(ScanTest, FindsTheMusicOfATreeOnce) {
     Receiver receiver;
     receiver.Scan(receiver.Request(receiver.all, scratch.Path()));
     EXPECT_EQ(Names(receiver.all),
-              u"a.mp3 b.WMA c.m4a d.aac list.m3u " + Path::FromBytes("odd\xE9.Mp3"));
+              QStringLiteral("a.mp3 b.WMA c.m4a d.aac list.m3u ") + Path::FromBytes("odd\xE9.Mp3"));
     EXPECT_EQ(receiver.numbers, (std::vector<std::intptr_t>{1, 2, 3, 4, 5, 6}));
 
     auto request = receiver.Request(receiver.all, scratch.Path());
@@ -108,29 +108,19 @@ TEST(ScanTest, FindsTheMusicOfATreeOnce) {
     EXPECT_EQ(receiver.all.GetCount(), 2);
 }
 
-TEST(ScanTest, TracksWithoutTagsHaveNameSizeAndFormat) {
-    const ScratchFolder scratch;
-    scratch.Write(QStringLiteral("My song.Mp3"), QByteArray(2048, '\0'));
-    Receiver receiver;
-    receiver.Scan(receiver.Request(receiver.all, scratch.Path()));
-    ASSERT_EQ(receiver.all.GetCount(), 1);
-    const CTrackRecord& track = *receiver.all[0];
-    EXPECT_EQ(track.m_strTitle, u"My song");
-    EXPECT_EQ(track.m_strSize, u"2.00 KB");
-    EXPECT_EQ(track.m_nFileSize, 2048u);
-    EXPECT_EQ(track.m_strFormat, u"MP3");
-    EXPECT_EQ(track.m_bChecked, 0);
-}
-
 TEST(ScanTest, TracksOfTheCollectionEnterNoOtherList) {
     const ScratchFolder scratch;
     scratch.Write(QStringLiteral("mine/a.mp3"), "x");
-    scratch.Write(QStringLiteral("mine too/b.mp3"), "x");
+    scratch.Write(QStringLiteral("mine too/b.Mp3"), QByteArray(2048, '\0'));
     const QString mine = scratch.File(QStringLiteral("mine"));
     Receiver receiver;
     receiver.lists.SetLocation(receiver.collection, mine);
     receiver.Scan(receiver.Request(receiver.all, scratch.Path()));
-    EXPECT_EQ(Names(receiver.all), u"b.mp3");
+    ASSERT_EQ(Names(receiver.all), u"b.Mp3");
+    const CTrackRecord& track = *receiver.all[0];
+    EXPECT_EQ(track.m_strTitle + track.m_strSize + track.m_strFormat, u"b2.00 KBMP3");
+    EXPECT_EQ(track.m_nFileSize, 2048u);
+    EXPECT_EQ(track.m_bChecked, 0);
     receiver.Scan(receiver.Request(receiver.collection, mine));
     EXPECT_EQ(Names(receiver.collection), u"a.mp3");
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 /// The bytes of a literal, zeros included.
@@ -17,10 +19,7 @@ QByteArray Bytes(const char (&literal)[N]) {
 
 TEST(IniFileTest, AnswersAsThePrivateProfileRoutines) {
     const QString longest(1023, u'x');
-    const struct {
-        QByteArray file;
-        QStringView value;
-    } rows[] = {
+    const std::pair<QByteArray, QStringView> rows[] = {
         {"[TrackDeck]\nkey=value", u"value"},
         {"[TrackDeck]\r\nkey=value\r\n", u"value"},
         {"[trackDECK]\nKEY=Value\n", u"Value"},
@@ -49,9 +48,8 @@ TEST(IniFileTest, AnswersAsThePrivateProfileRoutines) {
     const auto ask = [](const QString& path) {
         return IniFile(path).ReadText(u"TrackDeck", u"key", QStringLiteral("fallback"), 1023);
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(ask(scratch.Write(QStringLiteral("a.ini"), row.file)), row.value)
-            << row.file.data();
+    for (const auto& [file, value] : rows)
+        EXPECT_EQ(ask(scratch.Write(QStringLiteral("a.ini"), file)), value) << file.data();
     for (const QString& path : {scratch.Path(), scratch.File(QStringLiteral("missing"))})
         EXPECT_EQ(ask(path), u"fallback");
 }

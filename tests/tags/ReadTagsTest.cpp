@@ -9,11 +9,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <utility>
+
 namespace {
 
 constexpr auto kTitle = &CTrackInfo::m_strTitle;
 constexpr auto kArtist = &CTrackInfo::m_strArtist;
 constexpr auto kAlbum = &CTrackInfo::m_strAlbum;
+constexpr auto kBpm = &CTrackInfo::m_strBPM;
+constexpr auto kComposer = &CTrackInfo::m_strComposer;
 constexpr auto kLength = &CTrackInfo::m_strLength;
 constexpr auto kSize = &CTrackInfo::m_strSize;
 constexpr auto kGenre = &CTrackInfo::m_strGenre;
@@ -116,43 +120,41 @@ TEST(ReadTagsTest, ExtensionDecidesWhatIsRead) {
 }
 
 TEST(ReadTagsTest, TextsAreThoseThatOtherProgramsWrote) {
-    struct {
-        const char* file;
-        const char* fields;
-    } const rows[] = {
-        {"lame-v1.mp3", "Lame Title|Lame Artist|Lame Album|||5|2004|Rock||0"},
-        {"lame-v23.mp3", "Lame Title|Lame Artist|Lame Album|||5/12|2004|Rock||2000"},
-        {"lame-v23-v1-picture.mp3", "Lame Title|Lame Artist|Lame Album|||5/12|2004|Rock||2000"},
-        {"lame-v23-utf16.mp3", "Lame Title|Lame Artist|Lame Album|||5/12|2004|Rock||2000"},
-        {"ffmpeg-v23-v1.mp3", "Ffmpeg Grüße|Ffmpeg Artist|Альбом|||7|1999|Blues||0"},
-        {"ffmpeg-v24.mp3", "Ffmpeg Grüße|Ffmpeg Artist|Альбом|||7|1999|Blues||0"},
-        {"ffmpeg-v24-v1.mp3", "Ffmpeg Grüße|Ffmpeg Artist|Альбом|||7|1999|Blues||0"},
+    const QString lame = QStringLiteral("Lame Title|Lame Artist|Lame Album||");
+    const QString ffmpeg = QStringLiteral(u"Ffmpeg Gr\u00FC\u00DFe|Ffmpeg Artist|"
+                                          "\u0410\u043B\u044C\u0431\u043E\u043C|||7|1999|Blues||0");
+    const QString title = QStringLiteral("A title that is quite a bit lo");
+    const QString hello =
+        QStringLiteral(u"\u041F\u0440\u0438\u0432\u0435\u0442, \u043C\u0438\u0440 \u266B");
+    const QString others = QStringLiteral(u"|K\u00FCnstler|Un \u00E9t\u00E9 \u00E0 Paris|128|"
+                                          "A. Composer|3/14|1987|Rock|1.00 MB|185000");
+    const std::pair<const char*, QString> rows[] = {
+        {"lame-v1.mp3", lame + QStringLiteral("|5|2004|Rock||0")},
+        {"lame-v23.mp3", lame + QStringLiteral("|5/12|2004|Rock||2000")},
+        {"lame-v23-utf16.mp3", lame + QStringLiteral("|5/12|2004|Rock||2000")},
+        {"ffmpeg-v23-v1.mp3", ffmpeg},
+        {"ffmpeg-v24.mp3", ffmpeg},
+        {"ffmpeg-v24-v1.mp3", ffmpeg},
         {"id3lib-v23-utf16-unsync.mp3",
-         "Ünsynchronisiert ♫ und mehr al|Исполнитель|ÿþ album|||||||61000"},
-        {"mutagen-v23.mp3", "A title that is quite a bit lo|Künstler|Un été à Paris|128|A. "
-                            "Composer|3/14|1987|Rock|1.00 MB|185000"},
-        {"mutagen-v23-utf16.mp3",
-         "Привет, мир ♫|Künstler|Un été à Paris|128|A. Composer|3/14|1987|Rock|1.00 MB|185000"},
-        {"mutagen-v23-utf16-v1.mp3",
-         "Привет, мир ♫|Künstler|Un été à Paris|128|A. Composer|3/14|1987|Rock|1.00 MB|185000"},
-        {"mutagen-v24.mp3", "A title that is quite a bit lo|Künstler|Un été à Paris|128|A. "
-                            "Composer|3/14|1987|Rock|1.00 MB|185000"},
-        {"mutagen-v24-utf16.mp3",
-         "Привет, мир ♫|Künstler|Un été à Paris|128|A. Composer|3/14|1987|Rock|1.00 MB|185000"},
-        {"mutagen-v23.aac",
-         "An ADTS title|Künstler|Un été à Paris|128|A. Composer|3/14|1987|Rock|1.00 MB|185000"},
-        {"untagged.mp3", "untagged|||||||||0"},
-
+         QStringLiteral(u"\u00DCnsynchronisiert \u266B und mehr al|"
+                        "\u0418\u0441\u043F\u043E\u043B\u043D\u0438\u0442\u0435\u043B\u044C|"
+                        "\u00FF\u00FE album|||||||61000")},
+        {"mutagen-v23.mp3", title + others},
+        {"mutagen-v23-utf16.mp3", hello + others},
+        {"mutagen-v23-utf16-v1.mp3", hello + others},
+        {"mutagen-v24.mp3", title + others},
+        {"mutagen-v24-utf16.mp3", hello + others},
+        {"mutagen-v23.aac", QStringLiteral("An ADTS title") + others},
+        {"untagged.mp3", QStringLiteral("untagged|||||||||0")},
     };
-    for (const auto& row : rows) {
+    for (const auto& [file, expected] : rows) {
         CTrackInfo info;
-        EXPECT_EQ(ReadTrackTags(MediaFile(QString::fromLatin1(row.file)), info), 0);
-        const QStringList fields = {info.m_strTitle,    info.m_strArtist,
-                                    info.m_strAlbum,    info.m_strBPM,
-                                    info.m_strComposer, info.m_strTrackNumber,
-                                    info.m_strYear,     info.m_strGenre,
-                                    info.m_strSize,     QString::number(info.m_nLengthMs)};
-        EXPECT_EQ(fields.join(u'|'), QString::fromUtf8(row.fields)) << row.file;
+        EXPECT_EQ(ReadTrackTags(MediaFile(QString::fromLatin1(file)), info), 0);
+        QString fields;
+        for (const auto field :
+             {kTitle, kArtist, kAlbum, kBpm, kComposer, kTrack, kYear, kGenre, kSize})
+            fields += info.*field + u'|';
+        EXPECT_EQ(fields + QString::number(info.m_nLengthMs), expected) << file;
     }
 }
 
@@ -182,17 +184,15 @@ TEST(ReadTagsTest, Id3v1FillsWhatId3v2LeavesOpen) {
 TEST(ReadTagsTest, ArtworkIsTheFirstPicture) {
     const ScratchFolder scratch;
     const QString out = scratch.File(QStringLiteral("out.jpg"));
-    struct {
-        const char* name;
-        const char* picture;
-    } const rows[] = {{"lame-v23-v1-picture.mp3", "small.jpg"},
-                      {"id3lib-v23-utf16-unsync.mp3", "large.jpg"},
-                      {"mutagen-v24.mp3", "small.jpg"},
-                      {"mutagen-v23.aac", "small.jpg"}};
-    for (const auto& row : rows) {
-        const QString path = MediaFile(QString::fromLatin1(row.name));
+    const std::pair<const char*, const char*> rows[] = {
+        {"lame-v23-v1-picture.mp3", "small.jpg"},
+        {"id3lib-v23-utf16-unsync.mp3", "large.jpg"},
+        {"mutagen-v24.mp3", "small.jpg"},
+        {"mutagen-v23.aac", "small.jpg"}};
+    for (const auto& [name, picture] : rows) {
+        const QString path = MediaFile(QString::fromLatin1(name));
         EXPECT_EQ(SaveTrackArtwork(path, out), 0);
-        EXPECT_EQ(ReadFile(out), ReadFile(MediaFile(QString::fromLatin1(row.picture)))) << row.name;
+        EXPECT_EQ(ReadFile(out), ReadFile(MediaFile(QString::fromLatin1(picture)))) << name;
     }
     EXPECT_EQ(SaveTrackArtwork(MediaFile(QStringLiteral("untagged.mp3")), out), 1);
 }

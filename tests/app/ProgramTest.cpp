@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <memory>
 #include <set>
+#include <utility>
 
 namespace {
 
@@ -38,14 +39,16 @@ bool IsScanning(const QProcess& program) {
 /// only instance, is the test's own.
 class Home {
 public:
-    Home() {
-        for (const char* folder : {"home", "tmp", "runtime", "program/languages"})
+    explicit Home(int tracks) {
+        for (const char* folder : {"home", "tmp", "runtime", "program"})
             m_scratch.MakeFolder(QString::fromLatin1(folder));
         std::filesystem::permissions(File("runtime").toStdString(),
                                      std::filesystem::perms::owner_all);
         std::filesystem::copy_file(PROGRAM, Program().toStdString());
-        WriteFile(File("program/languages/language.lgg"),
-                  "[TrackDeck]\nIDS_MAIN_TITLE=" + m_scratch.Path().toUtf8() + "\n");
+        m_scratch.Write(QStringLiteral("program/languages/language.lgg"),
+                        "[TrackDeck]\nIDS_MAIN_TITLE=" + m_scratch.Path().toUtf8() + "\n");
+        for (int i = 0; i < tracks; ++i)
+            m_scratch.Write(QStringLiteral("home/Music/Veltria Track Deck/%1.mp3").arg(i), "x");
     }
 
     [[nodiscard]] QString File(const char* name) const {
@@ -55,25 +58,20 @@ public:
 
     [[nodiscard]] std::unique_ptr<QProcess> Start() const {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("HOME"), File("home"));
-        environment.insert(QStringLiteral("TMPDIR"), File("tmp"));
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), File("runtime"));
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), File("home/.config"));
-        // What the font library keeps is not the program's.
-        environment.insert(QStringLiteral("XDG_CACHE_HOME"), File("cache"));
+        const std::pair<const char*, const char*> folders[] = {
+            {"HOME", "home"},
+            {"TMPDIR", "tmp"},
+            {"XDG_RUNTIME_DIR", "runtime"},
+            {"XDG_CONFIG_HOME", "home/.config"},
+            {"XDG_CACHE_HOME", "cache"}}; // what the font library keeps is not the program's
+        for (const auto& [name, folder] : folders)
+            environment.insert(QString::fromLatin1(name), File(folder));
         auto process = std::make_unique<QProcess>();
         process->setProcessEnvironment(environment);
         process->setProcessChannelMode(QProcess::ForwardedChannels);
         process->start(Program(), QStringList());
         EXPECT_TRUE(process->waitForStarted());
         return process;
-    }
-
-    void AddMusic(int files) const {
-        const QString folder =
-            m_scratch.MakeFolder(QStringLiteral("home/Music/Veltria Track Deck"));
-        for (int i = 0; i < files; ++i)
-            WriteFile(folder + QStringLiteral("/%1.mp3").arg(i), "x");
     }
 
     /// Everything below the folders that the program may write to.
@@ -102,7 +100,7 @@ private:
 } // namespace
 
 TEST(ProgramTest, SecondInstanceEndsAtOnce) {
-    const Home home;
+    const Home home(0);
     const auto first = home.StartAndAwaitScratchFolder();
     const auto second = home.Start();
     ASSERT_TRUE(second->waitForFinished(kPatience));
@@ -119,8 +117,7 @@ TEST(ProgramTest, SecondInstanceEndsAtOnce) {
 }
 
 TEST(ProgramTest, KillInMidScanLeavesTheScratchFolderAlone) {
-    const Home home;
-    home.AddMusic(3000);
+    const Home home(3000);
     std::set<std::string> expected = home.Listing();
     expected.insert("tmp/VTD_CDMA");
     int killedInScan = 0;

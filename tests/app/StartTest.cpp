@@ -12,7 +12,6 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QScrollBar>
@@ -23,6 +22,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -69,174 +70,153 @@ template <typename Test>
 bool RunUntil(Test done) {
     QEventLoop loop;
     QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
-        if (done())
-            loop.quit();
-    });
+    QObject::connect(&poll, &QTimer::timeout, [&] { done() ? loop.quit() : void(); });
     poll.start(1);
     QTimer::singleShot(60'000, &loop, &QEventLoop::quit);
     loop.exec();
     return done();
 }
 
-/// Notes how many tracks had been read when the window was first painted, and the longest time
-/// without a turn of the event loop since.
-class Watch : public QObject {
-public:
-    explicit Watch(CTrackDeckDlg& dialog)
-        : m_dialog(dialog) {
-        dialog.installEventFilter(this);
-        connect(&m_heart, &QTimer::timeout, this, [this] { Beat(); });
+/// The window over a home, and how long its event loop stands still.
+class StartTest : public ::testing::Test, public QObject {
+protected:
+    void Open(int files, const char* document = nullptr) {
+        home.emplace(files);
+        dialog.emplace(document ? home->scratch.Write(QString::fromLatin1(document), "x")
+                                : QString());
+        grid = dialog->findChild<CGridCtrl*>();
+        list = dialog->GetLists().FindListByType(MEDIA_TYPE_COLLECTION);
+        dialog->installEventFilter(this);
+        QObject::connect(&m_heart, &QTimer::timeout, this,
+                         [this] { longestGap = std::max(longestGap, m_sinceBeat.restart()); });
+    }
+
+    void OpenAndRead(int files) {
+        Open(files);
+        dialog->show();
+        ASSERT_TRUE(RunUntil([&] { return grid->GetRowCount() == 3 + files; }));
     }
 
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint && m_nReadAtFirstPaint < 0) {
-            m_nReadAtFirstPaint = CountTracks();
+        if (event->type() == QEvent::Paint && readAtFirstPaint < 0) {
+            readAtFirstPaint = list->GetCount();
             m_sinceBeat.start();
             m_heart.start(5);
         }
         return false;
     }
 
-    [[nodiscard]] int CountTracks() const {
-        return m_dialog.GetLists().FindListByType(MEDIA_TYPE_COLLECTION)->GetCount();
+    void ClickRow(int row) {
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                          grid->GetCellRect({row, 1}).center());
     }
 
-    int m_nReadAtFirstPaint = -1;
-    qint64 m_nLongestGap = 0; ///< ms
+    std::optional<Home> home;
+    std::optional<CTrackDeckDlg> dialog;
+    CGridCtrl* grid = nullptr;
+    const CMediaList* list = nullptr; ///< the collection
+    int readAtFirstPaint = -1;        ///< tracks
+    qint64 longestGap = 0;            ///< ms without a turn of the event loop since
 
 private:
-    void Beat() {
-        m_nLongestGap = std::max(m_nLongestGap, m_sinceBeat.elapsed());
-        m_sinceBeat.restart();
-    }
-
-    CTrackDeckDlg& m_dialog;
     QTimer m_heart;
     QElapsedTimer m_sinceBeat;
 };
 
-QPoint RowCentre(const CGridCtrl& grid, int row) {
-    return grid.GetCellRect({row, 1}).center();
-}
-
 } // namespace
 
-TEST(StartTest, WindowComesFirstAndAnswersWhileTheCollectionIsRead) {
-    const Home home(kFiles);
-    CTrackDeckDlg dialog{QString()};
-    Watch watch(dialog);
-    auto& grid = *dialog.findChild<CGridCtrl*>();
-    dialog.show();
-    ASSERT_TRUE(RunUntil([&] { return watch.CountTracks() > 200; }));
-    EXPECT_GE(watch.m_nReadAtFirstPaint, 0);
-    EXPECT_LT(watch.m_nReadAtFirstPaint, 100);
+TEST_F(StartTest, WindowComesFirstAndAnswersWhileTheCollectionIsRead) {
+    Open(kFiles);
+    dialog->show();
+    ASSERT_TRUE(RunUntil([&] { return list->GetCount() > 200; }));
+    EXPECT_GE(readAtFirstPaint, 0);
+    EXPECT_LT(readAtFirstPaint, 100);
 
     // The title rows answer a click while tracks come in.
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, RowCentre(grid, 2));
-    EXPECT_EQ(dialog.GetLists().GetActiveList()->m_iType, MEDIA_TYPE_ALL);
-    EXPECT_LT(watch.CountTracks(), kFiles) << "the scan is still running";
+    ClickRow(2);
+    EXPECT_EQ(dialog->GetLists().GetActiveList()->m_iType, MEDIA_TYPE_ALL);
+    EXPECT_LT(list->GetCount(), kFiles) << "the scan is still running";
 
-    ASSERT_TRUE(RunUntil([&] { return grid.GetRowCount() == 3 + kFiles; }));
-    EXPECT_EQ(watch.CountTracks(), kFiles);
-    EXPECT_EQ(dialog.GetLists().GetActiveList()->m_iType, MEDIA_TYPE_COLLECTION);
-    grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum());
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, RowCentre(grid, kFiles + 1));
-    EXPECT_EQ(
-        (*dialog.GetLists().FindListByType(MEDIA_TYPE_COLLECTION))[kFiles - 1]->m_bRowSelected, 1);
+    ASSERT_TRUE(RunUntil([&] { return grid->GetRowCount() == 3 + kFiles; }));
+    EXPECT_EQ(list->GetCount(), kFiles);
+    EXPECT_EQ(dialog->GetLists().GetActiveList(), list);
+    grid->verticalScrollBar()->setValue(grid->verticalScrollBar()->maximum());
+    ClickRow(kFiles + 1);
+    EXPECT_EQ((*list)[kFiles - 1]->m_bRowSelected, 1);
     QTest::qWait(50);
     if (kIsFullSpeed) {
-        EXPECT_LE(watch.m_nLongestGap, kLongestGap);
+        EXPECT_LE(longestGap, kLongestGap);
     }
 }
 
-TEST(StartTest, DocumentFromOutsideStartsTheMiniPlayer) {
-    const Home home(1);
-    CTrackDeckDlg dialog{home.scratch.Write(QStringLiteral("outside.mp3"), "x")};
-    const CMediaList& all = *dialog.GetLists().FindListByType(MEDIA_TYPE_ALL);
+TEST_F(StartTest, DocumentFromOutsideStartsTheMiniPlayer) {
+    Open(1, "outside.mp3");
+    const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
     ASSERT_EQ(all.GetCount(), 1);
-    EXPECT_EQ(all[0]->m_strTitle, QStringLiteral("outside"));
-    EXPECT_EQ(dialog.size(), QSize(400, 89));
-    EXPECT_FALSE(dialog.findChild<CGridCtrl*>()->isVisibleTo(&dialog));
+    EXPECT_EQ(all[0]->m_strTitle, u"outside");
+    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    EXPECT_FALSE(grid->isVisibleTo(&*dialog));
 }
 
-TEST(StartTest, ClickShowsTheArtworkOfTheTrack) {
+TEST_F(StartTest, ClickShowsTheArtworkOfTheTrack) {
     constexpr int kTracks = 4; // one of them has a picture
-    const Home home(kTracks);
-    CTrackDeckDlg dialog{QString()};
-    dialog.show();
-    auto& grid = *dialog.findChild<CGridCtrl*>();
-    ASSERT_TRUE(RunUntil([&] { return grid.GetRowCount() == 3 + kTracks; }));
+    OpenAndRead(kTracks);
     const ArtworkField* field = nullptr;
-    for (const QWidget* child : dialog.findChildren<QWidget*>())
+    for (const QWidget* child : dialog->findChildren<QWidget*>())
         if (const auto* found = dynamic_cast<const ArtworkField*>(child))
             field = found;
     ASSERT_TRUE(field && field->isVisible());
-    const CMediaList& list = *dialog.GetLists().FindListByType(MEDIA_TYPE_COLLECTION);
     int pictures = 0;
     for (int index = 0; index < kTracks; ++index) {
-        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, RowCentre(grid, index + 2));
-        const bool hasPicture = !ReadTrackArtwork(list[index]->m_strPath).isEmpty();
+        ClickRow(index + 2);
+        const bool hasPicture = !ReadTrackArtwork((*list)[index]->m_strPath).isEmpty();
         EXPECT_TRUE(RunUntil([&] { return field->GetPicture().isNull() != hasPicture; })) << index;
         pictures += hasPicture;
     }
     EXPECT_EQ(pictures, 1);
 }
 
-TEST(StartTest, MiniPlayerAndClosingKeepThePlaces) {
-    const Home home(3);
-    CTrackDeckDlg dialog{QString()};
-    dialog.show();
-    auto& grid = *dialog.findChild<CGridCtrl*>();
-    ASSERT_TRUE(RunUntil([&] { return grid.GetRowCount() == 6; }));
-    dialog.move(30, 40);
-    dialog.resize(700, 500);
-    const auto toggle = [&dialog] {
-        dialog.findChild<QToolButton*>(QStringLiteral("999"))->click();
-    };
-    toggle();
-    EXPECT_EQ(dialog.size(), QSize(400, 89));
-    EXPECT_FALSE(grid.isVisible());
-    toggle();
-    EXPECT_EQ(QRect(dialog.pos(), dialog.size()), QRect(30, 40, 700, 500));
-    EXPECT_TRUE(grid.isVisible());
-    toggle();
-    dialog.move(50, 60);
-    dialog.close();
+TEST_F(StartTest, MiniPlayerAndClosingKeepThePlaces) {
+    OpenAndRead(3);
+    dialog->move(30, 40);
+    dialog->resize(700, 500);
+    auto& mini = *dialog->findChild<QToolButton*>(QStringLiteral("999"));
+    mini.click();
+    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    EXPECT_FALSE(grid->isVisible());
+    mini.click();
+    EXPECT_EQ(QRect(dialog->pos(), dialog->size()), QRect(30, 40, 700, 500));
+    EXPECT_TRUE(grid->isVisible());
+    mini.click();
+    dialog->move(50, 60);
+    dialog->close();
 
-    const KeyValueStore store(home.scratch.File(QStringLiteral("config/Veltria/Track Deck.ini")));
-    const struct {
-        const char* key;
-        int value;
-    } rows[] = {{"MiniMode", 1},
-                {"MiniPlayer/MiniPosX", 50},
-                {"MiniPlayer/MiniPosY", 60},
-                {"MainWindow/MainPosX", 30},
-                {"MainWindow/MainSizeX", 700},
-                {"MainWindow/MainSizeY", 500},
-                {"MainWindow/Volume", 70},
-                {"MainWindow/Maximized", 0},
-                {"TrackSheet/ColumnDef", 0xFF}};
-    for (const auto& row : rows)
-        EXPECT_EQ(store.ReadInt(QString::fromLatin1(row.key)), row.value) << row.key;
+    const KeyValueStore store(home->scratch.File(QStringLiteral("config/Veltria/Track Deck.ini")));
+    const std::pair<const char*, int> rows[] = {{"MiniMode", 1},
+                                                {"MiniPlayer/MiniPosX", 50},
+                                                {"MiniPlayer/MiniPosY", 60},
+                                                {"MainWindow/MainPosX", 30},
+                                                {"MainWindow/MainSizeX", 700},
+                                                {"MainWindow/MainSizeY", 500},
+                                                {"MainWindow/Volume", 70},
+                                                {"MainWindow/Maximized", 0},
+                                                {"TrackSheet/ColumnDef", 0xFF}};
+    for (const auto& [key, value] : rows)
+        EXPECT_EQ(store.ReadInt(QString::fromLatin1(key)), value) << key;
 }
 
-TEST(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
-    const Home home(4);
-    const QString elsewhere = home.scratch.MakeFolder(QStringLiteral("Elsewhere"));
-    home.scratch.Write(QStringLiteral("Elsewhere/new.mp3"), "x");
-    CTrackDeckDlg dialog{QString()};
-    dialog.show();
-    auto& grid = *dialog.findChild<CGridCtrl*>();
-    ASSERT_TRUE(RunUntil([&] { return grid.GetRowCount() == 7; }));
-    const CMediaList& all = *dialog.GetLists().FindListByType(MEDIA_TYPE_ALL);
-
+TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
+    OpenAndRead(4);
+    const int rows = grid->GetRowCount();
+    const QString elsewhere = home->scratch.MakeFolder(QStringLiteral("Elsewhere"));
+    home->scratch.Write(QStringLiteral("Elsewhere/new.mp3"), "x");
+    const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
     GetSettings().m_strSearchDir = elsewhere;
     QTimer hands; // on the two dialogs of a scan, which wait for them
     QObject::connect(&hands, &QTimer::timeout, &hands, [&] {
         if (auto* options = dynamic_cast<CScanPCDlg*>(QApplication::activeModalWidget())) {
-            for (int row = 2; !grid.IsEditing(); ++row)
-                grid.OnEditCell({row, 1});
+            for (int row = 2; !grid->IsEditing(); ++row)
+                grid->OnEditCell({row, 1});
             options->accept();
         } else if (auto* scan = dynamic_cast<CScanningDlg*>(QApplication::activeModalWidget());
                    scan && scan->windowTitle() == LoadString(IDS_SCAN_COMPLET)) {
@@ -244,12 +224,12 @@ TEST(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
         }
     });
     hands.start(5);
-    QTest::keyClick(&dialog, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClick(&*dialog, Qt::Key_F, Qt::ControlModifier);
     hands.stop();
     QApplication::processEvents();
     EXPECT_EQ(all.GetCount(), 1);
-    EXPECT_TRUE(grid.IsEditing());
-    EXPECT_EQ(grid.GetRowCount(), 7);
-    grid.EndEdit();
-    EXPECT_TRUE(RunUntil([&] { return grid.GetRowCount() == 8; }));
+    EXPECT_TRUE(grid->IsEditing());
+    EXPECT_EQ(grid->GetRowCount(), rows);
+    grid->EndEdit();
+    EXPECT_TRUE(RunUntil([&] { return grid->GetRowCount() == rows + 1; }));
 }

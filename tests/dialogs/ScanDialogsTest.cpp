@@ -31,6 +31,23 @@ struct MainDialog {
             return 0;
         });
     }
+
+    [[nodiscard]] CScanningDlg::Job Job(const ScratchFolder& folder, bool recurse = false) const {
+        return {messages.Address(), all.m_iId, folder.Path(), recurse};
+    }
+
+    /// Runs the dialog, and clicks its button once the scan is over.
+    void Run(CScanningDlg& dialog) {
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, [&] {
+            if (doneType >= 0)
+                dialog.findChild<QPushButton*>()->click();
+        });
+        watch.start(1);
+        EXPECT_EQ(dialog.exec(), QDialog::Accepted);
+        EXPECT_EQ(doneType, MEDIA_TYPE_ALL);
+    }
+
     CMediaLists lists;
     CMediaList& collection = lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
@@ -39,15 +56,9 @@ struct MainDialog {
     MessageTarget messages;
 };
 
-QStringList LabelTexts(const QDialog& dialog) {
-    QStringList texts;
-    for (const QLabel* label : dialog.findChildren<QLabel*>())
-        texts += label->text();
-    return texts;
-}
-
-void ClickOnce(const QDialog& dialog) {
-    dialog.findChild<QPushButton*>()->click();
+void WriteTracks(const ScratchFolder& folder, int count) {
+    for (int i = 0; i < count; ++i)
+        folder.Write(QStringLiteral("%1.mp3").arg(i), "x");
 }
 
 } // namespace
@@ -90,60 +101,41 @@ TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
         scratch.Write(QString::fromLatin1(name), "x");
     MainDialog main;
     main.lists.SetLocation(main.collection, scratch.File(QStringLiteral("mine")));
-    CScanningDlg dialog(main.scanner,
-                        {main.messages.Address(), main.all.m_iId, scratch.Path(), true}, nullptr);
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("IDS_SCAN_ING"));
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, [&] {
-        if (main.doneType >= 0)
-            ClickOnce(dialog);
-    });
-    watch.start(1);
-    EXPECT_EQ(dialog.exec(), QDialog::Accepted);
-    EXPECT_EQ(main.doneType, MEDIA_TYPE_ALL);
+    CScanningDlg dialog(main.scanner, main.Job(scratch, true), nullptr);
+    EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_ING");
+    main.Run(dialog);
     EXPECT_EQ(main.all.GetCount(), 3);
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("IDS_SCAN_COMPLET"));
-    EXPECT_EQ(LabelTexts(dialog),
-              (QStringList{QStringLiteral("finished: 3"), QStringLiteral("found 3")}));
-    EXPECT_EQ(dialog.findChild<QPushButton*>()->text(), QStringLiteral("IDS_BT_CLOSE"));
+    EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_COMPLET");
+    QStringList texts;
+    for (const QLabel* label : dialog.findChildren<QLabel*>())
+        texts += label->text();
+    EXPECT_EQ(texts.join(u'|'), u"finished: 3|found 3");
+    EXPECT_EQ(dialog.findChild<QPushButton*>()->text(), u"IDS_BT_CLOSE");
 }
 
 TEST(ScanningDlgTest, CancelEndsTheScanAndNotTheDialog) {
     const ScratchFolder scratch;
     SetLanguageFile(QString());
-    // Far more than the dialog relays before the main dialog gets its turn.
-    for (int i = 0; i < 3000; ++i)
-        scratch.Write(QStringLiteral("%1.mp3").arg(i), "x");
+    WriteTracks(scratch, 8'000); // far more than are relayed before the main dialog gets its turn
     MainDialog main;
-    CScanningDlg dialog(main.scanner,
-                        {main.messages.Address(), main.all.m_iId, scratch.Path(), false}, nullptr);
+    CScanningDlg dialog(main.scanner, main.Job(scratch), nullptr);
     main.messages.On(WM_TD_ADD_TRACK, [&](Message& message) {
         if (message.lParam == 5)
             dialog.reject();
         return main.scanner.OnAddTrack(message);
     });
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, [&] {
-        if (main.doneType >= 0)
-            dialog.reject();
-    });
-    watch.start(1);
-    dialog.exec();
-    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("IDS_SCAN_CANCELED"));
+    main.Run(dialog);
+    EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_CANCELED");
     EXPECT_GE(main.all.GetCount(), 5);
-    EXPECT_LT(main.all.GetCount(), 3000);
-    EXPECT_EQ(main.doneType, MEDIA_TYPE_ALL);
+    EXPECT_LT(main.all.GetCount(), 8'000);
 }
 
 TEST(ScanningDlgTest, MayGoInMidScan) {
     const ScratchFolder scratch;
-    for (int i = 0; i < 50; ++i)
-        scratch.Write(QStringLiteral("%1.mp3").arg(i), "x");
+    WriteTracks(scratch, 50);
     MainDialog main;
     for (int round = 0; round < 20; ++round) {
-        CScanningDlg dialog(main.scanner,
-                            {main.messages.Address(), main.all.m_iId, scratch.Path(), false},
-                            nullptr);
+        const CScanningDlg dialog(main.scanner, main.Job(scratch), nullptr);
         for (int turn = 0; turn < round; ++turn)
             QCoreApplication::processEvents();
     }

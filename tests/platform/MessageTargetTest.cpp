@@ -72,20 +72,6 @@ TEST(MessageTargetTest, PostsKeepTheirOrderAndSendsBringAnswers) {
         EXPECT_EQ(value, ++last[value / 1000]);
 }
 
-TEST(MessageTargetTest, SendOnTheOwnThreadIsADirectCall) {
-    MessageTarget target;
-    std::vector<std::intptr_t> seen;
-    target.On(kNumber, [&seen](Message& message) {
-        seen.push_back(message.wParam);
-        return 7;
-    });
-    target.Address().Post({kNumber, 1});
-    EXPECT_EQ(target.Address().Send({kNumber, 2}), 7);
-    EXPECT_EQ(target.Address().Send({kLast}), 0) << "a number without handler";
-    QCoreApplication::processEvents();
-    EXPECT_EQ(seen, (std::vector<std::intptr_t>{2, 1}));
-}
-
 TEST(MessageTargetTest, PayloadsAreTakenOrFreed) {
     std::atomic<int> alive = 0;
     std::unique_ptr<CountedPayload> kept;
@@ -149,41 +135,36 @@ TEST(MessageTargetTest, FloodLeavesTheEventLoopAlive) {
     EXPECT_GE(beats, 10) << "300 ms of handling in one go";
 }
 
-TEST(MessageTargetTest, HeldMessagesWait) {
+TEST(MessageTargetTest, OwnThreadSendsDirectlyWhilePostsWait) {
     MessageTarget target;
-    int handled = 0;
-    target.On(kNumber, [&handled](Message&) { return ++handled; });
+    std::vector<std::intptr_t> seen;
+    target.On(kNumber, [&seen](Message& message) {
+        seen.push_back(message.wParam);
+        return 7;
+    });
     target.SetHeld(true);
-    target.Address().Post({kNumber});
+    target.Address().Post({kNumber, 2});
     QCoreApplication::processEvents();
-    EXPECT_EQ(handled, 0);
-    EXPECT_EQ(target.Address().Send({kNumber}), 1) << "direct calls go on";
+    EXPECT_EQ(target.Address().Send({kNumber, 1}), 7);
     target.SetHeld(false);
     QCoreApplication::processEvents();
-    EXPECT_EQ(handled, 2);
+    EXPECT_EQ(seen, (std::vector<std::intptr_t>{1, 2}));
+
+    target.On(kNumber, [](Message&) -> std::intptr_t { throw std::runtime_error("test"); });
+    EXPECT_EQ(target.Address().Send({kNumber}), 0);
+    EXPECT_EQ(target.Address().Send({kLast}), 0) << "a number without handler";
 }
 
 TEST(MessageTargetTest, QueueGoesOnInAHandlersOwnEventLoop) {
     MessageTarget target;
-    QEventLoop inner;
-    bool secondRan = false;
+    bool innerRan = false;
     target.On(kNumber, [&](Message&) {
-        inner.exec();
-        return 0;
-    });
-    target.On(kLast, [&](Message&) {
-        secondRan = true;
-        inner.quit();
+        RunUntilLast(target);
+        innerRan = true;
         return 0;
     });
     target.Address().Post({kNumber});
     target.Address().Post({kLast});
     QCoreApplication::processEvents();
-    EXPECT_TRUE(secondRan);
-}
-
-TEST(MessageTargetTest, HandlerThatThrowsAnswersZero) {
-    MessageTarget target;
-    target.On(kNumber, [](Message&) -> std::intptr_t { throw std::runtime_error("test"); });
-    EXPECT_EQ(target.Address().Send({kNumber}), 0);
+    EXPECT_TRUE(innerRan);
 }

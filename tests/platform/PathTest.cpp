@@ -9,13 +9,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <map>
-
 TEST(PathTest, BytesSurviveTheWayThroughText) {
     const QByteArray names[] = {
-        "plain.mp3",
-        "Gr\xC3\xBC\xC3\x9F"
-        "e.mp3",
+        "",
+        "Gr\xC3\xBC.mp3",
         "latin \xE9t\xE9.mp3",
         "\xF0\x9F\x8E\xB5 note",
         "cut \xF0\x9F\x8E",
@@ -24,7 +21,6 @@ TEST(PathTest, BytesSurviveTheWayThroughText) {
         "\xFF\xFE\x80",
         "\xEF\xBB\xBFmark.mp3",
         "a\xE9\xEF\xBB\xBFz",
-        "",
     };
     for (const QByteArray& name : names) {
         const QString text = Path::FromBytes(name);
@@ -57,7 +53,6 @@ TEST(PathTest, TakesPathsApart) {
         EXPECT_EQ(Path::Extension(path), row.extension);
     }
     EXPECT_EQ(Path::Join(QStringLiteral("/"), QStringLiteral("a")), QStringLiteral("/a"));
-    EXPECT_EQ(Path::Join(QStringLiteral("/m"), QStringLiteral("a")), QStringLiteral("/m/a"));
 }
 
 TEST(FilesTest, ListsEveryNameWithTheKindItLeadsTo) {
@@ -74,19 +69,15 @@ TEST(FilesTest, ListsEveryNameWithTheKindItLeadsTo) {
 
     const auto entries = ListFolder(scratch.Path());
     ASSERT_TRUE(entries);
-    std::map<QString, FileKind> found;
-    for (const FolderEntry& entry : *entries)
-        found[entry.name] = entry.kind;
-    EXPECT_EQ(found, (std::map<QString, FileKind>{{odd, FileKind::Regular},
-                                                  {QStringLiteral("folder"), FileKind::Folder},
-                                                  {QStringLiteral("to folder"), FileKind::Folder},
-                                                  {QStringLiteral("dangling"), FileKind::Other},
-                                                  {QStringLiteral("pipe"), FileKind::Other}}));
+    EXPECT_EQ(entries->size(), 5U);
+    for (const auto& [name, kind] : *entries)
+        EXPECT_EQ(kind, name == odd                ? FileKind::Regular
+                        : name.endsWith(u"folder") ? FileKind::Folder
+                                                   : FileKind::Other)
+            << name.toStdString();
     EXPECT_FALSE(ListFolder(scratch.File(odd)));
-
-    EXPECT_TRUE(OpenForReading(scratch.File(odd)).IsOpen());
-    EXPECT_FALSE(OpenForReading(scratch.File(QStringLiteral("pipe"))).IsOpen());
-    EXPECT_FALSE(OpenForReading(scratch.File(QStringLiteral("folder"))).IsOpen());
+    for (const FolderEntry& entry : *entries)
+        EXPECT_EQ(OpenForReading(scratch.File(entry.name)).IsOpen(), entry.name == odd);
     EXPECT_EQ(GetFileStatus(scratch.File(QStringLiteral("folder")))->identity,
               GetFileStatus(scratch.File(QStringLiteral("to folder")))->identity);
 }

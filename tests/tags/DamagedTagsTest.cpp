@@ -14,21 +14,17 @@
 
 namespace {
 
-/// A tag with the frames that are read and others, in all forms of text.
+/// A tag with frames that are read and others, in all forms of text.
 QByteArray SmallTag(int version) {
-    const QByteArray wide("\1\xFF\xFEG\0r\0\xFC\0", 9);
-    if (version == 2)
-        return TagBytes(2, {{"TT2", EightBit("A title")},
-                            {"TAL", wide},
-                            {"XYZ", "unknown"},
-                            {"TLE", EightBit("185000")},
-                            {"PIC", QByteArray("\0JPG\3\0picture", 13)}});
-    return TagBytes(version, {{"TIT2", EightBit("A title")},
-                              {"TALB", wide},
-                              {"XXYZ", "unknown"},
-                              {"TLEN", EightBit("185000")},
-                              {"TCON", EightBit("(17)")},
-                              {"APIC", QByteArray("\0image/jpeg\0\3\0picture", 21)}});
+    const bool old = version == 2;
+    const QByteArray picture =
+        old ? QByteArray("\0JPG\3\0picture", 13) : QByteArray("\0image/jpeg\0\3\0picture", 21);
+    return TagBytes(version, {{old ? "TT2" : "TIT2", EightBit("A title")},
+                              {old ? "TAL" : "TALB", QByteArray("\1\xFF\xFEG\0r\0\xFC\0", 9)},
+                              {old ? "XYZ" : "XXYZ", "unknown"},
+                              {old ? "TLE" : "TLEN", EightBit("185000")},
+                              {old ? "TCO" : "TCON", EightBit("(17)")},
+                              {old ? "PIC" : "APIC", picture}});
 }
 
 QByteArray Unsynchronised(QByteArray tag) {
@@ -45,14 +41,10 @@ std::set<qsizetype> Boundaries(const QByteArray& tag) {
     const qsizetype header = tag[3] == 2 ? 6 : 10;
     const qsizetype size = tag[3] == 2 ? 3 : 4;
     const qsizetype lowByte = tag[3] == 2 ? 5 : 7; // all sizes in these tags fit it
-    qsizetype frame = 10;
-    while (frame + header < tag.size()) {
+    for (qsizetype frame = 10; frame + header < tag.size();
+         frame += header + static_cast<unsigned char>(tag[frame + lowByte]))
         offsets.insert({frame, frame + size, frame + lowByte, frame + header - 2, frame + header,
                         frame + header + 1});
-        frame += header + static_cast<unsigned char>(tag[frame + lowByte]);
-    }
-    const bool unsynchronised = tag[5] != '\0'; // more bytes are stored than the sizes tell
-    EXPECT_TRUE(unsynchronised || frame == tag.size());
     return offsets;
 }
 
@@ -62,12 +54,10 @@ std::vector<QByteArray> Variants(const QByteArray& tag, const QByteArray& rest) 
     for (const qsizetype offset : Boundaries(tag)) {
         for (const qsizetype cut : {offset - 1, offset, offset + 1})
             variants.push_back(whole.first(std::max<qsizetype>(cut, 0)));
-        for (const char* bytes : {"\xFF\xFF\xFF\xFF", "\x7F\x7F\x7F\x7F", "\xFF", "\x80", "\x02"}) {
-            QByteArray changed = whole;
-            variants.push_back(changed.replace(offset, qstrlen(bytes), bytes));
-        }
-        QByteArray cleared = whole;
-        variants.push_back(cleared.replace(offset, 4, QByteArray(4, '\0')));
+        for (const QByteArray& bytes :
+             {QByteArray(4, '\xFF'), QByteArray(4, '\x7F'), QByteArray(4, '\0'), QByteArray("\xFF"),
+              QByteArray("\x80"), QByteArray("\x02")})
+            variants.push_back(QByteArray(whole).replace(offset, bytes.size(), bytes));
     }
     std::mt19937 random(1984);
     for (int i = 0; i < 60; ++i) {
@@ -110,36 +100,38 @@ TEST(DamagedTagsTest, EveryVariantHasADefinedOutcome) {
     const QByteArray tags[] = {SmallTag(2), SmallTag(3), SmallTag(4), Unsynchronised(SmallTag(3)),
                                Unsynchronised(SmallTag(2))};
     const ScratchFolder scratch;
-    std::size_t count = 0;
     for (const QByteArray& tag : tags) {
         for (const QByteArray& variant : Variants(tag, sound + id3v1)) {
             SCOPED_TRACE(variant.left(200).toPercentEncoding().toStdString());
             const QString path = scratch.Write(QStringLiteral("damaged.mp3"), variant);
             ExpectDefinedOutcome(path, variant, sound);
-            ++count;
         }
     }
-    EXPECT_GT(count, 900U);
 }
 
 namespace {
 
-/// A file of `size` bytes that takes no room on disk but for the pieces given with their offsets.
-void WriteSparse(const QString& path, qint64 size,
-                 const std::vector<std::pair<qint64, QByteArray>>& pieces) {
+using Pieces = std::vector<std::pair<qint64, QByteArray>>;
+
+/// A file that takes no room on disk but for the pieces, given with their offsets.
+void WriteSparse(const QString& path, qint64 size, const Pieces& pieces) {
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(size));
     for (const auto& [offset, bytes] : pieces)
         ASSERT_TRUE(file.seek(offset) && file.write(bytes) == bytes.size());
 }
 
-/// What this process has read from files so far, in bytes.
-qint64 BytesRead() {
-    QFile file(QStringLiteral("/proc/self/io"));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray line = file.readLine(); // "rchar: 123"
-    EXPECT_TRUE(line.startsWith("rchar: "));
-    return line.mid(7).trimmed().toLongLong();
+/// What this process reads from files in `work`, in bytes.
+template <typename Work>
+qint64 BytesReadBy(Work work) {
+    const auto total = [] {
+        QFile file(QStringLiteral("/proc/self/io"));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readLine().mid(7).trimmed().toLongLong(); // "rchar: 123"
+    };
+    const qint64 before = total();
+    work();
+    return total() - before;
 }
 
 /// A frame header of ID3v2.3.
@@ -159,14 +151,13 @@ TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
         return QByteArray("ID3\3\0", 5) + flags + QByteArray("\x7F\x7F\x7F\x7F");
     };
     const QByteArray title = AssembleId3Frame(3, {"TIT2", 0, EightBit("Title")});
-    std::vector<std::pair<qint64, QByteArray>> many = {{0, header(0) + title}};
-    const qint64 first = many[0].second.size();
+    Pieces many = {{0, header(0) + title}};
     for (qint64 i = 0; i < 10'000; ++i)
-        many.push_back({first + i * (10 + kFrame), FrameHeader("PRIV", kFrame)});
+        many.push_back({many[0].second.size() + i * (10 + kFrame), FrameHeader("PRIV", kFrame)});
     const QByteArray picture = FrameHeader("APIC", 200 * kMegabyte);
     struct {
         const char* what;
-        std::vector<std::pair<qint64, QByteArray>> pieces;
+        Pieces pieces;
         qint64 textCost;
         qint64 pictureCost;
     } const rows[] = {
@@ -177,18 +168,16 @@ TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
     const ScratchFolder scratch;
     const QString path = scratch.File(QStringLiteral("large.mp3"));
     for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
         WriteSparse(path, kTag + 10 + 1000, row.pieces);
-        const qint64 before = BytesRead();
         CTrackInfo info;
-        EXPECT_EQ(ReadTrackTags(path, info), 0);
-        EXPECT_EQ(info.m_strTitle, QStringLiteral("Title")) << row.what;
-        const qint64 afterTexts = BytesRead();
-        EXPECT_LT(afterTexts - before, row.textCost * kMegabyte) << row.what;
-        EXPECT_EQ(ReadTrackArtwork(path), QByteArray()) << row.what;
-        EXPECT_LT(BytesRead() - afterTexts, row.pictureCost * kMegabyte) << row.what;
-        const qint64 beforeWrite = BytesRead();
-        EXPECT_NE(WriteTrackTags(path, info, 0), 0) << "above what is read whole";
-        EXPECT_LT(BytesRead() - beforeWrite, kMegabyte) << row.what;
+        EXPECT_LT(BytesReadBy([&] { EXPECT_EQ(ReadTrackTags(path, info), 0); }),
+                  row.textCost * kMegabyte);
+        EXPECT_EQ(info.m_strTitle, u"Title");
+        EXPECT_LT(BytesReadBy([&] { EXPECT_EQ(ReadTrackArtwork(path), QByteArray()); }),
+                  row.pictureCost * kMegabyte);
+        EXPECT_LT(BytesReadBy([&] { EXPECT_NE(WriteTrackTags(path, info, 0), 0); }), kMegabyte)
+            << "above what is read whole";
     }
 }
 
@@ -198,12 +187,9 @@ TEST(DamagedTagsTest, HostileTagsAreReadUpToTheDamage) {
     const auto tag = [](const QByteArray& body) {
         return QByteArray("ID3\3\0\0\x7F\x7F\x7F\x7F", 10) + body;
     };
-    QByteArray bomb = AssembleId3Frame(3, {"TALB", 0x0080, "\x7F\xFF\xFF\xFFx\x9C garbage"});
-    QByteArray huge = AssembleId3Frame(3, {"TALB", 0, "\0x"});
-    huge.replace(4, 4, "\x7F\xFF\xFF\xFF");
-    QByteArray empties;
-    for (int i = 0; i < 200'000; ++i)
-        empties += AssembleId3Frame(3, {"TXXX", 0, {}});
+    const QByteArray bomb = AssembleId3Frame(3, {"TALB", 0x0080, "\x7F\xFF\xFF\xFFx\x9C garbage"});
+    const QByteArray huge = FrameHeader("TALB", 0x7FFFFFFF) + "\0x";
+    const QByteArray empties = FrameHeader("TXXX", 0).repeated(200'000);
     struct {
         const char* what;
         QByteArray content;

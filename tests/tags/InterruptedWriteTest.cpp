@@ -83,25 +83,18 @@ std::optional<int> RunWithFault(const std::function<int()>& work, int call, Faul
     return std::nullopt;
 }
 
-void WriteText(const char* path, const std::string& text) {
-    const FileDescriptor file(::open(path, O_WRONLY | O_CLOEXEC));
-    if (!WriteAll(file.Get(), text))
-        ::_exit(kDenied);
-}
-
-/// Lets this process alone see an empty disk of `size` bytes at `path`; ends it with kDenied where
-/// processes may have no mounts of their own.
-void MountDisk(const QString& path, qsizetype size) {
+/// Lets this process alone see an empty disk of `size` bytes at `path`; false where processes may
+/// have no mounts of their own.
+bool MountDisk(const QString& path, qsizetype size) {
     const std::string user = "0 " + std::to_string(::getuid()) + " 1";
     const std::string group = "0 " + std::to_string(::getgid()) + " 1";
-    if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
-        ::_exit(kDenied);
-    WriteText("/proc/self/setgroups", "deny");
-    WriteText("/proc/self/uid_map", user);
-    WriteText("/proc/self/gid_map", group);
     const std::string options = "size=" + std::to_string(size);
-    if (::mount("none", Path::ToBytes(path), "tmpfs", 0, options.c_str()) != 0)
-        ::_exit(kDenied);
+    const auto write = [](const char* file, const std::string& text) {
+        return WriteAll(FileDescriptor(::open(file, O_WRONLY | O_CLOEXEC)).Get(), text);
+    };
+    return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && write("/proc/self/setgroups", "deny") &&
+           write("/proc/self/uid_map", user) && write("/proc/self/gid_map", group) &&
+           ::mount("none", Path::ToBytes(path), "tmpfs", 0, options.c_str()) == 0;
 }
 
 class InterruptedWriteTest : public ::testing::Test {
@@ -119,15 +112,26 @@ protected:
         return [path = m_strPath, info = m_info] { return WriteTrackTags(path, info, 0); };
     }
 
-    /// Puts the old file there alone: a killed write may have left its new one.
-    void StartAnew() const {
-        const auto entries = ListFolder(m_scratch.Path());
-        ASSERT_TRUE(entries);
-        for (const FolderEntry& entry : *entries) {
-            if (entry.kind == FileKind::Regular)
-                ::unlink(Path::ToBytes(m_scratch.File(entry.name)));
+    /// Writes once for each system call, with the fault there, and hands the call's number, the
+    /// status and the content that was left to `check`.
+    template <typename Check>
+    void WriteWithFaults(Fault fault, Check check) const {
+        for (int call = 1;; ++call) {
+            const auto entries = ListFolder(m_scratch.Path());
+            for (const FolderEntry& entry : *entries) {
+                if (entry.kind == FileKind::Regular) // a killed write may have left its new one
+                    ::unlink(Path::ToBytes(m_scratch.File(entry.name)));
+            }
+            WriteFile(m_strPath, m_old);
+            const std::optional<int> status = RunWithFault(Write(), call, fault);
+            if (!status) {
+                EXPECT_EQ(ReadFile(m_strPath), m_new) << "the last run was not disturbed";
+                EXPECT_GT(call, 30);
+                return;
+            }
+            SCOPED_TRACE(call);
+            check(*status, ReadFile(m_strPath));
         }
-        WriteFile(m_strPath, m_old);
     }
 
     const ScratchFolder m_scratch;
@@ -140,70 +144,48 @@ protected:
 } // namespace
 
 TEST_F(InterruptedWriteTest, AKillAtAnyCallLeavesTheOldOrTheNewFile) {
-    int killed = 0;
     bool sawNew = false;
-    for (int call = 1;; ++call) {
-        StartAnew();
-        const auto status = RunWithFault(Write(), call, Fault::Kill);
-        if (!status)
-            break;
-        ++killed;
-        const QByteArray content = ReadFile(m_strPath);
-        ASSERT_TRUE(content == m_old || content == m_new) << "call " << call;
+    WriteWithFaults(Fault::Kill, [&](int, const QByteArray& content) {
+        EXPECT_TRUE(content == m_old || content == m_new);
         sawNew = sawNew || content == m_new;
-    }
-    EXPECT_GT(killed, 30);
+    });
     EXPECT_TRUE(sawNew) << "the last calls come after the rename";
-    EXPECT_EQ(ReadFile(m_strPath), m_new) << "the last run was not disturbed";
 }
 
 TEST_F(InterruptedWriteTest, AnyCallThatFailsLeavesTheOldOrTheNewFile) {
-    int refused = 0;
-    for (int call = 1;; ++call) {
-        StartAnew();
-        const auto status = RunWithFault(Write(), call, Fault::Refuse);
-        if (!status)
-            break;
-        ++refused;
-        const QByteArray content = ReadFile(m_strPath);
-        const bool done = WIFEXITED(*status) && WEXITSTATUS(*status) == kDone;
-        const bool failed = WIFEXITED(*status) && WEXITSTATUS(*status) == kFailed;
-        EXPECT_TRUE(content == m_new ? !failed : content == m_old && !done) << "call " << call;
+    WriteWithFaults(Fault::Refuse, [&](int status, const QByteArray& content) {
+        const bool done = WIFEXITED(status) && WEXITSTATUS(status) == kDone;
+        const bool failed = WIFEXITED(status) && WEXITSTATUS(status) == kFailed;
+        EXPECT_TRUE(content == m_new ? !failed : content == m_old && !done);
         if (failed) {
-            EXPECT_EQ(ListFolder(m_scratch.Path())->size(), 2U) << "left by call " << call;
+            EXPECT_EQ(ListFolder(m_scratch.Path())->size(), 2U) << "a file is left";
         }
-    }
-    EXPECT_GT(refused, 30);
+    });
 }
 
-TEST_F(InterruptedWriteTest, ADiskWithoutRoomForBothLeavesTheOldFileAlone) {
+TEST_F(InterruptedWriteTest, AFullDiskLeavesTheOldFileAlone) {
     const QString disk = m_scratch.MakeFolder(QStringLiteral("disk"));
     for (const qsizetype room : {qsizetype{8192}, m_new.size() / 2, m_new.size() - 8192}) {
         const int status = WaitFor(Fork([this, &disk, room] {
-            MountDisk(disk, m_old.size() + room);
+            if (!MountDisk(disk, m_old.size() + room))
+                ::_exit(kDenied); // the limits below alone stand for the full disk
             const QString path = Path::Join(disk, QStringLiteral("song.mp3"));
             WriteFile(path, m_old);
             const bool refused = WriteTrackTags(path, m_info, 0) != 0;
             return refused && ReadFile(path) == m_old && ListFolder(disk)->size() == 1 ? 0 : 1;
         }));
-        // Where a process may not mount, the test below alone stands for the full disk.
         const int result = WIFEXITED(status) ? WEXITSTATUS(status) : kFailed;
         EXPECT_TRUE(result == kDone || result == kDenied) << room;
     }
-}
-
-TEST_F(InterruptedWriteTest, AFullDiskLeavesTheOldFileAlone) {
-    for (const qsizetype room :
-         {qsizetype{0}, qsizetype{1}, qsizetype{100}, qsizetype{70'000}, m_new.size() - 1}) {
+    for (const rlim_t room : {0L, 1L, 100L, 70'000L, static_cast<long>(m_new.size()) - 1}) {
         const int status = WaitFor(Fork([write = Write(), room] {
             // A file that may not grow on is the full disk of one process.
             ::signal(SIGXFSZ, SIG_IGN);
-            const auto limit = static_cast<rlim_t>(room);
-            const rlimit limits{limit, limit};
+            const rlimit limits{room, room};
             return ::setrlimit(RLIMIT_FSIZE, &limits) == 0 ? write() : 0;
         }));
         EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == kFailed) << room;
         EXPECT_EQ(ReadFile(m_strPath), m_old);
-        EXPECT_EQ(ListFolder(m_scratch.Path())->size(), 2U) << "nothing is left beside it";
+        EXPECT_EQ(ListFolder(m_scratch.Path())->size(), 3U) << "nothing is left beside it";
     }
 }

@@ -55,22 +55,15 @@ protected:
             titles += Text(row, 1);
         return titles.join(u' ');
     }
-    void Click(int row, int col, Qt::KeyboardModifiers keys = {}) {
-        QTest::mouseClick(m_grid.viewport(), Qt::LeftButton, keys,
-                          m_grid.GetCellRect({row, col}).center());
+    void Click(int row, int col, Qt::KeyboardModifiers keys = {},
+               Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(m_grid.viewport(), button, keys, m_grid.GetCellRect({row, col}).center());
     }
-    void RightClick(int row, int col) {
-        QTest::mouseClick(m_grid.viewport(), Qt::RightButton, {},
-                          m_grid.GetCellRect({row, col}).center());
-    }
+    void RightClick(int row, int col) { Click(row, col, {}, Qt::RightButton); }
     void DoubleClick(int row) {
         Click(row, 1);
         QTest::mouseDClick(m_grid.viewport(), Qt::LeftButton, {},
                            m_grid.GetCellRect({row, 1}).center());
-    }
-    GridNotification Notify(GridNotification notification) {
-        m_view.OnNotify(notification);
-        return notification;
     }
     /// The selected rows, such as "2 3 6".
     [[nodiscard]] std::string SelectedRows() const {
@@ -95,15 +88,12 @@ TEST_F(TrackViewTest, ListsBecomeSections) {
     EXPECT_EQ(m_grid.GetRowCount(), 8);
     EXPECT_EQ(m_grid.GetColumnCount(), 9);
     EXPECT_EQ(Text(0, 1), QStringLiteral("IDS_FEILD_TITLE"));
-    EXPECT_EQ(Text(0, 8), QStringLiteral("IDS_FEILD_STATUS"));
     EXPECT_EQ(TitleText(1), QStringLiteral("Mine (0/3)"));
-    EXPECT_EQ(m_collection.m_iTitleRow, 1);
     EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha"));
     EXPECT_EQ(m_all[1]->m_iRow, 7);
     EXPECT_TRUE(m_grid.GetCell(1, 0)->IsReadOnly());
     EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowEven);
     EXPECT_EQ(m_grid.GetCell(3, 1)->GetBackClr(), m_collection.m_crRowOdd);
-    EXPECT_EQ(m_grid.GetCell(2, 1)->GetImage(), 4);
 
     m_collection[0]->m_strPath = QStringLiteral("/c/list.M3U");
     m_collection[0]->m_strTitle = Path::FromBytes("odd \xE9");
@@ -130,9 +120,7 @@ TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
     EXPECT_EQ(m_all[0]->m_bChecked, 0) << "only the first column checks";
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
     EXPECT_EQ(m_view.GetCurrentList(), &m_all);
-    EXPECT_EQ(m_collection[1]->m_bRowSelected, 0);
-    EXPECT_FALSE(IsSelected(3));
-    EXPECT_TRUE(IsSelected(6));
+    EXPECT_EQ(SelectedRows(), "6");
     EXPECT_EQ(m_grid.GetCell(1, 0)->GetBackClr(), m_collection.m_crTitle);
 
     Click(1, 2);
@@ -155,7 +143,6 @@ TEST_F(TrackViewTest, SeveralRowsStaySelected) {
     EXPECT_EQ(SelectedRows(), "2 4 6");
     Click(5, 1);
     EXPECT_EQ(SelectedRows(), "5");
-    EXPECT_EQ(m_collection[0]->m_bRowSelected, 0);
 }
 
 TEST_F(TrackViewTest, RightClickChecksAndSelects) {
@@ -166,25 +153,20 @@ TEST_F(TrackViewTest, RightClickChecksAndSelects) {
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 1}));
     EXPECT_TRUE(IsChecked(2));
     EXPECT_FALSE(IsChecked(3));
-    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
 
     RightClick(7, 0);
     EXPECT_EQ(SelectedRows(), "7");
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{7, 0}));
     EXPECT_EQ(m_view.GetClickedCell(), (CCellID{7, 0}));
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-    EXPECT_EQ(m_view.GetCurrentIndex(), 1);
     RightClick(7, 0);
     EXPECT_TRUE(IsChecked(7)) << "marked, not turned";
 
     RightClick(1, 2);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
-    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
     AddTrack(m_all, "without a row yet", "/a/");
     RightClick(0, 1);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection) << "the header is no track";
-    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{0, 1}));
-    Notify({NM_RCLICK, -1, -1});
     EXPECT_EQ(m_view.GetClickedCell(), (CCellID{0, 1}));
 }
 
@@ -208,20 +190,13 @@ TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
     AddTrack(m_all, "three", "/a/");
     m_view.FillGrid();
     EXPECT_EQ(m_grid.GetSortColumn(), -1) << "sorted no more";
-    m_all.ClearAll();
-    for (const char* title : {"two", "one"})
-        AddTrack(m_all, title, "/a/");
-    m_all.m_bSortAscending = 0;
-    m_view.FillGrid();
 
-    Click(7, 0);
+    Click(6, 0);
     Click(0, 0);
-    EXPECT_EQ(Titles(6, 2), QStringLiteral("two one")) << "ascending: unchecked first";
+    EXPECT_EQ(Titles(6, 3), QStringLiteral("one three two")) << "ascending: unchecked first";
     Click(0, 0);
-    EXPECT_EQ(Titles(6, 2), QStringLiteral("one two"));
-    EXPECT_TRUE(IsSelected(6)) << "a rebuild selects the row again";
-    Notify({NM_CLICK, 0, 99});
-    Notify({NM_CLICK, -1, -1});
+    EXPECT_EQ(Titles(6, 3), QStringLiteral("two one three"));
+    EXPECT_EQ(SelectedRows(), "6") << "a rebuild selects the row again";
 }
 
 TEST_F(TrackViewTest, FocusGoesWithItsRow) {
@@ -253,19 +228,21 @@ TEST_F(TrackViewTest, FocusGoesWithItsRow) {
 TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
     m_grid.resize(300, 100);
     m_grid.show();
-    m_grid.verticalScrollBar()->setValue(10);
-    Notify({NM_DBLCLK, 5, 1});
-    EXPECT_EQ(m_all.m_bExpanded, 0);
+    m_grid.verticalScrollBar()->setValue(25);
+    Click(5, 1); // which brings all of it into sight
+    const int scrolled = m_grid.verticalScrollBar()->value();
+    EXPECT_GE(scrolled, 25);
+    DoubleClick(5);
     EXPECT_EQ(m_grid.GetRowCount(), 6);
-    EXPECT_EQ(m_grid.verticalScrollBar()->value(), 10);
-    EXPECT_EQ(m_lists.GetActiveList(), nullptr);
-    Notify({NM_DBLCLK, 1, 1});
+    EXPECT_EQ(m_grid.verticalScrollBar()->value(), scrolled);
+    m_grid.verticalScrollBar()->setValue(0);
+    DoubleClick(1);
     EXPECT_EQ(m_grid.GetRowCount(), 3);
-    Notify({NM_DBLCLK, 2, 1});
+    DoubleClick(2);
     EXPECT_EQ(m_grid.GetRowCount(), 5);
     m_all.ClearAll();
     m_view.FillGrid();
-    Notify({NM_DBLCLK, 2, 1});
+    DoubleClick(2);
     EXPECT_EQ(m_all.m_bExpanded, 1) << "an empty section stays as it is";
 }
 
@@ -273,8 +250,6 @@ TEST_F(TrackViewTest, DoubleClickMarksTheTrackThatPlays) {
     const CGridCellBase* cell = m_grid.GetCell(7, 2);
     DoubleClick(2);
     EXPECT_EQ(m_collection[0]->m_bPlaying, 1);
-    EXPECT_EQ(m_collection[0]->m_bRowSelected, 1);
-    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
     EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowPlaying);
 
     DoubleClick(7);
@@ -300,9 +275,8 @@ TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
     // What is not on screen is passed over.
     m_all.m_bExpanded = 0;
     m_view.FillGrid();
-    m_view.RefreshRows(1, &m_all, 0);
-    m_view.RefreshRows(1, &m_all, 2);
-    m_view.RefreshRows(1, &m_all, -2);
+    for (const int index : {0, 2, -2})
+        m_view.RefreshRows(1, &m_all, index);
     m_view.RefreshRows(1, &m_playlist, -1);
     m_view.RefreshRows(1, nullptr, 0);
     EXPECT_EQ(TitleText(5), QStringLiteral("All (0/2)"));
@@ -312,7 +286,6 @@ TEST_F(TrackViewTest, RowsStayRightWhileAScanAppends) {
     AddTrack(m_collection, "new", "/c/");
     Click(5, 2);
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-    EXPECT_EQ(m_grid.GetCell(5, 0)->GetBackClr(), m_all.m_crTitleActive);
     m_view.RefreshRows(1, &m_collection, 3);
     EXPECT_EQ(TitleText(5), QStringLiteral("All (0/2)")) << "the new track has no row yet";
     EXPECT_EQ(Titles(6, 2), QStringLiteral("two one"));
@@ -324,10 +297,7 @@ TEST_F(TrackViewTest, ExclusiveViewHasNoTitles) {
     g_bPlaylistOnly = 1;
     m_view.FillGrid();
     EXPECT_EQ(m_grid.GetRowCount(), 2);
-    EXPECT_EQ(Titles(1, 1), QStringLiteral("song"));
-    EXPECT_EQ(m_playlist.m_bExpanded, 1);
     Click(1, 0);
-    EXPECT_EQ(m_playlist[0]->m_bChecked, 1);
     EXPECT_TRUE(IsChecked(1));
     m_view.RefreshRows(1, &m_playlist, -1);
     EXPECT_EQ(Titles(1, 1), QStringLiteral("song")) << "there is no title to write";
@@ -350,5 +320,4 @@ TEST_F(TrackViewTest, ActivatedListComesIntoSight) {
     m_view.ActivateList(MEDIA_TYPE_COLLECTION);
     EXPECT_EQ(g_bSelectionOnly, 0);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
-    EXPECT_EQ(m_all.m_bActive, 0);
 }

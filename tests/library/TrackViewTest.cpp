@@ -199,6 +199,21 @@ TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
     EXPECT_EQ(SelectedRows(), "6") << "a rebuild selects the row again";
 }
 
+TEST_F(TrackViewTest, KeysChooseTheCurrentTrackAndASortKeepsIt) {
+    Click(2, 1);
+    QTest::keyClick(&m_grid, Qt::Key_Down);
+    EXPECT_EQ(m_view.GetCurrentIndex(), 1);
+    EXPECT_TRUE(m_collection[1]->m_bRowSelected && !m_collection[0]->m_bRowSelected);
+    EXPECT_FALSE(m_collection[1]->m_bChecked);
+    Click(0, 1);
+    EXPECT_EQ(m_collection[m_view.GetCurrentIndex()]->m_strTitle, QStringLiteral("gamma"));
+    m_grid.SetFocusCell({4, 1});
+    QTest::keyClick(&m_grid, Qt::Key_Down);
+    QTest::keyClick(&m_grid, Qt::Key_Down);
+    EXPECT_EQ(m_view.GetCurrentList(), &m_all);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
+}
+
 TEST_F(TrackViewTest, FocusGoesWithItsRow) {
     Click(2, 3);
     Click(0, 1);

@@ -250,6 +250,7 @@ private:
     void Click(CCellID cell, QPoint point);
     void ReleaseDrag(CCellID cell, QPoint point);
     void StartDrag();
+    void Interrupt();
     void LetGo();
     void ScrollSelection();
     [[nodiscard]] bool IsSelecting() const;

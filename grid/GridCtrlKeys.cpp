@@ -22,7 +22,7 @@ void CGridCtrl::focusInEvent(QFocusEvent* event) {
 void CGridCtrl::focusOutEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusOutEvent(event);
     HideTitleTip();
-    LetGo(); // another window, or a menu, has the mouse now
+    Interrupt(); // another window, or a menu, has the mouse now
     RedrawCell(m_idCurrentCell.row, m_idCurrentCell.col);
 }
 
@@ -32,6 +32,10 @@ bool CGridCtrl::focusNextPrevChild(bool next) {
 
 void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     HideTitleTip();
+    if (event->key() == Qt::Key_Escape && !m_sizing.Line().isEmpty()) {
+        LetGo();
+        return;
+    }
     if (!IsValid(m_idCurrentCell)) {
         QAbstractScrollArea::keyPressEvent(event);
         return;

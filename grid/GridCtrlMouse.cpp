@@ -55,10 +55,18 @@ void CGridCtrl::hideEvent(QHideEvent* event) {
     QAbstractScrollArea::hideEvent(event);
     EndEdit();
     HideTitleTip();
-    LetGo();
+    Interrupt();
 }
 
-/// The mouse has gone elsewhere: nothing that it was doing goes on.
+/// The release will not be seen: what the mouse was selecting ends here.
+void CGridCtrl::Interrupt() {
+    const bool selecting = IsSelecting();
+    LetGo();
+    if (selecting)
+        Notify(GVN_SELCHANGED, m_LeftClickDownCell);
+}
+
+/// Nothing that the mouse was doing goes on.
 void CGridCtrl::LetGo() {
     m_scrollTimer.stop();
     m_sizing.Cancel();
@@ -172,7 +180,7 @@ void CGridCtrl::SelectByInput(const QRect& range) {
 void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {
     const QPoint point = event->position().toPoint();
     if (m_bLMouseButtonDown && !event->buttons().testFlag(Qt::LeftButton))
-        LetGo(); // the release went to another window
+        Interrupt(); // the release went to another window
     if (!m_bLMouseButtonDown) {
         Hover(point);
         return;

@@ -5,13 +5,12 @@
 #include "base/Guard.h"
 #include "library/MediaLists.h"
 #include "platform/Files.h"
+#include "platform/WorkerThread.h"
 #include "tags/Id3Picture.h"
 #include "tags/TrackTags.h"
 
 #include <QDebug>
 #include <QImage>
-
-#include <pthread.h>
 
 #include <exception>
 #include <memory>
@@ -89,8 +88,7 @@ void TrackArtwork::Read() {
     }
     std::thread reader(ReadPicture, m_strTrackPath, m_messages.Address(),
                        std::make_unique<PicturePayload>());
-    ::pthread_setname_np(reader.native_handle(), kArtworkThreadName);
-    reader.detach();
+    LetRun(std::move(reader), kArtworkThreadName);
     m_bReading = true;
 }
 

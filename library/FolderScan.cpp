@@ -5,10 +5,9 @@
 #include "base/Messages.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
+#include "platform/WorkerThread.h"
 
 #include <QDebug>
-
-#include <pthread.h>
 
 #include <exception>
 #include <set>
@@ -100,8 +99,7 @@ int ScanFolders(const CScanRequest& request, const std::stop_token& stop) {
 }
 
 void StartScanThread(std::unique_ptr<CScanRequest> request, std::stop_token stop) {
-    std::thread([request = std::move(request), stop = std::move(stop)] {
-        ::pthread_setname_np(::pthread_self(), kScanThreadName);
-        ScanFolders(*request, stop);
-    }).detach();
+    std::thread scan(
+        [request = std::move(request), stop = std::move(stop)] { ScanFolders(*request, stop); });
+    LetRun(std::move(scan), kScanThreadName);
 }

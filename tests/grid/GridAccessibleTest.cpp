@@ -228,15 +228,8 @@ TEST(GridAccessibleTest, SelectsRowsAndTellsTheOwner) {
 }
 
 TEST(GridAccessibleTest, ACellIsGoneWhenItsPlaceMeansAnother) {
-    const std::vector<std::function<void(CGridCtrl&)>> changes = {
-        [](CGridCtrl& grid) { grid.SetRowCount(3); },
-        [](CGridCtrl& grid) { grid.SetColumnCount(7); },
-        [](CGridCtrl& grid) { grid.SetFixedRowCount(2); },
-        [](CGridCtrl& grid) { grid.SetFixedColumnCount(1); },
-        [](CGridCtrl& grid) { grid.SortItems(nullptr, 0, false); },
-        [](CGridCtrl& grid) { grid.DeleteAllItems(); },
-        [](CGridCtrl& grid) { grid.SetCellType(2, 1, RuntimeClass<CGridCellCheck>); },
-    };
+    auto changes = Rebuilds();
+    changes.push_back([](CGridCtrl& grid) { MakeCheck(grid, 2, 1); });
     for (size_t i = 0; i <= changes.size(); ++i) {
         auto grid = MakeGrid(6, 3);
         const auto table = QAccessible::uniqueId(TableOf(grid));

@@ -6,7 +6,9 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 /// A grid as the program configures it: one header row, list mode, ticks between header cells.
 /// Cells carry their place as text: "3/1" is row 3, column 1.
@@ -40,6 +42,18 @@ inline void Show(CGridCtrl& grid, int width, int height) {
     grid.resize(width, height);
     grid.show();
     QApplication::processEvents();
+}
+
+/// All that gives the rows and columns of a grid of 6 by 3 another meaning.
+inline std::vector<std::function<void(CGridCtrl&)>> Rebuilds() {
+    return {
+        [](CGridCtrl& grid) { grid.SetRowCount(3); },
+        [](CGridCtrl& grid) { grid.SetColumnCount(7); },
+        [](CGridCtrl& grid) { grid.SetFixedRowCount(3); },
+        [](CGridCtrl& grid) { grid.SetFixedColumnCount(1); },
+        [](CGridCtrl& grid) { grid.SortItems(nullptr, 0, true); },
+        [](CGridCtrl& grid) { grid.DeleteAllItems(); },
+    };
 }
 
 inline QString TextAt(const CGridCtrl& grid, int row, int col) {

@@ -208,15 +208,7 @@ TEST(GridSelection, ARangeTakesThePlaceOfTheOldOneAndSparesTheHeader) {
 }
 
 TEST(GridSelection, RebuildingDropsSelectionAndFocus) {
-    const std::vector<std::function<void(CGridCtrl&)>> rebuilds = {
-        [](CGridCtrl& grid) { grid.SetRowCount(3); },
-        [](CGridCtrl& grid) { grid.SetColumnCount(7); },
-        [](CGridCtrl& grid) { grid.SetFixedRowCount(3); },
-        [](CGridCtrl& grid) { grid.SetFixedColumnCount(1); },
-        [](CGridCtrl& grid) { grid.SortItems(nullptr, 0, true); },
-        [](CGridCtrl& grid) { grid.DeleteAllItems(); },
-    };
-    for (const auto& rebuild : rebuilds) {
+    for (const auto& rebuild : Rebuilds()) {
         const auto grid = MakeGrid(6, 3);
         grid->SetSelectedRange(2, 0, 5, 2);
         grid->SetFocusCell({2, 2});

@@ -268,17 +268,6 @@ TEST(GridPaint, AnImageIsDrawnOnlyWhereItFits) {
     }
 }
 
-class CountedCell : public CGridCell {
-public:
-    bool Draw(QPainter&, int row, int, QRect, bool) override {
-        s_rows.insert(row);
-        ++s_draws;
-        return true;
-    }
-    static inline std::set<int> s_rows;
-    static inline int s_draws = 0;
-};
-
 TEST(GridPaint, ACheckBoxLooksTheSameAtEveryPlace) {
     for (const qreal scale : kScales) {
         for (const int side : {13, 14, 15}) {
@@ -302,6 +291,17 @@ TEST(GridPaint, ACheckBoxLooksTheSameAtEveryPlace) {
         }
     }
 }
+
+class CountedCell : public CGridCell {
+public:
+    bool Draw(QPainter&, int row, int, QRect, bool) override {
+        s_rows.insert(row);
+        ++s_draws;
+        return true;
+    }
+    static inline std::set<int> s_rows;
+    static inline int s_draws = 0;
+};
 
 TEST(GridScroll, OnlyVisibleCellsAreDrawnAtAnyPlace) {
     CGridCtrl grid(nullptr, 100'001, 3, 1, 0);

@@ -133,8 +133,10 @@ void CGridCtrl::MoveTo(CCellID cell, bool extend) {
         GridNotification notification{
             .code = GVN_SELCHANGING, .row = cell.row, .col = cell.col, .byKey = true};
         Notify(notification);
-        if (!extend || !IsValid(m_SelectionStartCell))
+        if (!extend)
             m_SelectionStartCell = cell;
+        else if (!IsValid(m_SelectionStartCell))
+            m_SelectionStartCell = m_idCurrentCell;
         if (IsValid(cell)) // not gone in the notification
             SelectTo(cell);
         notification.code = GVN_SELCHANGED;

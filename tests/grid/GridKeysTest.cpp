@@ -133,6 +133,8 @@ TEST_F(GridInput, ReachedByTabTheGridHasACellToStartFrom) {
     EXPECT_TRUE(m_grid->viewport()->rect().intersects(m_grid->GetCellRect(m_grid->GetFocusCell())));
     EXPECT_GT(m_grid->GetFocusCell().row, 50);
     EXPECT_EQ(m_grid->GetSelectedCount(), 0);
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedRows().size(), 2u);
 }
 
 TEST_F(GridInput, WhileTheMouseIsHeldKeysMoveTheFocusOnly) {

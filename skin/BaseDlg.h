@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QDialog>
+#include <QString>
+
+/// The theme that dialogs made from now on take their frames from.
+void SetThemeFile(const QString& path);
+
+/// The base of every dialog: a window whose frame is drawn from the theme. Where the theme can't be
+/// read it keeps the frame of the desktop, without a system menu.
+///
+/// A derived dialog gives itself a title and a layout as any dialog does; the layout lies inside
+/// the frame. Thread: interface thread.
+class CBaseDlg : public QDialog {
+public:
+    explicit CBaseDlg(QWidget* parent, Qt::WindowFlags flags = {});
+};

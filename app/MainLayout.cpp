@@ -3,75 +3,119 @@
 #include "app/ArtworkField.h"
 #include "base/Language.h"
 #include "grid/GridCtrl.h"
+#include "skin/BitmapSlider.h"
+#include "skin/ImageButton.h"
+#include "skin/PicButton.h"
+#include "skin/Pictures.h"
+#include "skin/ProgressSlider.h"
+#include "skin/SkinLabel.h"
+#include "skin/SkinPalette.h"
 
+#include <QGridLayout>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QToolButton>
+#include <QPainter>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr int kMargin = 8;
+constexpr int kUpperHeight = 46;
+constexpr int kLowerHeight = 57;
 constexpr int kArtworkSide = 84;
+constexpr int kVolumeWidth = 88;
 
-QToolButton* MakeButton(QWidget* parent, StringId text) {
-    auto* button = new QToolButton(parent);
-    // A menu text may stand on a button, which needs neither the mnemonic nor the ellipsis.
-    button->setText(LoadString(text).remove(u'&').remove(QStringLiteral("...")));
-    button->setMinimumHeight(28);
+/// The ground of the two rows. It is drawn as high as both of them, from the bottom up, so that the
+/// lower row looks the same alone.
+class Band : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const int height = kUpperHeight + kLowerHeight;
+        painter.drawPixmap(QRect(0, this->height() - height, width(), height),
+                           LoadPicture(PictureId::Band, devicePixelRatioF()));
+    }
+};
+
+/// Waits in grey for the part of the program that it will serve.
+template <class Button>
+Button* MakeDisabled(PictureId picture, StringId text, QWidget* parent) {
+    auto* button = new Button(picture, LoadString(text), parent);
+    button->setEnabled(false);
     return button;
 }
 
-QLabel* MakeLabel(QWidget* parent) {
-    auto* label = new QLabel(parent);
-    label->setTextFormat(Qt::PlainText);
-    label->setMinimumWidth(1);
-    return label;
+QHBoxLayout* MakeRow(QWidget* row) {
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(kMargin);
+    return layout;
 }
 
 } // namespace
 
 MainLayout::MainLayout(QWidget& window)
     : m_pGrid(new CGridCtrl(&window))
-    , m_pUpperRow(new QWidget(&window))
-    , m_pScanButton(MakeButton(m_pUpperRow, IDS_FILE_SCANPCFORMUSICS))
-    , m_pStatus(MakeLabel(m_pUpperRow))
-    , m_pMiniButton(MakeButton(&window, IDS_MAIN_MINI))
-    , m_pArtwork(new ArtworkField(&window)) {
-    m_pMiniButton->setObjectName(QStringLiteral("999"));
+    , m_pBand(new Band(&window))
+    , m_pArtwork(new ArtworkField(m_pBand))
+    , m_pUpperRow(MakeUpperRow()) {
+    m_pGrid->setPalette(PagePalette());
     m_pArtwork->setFixedSize(kArtworkSide, kArtworkSide);
-    auto* upper = new QHBoxLayout(m_pUpperRow);
-    upper->setContentsMargins(0, 0, 0, 0);
-    upper->addWidget(m_pScanButton);
-    upper->addWidget(m_pStatus, 1);
 
-    auto* lower = new QHBoxLayout;
-    lower->addWidget(m_pMiniButton, 0, Qt::AlignVCenter); // so that it takes half of the band
-    lower->addStretch(1);
-
-    auto* rows = new QVBoxLayout;
-    rows->setSpacing(kMargin);
-    rows->addWidget(m_pUpperRow, 1);
-    rows->addLayout(lower, 1);
-
-    auto* band = new QHBoxLayout;
-    band->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
-    band->setSpacing(kMargin);
-    band->addLayout(rows, 1);
-    band->addWidget(m_pArtwork);
+    auto* band = new QGridLayout(m_pBand);
+    band->setContentsMargins(kMargin, 0, kMargin, 0);
+    band->setHorizontalSpacing(kMargin);
+    band->setVerticalSpacing(0);
+    band->addWidget(m_pUpperRow, 0, 0);
+    band->addWidget(MakeLowerRow(), 1, 0);
+    band->addWidget(m_pArtwork, 0, 1, 2, 1, Qt::AlignVCenter);
 
     auto* whole = new QVBoxLayout(&window);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->setSpacing(0);
     whole->addWidget(m_pGrid, 1);
-    whole->addLayout(band);
+    whole->addWidget(m_pBand);
+}
+
+QWidget* MainLayout::MakeUpperRow() {
+    auto* row = new QWidget(m_pBand);
+    row->setFixedHeight(kUpperHeight);
+    m_pScanButton = new CPicButton(PictureId::ScanPC, LoadString(IDS_FILE_SCANPCFORMUSICS), row);
+    m_pStatus = new CProgressSlider(row);
+    m_pStatus->SetReadOnly(true);
+    auto* layout = MakeRow(row);
+    layout->addWidget(
+        MakeDisabled<CPicButton>(PictureId::NewPlaylist, IDS_FILE_CREATENEWPLAYLIST, row));
+    layout->addWidget(m_pScanButton);
+    layout->addWidget(MakeDisabled<CImageButton>(PictureId::CopyToPhone, IDS_BT_TOPHONE, row));
+    layout->addWidget(MakeDisabled<CPicButton>(PictureId::CancelAll, IDS_BT_CANCELALL, row));
+    layout->addWidget(m_pStatus, 1);
+    return row;
+}
+
+QWidget* MainLayout::MakeLowerRow() {
+    auto* row = new QWidget(m_pBand);
+    row->setMaximumHeight(kLowerHeight); // a mini player may be a little lower
+    auto* seek = new CProgressSlider(row);
+    seek->setEnabled(false);
+    m_pVolume = new CBitmapSlider(row);
+    m_pVolume->setFixedWidth(kVolumeWidth);
+    auto* speaker = new CSkinLabel(QString(), row);
+    speaker->setPixmap(LoadPicture(PictureId::Volume, row->devicePixelRatioF()));
+    auto* layout = MakeRow(row);
+    layout->addWidget(MakeDisabled<CImageButton>(PictureId::Previous, IDS_BT_PRE, row));
+    layout->addWidget(MakeDisabled<CImageButton>(PictureId::Play, IDS_BT_PLAY, row));
+    layout->addWidget(MakeDisabled<CImageButton>(PictureId::Next, IDS_BT_NEXT, row));
+    layout->addWidget(seek, 1);
+    layout->addWidget(speaker);
+    layout->addWidget(m_pVolume);
+    return row;
 }
 
 void MainLayout::SetMiniMode(bool mini) {
     m_pGrid->setVisible(!mini);
     m_pUpperRow->setVisible(!mini);
     m_pArtwork->setVisible(!mini);
-    const QString text = LoadString(mini ? IDS_MAIN_NORMAL : IDS_MAIN_MINI);
-    m_pMiniButton->setText(text);
-    m_pMiniButton->setToolTip(text);
 }

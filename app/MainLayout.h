@@ -1,9 +1,11 @@
 #pragma once
 
 class ArtworkField;
+class CBitmapSlider;
 class CGridCtrl;
-class QLabel;
-class QToolButton;
+class CImageButton;
+class CPicButton;
+class CProgressSlider;
 class QWidget;
 
 /// The controls of the main window and their places: the grid, and below it a band of two rows with
@@ -18,16 +20,20 @@ public:
     void SetMiniMode(bool mini);
 
     [[nodiscard]] CGridCtrl& Grid() const { return *m_pGrid; }
-    [[nodiscard]] QToolButton& ScanButton() const { return *m_pScanButton; }
-    [[nodiscard]] QToolButton& MiniButton() const { return *m_pMiniButton; }
-    [[nodiscard]] QLabel& Status() const { return *m_pStatus; }
+    [[nodiscard]] CPicButton& ScanButton() const { return *m_pScanButton; }
+    [[nodiscard]] CProgressSlider& Status() const { return *m_pStatus; }
+    [[nodiscard]] CBitmapSlider& Volume() const { return *m_pVolume; }
     [[nodiscard]] ArtworkField& Artwork() const { return *m_pArtwork; }
 
 private:
+    [[nodiscard]] QWidget* MakeUpperRow();
+    [[nodiscard]] QWidget* MakeLowerRow();
+
     CGridCtrl* m_pGrid;
-    QWidget* m_pUpperRow;
-    QToolButton* m_pScanButton;
-    QLabel* m_pStatus;
-    QToolButton* m_pMiniButton;
+    QWidget* m_pBand;
+    CPicButton* m_pScanButton = nullptr;
+    CProgressSlider* m_pStatus = nullptr;
+    CBitmapSlider* m_pVolume = nullptr;
     ArtworkField* m_pArtwork;
+    QWidget* m_pUpperRow;
 };

@@ -4,6 +4,8 @@
 #include "app/TrackDeckDlg.h"
 #include "base/Language.h"
 #include "platform/Path.h"
+#include "skin/BaseDlg.h"
+#include "skin/SkinPalette.h"
 
 #include <QApplication>
 
@@ -17,6 +19,9 @@ int CTrackDeckApp::Run(int argc, char** argv) {
     m_strLanguageFile =
         QCoreApplication::applicationDirPath() + QStringLiteral("/languages/language.lgg");
     SetLanguageFile(m_strLanguageFile);
+    SetThemeFile(QCoreApplication::applicationDirPath() +
+                 QStringLiteral("/skin/blackstyle/theme.ini"));
+    UseSkinPalette();
     ParseCommandLine(argc, argv);
 
     SingleInstance instance(LoadString(IDS_MAIN_TITLE));

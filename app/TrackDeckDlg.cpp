@@ -7,22 +7,26 @@
 #include "base/Language.h"
 #include "base/Messages.h"
 #include "base/Settings.h"
+#include "dialogs/AboutDlg.h"
 #include "dialogs/ScanPCDlg.h"
 #include "dialogs/ScanningDlg.h"
 #include "grid/GridCtrl.h"
 #include "platform/Files.h"
 #include "platform/ScratchFolder.h"
+#include "skin/BCMenu.h"
+#include "skin/BitmapSlider.h"
+#include "skin/MenuBar.h"
+#include "skin/PicButton.h"
+#include "skin/Pictures.h"
+#include "skin/ProgressSlider.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
-#include <QLabel>
 #include <QLayout>
-#include <QMenuBar>
 #include <QScreen>
 #include <QTimer>
-#include <QToolButton>
 
 #include <chrono>
 #include <memory>
@@ -35,16 +39,27 @@ constexpr int kOverhang = 12;
 
 constexpr int kFirstVolume = 70;
 
+constexpr FrameStyles kNormalStyle =
+    FrameStyle::Sizable | FrameStyle::MinimizeBox | FrameStyle::MaximizeBox;
+constexpr FrameStyles kMiniStyle = FrameStyle::Fixed;
+
+/// The frame's button between the two forms of the window: its command, and its places.
+constexpr int kMiniCommand = 999;
+constexpr int kMiniButtonX = 130;
+constexpr int kNormalButtonX = 79;
+constexpr int kFormButtonY = 1;
+
 /// How long scans wait for the window to be painted.
 constexpr std::chrono::seconds kLongestHold(1);
 
 } // namespace
 
 CTrackDeckDlg::CTrackDeckDlg(QString openFile)
-    : QDialog(nullptr, Qt::Window)
+    : CBaseDlg(nullptr, kNormalStyle, Qt::Window)
     , m_strOpenFile(std::move(openFile))
-    , m_pMenuBar(new QMenuBar(this))
+    , m_pMenuBar(new CMenuBar(this))
     , m_pScanAction(new QAction(this))
+    , m_pAboutAction(new QAction(this))
     , m_layout(*this)
     , m_view(m_lists, m_layout.Grid())
     , m_artwork(m_lists, m_layout.Artwork())
@@ -55,14 +70,16 @@ CTrackDeckDlg::CTrackDeckDlg(QString openFile)
 }
 
 void CTrackDeckDlg::OnInitDialog() {
+    BuildFrame();
     ConnectMessages();
     BuildMenus();
     m_strTempFolder = MakeScratchFolder(QStringLiteral("VTD_CDMA"));
     ReadSettings();
     setWindowTitle(LoadString(IDS_MAIN_TITLE));
+    m_layout.Volume().setValue(GetSettings().m_nVolume);
+    setWindowIcon(MakeProgramIcon());
     CreateLists();
     const QList<QIcon> images = MakeRowImages();
-    setWindowIcon(images[kTrackImage]);
     m_layout.Grid().SetImageList(images);
     m_view.FillGrid();
     OpenFile();
@@ -106,27 +123,46 @@ void CTrackDeckDlg::ConnectMessages() {
     m_pScanAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
     connect(m_pScanAction, &QAction::triggered, this,
             [this] { Guarded("OnScanPC()", [this] { OnScanPC(); }); });
-    connect(&m_layout.ScanButton(), &QToolButton::clicked, m_pScanAction, &QAction::trigger);
-    connect(&m_layout.MiniButton(), &QToolButton::clicked, this, &CTrackDeckDlg::ToggleMiniMode);
+    connect(&m_layout.ScanButton(), &QAbstractButton::clicked, m_pScanAction, &QAction::trigger);
+    m_pAboutAction->setText(LoadString(IDS_HELP_ABOUTVELTRIATRACKDECK));
+    connect(m_pAboutAction, &QAction::triggered, this, &CTrackDeckDlg::OnAbout);
+}
+
+void CTrackDeckDlg::BuildFrame() {
+    m_skin.AddFrameButton(PictureId::MiniPlayer, kMiniCommand, kMiniButtonX, kFormButtonY,
+                          LoadString(IDS_MAIN_MINI));
+    m_skin.SetCommandHandler([this](int command) {
+        if (command == kMiniCommand)
+            ToggleMiniMode();
+    });
+    m_skin.SetFrameTips(LoadString(IDS_MAIN_MIN), LoadString(IDS_MAIN_MAX),
+                        LoadString(IDS_MAIN_RESTOR), LoadString(IDS_MAIN_CLOSE));
+    const QString about = LoadString(IDS_SYS_ABOUTTRACKDECK);
+    if (about.isEmpty())
+        return;
+    auto* action = new QAction(about, this);
+    connect(action, &QAction::triggered, this, &CTrackDeckDlg::OnAbout);
+    m_skin.AppendToSystemMenu(action);
 }
 
 void CTrackDeckDlg::BuildMenus() {
     layout()->setMenuBar(m_pMenuBar);
-    QMenu* file = m_pMenuBar->addMenu(LoadString(IDS_FILE));
-    file->addAction(m_pScanAction);
-    file->addSeparator();
-    file->addAction(LoadString(IDS_FILE_EXIT), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
-                    &CTrackDeckDlg::close);
-    QMenu* view = m_pMenuBar->addMenu(LoadString(IDS_VIEW));
-    view->addAction(LoadString(IDS_VIEW_MYCOLLECTION), QKeySequence(Qt::CTRL | Qt::Key_1), this,
-                    [this] { ShowList(MEDIA_TYPE_COLLECTION); });
-    view->addAction(LoadString(IDS_VIEW_ALLMUSIC), QKeySequence(Qt::CTRL | Qt::Key_2), this,
-                    [this] { ShowList(MEDIA_TYPE_ALL); });
-    view->addSeparator();
+    BCMenu& file = m_pMenuBar->AddMenu(LoadString(IDS_FILE));
+    file.addAction(m_pScanAction);
+    file.addSeparator();
+    file.addAction(LoadString(IDS_FILE_EXIT), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
+                   &CTrackDeckDlg::close);
+    BCMenu& view = m_pMenuBar->AddMenu(LoadString(IDS_VIEW));
+    view.addAction(LoadString(IDS_VIEW_MYCOLLECTION), QKeySequence(Qt::CTRL | Qt::Key_1), this,
+                   [this] { ShowList(MEDIA_TYPE_COLLECTION); });
+    view.addAction(LoadString(IDS_VIEW_ALLMUSIC), QKeySequence(Qt::CTRL | Qt::Key_2), this,
+                   [this] { ShowList(MEDIA_TYPE_ALL); });
+    view.addSeparator();
     QAction* mini =
-        view->addAction(LoadString(IDS_SYS_MINIPLAYER), this, &CTrackDeckDlg::ToggleMiniMode);
+        view.addAction(LoadString(IDS_SYS_MINIPLAYER), this, &CTrackDeckDlg::ToggleMiniMode);
     mini->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     addAction(mini); // the key works while the menu bar is hidden
+    m_pMenuBar->AddMenu(LoadString(IDS_HELP)).addAction(m_pAboutAction);
 }
 
 void CTrackDeckDlg::CreateLists() {
@@ -139,7 +175,7 @@ void CTrackDeckDlg::CreateLists() {
     folder = folder.isEmpty() ? defaultFolder : QDir::cleanPath(folder);
     MakeFolder(folder);
     m_lists.SetLocation(collection, folder);
-    m_layout.Status().setText(LoadString(IDS_SCAN_ING));
+    m_layout.Status().SetCaption(LoadString(IDS_SCAN_ING));
     m_scanner.ScanList(m_messages.Address(), MEDIA_TYPE_COLLECTION, collection.m_iId, folder);
     m_lists.Add(LoadString(IDS_TYPE_ALL), MEDIA_TYPE_ALL, 1);
 }
@@ -161,19 +197,32 @@ void CTrackDeckDlg::OpenFile() {
 }
 
 void CTrackDeckDlg::PlaceWindow() {
-    m_pMenuBar->setVisible(!m_bMiniMode);
-    m_layout.SetMiniMode(m_bMiniMode != 0);
+    SetForm();
     if (m_bMiniMode) {
-        setFixedSize(kMiniSize); // no form to size or to maximize
         MoveTo(m_rcMini);
         return;
     }
-    const QSize largest = screen()->availableSize() + QSize(kOverhang, kOverhang);
-    setMinimumSize(kMiniSize);
-    setMaximumSize(largest.expandedTo(m_rcNormal.size()));
     MoveTo(m_rcNormal);
     if (GetSettings().m_bMaximized)
-        setWindowState(Qt::WindowMaximized);
+        m_skin.Maximize();
+}
+
+/// Shows what the form of the window has, in the frame too.
+void CTrackDeckDlg::SetForm() {
+    m_pMenuBar->setVisible(!m_bMiniMode);
+    m_layout.SetMiniMode(m_bMiniMode != 0);
+    if (m_bMiniMode) {
+        m_skin.ChangeFrameButton(PictureId::NormalWindow, kMiniCommand, kNormalButtonX,
+                                 kFormButtonY, LoadString(IDS_MAIN_NORMAL));
+        setFixedSize(kMiniSize);
+    } else {
+        m_skin.ChangeFrameButton(PictureId::MiniPlayer, kMiniCommand, kMiniButtonX, kFormButtonY,
+                                 LoadString(IDS_MAIN_MINI));
+        const QSize largest = screen()->availableSize() + QSize(kOverhang, kOverhang);
+        setMinimumSize(kSmallestSize);
+        setMaximumSize(largest.expandedTo(m_rcNormal.size()));
+    }
+    m_skin.InstallSkin(this, m_bMiniMode ? kMiniStyle : kNormalStyle);
 }
 
 bool CTrackDeckDlg::event(QEvent* event) {
@@ -203,7 +252,7 @@ void CTrackDeckDlg::OnListDone(int type) {
         m_view.ScrollToList(type);
         EnableScan(true);
     }
-    m_layout.Status().clear();
+    m_layout.Status().SetCaption(QString());
 }
 
 void CTrackDeckDlg::EnableScan(bool enable) {
@@ -235,17 +284,18 @@ void CTrackDeckDlg::OnScanPC() {
 void CTrackDeckDlg::ToggleMiniMode() {
     if (m_bMiniMode) {
         m_rcMini.moveTo(pos());
-        m_bMiniMode = 0;
     } else {
-        GetSettings().m_bMaximized = isMaximized();
-        if (!isMaximized())
-            m_rcNormal = CurrentPlace();
-        m_bMiniMode = 1;
-        showNormal();
+        TakeNormalPlace();
+        m_skin.Restore();
     }
+    m_bMiniMode = !m_bMiniMode;
     PlaceWindow();
     if (!m_bMiniMode)
         m_layout.Grid().setFocus(); // hidden, it has lost it
+}
+
+void CTrackDeckDlg::OnAbout() {
+    CAboutDlg(this).exec();
 }
 
 void CTrackDeckDlg::MoveTo(const QRect& place) {
@@ -253,9 +303,11 @@ void CTrackDeckDlg::MoveTo(const QRect& place) {
     resize(place.size());
 }
 
-/// The frame's corner with the size inside the frame: what MoveTo() takes.
-QRect CTrackDeckDlg::CurrentPlace() const {
-    return {pos(), size()};
+/// Keeps where the window stands in its normal form.
+void CTrackDeckDlg::TakeNormalPlace() {
+    GetSettings().m_bMaximized = m_skin.IsMaximized();
+    if (!m_skin.IsMaximized())
+        m_rcNormal = {pos(), size()};
 }
 
 void CTrackDeckDlg::BringToFront() {
@@ -274,11 +326,9 @@ void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
 void CTrackDeckDlg::SaveOnClose() {
     if (m_bMiniMode)
         m_rcMini.moveTo(pos());
-    else if (!isMaximized())
-        m_rcNormal = CurrentPlace();
+    else
+        TakeNormalPlace();
     CTrackDeckSettings& settings = GetSettings();
-    if (!m_bMiniMode)
-        settings.m_bMaximized = isMaximized();
     settings.m_bMiniMode = m_bMiniMode;
     settings.m_nMiniPosX = m_rcMini.x();
     settings.m_nMiniPosY = m_rcMini.y();
@@ -287,6 +337,7 @@ void CTrackDeckDlg::SaveOnClose() {
     settings.m_nMainSizeX = m_rcNormal.width();
     settings.m_nMainSizeY = m_rcNormal.height();
     settings.m_iPlaymode = m_iPlayMode;
+    settings.m_nVolume = m_layout.Volume().value();
     settings.m_dwColumnDef = static_cast<int>(m_view.GetColumns());
     SaveSettings();
 }

@@ -6,20 +6,20 @@
 #include "library/MediaLists.h"
 #include "library/TrackView.h"
 #include "platform/MessageTarget.h"
+#include "skin/BaseDlg.h"
 
-#include <QDialog>
 #include <QRect>
 
 #include <vector>
 
+class CMenuBar;
 class QAction;
-class QMenuBar;
 
 /// The main dialog, which is the program: it makes its parts, lays them out, connects them, and
 /// closes them down.
 ///
 /// Thread: interface thread. Workers reach it by messages alone.
-class CTrackDeckDlg : public QDialog {
+class CTrackDeckDlg : public CBaseDlg {
 public:
     /// `openFile`: a document to open at start, or empty.
     explicit CTrackDeckDlg(QString openFile);
@@ -38,10 +38,12 @@ private:
     void OnInitDialog();
     void ReadSettings();
     void ConnectMessages();
+    void BuildFrame();
     void BuildMenus();
     void CreateLists();
     void OpenFile();
     void PlaceWindow();
+    void SetForm();
 
     void PostListsDone();
     void OnListDone(int type);
@@ -49,8 +51,9 @@ private:
     void OnScanPC();
     void EnableScan(bool enable);
     void ToggleMiniMode();
+    void OnAbout();
     void MoveTo(const QRect& place);
-    [[nodiscard]] QRect CurrentPlace() const;
+    void TakeNormalPlace();
     void SaveOnClose();
 
     QString m_strOpenFile;
@@ -63,8 +66,9 @@ private:
     std::vector<int> m_listsDone; ///< types of lists to show once an edit has ended
 
     CMediaLists m_lists;
-    QMenuBar* m_pMenuBar;
+    CMenuBar* m_pMenuBar;
     QAction* m_pScanAction;
+    QAction* m_pAboutAction;
     MainLayout m_layout;
     CTrackView m_view;
     TrackArtwork m_artwork;

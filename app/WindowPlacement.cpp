@@ -5,7 +5,6 @@
 namespace {
 
 constexpr QSize kFirstSize(768, 576);
-constexpr QSize kSmallestSize(640, 480);
 
 /// How much of the window's left or top edge has to be inside the work area.
 constexpr int kReachable = 10;

@@ -12,6 +12,9 @@ struct WindowPlaces {
 
 inline constexpr QSize kMiniSize(400, 89);
 
+/// The smallest size of the normal form.
+inline constexpr QSize kSmallestSize(640, 480);
+
 /// The places for a first run on a screen with this work area.
 [[nodiscard]] WindowPlaces FirstRunPlaces(const QRect& workArea);
 

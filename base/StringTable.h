@@ -241,4 +241,6 @@
     X(340, IDS_PROGRESS_CONVERTING)                                                                \
     X(341, IDS_OPTIONS_RANDOM_CONTINUOUSPLAY)                                                      \
     X(342, IDS_DLGTITLE_COVERTWARN)                                                                \
-    X(343, IDS_DLGTITLE_COVERTWARN1)
+    X(343, IDS_DLGTITLE_COVERTWARN1)                                                               \
+    X(1000, IDS_SLIDER_SEEK)                                                                       \
+    X(1001, IDS_SLIDER_VOLUME)

@@ -35,7 +35,8 @@ class FirstPaint : public QObject {
 public:
     bool eventFilter(QObject* object, QEvent* event) override {
         const auto* widget = qobject_cast<QWidget*>(object);
-        if (event->type() == QEvent::Paint && widget && widget->isWindow())
+        if (event->type() == QEvent::Paint && widget && widget->isWindow() &&
+            widget->windowType() != Qt::SplashScreen)
             QTimer::singleShot(0, [] { std::_Exit(0); });
         return false;
     }

@@ -1,6 +1,32 @@
 #include "skin/BaseDlg.h"
 
-CBaseDlg::CBaseDlg(QWidget* parent, Qt::WindowFlags flags)
-    : QDialog(parent, flags) {}
+#include "skin/FrameAccessible.h"
 
-void SetThemeFile(const QString&) {}
+namespace {
+
+QString g_strThemeFile;
+
+/// What the window system is told of a window of this style, whoever draws its frame.
+Qt::WindowFlags Buttons(FrameStyles style) {
+    Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+    flags |= Qt::WindowCloseButtonHint;
+    flags.setFlag(Qt::WindowMinimizeButtonHint, style.testFlag(FrameStyle::MinimizeBox));
+    flags.setFlag(Qt::WindowMaximizeButtonHint, style.testFlag(FrameStyle::MaximizeBox));
+    return flags;
+}
+
+} // namespace
+
+void SetThemeFile(const QString& path) {
+    g_strThemeFile = path;
+}
+
+CBaseDlg::CBaseDlg(QWidget* parent, FrameStyles style, Qt::WindowType type)
+    : QDialog(parent) {
+    const bool skinned = m_skin.LoadSkin(g_strThemeFile, devicePixelRatioF());
+    Qt::WindowFlags flags = type | Buttons(style);
+    flags.setFlag(Qt::FramelessWindowHint, skinned);
+    setWindowFlags(flags);
+    m_skin.InstallSkin(this, style);
+    FrameAccessible::Install();
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "skin/SkinWnd.h"
+
 #include <QDialog>
 #include <QString>
 
@@ -13,5 +15,11 @@ void SetThemeFile(const QString& path);
 /// the frame. Thread: interface thread.
 class CBaseDlg : public QDialog {
 public:
-    explicit CBaseDlg(QWidget* parent, Qt::WindowFlags flags = {});
+    explicit CBaseDlg(QWidget* parent, FrameStyles style = FrameStyle::Fixed,
+                      Qt::WindowType type = Qt::Dialog);
+
+    [[nodiscard]] CSkinWnd& GetSkin() { return m_skin; }
+
+protected:
+    CSkinWnd m_skin;
 };

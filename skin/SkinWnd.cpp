@@ -1,1 +1,465 @@
 #include "skin/SkinWnd.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QHoverEvent>
+#include <QIcon>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QShortcut>
+#include <QToolTip>
+#include <QWindow>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+namespace {
+
+/// Edges that a size by this part of the frame moves; none for other parts.
+Qt::Edges EdgesOf(int hit) {
+    switch (hit) {
+    case FrameHit::Left:
+        return Qt::LeftEdge;
+    case FrameHit::Right:
+        return Qt::RightEdge;
+    case FrameHit::Top:
+        return Qt::TopEdge;
+    case FrameHit::Bottom:
+        return Qt::BottomEdge;
+    case FrameHit::TopLeft:
+        return Qt::TopEdge | Qt::LeftEdge;
+    case FrameHit::TopRight:
+        return Qt::TopEdge | Qt::RightEdge;
+    case FrameHit::BottomLeft:
+        return Qt::BottomEdge | Qt::LeftEdge;
+    case FrameHit::BottomRight:
+        return Qt::BottomEdge | Qt::RightEdge;
+    default:
+        return {};
+    }
+}
+
+Qt::CursorShape CursorOf(int hit) {
+    switch (hit) {
+    case FrameHit::Left:
+    case FrameHit::Right:
+        return Qt::SizeHorCursor;
+    case FrameHit::Top:
+    case FrameHit::Bottom:
+        return Qt::SizeVerCursor;
+    case FrameHit::TopLeft:
+    case FrameHit::BottomRight:
+        return Qt::SizeFDiagCursor;
+    case FrameHit::TopRight:
+    case FrameHit::BottomLeft:
+        return Qt::SizeBDiagCursor;
+    default:
+        return Qt::ArrowCursor;
+    }
+}
+
+/// A region of device pixels in those that a window's mask is told in. A pixel that is only partly
+/// covered belongs to it.
+QRegion ToLogical(const QRegion& region, qreal scale) {
+    if (scale == 1)
+        return region;
+    QRegion logical;
+    for (const QRect& rect : region) {
+        const QRectF exact(rect.x() / scale, rect.y() / scale, rect.width() / scale,
+                           rect.height() / scale);
+        logical += exact.toAlignedRect();
+    }
+    return logical;
+}
+
+/// The image of a button for a scale, pixel by pixel.
+QImage ButtonImage(int bitmapId, qreal scale) {
+    QImage image = LoadPicture(static_cast<PictureId>(bitmapId), scale).toImage();
+    image.setDevicePixelRatio(1);
+    return image;
+}
+
+int Margin(int pixels, qreal scale) {
+    return static_cast<int>(std::ceil(pixels / scale));
+}
+
+} // namespace
+
+bool CSkinWnd::LoadSkin(const QString& path, qreal scale) {
+    m_strTheme = path;
+    m_theme = Theme::Load(path, scale);
+    return m_theme.has_value();
+}
+
+bool CSkinWnd::InstallSkin(QWidget* window, FrameStyles style) {
+    if (!window || !m_theme)
+        return false;
+    const bool again = Window() == window;
+    HookWindow(window);
+    m_frame.m_bSizable = style.testFlag(FrameStyle::Sizable);
+    m_frame.m_bHasMinimize = style.testFlag(FrameStyle::MinimizeBox);
+    m_frame.m_bHasMaximize = style.testFlag(FrameStyle::MaximizeBox);
+    m_frame.m_bActive = window->isActiveWindow();
+    m_frame.m_strTitle = window->windowTitle();
+    window->setAttribute(Qt::WA_Hover); // so that it hears of the mouse over its children, too
+    if (!again) {
+        auto* menuKey = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Space), window);
+        connect(menuKey, &QShortcut::activated, this,
+                [this] { ShowSystemMenu(Window()->mapToGlobal(ClientRect().topLeft())); });
+    }
+    ApplyTheme();
+    return true;
+}
+
+void CSkinWnd::AddFrameButton(PictureId bitmapId, int commandId, int x, int y, const QString& tip) {
+    m_frame.m_customButtons.emplace_back().commandId = commandId;
+    ChangeFrameButton(bitmapId, commandId, x, y, tip);
+}
+
+bool CSkinWnd::ChangeFrameButton(PictureId bitmapId, int commandId, int x, int y,
+                                 const QString& tip) {
+    auto& buttons = m_frame.m_customButtons;
+    const auto button = std::find_if(buttons.begin(), buttons.end(), [=](const auto& record) {
+        return record.commandId == commandId;
+    });
+    if (button == buttons.end())
+        return false;
+    const int id = static_cast<int>(bitmapId);
+    *button = {commandId, x, y, id, ButtonImage(id, m_theme ? m_theme->scale : 1), tip};
+    Refresh();
+    return true;
+}
+
+void CSkinWnd::SetFrameTips(const QString& minimize, const QString& maximize,
+                            const QString& restore, const QString& close) {
+    m_strTipMinimize = minimize;
+    m_strTipMaximize = maximize;
+    m_strTipRestore = restore;
+    m_strTipClose = close;
+}
+
+bool CSkinWnd::WindowProc(QEvent& event) {
+    if (!m_theme)
+        return false;
+    switch (event.type()) {
+    case QEvent::Paint:
+        OnPaint(static_cast<QPaintEvent&>(event));
+        return false;
+    case QEvent::Resize:
+        ApplyShape();
+        Refresh();
+        return false;
+    case QEvent::WindowActivate:
+    case QEvent::WindowDeactivate:
+        m_frame.m_bActive = event.type() == QEvent::WindowActivate;
+        Refresh();
+        return false;
+    case QEvent::WindowTitleChange:
+        m_frame.m_strTitle = Window()->windowTitle();
+        Refresh();
+        return false;
+    case QEvent::Show:
+        OnShow();
+        return false;
+    case QEvent::WindowStateChange:
+        OnStateChange(static_cast<QWindowStateChangeEvent&>(event).oldState());
+        return false;
+    case QEvent::HoverMove:
+        OnMouseMove(static_cast<QHoverEvent&>(event).position(), false);
+        return false;
+    case QEvent::MouseMove:
+        return OnMouseMove(static_cast<QMouseEvent&>(event).position(), true);
+    case QEvent::MouseButtonPress:
+        return OnMousePress(static_cast<QMouseEvent&>(event));
+    case QEvent::MouseButtonRelease:
+        return OnMouseRelease(static_cast<QMouseEvent&>(event));
+    case QEvent::MouseButtonDblClick:
+        return OnDoubleClick(static_cast<QMouseEvent&>(event));
+    case QEvent::ToolTip: {
+        const auto& help = static_cast<QHelpEvent&>(event);
+        return OnToolTip(help.pos(), help.globalPos());
+    }
+    default:
+        return false;
+    }
+}
+
+bool CSkinWnd::IsMaximized() const {
+    return m_frame.m_nWindowState == WindowState::Maximized ||
+           (m_frame.m_nWindowState == WindowState::Minimized &&
+            m_nStateBeforeMinimize == WindowState::Maximized);
+}
+
+void CSkinWnd::Maximize() {
+    if (!IsHooked())
+        return;
+    QWidget& window = *Window();
+    m_rcRestoreWindow = window.geometry();
+    SetState(WindowState::Maximized);
+    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
+        window.setWindowState(window.windowState() | Qt::WindowMaximized); // places are not ours
+    else
+        window.setGeometry(window.screen()->availableGeometry());
+}
+
+void CSkinWnd::Restore() {
+    if (!IsHooked())
+        return;
+    if (m_frame.m_nWindowState == WindowState::Minimized) {
+        SetState(m_nStateBeforeMinimize);
+        Window()->setWindowState(Window()->windowState() & ~Qt::WindowMinimized);
+    } else if (m_frame.m_nWindowState == WindowState::Maximized) {
+        SetState(WindowState::Normal);
+        if (Window()->isMaximized())
+            Window()->setWindowState(Window()->windowState() & ~Qt::WindowMaximized);
+        else
+            Window()->setGeometry(m_rcRestoreWindow);
+    }
+}
+
+void CSkinWnd::Minimize() {
+    if (!IsHooked())
+        return;
+    m_nStateBeforeMinimize = m_frame.m_nWindowState;
+    SetState(WindowState::Minimized);
+    Window()->setWindowState(Window()->windowState() | Qt::WindowMinimized);
+}
+
+void CSkinWnd::ToggleMaximized() {
+    if (m_frame.m_nWindowState == WindowState::Maximized)
+        Restore();
+    else
+        Maximize();
+}
+
+void CSkinWnd::SetState(WindowState state) {
+    m_frame.m_nWindowState = state;
+    Refresh();
+}
+
+/// The desktop can do what our buttons do, with its own.
+void CSkinWnd::OnStateChange(Qt::WindowStates before) {
+    const QWidget& window = *Window();
+    if (m_frame.m_nWindowState == WindowState::Minimized && !window.isMinimized())
+        SetState(m_nStateBeforeMinimize);
+    const bool was = before.testFlag(Qt::WindowMaximized);
+    if (window.isMaximized() == was)
+        return;
+    if (!was && m_frame.m_nWindowState == WindowState::Normal)
+        m_rcRestoreWindow = window.normalGeometry();
+    SetState(was ? WindowState::Normal : WindowState::Maximized);
+}
+
+/// A layout keeps a window as large as its parts need; this adds what the frame needs.
+void CSkinWnd::OnShow() const {
+    QWidget& window = *Window();
+    const QSize smallest = window.minimumSize();
+    const QSize ours = (QSizeF(MinimumTrackSize(*m_theme)) / m_theme->scale).toSize();
+    if (m_frame.m_bSizable && smallest != smallest.expandedTo(ours))
+        window.setMinimumSize(smallest.expandedTo(ours));
+}
+
+/// The window may have come to a screen of another scale.
+void CSkinWnd::FitToScale() {
+    const qreal scale = Window()->devicePixelRatioF();
+    if (m_theme->scale == scale || !LoadSkin(m_strTheme, scale))
+        return;
+    for (SkinButtonRecord& button : m_frame.m_customButtons)
+        button.image = ButtonImage(button.bitmapId, scale);
+    ApplyTheme();
+}
+
+void CSkinWnd::ApplyTheme() {
+    const qreal scale = m_theme->scale;
+    Window()->setContentsMargins(
+        Margin(m_theme->m_nLeftWidth, scale), Margin(m_theme->m_nTopHeight, scale),
+        Margin(m_theme->m_nRightWidth, scale), Margin(m_theme->m_nBottomHeight, scale));
+    ApplyShape();
+    Refresh();
+}
+
+void CSkinWnd::ApplyShape() {
+    m_frame.size = (QSizeF(Window()->size()) * m_theme->scale).toSize();
+    if (m_theme->m_bUsesTran)
+        Window()->setMask(ToLogical(BuildWindowRegion(*m_theme, m_frame.size), m_theme->scale));
+    else
+        Window()->clearMask();
+}
+
+void CSkinWnd::Refresh() const {
+    if (Window())
+        Window()->update(QRegion(Window()->rect()) - ClientRect());
+}
+
+QRect CSkinWnd::ClientRect() const {
+    return Window()->contentsRect();
+}
+
+void CSkinWnd::OnPaint(const QPaintEvent& event) {
+    FitToScale();
+    if (!m_theme || QRegion(ClientRect()).contains(event.rect()))
+        return;
+    m_frame.icon = Window()->windowIcon().pixmap(QSize(16, 16), m_theme->scale).toImage();
+    m_frame.icon.setDevicePixelRatio(1);
+    QPainter painter(Window());
+    painter.scale(1 / m_theme->scale, 1 / m_theme->scale);
+    DrawFrame(painter, *m_theme, m_frame);
+}
+
+int CSkinWnd::HitAt(QPointF place) const {
+    const QPointF pixel = place * m_theme->scale;
+    return HitTest(
+        *m_theme, m_frame,
+        {static_cast<int>(std::floor(pixel.x())), static_cast<int>(std::floor(pixel.y()))});
+}
+
+bool CSkinWnd::OnMouseMove(QPointF place, bool held) {
+    if (held && StartMoveOrSize(m_nHeldHit)) {
+        m_nHeldHit = FrameHit::Nowhere; // the release goes to the window system
+        return true;
+    }
+    const int hit = HitAt(place);
+    if (hit == FrameHit::Client) {
+        if (!held)
+            Window()->unsetCursor();
+        return false;
+    }
+    m_frame.m_nHoverHit = hit;
+    m_frame.m_nPressedHit = FrameHit::Nowhere;
+    if (hit != m_nLastHit) {
+        m_nLastHit = hit;
+        Refresh();
+    }
+    Window()->setCursor(CursorOf(hit));
+    return true;
+}
+
+bool CSkinWnd::OnMousePress(const QMouseEvent& event) {
+    const int hit = HitAt(event.position());
+    if (hit == FrameHit::Client)
+        return false;
+    if (event.button() == Qt::RightButton && hit == FrameHit::Caption)
+        ShowSystemMenu(event.globalPosition().toPoint());
+    if (event.button() != Qt::LeftButton)
+        return true;
+    QToolTip::hideText();
+    m_nHeldHit = hit;
+    m_frame.m_nPressedHit = m_frame.m_nHoverHit = hit;
+    Refresh();
+    if (hit == FrameHit::SystemMenu)
+        ShowSystemMenu(event.globalPosition().toPoint());
+    return true;
+}
+
+/// False where nothing is moved or sized by this part.
+bool CSkinWnd::StartMoveOrSize(int hit) const {
+    QWindow* window = Window()->windowHandle();
+    if (hit == FrameHit::Caption && m_frame.m_nWindowState != WindowState::Maximized)
+        return window->startSystemMove();
+    const Qt::Edges edges = EdgesOf(hit);
+    return edges && window->startSystemResize(edges);
+}
+
+bool CSkinWnd::OnMouseRelease(const QMouseEvent& event) {
+    const int hit = HitAt(event.position());
+    // What was not pressed here is none of a click: a window that has just been maximized by a
+    // double click may lie with a button under the mouse.
+    const bool pressed = std::exchange(m_nHeldHit, FrameHit::Nowhere) != FrameHit::Nowhere;
+    if (!pressed || event.button() != Qt::LeftButton)
+        return hit != FrameHit::Client;
+    ClickButton(hit);
+    return true;
+}
+
+void CSkinWnd::ClickButton(int hit) {
+    const int custom = hit - FrameHit::FirstCustom;
+    const bool isCustom = custom >= 0 && custom < std::ssize(m_frame.m_customButtons);
+    if (isCustom || hit == FrameHit::Minimize || hit == FrameHit::Maximize)
+        ClearButtons();
+    if (hit == FrameHit::Close)
+        Window()->close();
+    else if (hit == FrameHit::Minimize)
+        Minimize();
+    else if (hit == FrameHit::Maximize)
+        ToggleMaximized();
+    else if (isCustom && m_pfnCommand)
+        m_pfnCommand(m_frame.m_customButtons[static_cast<std::size_t>(custom)].commandId);
+}
+
+bool CSkinWnd::OnDoubleClick(const QMouseEvent& event) {
+    const int hit = HitAt(event.position());
+    if (hit != FrameHit::Caption)
+        return OnMousePress(event);
+    if (event.button() == Qt::LeftButton && m_frame.m_bSizable) {
+        ClearButtons();
+        ToggleMaximized();
+    }
+    return true;
+}
+
+void CSkinWnd::ClearButtons() {
+    m_frame.m_nHoverHit = m_frame.m_nPressedHit = FrameHit::Nowhere;
+    Refresh();
+}
+
+bool CSkinWnd::OnToolTip(QPoint place, QPoint globalPlace) const {
+    const int hit = HitAt(place);
+    const QString tip = TipOf(hit);
+    if (hit == FrameHit::Client || tip.isEmpty())
+        return hit != FrameHit::Client;
+    // For as long as the mouse stays on the button, which is seldom larger than this.
+    QToolTip::showText(globalPlace, tip, Window(),
+                       QRect(place, QSize(1, 1)).marginsAdded({8, 8, 8, 8}));
+    return true;
+}
+
+QString CSkinWnd::TipOf(int hit) const {
+    switch (hit) {
+    case FrameHit::Close:
+        return m_strTipClose;
+    case FrameHit::Minimize:
+        return m_strTipMinimize;
+    case FrameHit::Maximize:
+        return m_frame.m_nWindowState == WindowState::Maximized ? m_strTipRestore
+                                                                : m_strTipMaximize;
+    default:
+        return hit >= FrameHit::FirstCustom
+                   ? m_frame.m_customButtons[static_cast<std::size_t>(hit - FrameHit::FirstCustom)]
+                         .tip
+                   : QString();
+    }
+}
+
+/// At a point of the screen.
+void CSkinWnd::ShowSystemMenu(QPoint place) {
+    MakeSystemMenu(*Window(), m_frame, m_systemMenuItems, [this](SystemCommand command) {
+        OnSystemCommand(command);
+    }).popup(place);
+}
+
+void CSkinWnd::OnSystemCommand(SystemCommand command) {
+    switch (command) {
+    case SystemCommand::Maximize:
+        Maximize();
+        break;
+    case SystemCommand::Minimize:
+        Minimize();
+        break;
+    case SystemCommand::Restore:
+        Restore();
+        break;
+    case SystemCommand::Move:
+        StartMoveOrSize(FrameHit::Caption);
+        break;
+    case SystemCommand::Size:
+        StartMoveOrSize(FrameHit::BottomRight);
+        break;
+    case SystemCommand::Close:
+        Window()->close();
+        break;
+    }
+}

@@ -1,0 +1,135 @@
+#include "skin/FrameAccessible.h"
+
+#include "skin/BaseDlg.h"
+
+#include <QAccessible>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+/// A button of a frame.
+class FrameButtonAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
+public:
+    FrameButtonAccessible(CBaseDlg& dialog, int hit)
+        : m_dialog(dialog)
+        , m_nHit(hit) {}
+
+    [[nodiscard]] int Hit() const { return m_nHit; }
+
+    [[nodiscard]] bool isValid() const override { return true; }
+    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] QWindow* window() const override { return m_dialog.windowHandle(); }
+    [[nodiscard]] QAccessibleInterface* parent() const override {
+        return QAccessible::queryAccessibleInterface(&m_dialog);
+    }
+    [[nodiscard]] int childCount() const override { return 0; }
+    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    [[nodiscard]] QAccessible::Role role() const override { return QAccessible::Button; }
+    void setText(QAccessible::Text, const QString&) override {}
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name ? Button().name : QString();
+    }
+    [[nodiscard]] QRect rect() const override {
+        const QRect place = Button().place;
+        return {m_dialog.mapToGlobal(place.topLeft()), place.size()};
+    }
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state;
+        state.invisible = Button().place.isEmpty() || !m_dialog.isVisible();
+        return state;
+    }
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this)
+                                                    : nullptr;
+    }
+    [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
+    void doAction(const QString& name) override {
+        if (name == pressAction())
+            m_dialog.GetSkin().ClickButton(m_nHit);
+    }
+    [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
+
+private:
+    /// An empty one once the frame has no such button any more.
+    [[nodiscard]] FrameButton Button() const {
+        for (FrameButton& button : m_dialog.GetSkin().GetButtons())
+            if (button.hit == m_nHit)
+                return std::move(button);
+        return {};
+    }
+
+    CBaseDlg& m_dialog;
+    int m_nHit;
+};
+
+} // namespace
+
+void FrameAccessible::Install() {
+    QAccessible::installFactory(&FrameAccessible::Make); // which leaves out one it has
+}
+
+QAccessibleInterface* FrameAccessible::Make(const QString& className, QObject* object) {
+    auto* dialog = dynamic_cast<CBaseDlg*>(object);
+    return dialog && className == QLatin1String(QDialog::staticMetaObject.className())
+               ? new FrameAccessible(*dialog)
+               : nullptr;
+}
+
+FrameAccessible::FrameAccessible(CBaseDlg& dialog)
+    : QAccessibleWidget(&dialog, QAccessible::Dialog) {}
+
+FrameAccessible::~FrameAccessible() {
+    for (const auto& [hit, id] : m_buttons)
+        QAccessible::deleteAccessibleInterface(id);
+}
+
+CBaseDlg& FrameAccessible::Dialog() const {
+    return *static_cast<CBaseDlg*>(widget());
+}
+
+int FrameAccessible::childCount() const {
+    return QAccessibleWidget::childCount() +
+           static_cast<int>(Dialog().GetSkin().GetButtons().size());
+}
+
+QAccessibleInterface* FrameAccessible::child(int index) const {
+    const int button = index - QAccessibleWidget::childCount();
+    if (button < 0)
+        return QAccessibleWidget::child(index);
+    const std::vector<FrameButton> buttons = Dialog().GetSkin().GetButtons();
+    if (button >= std::ssize(buttons))
+        return nullptr;
+    const int hit = buttons[static_cast<std::size_t>(button)].hit;
+    auto known = m_buttons.find(hit);
+    if (known == m_buttons.end()) {
+        auto* made = new FrameButtonAccessible(Dialog(), hit);
+        known = m_buttons.emplace(hit, QAccessible::registerAccessibleInterface(made)).first;
+    }
+    return QAccessible::accessibleInterface(known->second);
+}
+
+QAccessibleInterface* FrameAccessible::childAt(int x, int y) const {
+    for (int i = QAccessibleWidget::childCount(); i < childCount(); ++i)
+        if (QAccessibleInterface* button = child(i); button->rect().contains(x, y))
+            return button;
+    return QAccessibleWidget::childAt(x, y);
+}
+
+int FrameAccessible::indexOfChild(const QAccessibleInterface* child) const {
+    const auto* button = dynamic_cast<const FrameButtonAccessible*>(child);
+    if (!button)
+        return QAccessibleWidget::indexOfChild(child);
+    const std::vector<FrameButton> buttons = Dialog().GetSkin().GetButtons();
+    const auto found = std::find_if(buttons.begin(), buttons.end(), [&](const FrameButton& one) {
+        return one.hit == button->Hit();
+    });
+    return found == buttons.end()
+               ? -1
+               : QAccessibleWidget::childCount() + static_cast<int>(found - buttons.begin());
+}

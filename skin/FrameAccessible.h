@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QAccessibleWidget>
+
+#include <map>
+
+class CBaseDlg;
+
+/// A dialog as a screen reader sees it: behind its other children come the buttons of its frame,
+/// which are no widgets.
+///
+/// Thread: interface thread. Owner: Qt's table of interfaces.
+class FrameAccessible final : public QAccessibleWidget {
+public:
+    /// Lets Qt find this class for dialogs. Once is enough, more do no harm.
+    static void Install();
+
+    explicit FrameAccessible(CBaseDlg& dialog);
+    ~FrameAccessible() override;
+
+    [[nodiscard]] int childCount() const override;
+    [[nodiscard]] QAccessibleInterface* child(int index) const override;
+    [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override;
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override;
+
+private:
+    static QAccessibleInterface* Make(const QString& className, QObject* object);
+    [[nodiscard]] CBaseDlg& Dialog() const;
+
+    mutable std::map<int, QAccessible::Id> m_buttons; ///< by what lies there; made when asked for
+};

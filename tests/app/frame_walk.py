@@ -1,0 +1,206 @@
+#!/usr/bin/env python3
+"""Moves, sizes, maximizes, minimizes and shrinks the program's window by its frame, with a real
+window manager, and holds the window's geometry to what each of these means.
+
+Usage: frame_walk.py PROGRAM [SCALE]
+"""
+
+import functools
+import os
+import pathlib
+import sys
+import tempfile
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from screen import Screen, StepFailed, check, new_user, output, start, take, wait_for
+
+PROGRAM = pathlib.Path(sys.argv[1]).resolve()
+SCALE = int(sys.argv[2]) if len(sys.argv) > 2 else 1
+TITLE = "Veltria Track Deck"
+
+
+def scaled(*lengths):
+    return tuple(length * SCALE for length in lengths)
+
+
+SCREEN = scaled(1280, 800)
+SMALLEST = scaled(640, 480)
+MINI_SIZE = scaled(400, 89)
+STEP = 40 * SCALE
+
+# Middles of the frame's buttons: from the window's right edge, and from its top.
+CLOSE, MAXIMIZE, MINIMIZE = (scaled(right, 15) for right in (21, 47, 73))
+TO_MINI, TO_NORMAL = (scaled(right, 15) for right in (109, 58))
+
+# Where a window of a size is taken hold of for each edge and corner, and what a drag there by
+# (STEP, STEP) does to its left, top, right and bottom.
+GRIPS = {
+    "left edge": (lambda w, h: (1, h // 2), (1, 0, 0, 0)),
+    "right edge": (lambda w, h: (w - 2, h // 2), (0, 0, 1, 0)),
+    "top edge": (lambda w, h: (w // 3, 1), (0, 1, 0, 0)),
+    "bottom edge": (lambda w, h: (w // 2, h - 2), (0, 0, 0, 1)),
+    "top left corner": (lambda w, h: (2, 12), (1, 1, 0, 0)),
+    "top right corner": (lambda w, h: (w - 2, 12), (0, 1, 1, 0)),
+    "bottom left corner": (lambda w, h: (2, h - 2), (1, 0, 0, 1)),
+    "bottom right corner": (lambda w, h: (w - 2, h - 2), (0, 0, 1, 1)),
+}
+
+
+class Walk:
+    def __init__(self, cleanup, scratch):
+        self.cleanup = cleanup
+        self.screen = Screen(cleanup, scratch, SCREEN)
+        self.process = None
+        self.window = None
+
+    def geometry(self):
+        return self.screen.geometry(self.window)
+
+    def wait_for_geometry(self, size, place):
+        def reached():
+            return all(
+                abs(a - b) < SCALE  # the program counts in pixels of 100 %
+                for wanted, now in zip((size, place), self.geometry())
+                for a, b in zip(wanted, now)
+            )
+
+        try:
+            wait_for(reached, f"the window at {size} {place}")
+        except StepFailed as failure:
+            raise StepFailed(f"{failure}; it is at {self.geometry()}") from None
+
+    def from_right(self, button):
+        (width, _), _ = self.geometry()
+        return width - button[0], button[1]
+
+    def click_button(self, button):
+        self.screen.click(self.window, self.from_right(button))
+
+    def double_click_caption(self):
+        self.screen.click(self.window, scaled(200, 16), times=2)
+
+    def program_starts(self):
+        self.process = start(self.cleanup, [PROGRAM])
+        self.window = wait_for(lambda: self.screen.find(TITLE), "the window")
+        self.screen.activate(self.window)
+        size = scaled(768, 576)
+        self.wait_for_geometry(size, tuple((s - w) // 2 for s, w in zip(SCREEN, size)))
+
+    def caption_moves(self):
+        size, (left, top) = self.geometry()
+        self.screen.drag(self.window, scaled(200, 16), (STEP, STEP))
+        self.wait_for_geometry(size, (left + STEP, top + STEP))
+        self.screen.drag(self.window, scaled(200, 16), (-STEP, -STEP))
+        self.wait_for_geometry(size, (left, top))
+
+    def grip_sizes(self, grip):
+        place_in, (left, top, right, bottom) = GRIPS[grip]
+        size, place = self.geometry()
+        for step in (-STEP, STEP):  # and back again
+            (w, h), (x, y) = self.geometry()
+            self.screen.drag(self.window, place_in(w, h), (step, step))
+            self.wait_for_geometry(
+                (w + step * (right - left), h + step * (bottom - top)),
+                (x + step * left, y + step * top),
+            )
+        self.wait_for_geometry(size, place)
+
+    def smallest_size_holds(self):
+        size, place = self.geometry()
+        grip = GRIPS["bottom right corner"][0]
+        self.screen.drag(self.window, grip(*size), scaled(-400, -400))
+        self.wait_for_geometry(SMALLEST, place)
+
+    def maximizes(self, toggle):
+        before = self.geometry()
+        toggle()
+        self.wait_for_geometry(SCREEN, (0, 0))
+        self.screen.drag(self.window, scaled(200, 16), (STEP, STEP))  # which takes nothing along
+        self.screen.drag(self.window, (1, SCREEN[1] // 2), (STEP, STEP))
+        self.wait_for_geometry(SCREEN, (0, 0))
+        toggle()
+        self.wait_for_geometry(*before)
+
+    def double_click_maximizes(self):
+        self.maximizes(self.double_click_caption)
+
+    def button_maximizes(self):
+        self.maximizes(lambda: self.click_button(MAXIMIZE))
+
+    def system_menu_maximizes(self):
+        before = self.geometry()
+        for key, wanted in (("x", (SCREEN, (0, 0))), ("r", before)):
+            self.screen.click(self.window, scaled(12, 12))
+            wait_for(self.menu_is_open, "the menu")
+            self.screen.press([key])
+            self.wait_for_geometry(*wanted)
+
+    @staticmethod
+    def menu_is_open():
+        tree = output("xwininfo", "-root", "-tree").decode()
+        return sum('"trackdeck"' in line for line in tree.splitlines()) > 1
+
+    def minimizes_and_comes_back(self):
+        before = self.geometry()
+        self.click_button(MINIMIZE)
+        wait_for(lambda: not self.screen.find(TITLE), "the window to go")
+        self.screen.activate(self.window)
+        wait_for(lambda: self.screen.find(TITLE), "the window to come back")
+        self.wait_for_geometry(*before)
+        self.double_click_maximizes()  # its frame knows that it is back
+
+    def mini_player_comes_and_goes(self):
+        size, place = self.geometry()
+        self.click_button(TO_MINI)
+        mini_place = (10 * SCALE, SCREEN[1] - 100 * SCALE)
+        self.wait_for_geometry(MINI_SIZE, mini_place)
+        self.screen.drag(self.window, (MINI_SIZE[0] - 2, 40 * SCALE), (STEP, -STEP))
+        self.double_click_caption()
+        self.wait_for_geometry(MINI_SIZE, mini_place)
+        self.screen.drag(self.window, scaled(200, 16), (STEP, -STEP))
+        self.wait_for_geometry(MINI_SIZE, (mini_place[0] + STEP, mini_place[1] - STEP))
+        self.click_button(TO_NORMAL)
+        self.wait_for_geometry(size, place)
+
+    def mini_player_remembers(self):
+        self.double_click_caption()
+        self.wait_for_geometry(SCREEN, (0, 0))
+        self.click_button(TO_MINI)
+        self.wait_for_geometry(MINI_SIZE, (10 * SCALE + STEP, SCREEN[1] - 100 * SCALE - STEP))
+        self.click_button(TO_NORMAL)
+        self.wait_for_geometry(SCREEN, (0, 0))
+        self.double_click_caption()
+
+    def close_button_ends(self):
+        self.click_button(CLOSE)
+        wait_for(lambda: self.process.poll() is not None, "the program's end")
+        check(self.process.returncode == 0, f"it ended with {self.process.returncode}")
+
+    def steps(self):
+        yield self.program_starts, "the window comes up in the middle of the screen"
+        yield self.caption_moves, "the caption moves it"
+        for grip in GRIPS:
+            yield functools.partial(self.grip_sizes, grip), f"the {grip} sizes it"
+        yield self.smallest_size_holds, "it gets no smaller than it may"
+        yield self.double_click_maximizes, "a double click maximizes and restores it"
+        yield self.button_maximizes, "the button maximizes and restores it"
+        yield self.system_menu_maximizes, "the system menu maximizes and restores it"
+        yield self.minimizes_and_comes_back, "the button minimizes it, and it comes back"
+        yield self.mini_player_comes_and_goes, "the mini player comes, is moved, and goes"
+        yield self.mini_player_remembers, "the mini player goes back to a maximized window"
+        yield self.close_button_ends, "the close button ends the program"
+
+
+def main():
+    with tempfile.TemporaryDirectory() as folder:
+        home = pathlib.Path(folder) / "home"
+        with new_user(home, SCALE) as (cleanup, scratch):
+            walk = Walk(cleanup, scratch)
+            failures = take(walk.steps(), lambda: walk.process)
+            if os.environ.get("KEEP_PICTURE"):
+                output("import", "-window", "root", os.environ["KEEP_PICTURE"])
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,188 @@
+"""A screen with a window manager, and the hands of a user on it: what the walks are made of."""
+
+import contextlib
+import os
+import pathlib
+import re
+import subprocess
+import tempfile
+import time
+
+PATIENCE = 30  # seconds that anything may take
+
+
+class StepFailed(Exception):
+    pass
+
+
+def check(condition, what):
+    if not condition:
+        raise StepFailed(what)
+
+
+def wait_for(probe, what):
+    """The first answer of `probe` that is true; polled, for what happens on a screen tells nobody."""
+    deadline = time.monotonic() + PATIENCE
+    while time.monotonic() < deadline:
+        answer = probe()
+        if answer:
+            return answer
+        time.sleep(0.1)
+    raise StepFailed(f"waited {PATIENCE} s for {what}")
+
+
+def output(*command):
+    result = subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False)
+    return result.stdout
+
+
+class Screen:
+    """An X server with a window manager. What it shows, and the hands that work on it."""
+
+    def __init__(self, cleanup, scratch, size, pictures=None):
+        self.pictures = pictures
+        reading, writing = os.pipe()
+        server = ["Xvfb", "-displayfd", str(writing), "-screen", "0", "%dx%dx24" % size]
+        server += ["-nolisten", "tcp", "-noreset"]
+        start(cleanup, server, pass_fds=[writing], stderr=subprocess.DEVNULL)
+        os.close(writing)
+        with os.fdopen(reading) as number:
+            os.environ["DISPLAY"] = ":" + number.readline().strip()
+
+        # Its startup command runs once it manages windows.
+        up = scratch / "openbox.up"
+        manager = ["openbox", "--sm-disable", "--startup", f"touch {up}"]
+        start(cleanup, manager, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        wait_for(up.exists, "the window manager")
+
+    @staticmethod
+    def find(title):
+        """The window of that title that is on the screen, or None."""
+        found = output("xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$")
+        return int(found.split()[0]) if found else None
+
+    @staticmethod
+    def activate(window):
+        output("xdotool", "windowactivate", "--sync", str(window))
+
+    @staticmethod
+    def press(keys):
+        output("xdotool", "key", "--delay", "80", *keys)
+
+    @staticmethod
+    def type(text):
+        output("xdotool", "type", "--delay", "10", text)
+
+    @staticmethod
+    def point(window, point):
+        output("xdotool", "mousemove", "--window", str(window), *map(str, point))
+
+    @classmethod
+    def click(cls, window, point, button=1, times=1):
+        cls.point(window, point)
+        output("xdotool", "click", "--repeat", str(times), "--delay", "60", str(button))
+
+    @classmethod
+    def drag(cls, window, start, way):
+        """Takes a point of a window along, by `way`, in steps that a window manager follows."""
+        cls.point(window, start)
+        output("xdotool", "mousedown", "1")
+        for _ in range(4):
+            output("xdotool", "mousemove_relative", "--sync", "--", *(str(w // 4) for w in way))
+        output("xdotool", "mouseup", "1")
+
+    @staticmethod
+    def place(window, size, point):
+        output("xdotool", "windowsize", str(window), *map(str, size))
+        output("xdotool", "windowmove", str(window), *map(str, point))
+
+    @staticmethod
+    def geometry(window):
+        """(width, height), (left, top)"""
+        told = output("xwininfo", "-id", str(window)).decode()
+        names = ["Width", "Height", "Absolute upper-left X", "Absolute upper-left Y"]
+        numbers = [int(re.search(rf"{name}: *(-?\d+)", told)[1]) for name in names]
+        return tuple(numbers[:2]), tuple(numbers[2:])
+
+    @staticmethod
+    def ink(window):
+        """The number of dark pixels in a window, which tells how much text it shows."""
+        pixels = output("import", "-window", str(window), "-depth", "8", "gray:-")
+        return sum(pixels.count(level) for level in range(115))
+
+    @staticmethod
+    def area(window, area):
+        """The pixels of an area: width, height, left and top."""
+        crop = "%dx%d+%d+%d" % area
+        return output("import", "-window", str(window), "-crop", crop, "-depth", "8", "rgb:-")
+
+    @classmethod
+    def colour(cls, window, point):
+        return cls.area(window, (1, 1, *point))
+
+    def picture(self, name):
+        """Leaves a picture of the screen once nothing moves on it any more; returns its pixels."""
+        last = b""
+        deadline = time.monotonic() + 5
+        while time.monotonic() < deadline:
+            pixels = output("import", "-window", "root", "-depth", "8", "gray:-")
+            if pixels == last:
+                break
+            last = pixels
+            time.sleep(0.3)
+        output("import", "-window", "root", str(self.pictures / f"{name}.png"))
+        return last
+
+
+def start(cleanup, command, **options):
+    """Starts a process that `cleanup` ends, if it has not ended by itself."""
+    process = subprocess.Popen(command, stdin=subprocess.DEVNULL, **options)
+
+    def stop():
+        process.terminate()
+        process.wait()
+
+    cleanup.callback(stop)
+    return process
+
+
+@contextlib.contextmanager
+def new_user(home, scale=1):
+    """Every process started from here on sees a new user with this home, and a desktop of this
+    scale. Gives a scratch folder and what ends processes at the end."""
+    with contextlib.ExitStack() as cleanup:
+        scratch = pathlib.Path(cleanup.enter_context(tempfile.TemporaryDirectory()))
+        config, runtime, temporary = home / ".config", scratch / "runtime", scratch / "tmp"
+        config.mkdir(parents=True)
+        runtime.mkdir(mode=0o700)
+        temporary.mkdir()
+        (config / "user-dirs.dirs").write_text(f'XDG_MUSIC_DIR="{home / "Music"}"\n')
+        for name in list(os.environ):
+            if name.startswith(("XDG_", "QT_", "WAYLAND_", "DBUS_", "LC_")):
+                del os.environ[name]
+        os.environ.update(
+            HOME=str(home),
+            XDG_RUNTIME_DIR=str(runtime),
+            TMPDIR=str(temporary),
+            QT_QPA_PLATFORM="xcb",
+            QT_SCALE_FACTOR=str(scale),
+            LC_ALL="C.UTF-8",
+        )
+        yield cleanup, scratch
+
+
+def take(steps, process_of):
+    """Takes the steps, pairs of a function and its text; returns how many failed. Without the
+    program there are no more steps."""
+    failures = 0
+    for step, text in steps:
+        try:
+            step()
+            print(f"ok: {text}", flush=True)
+        except (StepFailed, subprocess.TimeoutExpired) as failure:
+            print(f"FAILED: {text}: {failure}", flush=True)
+            failures += 1
+            if process_of().poll() is not None:
+                print("The program is gone; the walk ends here.", flush=True)
+                break
+    return failures

@@ -1,9 +1,9 @@
 #include "skin/SkinPalette.h"
 
 #include "skin/Colours.h"
+#include "skin/MenuStyle.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 #include <QToolTip>
 
 namespace {
@@ -97,7 +97,7 @@ QPalette PagePalette() {
 }
 
 void UseSkinPalette() {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new MenuStyle(CurrentMenuLook()));
     const QPalette palette = SkinPalette();
     QApplication::setPalette(palette);
     for (const char* name : kClassesWithColours)

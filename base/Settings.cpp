@@ -55,17 +55,17 @@ const StoredField kStoredFields[] = {
     {"TrackSheet/ColumnDef", &S::m_dwColumnDef},
 };
 
-QString UserStoreFile() {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/Veltria/Track Deck.ini");
-}
-
 std::unique_ptr<CTrackDeckSettings>& Block() {
     static std::unique_ptr<CTrackDeckSettings> block;
     return block;
 }
 
 } // namespace
+
+QString UserStoreFile() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/Veltria/Track Deck.ini");
+}
 
 CTrackDeckSettings LoadSettings(const KeyValueStore& store) {
     CTrackDeckSettings settings;

@@ -49,6 +49,9 @@ struct CTrackDeckSettings {
     int m_dwColumnDef = 0; ///< mask of the visible columns
 };
 
+/// The store of the user's options. It need not be there.
+[[nodiscard]] QString UserStoreFile();
+
 /// Texts are stored in 260 bytes of UTF-16: longer paths are cut to their first 130 units.
 inline constexpr int kLongestStoredText = 130;
 

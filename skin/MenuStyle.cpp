@@ -1,0 +1,279 @@
+#include "skin/MenuStyle.h"
+
+#include "skin/Colours.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+using namespace Colours;
+
+constexpr int kSideSpace = 8; ///< beside icons, marks and titles
+constexpr int kItemSpace = 4; ///< above and below text and icons
+constexpr int kShortcutSpace = 24;
+constexpr int kArrowColumn = 20;
+constexpr int kSeparatorHeight = 9;
+constexpr int kPanelMargin = 3; ///< above the first item and below the last
+constexpr int kHotEdge = 2;
+
+/// The ground of the hot item: a fifth of accent in that of the menu.
+constexpr QRgb kHotGround =
+    qRgb((qRed(kInk1) * 4 + qRed(kAccent)) / 5, (qGreen(kInk1) * 4 + qGreen(kAccent)) / 5,
+         (qBlue(kInk1) * 4 + qBlue(kAccent)) / 5);
+
+/// The colours of an edge seen in light from the top left.
+struct Edge {
+    QRgb topLeft;
+    QRgb bottomRight;
+};
+constexpr Edge kFlat{kLine, kLine};
+constexpr Edge kRaised{kDisabledText, kLine};
+constexpr Edge kSunken{kInk0, kDisabledText};
+
+/// Fills whole device pixels, whatever the scale.
+void Fill(QPainter& painter, const QRectF& place, QRgb colour) {
+    const QTransform toDevice = painter.deviceTransform();
+    const QRectF device = toDevice.mapRect(place);
+    const QPointF topLeft(std::round(device.left()), std::round(device.top()));
+    const QPointF bottomRight(std::round(device.right()), std::round(device.bottom()));
+    painter.fillRect(toDevice.inverted().mapRect(QRectF(topLeft, bottomRight)), QColor(colour));
+}
+
+/// The width of a thin line: that of whole device pixels.
+qreal LineWidth(const QPainter& painter) {
+    const qreal scale = painter.deviceTransform().m11();
+    return std::max(1.0, std::floor(scale)) / scale;
+}
+
+void DrawEdge(QPainter& painter, const QRectF& place, const Edge& edge) {
+    const qreal width = LineWidth(painter);
+    Fill(painter, {place.left(), place.bottom() - width, place.width(), width}, edge.bottomRight);
+    Fill(painter, {place.right() - width, place.top(), width, place.height()}, edge.bottomRight);
+    Fill(painter, {place.left(), place.top(), place.width(), width}, edge.topLeft);
+    Fill(painter, {place.left(), place.top(), width, place.height()}, edge.topLeft);
+}
+
+void DrawStroke(QPainter& painter, QPointF origin, std::initializer_list<QPointF> points,
+                const QColor& ink) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(ink, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.translate(origin);
+    painter.drawPolyline(points.begin(), int(points.size()));
+    painter.restore();
+}
+
+void DrawTick(QPainter& painter, const QPointF& centre, const QColor& ink) {
+    DrawStroke(painter, centre, {{-4.5, 0.5}, {-1.5, 3.5}, {4.5, -3.5}}, ink);
+}
+
+void DrawDot(QPainter& painter, const QPointF& centre, const QColor& ink) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    painter.drawEllipse(centre, 3, 3);
+    painter.restore();
+}
+
+void DrawSubMenuArrow(QPainter& painter, const QPointF& centre, bool toTheLeft, const QColor& ink) {
+    const qreal tip = toTheLeft ? -2 : 2;
+    DrawStroke(painter, centre, {{-tip, -3.5}, {tip, 0}, {-tip, 3.5}}, ink);
+}
+
+/// What can't be used: grey, and half as strong.
+QPixmap GreyForm(const QPixmap& icon) {
+    QImage image = icon.toImage().convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        std::transform(line, line + image.width(), line, [](QRgb pixel) {
+            const int grey = qGray(pixel);
+            return qRgba(grey, grey, grey, qAlpha(pixel) / 2);
+        });
+    }
+    return QPixmap::fromImage(image);
+}
+
+bool IsEnabled(const QStyleOption& option) {
+    return option.state.testFlag(QStyle::State_Enabled);
+}
+
+bool IsHot(const QStyleOption& option) {
+    return IsEnabled(option) && option.state.testFlag(QStyle::State_Selected);
+}
+
+} // namespace
+
+MenuStyle::MenuStyle(MenuLook look)
+    : QProxyStyle(QStringLiteral("Fusion"))
+    , m_look(look) {}
+
+void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (item && element == CE_MenuItem)
+        DrawItem(*painter, *item, widget);
+    else if (item && element == CE_MenuBarItem)
+        DrawBarItem(*painter, *item, widget);
+    else if (element == CE_MenuEmptyArea || element == CE_MenuBarEmptyArea)
+        painter->fillRect(option->rect, QColor(kInk1));
+    else
+        QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                              QPainter* painter, const QWidget* widget) const {
+    if (element == PE_PanelMenu)
+        painter->fillRect(option->rect, QColor(kInk1));
+    else if (element == PE_FrameMenu)
+        DrawEdge(*painter, option->rect, m_look == MenuLook::Classic ? kRaised : kFlat);
+    else if (element != PE_PanelMenuBar)
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                  const QSize& contents, const QWidget* widget) const {
+    const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (!item || (type != CT_MenuItem && type != CT_MenuBarItem))
+        return QProxyStyle::sizeFromContents(type, option, contents, widget);
+    const int icon = pixelMetric(PM_SmallIconSize, option, widget);
+    const int height = std::max(contents.height(), icon) + 2 * kItemSpace;
+    if (type == CT_MenuBarItem)
+        return {contents.width() + 2 * kSideSpace, height};
+    const int columns = kSideSpace + icon + kSideSpace + kShortcutSpace + kArrowColumn;
+    if (item->menuItemType == QStyleOptionMenuItem::Separator)
+        return {columns, kSeparatorHeight};
+    return {columns + contents.width(), height};
+}
+
+int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                           const QWidget* widget) const {
+    switch (metric) {
+    case PM_MenuPanelWidth:
+        return 1;
+    case PM_MenuVMargin:
+        return kPanelMargin;
+    case PM_MenuHMargin:
+    case PM_MenuBarPanelWidth:
+    case PM_MenuBarItemSpacing:
+    case PM_MenuBarVMargin:
+        return 0;
+    case PM_MenuBarHMargin:
+        return kSideSpace / 2;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+void MenuStyle::DrawBarItem(QPainter& painter, const QStyleOptionMenuItem& item,
+                            const QWidget* widget) const {
+    painter.fillRect(item.rect, QColor(kInk1));
+    const bool isHot = IsHot(item);
+    if (isHot && m_look == MenuLook::Classic) {
+        DrawEdge(painter, item.rect, item.state.testFlag(State_Sunken) ? kSunken : kRaised);
+    } else if (isHot) {
+        Fill(painter, item.rect, kHotGround);
+        Fill(painter, QRectF(item.rect).adjusted(0, item.rect.height() - kHotEdge, 0, 0), kAccent);
+    }
+    painter.setPen(QColor(!IsEnabled(item) ? kDisabledText : isHot ? kText : kQuietText));
+    painter.drawText(item.rect, TextFlags(item, widget) | Qt::AlignCenter, item.text);
+}
+
+void MenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
+                         const QWidget* widget) const {
+    const auto place = [&item](int left, int width) {
+        return visualRect(item.direction, item.rect,
+                          {item.rect.left() + left, item.rect.top(), width, item.rect.height()});
+    };
+    const int width = item.rect.width();
+    const int icon = pixelMetric(PM_SmallIconSize, &item, widget);
+    const int textLeft = kSideSpace + icon + kSideSpace;
+    if (item.menuItemType == QStyleOptionMenuItem::Separator) {
+        const qreal line = LineWidth(painter);
+        const QRectF middle(place(kSideSpace, width - 2 * kSideSpace).left(),
+                            item.rect.top() + (kSeparatorHeight - 1) / 2, width - 2 * kSideSpace,
+                            line);
+        if (m_look == MenuLook::Classic)
+            Fill(painter, middle.translated(0, -line), kInk0);
+        Fill(painter, middle, kLine);
+        return;
+    }
+
+    painter.save();
+    if (IsHot(item))
+        DrawHotGround(painter, item);
+    const QRgb hotText = m_look == MenuLook::Classic ? kInk0 : kText;
+    const QColor ink(!IsEnabled(item) ? kDisabledText : IsHot(item) ? hotText : kQuietText);
+    QRect iconPlace = place(kSideSpace, icon);
+    iconPlace.setTop(item.rect.top() + (item.rect.height() - icon) / 2);
+    iconPlace.setHeight(icon);
+    DrawIconOrMark(painter, item, iconPlace, ink);
+
+    QFont font = item.font;
+    font.setBold(font.bold() || item.menuItemType == QStyleOptionMenuItem::DefaultItem);
+    painter.setFont(font);
+    painter.setPen(ink);
+    const int flags = TextFlags(item, widget) | int(visualAlignment(item.direction, Qt::AlignLeft));
+    const qsizetype tab = item.text.indexOf(u'\t');
+    const int shortcutLeft = width - kArrowColumn - item.reservedShortcutWidth;
+    painter.drawText(place(textLeft, shortcutLeft - textLeft), flags, item.text.left(tab));
+    if (tab >= 0)
+        painter.drawText(place(shortcutLeft, item.reservedShortcutWidth), flags,
+                         item.text.mid(tab + 1));
+    if (item.menuItemType == QStyleOptionMenuItem::SubMenu) {
+        const QPointF centre = QRectF(place(width - kArrowColumn, kArrowColumn)).center();
+        DrawSubMenuArrow(painter, centre, item.direction == Qt::RightToLeft, ink);
+    }
+    painter.restore();
+}
+
+/// The bar behind the item under the mouse or at the keyboard's place.
+void MenuStyle::DrawHotGround(QPainter& painter, const QStyleOptionMenuItem& item) const {
+    if (m_look == MenuLook::Classic) {
+        Fill(painter, item.rect, kAccent);
+    } else {
+        Fill(painter, item.rect, kHotGround);
+        const QRect edge(item.rect.topLeft(), QSize(kHotEdge, item.rect.height()));
+        Fill(painter, visualRect(item.direction, item.rect, edge), kAccent);
+    }
+}
+
+void MenuStyle::DrawIconOrMark(QPainter& painter, const QStyleOptionMenuItem& item,
+                               const QRect& place, const QColor& ink) const {
+    const bool isExclusive = item.checkType == QStyleOptionMenuItem::Exclusive;
+    const bool isChecked = item.checkType != QStyleOptionMenuItem::NotCheckable && item.checked;
+    if (!item.icon.isNull()) {
+        if (isChecked)
+            DrawCheckedIconGround(painter, place);
+        const qreal scale = painter.device()->devicePixelRatioF();
+        const QPixmap icon = item.icon.pixmap(place.size(), scale, QIcon::Normal,
+                                              isChecked ? QIcon::On : QIcon::Off);
+        drawItemPixmap(&painter, place, Qt::AlignCenter, IsEnabled(item) ? icon : GreyForm(icon));
+    } else if (isChecked && isExclusive) {
+        DrawDot(painter, QRectF(place).center(), ink);
+    } else if (isChecked) {
+        DrawTick(painter, QRectF(place).center(), ink);
+    }
+}
+
+/// What says that an item is checked whose icon takes the mark's place.
+void MenuStyle::DrawCheckedIconGround(QPainter& painter, const QRect& place) const {
+    const QRect around = place.adjusted(-3, -3, 3, 3);
+    if (m_look == MenuLook::Classic) {
+        Fill(painter, around, kInk2);
+        DrawEdge(painter, around, kSunken);
+    } else {
+        Fill(painter, around, kHotGround);
+        DrawEdge(painter, around, {kAccent, kAccent});
+    }
+}
+
+/// Access keys are underlined when the desktop's habit is to show them.
+int MenuStyle::TextFlags(const QStyleOption& option, const QWidget* widget) const {
+    const bool isShown = proxy()->styleHint(SH_UnderlineShortcut, &option, widget) != 0;
+    return Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip |
+           (isShown ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);
+}

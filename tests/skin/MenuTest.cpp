@@ -1,0 +1,156 @@
+#include "platform/KeyValueStore.h"
+#include "skin/Colours.h"
+#include "skin/MenuBar.h"
+#include "skin/MenuStyle.h"
+#include "skin/SkinPalette.h"
+#include "tests/fixtures/Contrast.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+
+namespace {
+
+/// How many pixels of each colour a menu shows at the place of an item.
+std::map<QRgb, int> ColoursOf(QMenu& menu, QAction* action) {
+    const QImage image =
+        menu.grab(menu.actionGeometry(action)).toImage().convertToFormat(QImage::Format_ARGB32);
+    std::map<QRgb, int> colours;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            ++colours[image.pixel(x, y)];
+    return colours;
+}
+
+QRgb GroundOf(const std::map<QRgb, int>& colours) {
+    return std::max_element(colours.begin(), colours.end(),
+                            [](const auto& a, const auto& b) { return a.second < b.second; })
+        ->first;
+}
+
+QIcon RedIcon() {
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::red);
+    return pixmap;
+}
+
+class MenuTest : public ::testing::TestWithParam<MenuLook> {
+protected:
+    MenuTest() {
+        UseSkinPalette();
+        QApplication::setStyle(new MenuStyle(GetParam()));
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Looks, MenuTest, ::testing::Values(MenuLook::Normal, MenuLook::Classic));
+
+} // namespace
+
+TEST_P(MenuTest, DrawsItsItems) {
+    BCMenu menu;
+    QAction* plain = menu.addAction(QStringLiteral("Text"));
+    QAction* icon = menu.addAction(RedIcon(), QStringLiteral("Text"));
+    QAction* disabled = menu.addAction(RedIcon(), QStringLiteral("Text"));
+    disabled->setEnabled(false);
+    QAction* separator = menu.addSeparator();
+    QAction* arrow = menu.AddSubMenu(QStringLiteral("Text")).menuAction();
+    QAction* check = menu.addAction(QStringLiteral("Text"));
+    check->setCheckable(true);
+    QActionGroup group(&menu);
+    QAction* radio = group.addAction(QStringLiteral("Text"));
+    radio->setCheckable(true);
+    menu.addAction(radio);
+    menu.ensurePolished();
+
+    const auto text = ColoursOf(menu, plain);
+    EXPECT_EQ(GroundOf(text), Colours::kInk1);
+    EXPECT_TRUE(text.contains(Colours::kQuietText));
+    EXPECT_EQ(ColoursOf(menu, check), text) << "no mark yet";
+    check->setChecked(true);
+    radio->setChecked(true);
+    EXPECT_NE(ColoursOf(menu, check), text);
+    EXPECT_NE(ColoursOf(menu, radio), text);
+    EXPECT_NE(ColoursOf(menu, radio), ColoursOf(menu, check));
+    EXPECT_NE(ColoursOf(menu, arrow), text);
+    EXPECT_EQ(ColoursOf(menu, icon)[QColor(Qt::red).rgb()], 16 * 16);
+    const auto grey = ColoursOf(menu, disabled);
+    EXPECT_TRUE(grey.contains(Colours::kDisabledText));
+    for (const auto& [colour, count] : grey)
+        EXPECT_LT(QColor(colour).hsvSaturation(), 80) << std::hex << colour;
+    EXPECT_EQ(menu.actionGeometry(separator).height(), 9);
+    EXPECT_TRUE(ColoursOf(menu, separator).contains(Colours::kLine));
+
+    menu.setActiveAction(plain);
+    const auto hot = ColoursOf(menu, plain);
+    EXPECT_TRUE(hot.contains(Colours::kAccent));
+    const QRgb hotText = GetParam() == MenuLook::Classic ? Colours::kInk0 : Colours::kText;
+    EXPECT_TRUE(hot.contains(hotText));
+    EXPECT_GE(Contrast(hotText, GroundOf(hot)), 4.5);
+    EXPECT_GE(Contrast(Colours::kQuietText, GroundOf(text)), 4.5);
+}
+
+TEST_P(MenuTest, GrowsWithTheMenuFont) {
+    CMenuBar bar;
+    BCMenu& menu = bar.AddMenu(QStringLiteral("Menu"));
+    QAction* item = menu.addAction(QStringLiteral("Text"));
+    const int barHeight = bar.sizeHint().height();
+    const QSize itemSize = menu.actionGeometry(item).size();
+    EXPECT_GE(itemSize.height(), 16 + 8);
+    QFont larger = menu.font();
+    larger.setPointSize(larger.pointSize() * 3);
+    bar.setFont(larger);
+    menu.setFont(larger);
+    EXPECT_GT(bar.sizeHint().height(), barHeight);
+    EXPECT_GT(menu.actionGeometry(item).height(), itemSize.height());
+    EXPECT_GT(menu.actionGeometry(item).width(), itemSize.width());
+}
+
+TEST_P(MenuTest, IsUsedByKeyboardAlone) {
+    QWidget window;
+    auto* bar = new CMenuBar(&window);
+    BCMenu& menu = bar->AddMenu(QStringLiteral("&File"));
+    bar->AddMenu(QStringLiteral("&Edit")).addAction(QStringLiteral("Undo"));
+    QAction* item = menu.AddSubMenu(QStringLiteral("&More")).addAction(QStringLiteral("&Scan"));
+    int scans = 0;
+    QObject::connect(item, &QAction::triggered, [&scans] { ++scans; });
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+
+    QTest::keyClick(&window, Qt::Key_F, Qt::AltModifier);
+    ASSERT_EQ(QApplication::activePopupWidget(), &menu);
+    QTest::keyClick(&menu, Qt::Key_M);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_S);
+    EXPECT_EQ(scans, 1);
+
+    QTest::keyClick(&window, Qt::Key_F10);
+    EXPECT_EQ(QApplication::activePopupWidget(), &menu);
+    menu.close();
+
+    QTest::keyClick(&window, Qt::Key_Alt);
+    EXPECT_EQ(QApplication::focusWidget(), bar);
+}
+
+TEST(MenuLookTest, IsClassicForTheClassicThemeAlone) {
+    const std::pair<const char16_t*, MenuLook> cases[] = {
+        {u"C:\\Windows\\Resources\\Themes\\Windows Classic.theme", MenuLook::Classic},
+        {u"WINDOWS CLASSIC.THEME", MenuLook::Classic},
+        {u"Windows Classic.theme.bak", MenuLook::Normal},
+        {u"Luna.theme", MenuLook::Normal},
+        {u"", MenuLook::Normal},
+    };
+    ScratchFolder folder;
+    const QString file = folder.File(QStringLiteral("store.ini"));
+    EXPECT_EQ(MenuLookFor(KeyValueStore(file)), MenuLook::Normal);
+    for (const auto& [name, look] : cases) {
+        KeyValueStore store(file);
+        store.WriteText(QStringLiteral("Software/Microsoft/Plus!/Themes/Current"),
+                        QString::fromUtf16(name));
+        ASSERT_TRUE(store.Commit());
+        EXPECT_EQ(MenuLookFor(KeyValueStore(file)), look) << QString::fromUtf16(name).toStdString();
+    }
+}

@@ -61,6 +61,20 @@ CGridCtrl::~CGridCtrl() {
         m_pAccessible->OnGridGoes();
 }
 
+void CGridCtrl::changeEvent(QEvent* event) {
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        m_crSystem = SystemColours(palette());
+        viewport()->update();
+    }
+    if (event->type() != QEvent::FontChange)
+        return;
+    const QFont own = font();
+    for (CGridDefaultCell* cell :
+         {&m_cellDefault, &m_cellFixedRowDef, &m_cellFixedColDef, &m_cellFixedRowColDef})
+        cell->SetFont(&own);
+}
+
 int CGridCtrl::DeleteAllItems() {
     EndEdit(); // while its cell is there
     m_nFixedRows = 0;

@@ -127,16 +127,6 @@ void CGridCtrl::scrollContentsBy(int dx, int dy) {
         SelectTo(cell);
 }
 
-void CGridCtrl::changeEvent(QEvent* event) {
-    QAbstractScrollArea::changeEvent(event);
-    if (event->type() != QEvent::FontChange)
-        return;
-    const QFont own = font();
-    for (CGridDefaultCell* cell :
-         {&m_cellDefault, &m_cellFixedRowDef, &m_cellFixedColDef, &m_cellFixedRowColDef})
-        cell->SetFont(&own);
-}
-
 void CGridCtrl::EnsureVisible(int row, int col) {
     if (!IsValid({row, col}))
         return;

@@ -231,25 +231,6 @@ HitZone ZoneOf(const QRect& place, int hit) {
     return {place.x(), place.y(), place.x() + place.width(), place.y() + place.height(), hit};
 }
 
-int HitButton(const Theme& theme, const FrameState& state, QPoint point) {
-    const auto isHit = [&](const ThemeButton& button) {
-        return ZoneOf(button.PlaceIn(state.size.width()), 0).Contains(point);
-    };
-    if (isHit(theme.close))
-        return FrameHit::Close;
-    if (state.m_bHasMinimize && isHit(theme.minimize))
-        return FrameHit::Minimize;
-    if (state.m_bHasMaximize && isHit(MaximizeButton(theme, state)))
-        return FrameHit::Maximize;
-    int hit = FrameHit::FirstCustom;
-    for (const SkinButtonRecord& button : state.m_customButtons) {
-        if (ZoneOf(CustomButtonPlace(theme, state, button), hit).Contains(point))
-            return hit;
-        ++hit;
-    }
-    return FrameHit::Nowhere;
-}
-
 /// The edges and corners by which a window is sized. The right corner at the top is as wide as the
 /// left edge, and the edge at the top as high as the bottom one.
 int HitSizingEdge(const Theme& theme, QSize window, QPoint point) {
@@ -362,9 +343,28 @@ QRegion BuildWindowRegion(const Theme& theme, QSize size) {
     return band + window.adjusted(0, theme.m_nTopHeight, 0, 0);
 }
 
+std::vector<PlacedButton> PlaceButtons(const Theme& theme, const FrameState& state) {
+    std::vector<PlacedButton> buttons;
+    const auto add = [&](const ThemeButton& button, int hit) {
+        if (button.bitmap.IsLoaded())
+            buttons.push_back({hit, button.PlaceIn(state.size.width())});
+    };
+    add(theme.close, FrameHit::Close);
+    if (state.m_bHasMinimize)
+        add(theme.minimize, FrameHit::Minimize);
+    if (state.m_bHasMaximize)
+        add(MaximizeButton(theme, state), FrameHit::Maximize);
+    int hit = FrameHit::FirstCustom;
+    for (const SkinButtonRecord& button : state.m_customButtons)
+        buttons.push_back({hit++, CustomButtonPlace(theme, state, button)});
+    return buttons;
+}
+
 int HitTest(const Theme& theme, const FrameState& state, QPoint point) {
-    if (const int hit = HitButton(theme, state, point))
-        return hit;
+    for (const PlacedButton& button : PlaceButtons(theme, state)) {
+        if (ZoneOf(button.place, button.hit).Contains(point))
+            return button.hit;
+    }
     if (ZoneOf(IconPlace(theme), FrameHit::SystemMenu).Contains(point))
         return FrameHit::SystemMenu;
     if (state.m_bSizable && state.m_nWindowState != WindowState::Maximized) {

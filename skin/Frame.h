@@ -84,6 +84,14 @@ void DrawFrame(QPainter& painter, const Theme& theme, const FrameState& state);
 /// The shape of a window of this size: all of it but for the key colour in its top band.
 [[nodiscard]] QRegion BuildWindowRegion(const Theme& theme, QSize size);
 
+struct PlacedButton {
+    int hit;
+    QRect place;
+};
+
+/// The buttons that the frame has now, in the order in which a point is looked for among them.
+[[nodiscard]] std::vector<PlacedButton> PlaceButtons(const Theme& theme, const FrameState& state);
+
 /// A FrameHit code: what lies at a point.
 [[nodiscard]] int HitTest(const Theme& theme, const FrameState& state, QPoint point);
 

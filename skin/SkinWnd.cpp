@@ -1,5 +1,7 @@
 #include "skin/SkinWnd.h"
 
+#include "base/Language.h"
+
 #include <QApplication>
 #include <QHelpEvent>
 #include <QHoverEvent>
@@ -461,5 +463,30 @@ void CSkinWnd::OnSystemCommand(SystemCommand command) {
     case SystemCommand::Close:
         Window()->close();
         break;
+    }
+}
+
+std::vector<FrameButton> CSkinWnd::GetButtons() const {
+    std::vector<FrameButton> buttons;
+    if (!IsHooked())
+        return buttons;
+    for (const auto& [hit, place] : PlaceButtons(*m_theme, m_frame)) {
+        const QRectF exact(QPointF(place.topLeft()) / m_theme->scale,
+                           QSizeF(place.size()) / m_theme->scale);
+        buttons.push_back({hit, exact.toRect(), NameOf(hit)});
+    }
+    return buttons;
+}
+
+QString CSkinWnd::NameOf(int hit) const {
+    switch (hit) {
+    case FrameHit::Close:
+        return LoadString(IDS_MAIN_CLOSE);
+    case FrameHit::Minimize:
+        return LoadString(IDS_MAIN_MIN);
+    case FrameHit::Maximize:
+        return LoadString(IsMaximized() ? IDS_MAIN_RESTOR : IDS_MAIN_MAX);
+    default:
+        return TipOf(hit);
     }
 }

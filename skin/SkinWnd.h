@@ -78,8 +78,7 @@ public:
     void Restore();
     void Minimize();
 
-    /// The buttons that the frame shows, from left to right but for the window's own, which come
-    /// first.
+    /// None without an installed frame.
     [[nodiscard]] std::vector<FrameButton> GetButtons() const;
 
     /// Does what a click on this button does.
@@ -113,6 +112,7 @@ private:
 
     [[nodiscard]] int HitAt(QPointF place) const;
     [[nodiscard]] QString TipOf(int hit) const;
+    [[nodiscard]] QString NameOf(int hit) const;
     [[nodiscard]] QRect ClientRect() const;
 
     QString m_strTheme;

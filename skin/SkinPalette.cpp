@@ -1,10 +1,9 @@
 #include "skin/SkinPalette.h"
 
 #include "skin/Colours.h"
-#include "skin/MenuStyle.h"
+#include "skin/SkinStyle.h"
 
 #include <QApplication>
-#include <QToolTip>
 
 namespace {
 
@@ -97,10 +96,9 @@ QPalette PagePalette() {
 }
 
 void UseSkinPalette() {
-    QApplication::setStyle(new MenuStyle(CurrentMenuLook()));
+    QApplication::setStyle(new SkinStyle(CurrentMenuLook()));
     const QPalette palette = SkinPalette();
     QApplication::setPalette(palette);
     for (const char* name : kClassesWithColours)
         QApplication::setPalette(palette, name);
-    QToolTip::setPalette(palette);
 }

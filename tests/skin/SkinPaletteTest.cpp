@@ -3,7 +3,11 @@
 #include "tests/fixtures/Contrast.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QMenu>
+#include <QRadioButton>
+#include <QSpinBox>
 #include <QToolTip>
 #include <gtest/gtest.h>
 
@@ -33,6 +37,13 @@ constexpr TextOnGround kPairs[] = {
     {QPalette::ToolTipText, QPalette::ToolTipBase},
 };
 
+const QWidget* TipLabel() {
+    for (const QWidget* widget : QApplication::topLevelWidgets())
+        if (widget->inherits("QTipLabel"))
+            return widget;
+    return nullptr;
+}
+
 } // namespace
 
 TEST(SkinPaletteTest, LeavesNoRoleToTheDesktopAndAllTextReadable) {
@@ -59,6 +70,26 @@ TEST(SkinPaletteTest, ComesBeforeWhatTheDesktopSays) {
     const QPalette ours = SkinPalette();
     EXPECT_EQ(QApplication::palette(), ours);
     EXPECT_EQ(QMenu().palette(), ours);
-    EXPECT_EQ(QToolTip::palette(), ours);
+    QToolTip::setPalette(QPalette(Qt::white)); // as a desktop's change of its colours does
+    QToolTip::showText({}, QStringLiteral("Tip"));
+    ASSERT_TRUE(TipLabel());
+    EXPECT_EQ(TipLabel()->palette(), ours);
     EXPECT_EQ(QApplication::font(), font);
+}
+
+TEST(SkinPaletteTest, ShowsWhereToTypeAndTick) {
+    UseSkinPalette();
+    QLineEdit field;
+    QSpinBox number;
+    QCheckBox box;
+    QRadioButton button;
+    const QColor ground = SkinPalette().color(QPalette::Window);
+    for (QWidget* control : std::initializer_list<QWidget*>{&field, &number, &box, &button}) {
+        control->resize(100, 24);
+        const QImage image = control->grab().toImage();
+        double best = 0; // in the row through the middle, before any text
+        for (int x = 0; x < 8; ++x)
+            best = std::max(best, Contrast(image.pixelColor(x, image.height() / 2), ground));
+        EXPECT_GE(best, 3) << control->metaObject()->className();
+    }
 }

@@ -1,0 +1,51 @@
+#include "skin/SkinStyle.h"
+
+#include "skin/Colours.h"
+#include "skin/SkinPalette.h"
+
+#include <QPainter>
+
+namespace {
+
+/// As the style below rounds the fields.
+constexpr qreal kFieldRounding = 2;
+
+void DrawOutline(QPainter& painter, const QStyleOption& option, qreal rounding) {
+    const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QColor(isEnabled ? Colours::kDisabledText : Colours::kLine));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), rounding, rounding);
+    painter.restore();
+}
+
+bool HasFocus(const QStyleOption& option) {
+    return option.state.testFlag(QStyle::State_HasFocus);
+}
+
+} // namespace
+
+void SkinStyle::polish(QWidget* widget) {
+    MenuStyle::polish(widget);
+    if (widget->inherits("QTipLabel"))
+        widget->setPalette(SkinPalette());
+}
+
+void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                              QPainter* painter, const QWidget* widget) const {
+    MenuStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_IndicatorCheckBox)
+        DrawOutline(*painter, *option, 0);
+    else if (element == PE_IndicatorRadioButton)
+        DrawOutline(*painter, *option, option->rect.height() / 2.0);
+    else if (element == PE_FrameLineEdit && !HasFocus(*option))
+        DrawOutline(*painter, *option, kFieldRounding);
+}
+
+void SkinStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                   QPainter* painter, const QWidget* widget) const {
+    MenuStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_SpinBox && !HasFocus(*option))
+        DrawOutline(*painter, *option, kFieldRounding);
+}

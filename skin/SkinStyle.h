@@ -1,0 +1,22 @@
+#pragma once
+
+#include "skin/MenuStyle.h"
+
+/// The style of the program: menus as MenuStyle has them, and an outline around what is typed into
+/// or ticked, which on dark ground would else be hard to see. What has the focus keeps the outline
+/// in accent of the style below.
+///
+/// Thread: interface thread.
+class SkinStyle final : public MenuStyle {
+public:
+    using MenuStyle::MenuStyle;
+    using MenuStyle::polish;
+
+    /// Tool tips keep our colours, though a desktop that changes its own sends them new ones.
+    void polish(QWidget* widget) override;
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override;
+};

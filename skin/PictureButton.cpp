@@ -1,6 +1,6 @@
 #include "skin/PictureButton.h"
 
-#include "skin/ControlState.h"
+#include "skin/ControlDrawing.h"
 
 #include <QMouseEvent>
 #include <QPainter>

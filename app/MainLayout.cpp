@@ -83,8 +83,9 @@ QWidget* MainLayout::MakeUpperRow() {
     auto* row = new QWidget(m_pBand);
     row->setFixedHeight(kUpperHeight);
     m_pScanButton = new CPicButton(PictureId::ScanPC, LoadString(IDS_FILE_SCANPCFORMUSICS), row);
-    m_pStatus = new CProgressSlider(row);
-    m_pStatus->SetReadOnly(true);
+    m_pStatus = new CProgressSlider(LoadString(IDS_FEILD_STATUS), row);
+    m_pStatus->setFocusPolicy(Qt::NoFocus); // it shows, and is not to be moved
+    m_pStatus->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* layout = MakeRow(row);
     layout->addWidget(
         MakeDisabled<CPicButton>(PictureId::NewPlaylist, IDS_FILE_CREATENEWPLAYLIST, row));
@@ -98,9 +99,10 @@ QWidget* MainLayout::MakeUpperRow() {
 QWidget* MainLayout::MakeLowerRow() {
     auto* row = new QWidget(m_pBand);
     row->setMaximumHeight(kLowerHeight); // a mini player may be a little lower
-    auto* seek = new CProgressSlider(row);
+    auto* seek = new CProgressSlider(LoadString(IDS_SLIDER_SEEK), row);
     seek->setEnabled(false);
-    m_pVolume = new CBitmapSlider(row);
+    m_pVolume = new CBitmapSlider({PictureId::VolumeChannel, PictureId::VolumeThumb},
+                                  Qt::Horizontal, LoadString(IDS_SLIDER_VOLUME), row);
     m_pVolume->setFixedWidth(kVolumeWidth);
     auto* speaker = new CSkinLabel(QString(), row);
     speaker->setPixmap(LoadPicture(PictureId::Volume, row->devicePixelRatioF()));

@@ -7,7 +7,6 @@
 #include "base/Language.h"
 #include "base/Messages.h"
 #include "base/Settings.h"
-#include "dialogs/AboutDlg.h"
 #include "dialogs/ScanPCDlg.h"
 #include "dialogs/ScanningDlg.h"
 #include "grid/GridCtrl.h"
@@ -294,9 +293,7 @@ void CTrackDeckDlg::ToggleMiniMode() {
         m_layout.Grid().setFocus(); // hidden, it has lost it
 }
 
-void CTrackDeckDlg::OnAbout() {
-    CAboutDlg(this).exec();
-}
+void CTrackDeckDlg::OnAbout() {}
 
 void CTrackDeckDlg::MoveTo(const QRect& place) {
     move(place.topLeft());

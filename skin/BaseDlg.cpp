@@ -8,8 +8,7 @@ QString g_strThemeFile;
 
 /// What the window system is told of a window of this style, whoever draws its frame.
 Qt::WindowFlags Buttons(FrameStyles style) {
-    Qt::WindowFlags flags = Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-    flags |= Qt::WindowCloseButtonHint;
+    Qt::WindowFlags flags = Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
     flags.setFlag(Qt::WindowMinimizeButtonHint, style.testFlag(FrameStyle::MinimizeBox));
     flags.setFlag(Qt::WindowMaximizeButtonHint, style.testFlag(FrameStyle::MaximizeBox));
     return flags;

@@ -256,7 +256,7 @@ QRect CSkinWnd::ClientRect() const {
 
 void CSkinWnd::OnPaint(const QPaintEvent& event) {
     FitToScale();
-    if (!m_theme || QRegion(ClientRect()).contains(event.rect()))
+    if (!m_theme || ClientRect().contains(event.rect()))
         return;
     m_frame.icon = Window()->windowIcon().pixmap(QSize(16, 16), m_theme->scale).toImage();
     m_frame.icon.setDevicePixelRatio(1);

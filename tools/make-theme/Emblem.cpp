@@ -5,40 +5,76 @@
 
 #include <QPainterPath>
 
-#include <functional>
+#include <cmath>
 
 namespace {
 
 using namespace Colours;
 
-void DrawNote(QPainter& painter, qreal stroke, const std::function<QPointF(qreal, qreal)>& at,
-              qreal unit) {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(kAccent));
-    painter.drawEllipse(at(4.6, 3.4), 2.1 * unit, 1.8 * unit);
-    painter.setPen(QPen(QColor(kAccent), stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(Qt::NoBrush);
-    QPainterPath stem(at(6.7, 3.4));
-    stem.lineTo(at(6.7, -5));
-    stem.cubicTo(at(6.9, -3.4), at(8.6, -3), at(8.6, -1));
-    painter.drawPath(stem);
-}
+class EmblemPen {
+public:
+    EmblemPen(QPainter& painter, QPointF middle, qreal unit, qreal stroke)
+        : m_painter(painter)
+        , m_middle(middle)
+        , m_unit(unit)
+        , m_stroke(stroke) {}
+
+    void SetColour(QRgb colour) {
+        m_painter.setPen(
+            QPen(QColor(colour), m_stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        m_painter.setBrush(Qt::NoBrush);
+    }
+
+    void Line(QPointF from, QPointF to) { m_painter.drawLine(At(from), At(to)); }
+
+    void Box(QPointF topLeft, QPointF bottomRight, qreal radius) {
+        const qreal r = radius * m_unit;
+        m_painter.drawRoundedRect(QRectF(At(topLeft), At(bottomRight)), r, r);
+    }
+
+    /// A quaver with its head at the left of the foot of the stem.
+    void Note(QPointF foot, qreal height, QRgb colour) {
+        const QPointF at = At(foot);
+        const qreal head = std::max(2.1 * m_unit, m_stroke);
+        SetColour(colour);
+        QPainterPath stem(at);
+        stem.lineTo(at - QPointF(0, height * m_unit));
+        const auto place = [&](qreal x, qreal y) { return at + QPointF(x, y - height) * m_unit; };
+        stem.cubicTo(place(0.2, 1.8), place(2.6, 2.2), place(2.2, 4.8));
+        m_painter.drawPath(stem);
+        m_painter.setPen(Qt::NoPen);
+        m_painter.setBrush(QColor(colour));
+        m_painter.translate(at + QPointF(m_stroke / 2 - head, 0));
+        m_painter.rotate(-18);
+        m_painter.drawEllipse(QPointF(0, 0), head, head * 0.8);
+        m_painter.resetTransform();
+    }
+
+private:
+    [[nodiscard]] QPointF At(QPointF place) const {
+        const auto whole = [this](qreal exact) {
+            return std::round(exact - m_stroke / 2) + m_stroke / 2;
+        };
+        const QPointF exact = m_middle + place * m_unit;
+        return {whole(exact.x()), whole(exact.y())};
+    }
+
+    QPainter& m_painter;
+    QPointF m_middle;
+    qreal m_unit;
+    qreal m_stroke;
+};
 
 } // namespace
 
 void DrawEmblem(QPainter& painter, QPointF middle, qreal unit, qreal stroke) {
-    const auto at = [&](qreal x, qreal y) { return middle + QPointF(x, y) * unit; };
-    const auto pen = [&](QRgb colour) {
-        painter.setPen(QPen(QColor(colour), stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.setBrush(Qt::NoBrush);
-    };
-    pen(kDisabledText);
-    painter.drawLine(at(-11, -6), at(-3, -6));
-    painter.drawLine(at(-11, 6), at(-3, 6));
-    pen(kAccent);
-    painter.drawLine(at(-11, 0), at(-3, 0));
-    pen(kQuietText);
-    painter.drawRoundedRect(QRectF(at(1, -11), at(11, 11)), 2.2 * unit, 2.2 * unit);
-    painter.drawLine(at(5, 8), at(7, 8));
-    DrawNote(painter, stroke, at, unit);
+    EmblemPen pen(painter, middle, unit, stroke);
+    pen.SetColour(kDisabledText);
+    pen.Line({-11, -6}, {-5, -6});
+    pen.Line({-11, 6}, {-5, 6});
+    pen.SetColour(kAccent);
+    pen.Line({-11, 0}, {-3, 0});
+    pen.SetColour(kQuietText);
+    pen.Box({0, -11}, {11, 11}, 2.4);
+    pen.Note({6, 4}, 9, kAccent);
 }

@@ -90,6 +90,7 @@ void GlyphPen::InFront(const std::function<void()>& draw) {
     const int stroke = Px(2, m_scale);
     m_painter.setCompositionMode(QPainter::CompositionMode_Clear);
     SetStroke(stroke + 2 * Px(2, m_scale));
+    m_painter.setBrush(m_colour); // closed shapes hide what lies behind them
     draw();
     m_painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     SetStroke(stroke);

@@ -14,9 +14,9 @@ void Triangle(GlyphPen& pen, qreal base, qreal tip) {
 }
 
 void List(GlyphPen& pen) {
-    pen.Line({{-9, -7}, {8, -7}});
-    pen.Line({{-9, -1}, {8, -1}});
-    pen.Line({{-9, 5}, {-2, 5}});
+    pen.Line({{-9, -7}, {9, -7}});
+    pen.Line({{-9, -2}, {9, -2}});
+    pen.Line({{-9, 3}, {-1, 3}});
 }
 
 void Folder(GlyphPen& pen) {
@@ -33,6 +33,12 @@ void ArrowRight(GlyphPen& pen, QPointF tip, qreal length, qreal head) {
     pen.Line({tip + QPointF(-head, -head), tip, tip + QPointF(-head, head)});
 }
 
+/// An arrow from the left through a wall that is there already.
+void ArrowInto(GlyphPen& pen, QPointF tip) {
+    pen.InFront([&] { pen.Line({{-9, tip.y()}, {tip.x() - 2, tip.y()}}); });
+    ArrowRight(pen, tip, 3, 3);
+}
+
 void Magnifier(GlyphPen& pen, QPointF middle, qreal radius, QPointF end) {
     const qreal edge = radius * 0.75;
     pen.Circle(middle, radius);
@@ -45,17 +51,17 @@ const std::map<PictureId, Draw> kGlyphs = {
     {PictureId::NewPlaylist,
      [](GlyphPen& pen) {
          List(pen);
-         pen.Plus({5, 5}, 4);
+         pen.Plus({6, 5}, 3);
      }},
     {PictureId::ClosePlaylist,
      [](GlyphPen& pen) {
          List(pen);
-         pen.Cross({5, 5}, 3);
+         pen.Cross({6, 5}, 3);
      }},
     {PictureId::ScanPC,
      [](GlyphPen& pen) {
-         pen.Circle({-1, -1}, 8);
-         pen.Dot({-1, -1});
+         pen.Circle({-2, -2}, 7);
+         pen.Dot({-2, -2});
          pen.InFront([&pen] { Magnifier(pen, {4, 4}, 4, {9, 9}); });
      }},
     {PictureId::StartScan,
@@ -70,13 +76,14 @@ const std::map<PictureId, Draw> kGlyphs = {
      }},
     {PictureId::CopyToPhone,
      [](GlyphPen& pen) {
-         pen.Box({-1, -9}, {9, 9}, 2);
-         pen.InFront([&pen] { ArrowRight(pen, {4, 0}, 13, 4); });
+         pen.Box({-2, -9}, {9, 9}, 2);
+         pen.Line({{3, 5}, {4, 5}});
+         ArrowInto(pen, {5, -2});
      }},
     {PictureId::CopyToCollection,
      [](GlyphPen& pen) {
-         Folder(pen);
-         pen.InFront([&pen] { ArrowDown(pen, {3, 3}, 12, 4); });
+         pen.Outline({{-4, 8}, {-4, -8}, {0, -8}, {2, -5}, {9, -5}, {9, 8}});
+         ArrowInto(pen, {5, 2});
      }},
     {PictureId::Previous,
      [](GlyphPen& pen) {

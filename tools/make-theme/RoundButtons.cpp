@@ -13,6 +13,7 @@ using namespace Colours;
 struct DiscLook {
     QColor top, bottom;       ///< of the face
     QColor rimTop, rimBottom; ///< of the line around it
+    QColor shade;             ///< half a pixel outside of it
 };
 
 /// The radius that puts a circle about the button's middle on pixels, not above `exact`.
@@ -37,7 +38,7 @@ QImage Disc(const DiscLook& look, qreal scale) {
     const qreal top = middle.y() - radius;
     const qreal bottom = middle.y() + radius;
 
-    painter.setBrush(QColor(kInk0)); // the edge, seen as a thin dark line around
+    painter.setBrush(look.shade);
     painter.drawEllipse(middle, radius + 0.5 * scale, radius + 0.5 * scale);
     painter.setBrush(Vertical(top, bottom, look.top, look.bottom));
     painter.drawEllipse(middle, radius, radius);
@@ -54,17 +55,16 @@ QPointF ButtonMiddle(qreal scale) {
 
 QImage DrawRaisedDisc(qreal scale) {
     return Disc({Mix(kInk2, kLine, 0.5), Mix(kInk2, kInk1, 0.4), Mix(kLine, kDisabledText, 0.35),
-                 Mix(kInk2, kLine, 0.3)},
+                 Mix(kInk2, kLine, 0.3), kInk0},
                 scale);
 }
 
 QImage DrawSunkenDisc(qreal scale) {
-    return Disc({Mix(kInk0, kInk1, 0.1), kInk1, kInk0, kLine}, scale);
+    return Disc({Mix(kInk0, kInk1, 0.1), kInk1, kInk0, kLine, Qt::transparent}, scale);
 }
 
 QImage DrawHoverDisc(qreal scale) {
-    QImage image =
-        Disc({Mix(kInk2, kLine, 0.9), kInk2, Mix(kInk2, kLine, 0.9), QColor(kInk2)}, scale);
+    QImage image = Disc({Mix(kInk2, kLine, 0.9), kInk2, kLine, kInk2, kInk0}, scale);
     SmoothPainter painter(image);
     Ring(painter, scale, Radius(18, scale), QColor(kAccent), Px(2, scale));
     return image;

@@ -115,11 +115,16 @@ QImage DrawSplash(qreal scale) {
     const qreal radius = 10 * scale;
     const qreal line = Px(1, scale);
     SmoothPainter painter(image);
-    DrawGround(painter, place, place.center(), scale);
-    DrawEmblem(painter, place.center(), 5 * scale, Px(8, scale));
+    const QPointF middle = QPointF(kSceneWidth / 2.0, 104) * scale;
+    DrawGround(painter, place, middle, scale);
+    DrawEmblem(painter, middle, 4.5 * scale, Px(6, scale));
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(kInk0), line));
-    painter.drawPath(Rounded(place.adjusted(line / 2, line / 2, -line / 2, -line / 2), radius));
+    const auto outline = [&](qreal inset, const QBrush& brush) {
+        painter.setPen(QPen(brush, line));
+        painter.drawPath(Rounded(place.adjusted(inset, inset, -inset, -inset), radius - inset));
+    };
+    outline(line * 1.5, Vertical(0, place.height(), kLine, kInk1));
+    outline(line / 2, QColor(kInk0));
     painter.end();
 
     QImage result = image.convertToFormat(QImage::Format_RGB32);
@@ -138,7 +143,7 @@ QImage DrawAbout(qreal scale) {
     SmoothPainter painter(image);
     const QPointF middle = QPointF(kSceneWidth - 76, kSceneHeight / 2.0) * scale;
     DrawGround(painter, QRectF(image.rect()), middle, scale);
-    DrawEmblem(painter, middle, 4 * scale, Px(6, scale));
+    DrawEmblem(painter, middle, 3.5 * scale, Px(4, scale));
     return image;
 }
 
@@ -152,6 +157,6 @@ QImage DrawProgramIcon(int side) {
     painter.drawRoundedRect(place, radius, radius);
     painter.setBrush(Vertical(0, side, kInk2, kInk0));
     painter.drawRoundedRect(place.adjusted(line, line, -line, -line), radius - line, radius - line);
-    DrawEmblem(painter, place.center(), side / 32.0, side / 16.0);
+    DrawEmblem(painter, place.center(), side / 31.0, qRound(side / 20.0));
     return image;
 }

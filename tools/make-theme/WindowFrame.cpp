@@ -39,20 +39,18 @@ QImage DrawWindow(int width, bool active, qreal scale) {
     window.fill(kInk0);
     const qreal line = Px(1, scale);
     const qreal top = Px(kTop, scale);
-    const qreal radius = kCorner * scale - line;
-    const QRectF inside = QRectF(window.rect()).adjusted(line, line, -line, -line);
-    const QRectF face = inside.adjusted(line, line, -line, -line);
-
+    SmoothPainter painter(window);
+    const auto fill = [&](qreal inset, const QBrush& brush) {
+        const QRectF area = QRectF(window.rect()).adjusted(inset, inset, -inset, -inset);
+        const qreal radius = kCorner * scale - inset;
+        painter.setClipRect(area);
+        painter.setBrush(brush);
+        painter.drawRoundedRect(area.adjusted(0, 0, 0, 2 * radius), radius, radius);
+    };
     // Along the sides the highlight fades with the light, and goes round the bottom quietly.
     const QColor side = Mix(kInk1, kInk2, active ? 0.7 : 0.5);
-    SmoothPainter painter(window);
-    painter.setBrush(active ? Vertical(0, top, kLine, side) : Vertical(0, top, kInk2, side));
-    painter.drawRoundedRect(inside.adjusted(0, 0, 0, radius), radius, radius);
-    painter.fillRect(QRectF(0, window.height() - line, width, line), QColor(kInk0));
-    painter.setBrush(active ? Vertical(face.top(), top, kInk2, kInk1) : QBrush(QColor(kInk1)));
-    painter.drawRoundedRect(face, radius - line, radius - line);
-    painter.fillRect(face.adjusted(0, radius, 0, 0),
-                     active ? Vertical(face.top(), top, kInk2, kInk1) : QBrush(QColor(kInk1)));
+    fill(line, Vertical(0, top, active ? kLine : kInk2, side));
+    fill(2 * line, Vertical(2 * line, top, active ? kInk2 : kInk1, kInk1));
     painter.end();
     CutCorners(window, scale);
     return window;

@@ -103,6 +103,7 @@ private:
     bool OnMousePress(const QMouseEvent& event);
     bool OnMouseRelease(const QMouseEvent& event);
     bool OnDoubleClick(const QMouseEvent& event);
+    bool StartHeld();
     bool StartMoveOrSize(int hit) const;
     void ClearButtons();
     void ShowSystemMenu(QPoint globalPlace);

@@ -66,10 +66,8 @@ int CSkinWnd::HitAt(QPointF place) const {
 }
 
 bool CSkinWnd::OnMouseMove(QPointF place, bool held) {
-    if (held && StartMoveOrSize(m_nHeldHit)) {
-        m_nHeldHit = FrameHit::Nowhere; // the release goes to the window system
+    if (held && StartHeld())
         return true;
-    }
     const int hit = HitAt(place);
     if (hit == FrameHit::Client) {
         if (!held)
@@ -100,6 +98,17 @@ bool CSkinWnd::OnMousePress(const QMouseEvent& event) {
     Refresh();
     if (hit == FrameHit::SystemMenu)
         ShowSystemMenu(event.globalPosition().toPoint());
+    else if (hit != FrameHit::Caption) // which is not to swallow a double click
+        StartHeld();
+    return true;
+}
+
+/// Hands what the mouse holds to the window system, where it is moved or sized by it. Then the
+/// release goes there, too.
+bool CSkinWnd::StartHeld() {
+    if (!StartMoveOrSize(m_nHeldHit))
+        return false;
+    m_nHeldHit = FrameHit::Nowhere;
     return true;
 }
 

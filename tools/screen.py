@@ -83,12 +83,14 @@ class Screen:
         output("xdotool", "click", "--repeat", str(times), "--delay", "60", str(button))
 
     @classmethod
-    def drag(cls, window, start, way):
-        """Takes a point of a window along, by `way`, in steps that a window manager follows."""
+    def drag(cls, window, start, way, slack=(0, 0)):
+        """Takes a point of a window along, by `way`, in steps that a window manager follows.
+        `slack` is what the mouse goes before it takes anything along."""
         cls.point(window, start)
         output("xdotool", "mousedown", "1")
-        for _ in range(4):
-            output("xdotool", "mousemove_relative", "--sync", "--", *(str(w // 4) for w in way))
+        for step in [slack, *[tuple(length // 4 for length in way)] * 4]:
+            if any(step):
+                output("xdotool", "mousemove_relative", "--sync", "--", *map(str, step))
         output("xdotool", "mouseup", "1")
 
     @staticmethod

@@ -6,7 +6,6 @@ Usage: frame_walk.py PROGRAM [SCALE]
 """
 
 import functools
-import os
 import pathlib
 import sys
 import tempfile
@@ -76,6 +75,10 @@ class Walk:
     def click_button(self, button):
         self.screen.click(self.window, self.from_right(button))
 
+    def drag_caption(self, way):
+        # The first move tells a drag from a double click.
+        self.screen.drag(self.window, scaled(200, 16), way, slack=(1, 1))
+
     def double_click_caption(self):
         self.screen.click(self.window, scaled(200, 16), times=2)
 
@@ -88,9 +91,9 @@ class Walk:
 
     def caption_moves(self):
         size, (left, top) = self.geometry()
-        self.screen.drag(self.window, scaled(200, 16), (STEP, STEP))
+        self.drag_caption((STEP, STEP))
         self.wait_for_geometry(size, (left + STEP, top + STEP))
-        self.screen.drag(self.window, scaled(200, 16), (-STEP, -STEP))
+        self.drag_caption((-STEP, -STEP))
         self.wait_for_geometry(size, (left, top))
 
     def grip_sizes(self, grip):
@@ -115,7 +118,7 @@ class Walk:
         before = self.geometry()
         toggle()
         self.wait_for_geometry(SCREEN, (0, 0))
-        self.screen.drag(self.window, scaled(200, 16), (STEP, STEP))  # which takes nothing along
+        self.drag_caption((STEP, STEP))  # which takes nothing along
         self.screen.drag(self.window, (1, SCREEN[1] // 2), (STEP, STEP))
         self.wait_for_geometry(SCREEN, (0, 0))
         toggle()
@@ -157,7 +160,7 @@ class Walk:
         self.screen.drag(self.window, (MINI_SIZE[0] - 2, 40 * SCALE), (STEP, -STEP))
         self.double_click_caption()
         self.wait_for_geometry(MINI_SIZE, mini_place)
-        self.screen.drag(self.window, scaled(200, 16), (STEP, -STEP))
+        self.drag_caption((STEP, -STEP))
         self.wait_for_geometry(MINI_SIZE, (mini_place[0] + STEP, mini_place[1] - STEP))
         self.click_button(TO_NORMAL)
         self.wait_for_geometry(size, place)
@@ -197,8 +200,6 @@ def main():
         with new_user(home, SCALE) as (cleanup, scratch):
             walk = Walk(cleanup, scratch)
             failures = take(walk.steps(), lambda: walk.process)
-            if os.environ.get("KEEP_PICTURE"):
-                output("import", "-window", "root", os.environ["KEEP_PICTURE"])
     return 1 if failures else 0
 
 

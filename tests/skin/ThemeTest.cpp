@@ -191,6 +191,7 @@ TEST(ThemeTest, RefusesWhatIsIncompleteOrHostile) {
         {"a BMP of 30,000 x 30,000", Writing(kLeft, BmpOf(30'000, 30'000))},
         {"a BMP of a negative width", Writing(kLeft, BmpOf(-9, 50))},
         {"a BMP of the lowest height", Writing(kLeft, BmpOf(9, INT_MIN))},
+        {"a BMP of 0 bits a pixel", Writing(kLeft, QByteArray(left).replace(28, 1, "\0", 1))},
         {"a PNG of 30,000 x 30,000", Writing(kTop, EmptyPng(30'000, 30'000, 8, 0))},
         {"a PNG of the largest size", Writing(kTop, EmptyPng(INT_MAX, INT_MAX, 1, 0))},
         {"a strip of 1,025 pixels", Writing(kTop, EmptyPng(1025, 40, 8, 0))},

@@ -77,7 +77,8 @@ bool CGridCtrl::MoveByKey(int key, Qt::KeyboardModifiers modifiers) {
 /// Where a key leads from the focused cell: to that cell itself where there is no further one,
 /// nowhere if it is no key for that.
 CCellID CGridCtrl::NextCell(int key, Qt::KeyboardModifiers modifiers) const {
-    const auto [row, col] = m_idCurrentCell;
+    const int row = m_idCurrentCell.row;
+    const int col = m_idCurrentCell.col;
     const bool ctrl = modifiers & Qt::ControlModifier;
     const auto atRow = [&](int from, int step) {
         const int next = m_arRowHeights.NextVisible(from, step, m_nFixedRows);

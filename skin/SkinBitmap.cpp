@@ -43,7 +43,7 @@ bool IsWholeBmp(QByteArrayView file) {
     const qint64 bits = isOld ? NumberAt<quint16>(file, 24) : NumberAt<quint16>(file, 28);
     const qint64 compression = isOld ? 0 : NumberAt<quint32>(file, 30);
     const bool isPlain = compression == 0 || compression == 3; // RGB, or RGB with masks
-    if (!isPlain || width <= 0 || width > kMostPixelsDrawn || bits > 32)
+    if (!isPlain || width <= 0 || width > kMostPixelsDrawn || bits == 0 || bits > 32)
         return false;
     const qint64 bytesPerLine = (width * bits + 31) / 32 * 4;
     return std::abs(height) <= (file.size() - pixels) / bytesPerLine;

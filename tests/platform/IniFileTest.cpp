@@ -48,8 +48,52 @@ TEST(IniFileTest, AnswersAsThePrivateProfileRoutines) {
     const auto ask = [](const QString& path) {
         return IniFile(path).ReadText(u"TrackDeck", u"key", QStringLiteral("fallback"), 1023);
     };
-    for (const auto& [file, value] : rows)
-        EXPECT_EQ(ask(scratch.Write(QStringLiteral("a.ini"), file)), value) << file.data();
-    for (const QString& path : {scratch.Path(), scratch.File(QStringLiteral("missing"))})
+    const auto askOnce = [](const QString& path) {
+        return IniFile(path).ReadAll(1 << 20).ReadText(u"TrackDeck", u"key",
+                                                       QStringLiteral("fallback"), 1023);
+    };
+    for (const auto& [file, value] : rows) {
+        const QString path = scratch.Write(QStringLiteral("a.ini"), file);
+        EXPECT_EQ(ask(path), value) << file.data();
+        EXPECT_EQ(askOnce(path), value) << file.data();
+    }
+    for (const QString& path : {scratch.Path(), scratch.File(QStringLiteral("missing"))}) {
         EXPECT_EQ(ask(path), u"fallback");
+        EXPECT_EQ(askOnce(path), u"fallback");
+    }
+}
+
+TEST(IniFileTest, ReadsNumbersUpToWhatIsNone) {
+    const std::pair<QString, int> rows[] = {
+        {QStringLiteral("key=12"), 12},
+        {QStringLiteral("key= '-12' "), -12},
+        {QStringLiteral("key=+12"), 12},
+        {QStringLiteral("key=007px 9"), 7},
+        {QStringLiteral("key=0x10"), 0},
+        {QStringLiteral("key=ten"), 0},
+        {QStringLiteral("key=-"), 0},
+        {QStringLiteral("key=--1"), 0},
+        {QStringLiteral("key=\u0661"), 0}, // a digit, but none of ours
+        {QStringLiteral("key=2147483648"), 2147483647},
+        {QStringLiteral("key=-2147483648"), -2147483647 - 1},
+        {QStringLiteral("key=-99999999999999999999999999"), -2147483647 - 1},
+        {QStringLiteral("key="), 5},
+        {QStringLiteral("key=\"\""), 5},
+        {QStringLiteral("other=1"), 5},
+    };
+    for (const auto& [line, number] : rows)
+        EXPECT_EQ(IniContent(QStringLiteral("[S]\n") + line).ReadInteger(u"s", u"KEY", 5), number)
+            << line.toStdString();
+}
+
+TEST(IniFileTest, AnswersManyQuestionsAboutALargeFile) {
+    QByteArray file;
+    for (int i = 0; i < 20'000; ++i)
+        file += "[section" + QByteArray::number(i) + "]\nkey=" + QByteArray::number(i) + '\n';
+    const ScratchFolder scratch;
+    const IniFile ini(scratch.Write(QStringLiteral("a.ini"), file));
+    const IniContent content = ini.ReadAll(file.size());
+    for (int i = 0; i < 20'000; ++i)
+        ASSERT_EQ(content.ReadInteger(QStringLiteral("Section%1").arg(i), u"key", -1), i);
+    EXPECT_EQ(ini.ReadAll(file.size() - 1).ReadInteger(u"section1", u"key", -1), -1);
 }

@@ -1,0 +1,404 @@
+#include "skin/Frame.h"
+
+#include "tests/skin/SyntheticTheme.h"
+
+#include <QPainter>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+constexpr QRgb kGround = 0xFF123456; // what no strip has drawn on
+
+/// Pixels [from, to) along a line, which show a picture from `source` on.
+struct Span {
+    int from;
+    int to;
+    Picture picture;
+    int source;
+};
+
+/// A row or column of a window and what it shows. `across` is the place of the line in all
+/// pictures.
+struct Line {
+    QSize window;
+    bool inactive;
+    Qt::Orientation along;
+    int place;
+    int across;
+    std::vector<Span> spans;
+};
+
+QImage DrawSides(const Theme& theme, QSize window, bool inactive) {
+    QImage image(window, QImage::Format_RGB32);
+    image.fill(kGround);
+    QPainter painter(&image);
+    DrawFrameSides(painter, theme, image.rect(), inactive, true);
+    return image;
+}
+
+QImage DrawWhole(const Theme& theme, const FrameState& state) {
+    QImage image(state.size, QImage::Format_RGB32);
+    image.fill(kGround);
+    QPainter painter(&image);
+    DrawFrame(painter, theme, state);
+    return image;
+}
+
+void ExpectLine(const QImage& image, const Line& line) {
+    for (const Span& span : line.spans) {
+        for (int at = span.from; at < span.to; ++at) {
+            const bool isRow = line.along == Qt::Horizontal;
+            const int source = span.source + at - span.from;
+            const QRgb expected = span.picture == Picture::None ? kGround
+                                  : isRow ? PixelOf(span.picture, source, line.across)
+                                          : PixelOf(span.picture, line.across, source);
+            const QPoint point = isRow ? QPoint(at, line.place) : QPoint(line.place, at);
+            ASSERT_EQ(image.pixel(point), expected)
+                << "window of " << image.width() << " by " << image.height() << ", pixel "
+                << point.x() << ", " << point.y();
+        }
+    }
+}
+
+/// A theme with all buttons: close at 14, maximize at 30, restore at 31, minimize at 45.
+class ThemeWithButtons : public SyntheticTheme {
+public:
+    ThemeWithButtons() {
+        AddButton(0, Picture::Close, {30, 8}, 14, 1);
+        AddButton(1, Picture::Maximize, {36, 12}, 30, 2);
+        AddButton(2, Picture::Minimize, {27, 6}, 45, 3);
+        AddButton(1, Picture::Restore, {33, 10}, 31, 4);
+    }
+};
+
+FrameState SizableWindow(QSize size) {
+    FrameState state;
+    state.size = size;
+    state.m_bSizable = true;
+    state.m_bHasMinimize = true;
+    state.m_bHasMaximize = true;
+    return state;
+}
+
+/// The pixels in which two pictures differ.
+QRect DifferenceOf(const QImage& left, const QImage& right) {
+    QRect difference;
+    for (int y = 0; y < left.height(); ++y) {
+        for (int x = 0; x < left.width(); ++x) {
+            if (left.pixel(x, y) != right.pixel(x, y))
+                difference |= QRect(x, y, 1, 1);
+        }
+    }
+    return difference;
+}
+
+} // namespace
+
+// Worked out by hand from the sizes of the pictures: top 40 = 7 + 24 + 9, left 50 = 5 + 39 + 6,
+// right 52 = 8 + 34 + 10, bottom 38 = 6 + 24 + 8.
+TEST(FrameTest, StripsLieToThePixel) {
+    const std::optional<Theme> theme = SyntheticTheme().Load();
+    ASSERT_TRUE(theme);
+    constexpr auto kTop = Picture::Top;
+    constexpr auto kBottom = Picture::Bottom;
+    constexpr auto kLeft = Picture::Left;
+    constexpr auto kRight = Picture::Right;
+    const std::vector<Span> wideTop = {{4, 11, kTop, 0},  {11, 35, kTop, 7}, {35, 59, kTop, 7},
+                                       {59, 83, kTop, 7}, {83, 96, kTop, 7}, {96, 103, kTop, 31}};
+    const Line lines[] = {
+        // The top strip is 100 long: its last tile is cut, the tail at 92 lies over it, and its
+        // last
+        // pixel is under the right strip.
+        {{109, 90}, false, Qt::Horizontal, 29, 29, wideTop},
+        {{109, 90}, true, Qt::Horizontal, 29, 59, wideTop},
+        {{109, 90}, false, Qt::Horizontal, 0, 0, {{0, 4, kLeft, 0}, {103, 109, kRight, 0}}},
+        {{109, 90}, true, Qt::Horizontal, 0, 0, {{0, 4, kLeft, 4}, {103, 109, kRight, 6}}},
+        // The bottom strip is 99 long: its tail at 91 has 7 of 8 pixels, and a tile shows behind.
+        {{109, 90},
+         false,
+         Qt::Horizontal,
+         87,
+         2,
+         {{4, 10, kBottom, 0},
+          {10, 34, kBottom, 6},
+          {34, 58, kBottom, 6},
+          {58, 82, kBottom, 6},
+          {82, 95, kBottom, 6},
+          {95, 102, kBottom, 30},
+          {102, 103, kBottom, 26}}},
+        {{109, 90}, true, Qt::Horizontal, 87, 7, {{4, 10, kBottom, 0}, {95, 102, kBottom, 30}}},
+        // Sides: whole tails at their place.
+        {{109, 90},
+         false,
+         Qt::Vertical,
+         3,
+         3,
+         {{0, 5, kLeft, 0}, {5, 44, kLeft, 5}, {44, 83, kLeft, 5}, {84, 90, kLeft, 44}}},
+        {{109, 90},
+         true,
+         Qt::Vertical,
+         104,
+         7,
+         {{0, 8, kRight, 0}, {8, 42, kRight, 8}, {42, 76, kRight, 8}, {80, 90, kRight, 42}}},
+        {{109, 90}, false, Qt::Vertical, 50, 0, {{30, 85, Picture::None, 0}}},
+        // 21 long: one tile, cut, and the tail over it.
+        {{30, 60},
+         false,
+         Qt::Horizontal,
+         10,
+         10,
+         {{4, 11, kTop, 0}, {11, 17, kTop, 7}, {17, 24, kTop, 31}}},
+        // 5 long: no tile, and a tail that begins before the strip.
+        {{14, 60}, false, Qt::Horizontal, 10, 10, {{4, 8, kTop, 34}}},
+        // Lower than the side pictures: the tail covers the head.
+        {{109, 9}, false, Qt::Vertical, 0, 0, {{0, 3, kLeft, 0}, {3, 9, kLeft, 44}}},
+    };
+    for (const Line& line : lines)
+        ExpectLine(DrawSides(*theme, line.window, line.inactive), line);
+}
+
+TEST(FrameTest, PiecesReachAsFarAsThePicture) {
+    SyntheticTheme files;
+    files.Set("LeftBotHeight", 100);  // the middle is row 5 alone, the tail starts at row 6
+    files.Set("RightTopHeight", 200); // the whole picture is head
+    const std::optional<Theme> theme = files.Load();
+    ASSERT_TRUE(theme);
+    const QImage image = DrawSides(*theme, {109, 120}, false);
+    std::vector<Span> left = {{0, 5, Picture::Left, 0}, {76, 120, Picture::Left, 6}};
+    for (int y = 5; y < 76; ++y)
+        left.push_back({y, y + 1, Picture::Left, 5});
+    ExpectLine(image, {{}, false, Qt::Vertical, 0, 0, left});
+    ExpectLine(image, {{},
+                       false,
+                       Qt::Vertical,
+                       108,
+                       5,
+                       {{0, 52, Picture::Right, 0}, {52, 120, Picture::None, 0}}});
+}
+
+TEST(FrameTest, WholeFrameIsSidesBelowABand) {
+    const std::optional<Theme> theme = SyntheticTheme().Load();
+    ASSERT_TRUE(theme);
+    FrameState state;
+    state.size = {109, 90};
+    state.m_bActive = false;
+    const QImage whole = DrawWhole(*theme, state);
+    const QImage sides = DrawSides(*theme, state.size, true);
+    const QRect below(0, 30, 109, 60);
+    EXPECT_EQ(whole.copy(below), sides.copy(below));
+    // In the band the sides have the length of their pictures: rows of the head and the middle.
+    EXPECT_EQ(whole.pixel(0, 29), PixelOf(Picture::Left, 4, 29));
+    EXPECT_EQ(whole.pixel(103, 29), PixelOf(Picture::Right, 6, 29));
+    EXPECT_EQ(whole.copy(4, 0, 99, 30), sides.copy(4, 0, 99, 30));
+
+    for (const QSize size : {QSize(1, 1), QSize(3, 200), QSize(200, 3), QSize(9, 29)})
+        DrawWhole(*theme, SizableWindow(size)); // draws what there is room for
+}
+
+TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
+    ThemeWithButtons files;
+    const std::optional<Theme> theme = files.Load();
+    ASSERT_TRUE(theme);
+    FrameState state = SizableWindow({109, 90});
+    state.m_customButtons.push_back({999, 80, 2, 0, MakePlaces(Picture::None, {24, 7}), {}});
+    constexpr auto kCustom = FrameHit::FirstCustom;
+    constexpr auto kMaximized = WindowState::Maximized;
+    const struct {
+        int hover;
+        int pressed;
+        WindowState windowState;
+        Picture picture;
+        QPoint at;
+        int state;
+    } rows[] = {
+        {0, 0, {}, Picture::Close, {95, 1}, 0},
+        {20, 0, {}, Picture::Close, {95, 1}, 2},
+        {20, 20, {}, Picture::Close, {95, 1}, 1},
+        {20, 8, {}, Picture::Minimize, {64, 3}, 1},
+        {9, 0, {}, Picture::Maximize, {79, 2}, 2},
+        {9, 9, kMaximized, Picture::Restore, {78, 4}, 1},
+        {kCustom, 0, {}, Picture::None, {29, 2}, 2},
+        {kCustom, kCustom, {}, Picture::None, {29, 2}, 1},
+        {kCustom + 1, 0, {}, Picture::None, {29, 2}, 0},
+    };
+    for (const auto& row : rows) {
+        state.m_nHoverHit = row.hover;
+        state.m_nPressedHit = row.pressed;
+        state.m_nWindowState = row.windowState;
+        const QImage band = ComposeTopBand(*theme, state);
+        // All standard buttons are as high as the close picture, if theirs is.
+        const std::map<Picture, QSize> sizes = {{Picture::Close, {10, 8}},
+                                                {Picture::Minimize, {9, 6}},
+                                                {Picture::Maximize, {12, 8}},
+                                                {Picture::Restore, {11, 8}},
+                                                {Picture::None, {8, 7}}};
+        const QSize size = sizes.at(row.picture);
+        const QImage wanted =
+            MakePlaces(row.picture, {36, 12}).copy(QRect({size.width() * row.state, 0}, size));
+        EXPECT_EQ(band.copy(QRect(row.at, size)), wanted)
+            << static_cast<int>(row.picture) << " in state " << row.state;
+        const QPoint below = row.at + QPoint(0, size.height());
+        EXPECT_EQ(qBlue(band.pixel(below)), static_cast<int>(Picture::Top));
+    }
+
+    state.m_customButtons.clear();
+    state.m_bHasMinimize = state.m_bHasMaximize = false;
+    FrameState bare = state;
+    const QRect close(95, 1, 10, 8);
+    EXPECT_EQ(
+        DifferenceOf(ComposeTopBand(*theme, bare), ComposeTopBand(*SyntheticTheme().Load(), bare)),
+        close);
+}
+
+TEST(FrameTest, CustomButtonsHaveThreeStatesUnderAnyTheme) {
+    SyntheticTheme files;
+    files.Set("ButtonImgCount", 2);
+    const std::optional<Theme> theme = files.Load();
+    ASSERT_TRUE(theme);
+    FrameState state = SizableWindow({109, 90});
+    state.m_nHoverHit = FrameHit::FirstCustom;
+    state.m_customButtons.push_back({999, 80, 2, 0, MakePlaces(Picture::None, {24, 7}), {}});
+    EXPECT_EQ(ComposeTopBand(*theme, state).pixel(29, 2), PixelOf(Picture::None, 16, 0));
+    EXPECT_EQ(HitTest(*theme, state, {36, 8}), FrameHit::FirstCustom);
+    EXPECT_NE(HitTest(*theme, state, {37, 8}), FrameHit::FirstCustom);
+}
+
+TEST(FrameTest, KeyColourMakesHolesInTheBandAlone) {
+    for (const bool usesTran : {true, false}) {
+        ThemeWithButtons files;
+        files.Set("UsesTran", usesTran ? 1 : 0);
+        QImage left = MakePlaces(Picture::Left, {9, 50});
+        for (const QPoint hole : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(2, 40)})
+            left.setPixel(hole, kKeyColour);
+        files.Write(QStringLiteral("left.bmp"), left);
+        QImage close = MakePlaces(Picture::Close, {30, 8});
+        close.setPixel(3, 2, kKeyColour);
+        files.Write(QStringLiteral("button0.png"), close);
+        const std::optional<Theme> theme = files.Load();
+        ASSERT_TRUE(theme);
+
+        FrameState state = SizableWindow({109, 90});
+        state.icon = QImage(16, 16, QImage::Format_RGB32);
+        state.icon.fill(kKeyColour); // no hole: it is no part of the theme
+        const QRegion holes = QRegion(0, 0, 2, 1) + QRegion(0, 1, 1, 1);
+        const QRegion whole(0, 0, 109, 90);
+        EXPECT_EQ(BuildWindowRegion(*theme, state.size), usesTran ? whole - holes : whole);
+
+        const QImage drawn = DrawWhole(*theme, state);
+        EXPECT_EQ(drawn.pixel(0, 1), usesTran ? kGround : kKeyColour);
+        EXPECT_EQ(drawn.pixel(2, 40), kKeyColour);
+        EXPECT_EQ(drawn.pixel(4, 5), kKeyColour);
+        EXPECT_EQ(ComposeTopBand(*theme, state).pixel(0, 1), kKeyColour);
+        // The strip shows through the button: column 87 - 4 - 7 of its tile.
+        EXPECT_EQ(drawn.pixel(98, 3), usesTran ? PixelOf(Picture::Top, 33, 3) : kKeyColour);
+        EXPECT_EQ(drawn.pixel(99, 3), PixelOf(Picture::Close, 4, 2));
+    }
+}
+
+TEST(FrameTest, RegionHasThePixelsOfOtherColours) {
+    std::mt19937 random(7);
+    QImage image(70, 40, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    for (int i = 0; i < 900; ++i)
+        image.setPixel(random() % 70, random() % 30, kKeyColour);
+    for (const QImage& form : {image, image.convertToFormat(QImage::Format_Indexed8)}) {
+        const QRegion region = BitmapToRegion(form, QColor(kKeyColour));
+        for (int y = 0; y < 40; ++y) {
+            for (int x = 0; x < 70; ++x)
+                ASSERT_EQ(region.contains(QPoint(x, y)), form.pixel(x, y) != kKeyColour);
+        }
+        EXPECT_EQ(region & QRect(0, 30, 70, 10), QRegion(0, 30, 70, 10));
+    }
+}
+
+TEST(FrameTest, TitleStaysInItsPlace) {
+    SyntheticTheme files;
+    for (const qreal scale : {1.0, 2.0}) {
+        const std::optional<Theme> theme = files.Load(scale);
+        ASSERT_TRUE(theme);
+        FrameState state;
+        state.size = QSize(200, 90) * scale;
+        const QImage bare = ComposeTopBand(*theme, state);
+        const QRect place(QPoint(25, 4) * scale, QPoint(191, 30) * scale - QPoint(1, 1));
+        const QString titles[] = {QStringLiteral("Title"), QString(100'000, u'm'),
+                                  QStringLiteral("two\nlines & more"), QStringLiteral("הבה נגילה"),
+                                  QString(3000, QChar(0x05D0))};
+        for (const QString& title : titles) {
+            state.m_strTitle = title;
+            const QRect ink = DifferenceOf(bare, ComposeTopBand(*theme, state));
+            EXPECT_TRUE(place.contains(ink)) << title.left(20).toStdString();
+            EXPECT_LE(ink.left(), place.left() + 4 * scale) << title.left(20).toStdString();
+            EXPECT_NEAR(ink.center().y(), place.center().y(), 3 * scale);
+            EXPECT_LE(ink.height(), 18 * scale);
+            EXPECT_EQ(ink.width() > 140 * scale, title.size() > 1000);
+        }
+    }
+}
+
+TEST(FrameTest, HitTestKnowsEveryPlace) {
+    ThemeWithButtons files;
+    const std::optional<Theme> theme = files.Load();
+    ASSERT_TRUE(theme);
+    FrameState sizable = SizableWindow({300, 200});
+    sizable.m_customButtons.push_back({999, 80, 6, 0, QImage(24, 7, QImage::Format_RGB32), {}});
+    FrameState fixed = sizable;
+    fixed.m_bSizable = fixed.m_bHasMinimize = fixed.m_bHasMaximize = false;
+    FrameState maximized = sizable;
+    maximized.m_nWindowState = WindowState::Maximized;
+    const struct {
+        QPoint point;
+        int sizable;
+        int fixed;
+        int maximized;
+    } rows[] = {
+        {{286, 1}, 20, 20, 20}, // close: 286 to 296 by 1 to 9
+        {{295, 8}, 20, 20, 20},     {{285, 8}, 2, 2, 2},
+        {{286, 0}, 12, 1, 1},       {{286, 9}, 2, 2, 2},
+        {{255, 3}, 8, 1, 8},                             // minimize: 255 to 264 by 3 to 9
+        {{263, 8}, 8, 2, 8},        {{269, 5}, 2, 2, 9}, // restore: 269 to 280 by 4 to 14
+        {{270, 13}, 9, 2, 9},                            // maximize: 270 to 282 by 2 to 14
+        {{281, 13}, 9, 2, 2},       {{270, 2}, 9, 1, 1},
+        {{220, 6}, 900, 900, 900}, // added: 220 to 228 by 6 to 13
+        {{227, 12}, 900, 900, 900}, {{228, 12}, 2, 2, 2},
+        {{4, 5}, 3, 3, 3}, // icon
+        {{19, 20}, 3, 3, 3},        {{20, 20}, 2, 2, 2},
+        {{0, 0}, 13, 1, 1},         {{3, 29}, 13, 1, 1},
+        {{299, 0}, 14, 1, 1}, // the corner is as wide as the left edge, 4, beside the right one's 6
+        {{296, 29}, 14, 1, 1},      {{295, 29}, 1, 1, 1},
+        {{294, 0}, 1, 1, 1},        {{293, 0}, 12, 1, 1},
+        {{100, 4}, 12, 1, 1}, // the top edge is as high as the bottom one, 5
+        {{100, 5}, 2, 2, 2},        {{100, 29}, 2, 2, 2},
+        {{100, 30}, 1, 1, 1},       {{0, 30}, 10, 1, 1},
+        {{3, 194}, 10, 1, 1},       {{3, 195}, 16, 1, 1},
+        {{4, 195}, 15, 1, 1},       {{293, 199}, 15, 1, 1},
+        {{294, 195}, 17, 1, 1},     {{294, 194}, 11, 1, 1},
+        {{299, 30}, 11, 1, 1},      {{150, 100}, 1, 1, 1},
+        {{-1, 300}, 1, 1, 1},
+    };
+    for (const auto& [point, inSizable, inFixed, inMaximized] : rows) {
+        EXPECT_EQ(HitTest(*theme, sizable, point), inSizable) << point.x() << ' ' << point.y();
+        EXPECT_EQ(HitTest(*theme, fixed, point), inFixed) << point.x() << ' ' << point.y();
+        EXPECT_EQ(HitTest(*theme, maximized, point), inMaximized) << point.x() << ' ' << point.y();
+    }
+    EXPECT_EQ(MinimumTrackSize(*theme), QSize(40 + 9 + 12, 50 + 20));
+}
+
+TEST(FrameTest, FrameGrowsWithTheScale) {
+    SyntheticTheme files;
+    files.AddButton(0, Picture::Close, {30, 8}, 14, 1);
+    const std::optional<Theme> theme = files.Load(2);
+    ASSERT_TRUE(theme);
+    FrameState state = SizableWindow({600, 400});
+    state.m_customButtons.push_back({999, 80, 6, 0, QImage(48, 14, QImage::Format_RGB32), {}});
+    EXPECT_EQ(HitTest(*theme, state, {572, 2}), FrameHit::Close);
+    EXPECT_EQ(HitTest(*theme, state, {591, 17}), FrameHit::Close);
+    EXPECT_EQ(HitTest(*theme, state, {592, 17}), FrameHit::TopRight);
+    EXPECT_EQ(HitTest(*theme, state, {440, 12}), FrameHit::FirstCustom);
+    EXPECT_EQ(HitTest(*theme, state, {9, 10}), FrameHit::SystemMenu);
+    EXPECT_EQ(HitTest(*theme, state, {40, 41}), FrameHit::SystemMenu);
+    EXPECT_EQ(HitTest(*theme, state, {300, 60}), FrameHit::Caption);
+    EXPECT_EQ(HitTest(*theme, state, {300, 61}), FrameHit::Client);
+    EXPECT_EQ(MinimumTrackSize(*theme), QSize(2 * 61, 140));
+}

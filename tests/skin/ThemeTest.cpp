@@ -1,0 +1,356 @@
+#include "skin/Theme.h"
+
+#include "platform/Files.h"
+#include "tests/skin/SyntheticTheme.h"
+
+#include <QtEndian>
+#include <gtest/gtest.h>
+
+#include <malloc.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <zlib.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <functional>
+#include <string>
+
+namespace {
+
+const QString kTop = QStringLiteral("top.png");
+const QString kLeft = QStringLiteral("left.bmp");
+
+using Change = std::function<void(SyntheticTheme&)>;
+
+Change Setting(const char* key, const QString& value) {
+    return [=](SyntheticTheme& files) { files.Set(key, value); };
+}
+
+Change Writing(const QString& name, const QByteArray& file) {
+    return [=](SyntheticTheme& files) { files.Write(name, file); };
+}
+
+QByteArray BigEndian(quint32 number) {
+    QByteArray bytes(4, '\0');
+    qToBigEndian(number, bytes.data());
+    return bytes;
+}
+
+QByteArray PngChunk(const QByteArray& type, const QByteArray& data) {
+    const QByteArray body = type + data;
+    const auto* bytes = reinterpret_cast<const Bytef*>(body.constData());
+    return BigEndian(static_cast<quint32>(data.size())) + body +
+           BigEndian(static_cast<quint32>(::crc32(0, bytes, static_cast<uInt>(body.size()))));
+}
+
+/// A small PNG file with so many pixels, all black; some of them, if they are too many to make.
+QByteArray EmptyPng(quint32 width, quint32 height, char bits, char colours) {
+    const qsizetype bytesPerPixel = (colours == 6 ? 4 : 1) * bits / 8;
+    const qsizetype size = (1 + width * bytesPerPixel) * height;
+    const QByteArray pixels(std::min<qsizetype>(size, 32 << 20), '\0');
+    return QByteArray("\x89PNG\r\n\x1A\n", 8) +
+           PngChunk("IHDR",
+                    BigEndian(width) + BigEndian(height) + bits + colours + QByteArray(3, '\0')) +
+           PngChunk("IDAT", qCompress(pixels).mid(4)) + PngChunk("IEND", {});
+}
+
+/// A picture with 200 texts of 7 MB each, in a file of 1.4 MB.
+QByteArray PngWithLongTexts() {
+    QByteArray file = Encode(MakePlaces(Picture::Top, {40, 61}), "png");
+    const QByteArray text =
+        PngChunk("zTXt", QByteArray("key\0\0", 5) + qCompress(QByteArray(7'000'000, 'x')).mid(4));
+    for (int i = 0; i < 200; ++i)
+        file.insert(33, text);
+    return file;
+}
+
+QByteArray BmpOf(int width, int height) {
+    QByteArray file = Encode(MakePlaces(Picture::Left, {9, 50}), "bmp");
+    qToLittleEndian(width, file.data() + 18);
+    qToLittleEndian(height, file.data() + 22);
+    return file;
+}
+
+/// The most memory that the process has had since it was last asked, in MB above what it has now.
+class MemoryWatch {
+public:
+    MemoryWatch() {
+        ::malloc_trim(0);
+        std::ofstream("/proc/self/clear_refs") << 5;
+        m_nStart = Read("VmRSS:");
+    }
+    [[nodiscard]] long PeakMegabytes() const { return (Read("VmHWM:") - m_nStart) / 1024; }
+
+private:
+    static long Read(const std::string& field) {
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.starts_with(field))
+                return std::stol(line.substr(field.size()));
+        }
+        return -1;
+    }
+
+    long m_nStart = 0;
+};
+
+/// Sanitizers keep what is freed for a while.
+#ifdef __SANITIZE_ADDRESS__
+constexpr long kMostMegabytes = 256;
+#else
+constexpr long kMostMegabytes = 64;
+#endif
+
+} // namespace
+
+TEST(ThemeTest, ReadsWhatTheFileSays) {
+    SyntheticTheme files;
+    files.Set("DialogBmp", QStringLiteral("missing.png"));
+    files.Set("Top", QStringLiteral("C:\\skins/..\\..\\top.png"));
+    files.Set("LeftTopHeight", 20);
+    files.Set("LeftBotHeight", 40);
+    files.Set("BottomBotHeight", 100);
+    files.AddButton(1, Picture::Maximize, {36, 12}, 30, 2);
+    files.AddButton({{QStringLiteral("Action"), QStringLiteral("5")},
+                     {QStringLiteral("ButtonImage"), QStringLiteral("missing.png")},
+                     {QStringLiteral("XCoord"), QStringLiteral("-1")}});
+    files.AddButton(0, Picture::Close, {31, 8}, 14, 1);
+    const std::optional<Theme> theme = files.Load();
+    ASSERT_TRUE(theme);
+    EXPECT_EQ(theme->top.bitmap.Image(), MakePlaces(Picture::Top, {40, 61}));
+    EXPECT_EQ(theme->left.bitmap.Image(), MakePlaces(Picture::Left, {9, 50}));
+    EXPECT_FALSE(theme->dialog.IsLoaded());
+    EXPECT_EQ(theme->m_nTopHeight, 30);
+    EXPECT_EQ(theme->m_nLeftWidth, 4);
+    EXPECT_EQ(theme->m_nRightWidth, 6);
+    EXPECT_EQ(theme->m_nBottomHeight, 5);
+    EXPECT_EQ(theme->top.headEnd, 7);
+    EXPECT_EQ(theme->top.tailStart, 31);
+    EXPECT_EQ(theme->left.headEnd, 20);
+    EXPECT_EQ(theme->left.tailStart, 21);
+    EXPECT_EQ(theme->bottom.headEnd, 6);
+    EXPECT_EQ(theme->bottom.tailStart, 7);
+    EXPECT_EQ(theme->maximize.PlaceIn(100), QRect(70, 2, 12, 12));
+    EXPECT_EQ(theme->close.PlaceIn(100), QRect(86, 1, 10, 8));
+    EXPECT_FALSE(theme->restore.bitmap.IsLoaded());
+    EXPECT_FALSE(theme->minimize.bitmap.IsLoaded());
+    EXPECT_EQ(theme->m_nTextShift, 25);
+    EXPECT_EQ(theme->m_nTextShiftVert, 4);
+    EXPECT_EQ(theme->m_clrInactiveText, QColor(Qt::white));
+    EXPECT_FALSE(theme->m_bUsesTran);
+}
+
+TEST(ThemeTest, RefusesWhatIsIncompleteOrHostile) {
+    const QByteArray top = Encode(MakePlaces(Picture::Top, {40, 61}), "png");
+    const QByteArray left = Encode(MakePlaces(Picture::Left, {9, 50}), "bmp");
+    const auto replace = [](const QString& name, const std::function<void(const char*)>& make) {
+        return [=](SyntheticTheme& files) {
+            const QByteArray path = files.File(name).toUtf8();
+            ::unlink(path.constData());
+            make(path.constData());
+        };
+    };
+    const auto addButtons = [](std::initializer_list<int> actions) {
+        return [actions = std::vector<int>(actions)](SyntheticTheme& files) {
+            for (const int action : actions)
+                files.AddButton(action, Picture::Close, {30, 8}, 14, 1);
+        };
+    };
+    const std::pair<const char*, Change> rows[] = {
+        {"a strip that is not named", Setting("Bottom", {})},
+        {"a strip that is missing", Setting("Right", QStringLiteral("missing.png"))},
+        {"a name outside the folder", Setting("Top", QStringLiteral("..\\..\\secret.png"))},
+        {"a name without end", Setting("Top", QStringLiteral("../"))},
+        {"the folder above", Setting("Top", QStringLiteral(".."))},
+        {"the theme itself", Setting("Top", QStringLiteral("theme.ini"))},
+        {"ButtonImgCount 0", Setting("ButtonImgCount", QStringLiteral("0"))},
+        {"ButtonImgCount -1", Setting("ButtonImgCount", QStringLiteral("-1"))},
+        {"ButtonImgCount ten", Setting("ButtonImgCount", QStringLiteral("ten"))},
+        {"ButtonCount 65", Setting("ButtonCount", QStringLiteral("65"))},
+        {"ButtonCount huge", Setting("ButtonCount", QStringLiteral("99999999999999999999"))},
+        {"ButtonCount negative", Setting("ButtonCount", QStringLiteral("-3"))},
+        {"a button without a section", Setting("ButtonCount", QStringLiteral("1"))},
+        {"a split below 0", Setting("LeftTopHeight", QStringLiteral("-1"))},
+        {"a split too large", Setting("BottomBotHeight", QStringLiteral("16385"))},
+        {"a huge split", Setting("TopBotHeight", QStringLiteral("2147483647"))},
+        {"a text place below 0", Setting("TextShiftVert", QStringLiteral("-2147483648"))},
+        {"a button place below 0",
+         [](SyntheticTheme& files) {
+             files.AddButton(0, Picture::Close, {30, 8}, -1, 1);
+         }},
+        {"two close buttons", addButtons({0, 2, 1, 1, 0})},
+        {"three maximize buttons", addButtons({1, 1, 1})},
+        {"an empty picture", Writing(kTop, {})},
+        {"no picture", Writing(kTop, "GIF89a or whatever this is, it is long enough for a header")},
+        {"a signature alone", Writing(kTop, top.first(8))},
+        {"a cut PNG", Writing(kTop, top.first(top.size() / 2))},
+        {"a cut BMP", Writing(kLeft, left.chopped(1))},
+        {"a BMP header alone", Writing(kLeft, left.first(54))},
+        {"a BMP of 30,000 x 30,000", Writing(kLeft, BmpOf(30'000, 30'000))},
+        {"a BMP of a negative width", Writing(kLeft, BmpOf(-9, 50))},
+        {"a BMP of the lowest height", Writing(kLeft, BmpOf(9, INT_MIN))},
+        {"a BMP of 0 bits a pixel", Writing(kLeft, QByteArray(left).replace(28, 1, "\0", 1))},
+        {"a PNG of 30,000 x 30,000", Writing(kTop, EmptyPng(30'000, 30'000, 8, 0))},
+        {"a PNG of the largest size", Writing(kTop, EmptyPng(INT_MAX, INT_MAX, 1, 0))},
+        {"a strip of 1,025 pixels", Writing(kTop, EmptyPng(1025, 40, 8, 0))},
+        {"a file of 2 GB", replace(kTop,
+                                   [](const char* path) {
+                                       std::ofstream(path) << "\x89PNG\r\n\x1A\n";
+                                       ASSERT_EQ(::truncate(path, off_t{2} << 30), 0);
+                                   })},
+        {"a folder", replace(kTop, [](const char* path) { ::mkdir(path, 0700); })},
+        {"a pipe", replace(kTop, [](const char* path) { ::mkfifo(path, 0600); })},
+        {"a device",
+         replace(kTop, [](const char* path) { ASSERT_EQ(::symlink("/dev/zero", path), 0); })},
+        {"a link to a picture",
+         replace(kTop, [](const char* path) { ASSERT_EQ(::symlink("left.bmp", path), 0); })},
+    };
+    for (const auto& [what, change] : rows) {
+        SyntheticTheme files;
+        ASSERT_TRUE(files.Load());
+        change(files);
+        const MemoryWatch memory;
+        EXPECT_FALSE(files.Load()) << what;
+        EXPECT_LT(memory.PeakMegabytes(), kMostMegabytes) << what;
+    }
+
+    const SyntheticTheme files;
+    ASSERT_TRUE(files.Load());
+    for (const char* name : {"none.ini", ".", "top.png"})
+        EXPECT_FALSE(Theme::Load(files.File(QString::fromLatin1(name)), 1)) << name;
+    for (const qreal scale : {0.0, -1.0, 1e9, HUGE_VAL, std::nan("")})
+        EXPECT_FALSE(files.Load(scale)) << scale;
+    const QByteArray text = files.File(QStringLiteral("theme.ini")).toUtf8();
+    ASSERT_EQ(::truncate(text.constData(), off_t{2} << 30), 0);
+    EXPECT_FALSE(Theme::Load(QString::fromUtf8(text), 1));
+}
+
+TEST(ThemeTest, HoldsNoMoreThanItMay) {
+    const QByteArray million = EmptyPng(1000, 1000, 8, 6);
+    const QByteArray rendering = EmptyPng(2000, 2000, 8, 6);
+    const std::pair<const char*, Change> rows[] = {
+        {"pictures of 4,000,000 pixels, as far as they may",
+         [&](SyntheticTheme& files) {
+             for (const char* name : {"top", "left", "right", "bottom"}) {
+                 files.Write(QStringLiteral("%1.png").arg(QLatin1String(name)), million);
+                 files.Write(QStringLiteral("%1@2x.png").arg(QLatin1String(name)), rendering);
+             }
+             files.Set("Left", QStringLiteral("left.png"));
+         }},
+        {"colours of 16 bits", Writing(QStringLiteral("top@2x.png"), EmptyPng(2000, 2000, 16, 6))},
+        {"one pixel row more than a rendering may have",
+         Writing(QStringLiteral("top@2x.png"), EmptyPng(2000, 2001, 8, 0))},
+    };
+    for (const auto& [what, change] : rows) {
+        SyntheticTheme files;
+        change(files);
+        const MemoryWatch memory;
+        EXPECT_FALSE(files.Load(2)) << what;
+        EXPECT_LT(memory.PeakMegabytes(), kMostMegabytes) << what;
+    }
+
+    // What no pixel needs is not even unpacked.
+    SyntheticTheme files;
+    files.Write(kTop, PngWithLongTexts());
+    files.Set("DialogBmp", QStringLiteral("dialog.png"));
+    files.Write(QStringLiteral("dialog.png"), million);
+    files.Write(QStringLiteral("dialog@1.5x.png"), rendering);
+    const MemoryWatch memory;
+    const std::optional<Theme> theme = files.Load(1.5);
+    EXPECT_LT(memory.PeakMegabytes(), kMostMegabytes);
+    ASSERT_TRUE(theme);
+    EXPECT_EQ(theme->dialog.Width(), 1500);
+}
+
+TEST(ThemeTest, ReadsAnyKindOfPngAndBmpOverBlack) {
+    QImage places = MakePlaces(Picture::Top, {40, 61});
+    places.setPixel(3, 4, kKeyColour);
+    QImage clear = places.convertToFormat(QImage::Format_ARGB32);
+    clear.setPixel(5, 6, qRgba(200, 100, 50, 128));
+    clear.setPixel(6, 6, qRgba(255, 0, 255, 0));
+    const QImage indexed = places.convertToFormat(QImage::Format_Indexed8);
+    QImage overBlack = places;
+    overBlack.setPixel(5, 6, qRgb(100, 50, 25));
+    overBlack.setPixel(6, 6, qRgb(0, 0, 0));
+    const std::pair<QByteArray, QImage> rows[] = {
+        {Encode(places, "png"), places},
+        {Encode(places, "bmp"), places}, // the name is that of a PNG: the content counts
+        {Encode(indexed, "bmp"), indexed},
+        {Encode(indexed, "png"), indexed},
+        {Encode(places.convertToFormat(QImage::Format_RGBA64), "png"), places},
+        {Encode(clear, "png"), overBlack},
+    };
+    for (const auto& [file, expected] : rows) {
+        SyntheticTheme files;
+        files.Write(kTop, file);
+        CSkinBitmap bitmap;
+        ASSERT_TRUE(bitmap.LoadFromFile(files.File(kTop), 1));
+        EXPECT_EQ(bitmap.Image().format(), QImage::Format_RGB32);
+        EXPECT_EQ(bitmap.Image(), expected.convertToFormat(QImage::Format_RGB32));
+        EXPECT_FALSE(bitmap.LoadFromFile(files.File(kTop), 1)); // it holds one already
+    }
+}
+
+TEST(ThemeTest, TakesTheRenderingForTheScale) {
+    SyntheticTheme files;
+    const QImage larger = MakePlaces(Picture::Right, {60, 92}); // 61 rows times 1.5, rounded
+    const QImage largest = MakePlaces(Picture::Bottom, {80, 122});
+    const auto pictureAt = [&](qreal scale) {
+        CSkinBitmap bitmap;
+        EXPECT_TRUE(bitmap.LoadFromFile(files.File(kTop), scale));
+        EXPECT_EQ(bitmap.Image().size(), QSize(qRound(40 * scale), qRound(61 * scale)));
+        return static_cast<Picture>(qBlue(bitmap.Image().pixel(5, 5)));
+    };
+    EXPECT_EQ(pictureAt(1.5), Picture::Top);
+    EXPECT_EQ(pictureAt(3), Picture::Top);
+    files.Write(QStringLiteral("top@2x.png"), largest);
+    EXPECT_EQ(pictureAt(1), Picture::Top);
+    EXPECT_EQ(pictureAt(1.25), Picture::Bottom);
+    EXPECT_EQ(pictureAt(1.5), Picture::Bottom);
+    files.Write(QStringLiteral("top@1.5x.png"), larger);
+    EXPECT_EQ(pictureAt(1.25), Picture::Right);
+    EXPECT_EQ(pictureAt(1.75), Picture::Bottom);
+    EXPECT_EQ(pictureAt(3), Picture::Bottom);
+
+    const std::optional<Theme> middle = files.Load(1.5);
+    const std::optional<Theme> large = files.Load(2);
+    ASSERT_TRUE(middle && large);
+    EXPECT_EQ(middle->top.bitmap.Image(), larger);
+    EXPECT_EQ(large->top.bitmap.Image(), largest);
+    EXPECT_EQ(middle->top.headEnd, 11); // 7 times 1.5, rounded
+    EXPECT_EQ(middle->top.tailStart, 60 - 14);
+    EXPECT_EQ(middle->m_nTopHeight, 46);
+    EXPECT_EQ(large->top.headEnd, 14);
+    EXPECT_EQ(large->m_nTextShift, 50);
+
+    files.Write(QStringLiteral("top@2x.png"), QByteArray("damaged"));
+    EXPECT_FALSE(files.Load(2));
+    EXPECT_TRUE(files.Load(1.5));
+}
+
+TEST(ThemeTest, HolesKeepHardEdgesAtAnyScale) {
+    // White on the left, a hole on the right.
+    QImage image(16, 8, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    for (int y = 0; y < 8; ++y)
+        std::fill_n(reinterpret_cast<QRgb*>(image.scanLine(y)) + 6, 10, kKeyColour);
+    SyntheticTheme files;
+    files.Write(QStringLiteral("hole.png"), image);
+    for (const qreal scale : {0.75, 1.0, 1.25, 1.5, 1.75, 2.0, 3.0}) {
+        CSkinBitmap bitmap;
+        ASSERT_TRUE(bitmap.LoadFromFile(files.File(QStringLiteral("hole.png")), scale));
+        for (int y = 0; y < bitmap.Height(); ++y) {
+            int white = 0;
+            for (int x = 0; x < bitmap.Width(); ++x) {
+                const QRgb pixel = bitmap.Image().pixel(x, y);
+                const int distance = 255 - std::min({qRed(pixel), qGreen(pixel), qBlue(pixel)});
+                ASSERT_TRUE(pixel == kKeyColour || distance <= 2)
+                    << scale << ": " << std::hex << pixel;
+                white += pixel != kKeyColour;
+            }
+            EXPECT_NEAR(white, 6 * scale, 1) << scale;
+        }
+    }
+}

@@ -37,6 +37,17 @@ qreal PictureButton::HoverStrength() const {
     return m_bMouseOver ? 1 : 0;
 }
 
+void PictureButton::DrawFaded(QPainter& painter, const QPixmap& under, const QPixmap& over,
+                              qreal strength) {
+    if (strength < 1)
+        DrawPicture(painter, {}, under);
+    if (strength > 0) {
+        painter.setOpacity(strength);
+        DrawPicture(painter, {}, over);
+    }
+    painter.setOpacity(1);
+}
+
 bool PictureButton::event(QEvent* event) {
     switch (event->type()) {
     case QEvent::Enter:
@@ -76,8 +87,7 @@ void PictureButton::SetMouseOver(bool over) {
 void PictureButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     DrawButton(painter);
-    if (ShowsFocus(*this)) {
-        painter.setOpacity(1);
+    painter.setOpacity(1);
+    if (ShowsFocus(*this))
         DrawPicture(painter, {}, Picture(PictureId::FocusRing));
-    }
 }

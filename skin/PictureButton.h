@@ -26,11 +26,16 @@ public:
 protected:
     PictureButton(const QString& tooltip, QWidget* parent);
 
-    /// Draws the button but for its focus ring. It is held down while isDown().
+    /// Draws the button but for its focus ring.
     virtual void DrawButton(QPainter& painter) const = 0;
 
     /// How much of the hover look is to be seen, from 0 to 1. It fades in and out.
     [[nodiscard]] qreal HoverStrength() const;
+
+    /// Draws `over` on `under` with an opacity of `strength`; where that is 1, `over` alone, so
+    /// that soft edges stay as they are.
+    static void DrawFaded(QPainter& painter, const QPixmap& under, const QPixmap& over,
+                          qreal strength);
 
     [[nodiscard]] QPixmap Picture(PictureId id) const {
         return LoadPicture(id, devicePixelRatioF());

@@ -53,7 +53,9 @@ bool PictureButton::event(QEvent* event) {
     case QEvent::Enter:
     case QEvent::MouseMove:
     case QEvent::MouseButtonRelease:
-        FollowMouse(static_cast<const QSinglePointEvent&>(*event));
+        // One that is held takes the mouse with it, out of its rectangle, too.
+        SetMouseOver(isEnabled() &&
+                     hitButton(static_cast<QSinglePointEvent*>(event)->position().toPoint()));
         break;
     case QEvent::Leave:
     case QEvent::FocusOut:
@@ -66,12 +68,6 @@ bool PictureButton::event(QEvent* event) {
         break;
     }
     return QPushButton::event(event); // a click may delete this
-}
-
-/// While a button of the mouse is held, hover ends but does not begin.
-void PictureButton::FollowMouse(const QSinglePointEvent& event) {
-    const bool held = event.buttons().testFlag(Qt::LeftButton);
-    SetMouseOver(isEnabled() && hitButton(event.position().toPoint()) && (m_bMouseOver || !held));
 }
 
 void PictureButton::SetMouseOver(bool over) {

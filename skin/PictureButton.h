@@ -5,8 +5,6 @@
 #include <QPushButton>
 #include <QVariantAnimation>
 
-class QSinglePointEvent;
-
 /// The common part of buttons that are drawn from pictures: label, size, hover and focus ring.
 /// Clicks, keyboard, default button and menu are those of any push button; text and icon are not
 /// drawn.
@@ -48,7 +46,6 @@ protected:
     }
 
 private:
-    void FollowMouse(const QSinglePointEvent& event);
     void SetMouseOver(bool over);
 
     bool m_bMouseOver = false;

@@ -239,6 +239,7 @@ TEST_F(ControlsTest, AButtonStaysPressedWhileItsMenuIsOpen) {
         menu.close();
     });
     Press(button, {20, 20});
+    Release(button, {20, 20});
     EXPECT_TRUE(opened);
     EXPECT_FALSE(button.isDown());
 }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 
 namespace {
@@ -104,7 +105,7 @@ void CBitmapSlider::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     DrawSlider(painter);
     if (ShowsFocus(*this))
-        DrawEdge(painter, *this, Colours::kAccent);
+        DrawEdge(painter, *this, QColor(Colours::kAccent));
 }
 
 void CBitmapSlider::DrawSlider(QPainter& painter) const {

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <QColor>
-#include <QPainter>
+#include "grid/DevicePixels.h"
+
+#include <QRegion>
 #include <QStyle>
 #include <QStyleOption>
 #include <QWidget>
-
-#include <algorithm>
-#include <cmath>
 
 // What controls that draw themselves share.
 
@@ -25,15 +23,12 @@
            option.state.testFlag(QStyle::State_KeyboardFocusChange);
 }
 
-/// Draws a line along the edges of a control. Its width, 1 at 100 %, is a whole number of the
-/// screen's pixels, so that all four sides are alike.
-inline void DrawEdge(QPainter& painter, const QWidget& control, QRgb colour) {
-    const qreal ratio = control.devicePixelRatioF();
-    const qreal line = std::max(1.0, std::floor(ratio)) / ratio;
-    const QRectF area = control.rect();
-    const QColor fill(colour);
-    painter.fillRect(QRectF(0, 0, area.width(), line), fill);
-    painter.fillRect(QRectF(0, area.height() - line, area.width(), line), fill);
-    painter.fillRect(QRectF(0, 0, line, area.height()), fill);
-    painter.fillRect(QRectF(area.width() - line, 0, line, area.height()), fill);
+/// Draws a line along the inner edges of a control: 1 pixel at 100 %, alike on all sides.
+inline void DrawEdge(QPainter& painter, const QWidget& control, const QColor& colour) {
+    const DevicePixels pixels(painter);
+    const QRect edge = pixels.Of(control.rect());
+    const int line = pixels.Length(1);
+    const QRect inner = edge.adjusted(line, line, -line, -line);
+    for (const QRect& side : QRegion(edge) - inner)
+        pixels.Fill(side, colour);
 }

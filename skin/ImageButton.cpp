@@ -27,16 +27,9 @@ void CImageButton::DrawButton(QPainter& painter) const {
         DrawPicture(painter, kPressedShift, Picture(m_glyph));
         return;
     }
-    DrawPicture(painter, {}, Picture(PictureId::RaisedDisc));
-    if (!isEnabled()) {
-        painter.setOpacity(kDisabledGlyph);
-        DrawPicture(painter, {}, Picture(m_glyph));
-        return;
-    }
+    const qreal ring = isEnabled() && isDefault() ? kDefaultRing : 0;
+    DrawFaded(painter, Picture(PictureId::RaisedDisc), Picture(PictureId::HoverFrame),
+              std::max(HoverStrength(), ring));
+    painter.setOpacity(isEnabled() ? 1 : kDisabledGlyph);
     DrawPicture(painter, {}, Picture(m_glyph));
-    const qreal ring = std::max(HoverStrength(), isDefault() ? kDefaultRing : 0);
-    if (ring > 0) {
-        painter.setOpacity(ring);
-        DrawPicture(painter, {}, Picture(PictureId::HoverFrame));
-    }
 }

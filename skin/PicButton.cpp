@@ -1,7 +1,5 @@
 #include "skin/PicButton.h"
 
-#include <QPainter>
-
 namespace {
 
 constexpr int kStates = 4;
@@ -19,21 +17,15 @@ QSize CPicButton::sizeHint() const {
 
 void CPicButton::DrawButton(QPainter& painter) const {
     if (!isEnabled())
-        return DrawState(painter, State::Disabled);
-    if (isDown())
-        return DrawState(painter, State::Pressed);
-    const qreal hover = HoverStrength();
-    if (hover < 1)
-        DrawState(painter, State::Normal);
-    if (hover > 0) {
-        painter.setOpacity(hover);
-        DrawState(painter, State::Hot);
-    }
+        DrawPicture(painter, {}, StatePicture(State::Disabled));
+    else if (isDown())
+        DrawPicture(painter, {}, StatePicture(State::Pressed));
+    else
+        DrawFaded(painter, StatePicture(State::Normal), StatePicture(State::Hot), HoverStrength());
 }
 
-void CPicButton::DrawState(QPainter& painter, State state) const {
+QPixmap CPicButton::StatePicture(State state) const {
     const QPixmap strip = Picture(m_strip);
     const int width = strip.width() / kStates; // in pixels of the screen
-    const int left = strip.width() * static_cast<int>(state) / kStates;
-    DrawPicture(painter, {}, strip.copy(left, 0, width, strip.height()));
+    return strip.copy(static_cast<int>(state) * width, 0, width, strip.height());
 }

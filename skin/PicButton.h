@@ -18,7 +18,7 @@ protected:
 private:
     enum class State : int { Normal = 0, Hot = 1, Pressed = 2, Disabled = 3 };
 
-    void DrawState(QPainter& painter, State state) const;
+    [[nodiscard]] QPixmap StatePicture(State state) const;
 
     PictureId m_strip;
 };

@@ -37,12 +37,25 @@ qreal PictureButton::HoverStrength() const {
     return m_bMouseOver ? 1 : 0;
 }
 
+void PictureButton::DrawFaded(QPainter& painter, const QPixmap& under, const QPixmap& over,
+                              qreal strength) {
+    if (strength < 1)
+        DrawPicture(painter, {}, under);
+    if (strength > 0) {
+        painter.setOpacity(strength);
+        DrawPicture(painter, {}, over);
+    }
+    painter.setOpacity(1);
+}
+
 bool PictureButton::event(QEvent* event) {
     switch (event->type()) {
     case QEvent::Enter:
     case QEvent::MouseMove:
     case QEvent::MouseButtonRelease:
-        FollowMouse(static_cast<const QSinglePointEvent&>(*event));
+        // One that is held takes the mouse with it, out of its rectangle, too.
+        SetMouseOver(isEnabled() &&
+                     hitButton(static_cast<QSinglePointEvent*>(event)->position().toPoint()));
         break;
     case QEvent::Leave:
     case QEvent::FocusOut:
@@ -55,12 +68,6 @@ bool PictureButton::event(QEvent* event) {
         break;
     }
     return QPushButton::event(event); // a click may delete this
-}
-
-/// While a button of the mouse is held, hover ends but does not begin.
-void PictureButton::FollowMouse(const QSinglePointEvent& event) {
-    const bool held = event.buttons().testFlag(Qt::LeftButton);
-    SetMouseOver(isEnabled() && hitButton(event.position().toPoint()) && (m_bMouseOver || !held));
 }
 
 void PictureButton::SetMouseOver(bool over) {
@@ -76,8 +83,7 @@ void PictureButton::SetMouseOver(bool over) {
 void PictureButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     DrawButton(painter);
-    if (ShowsFocus(*this)) {
-        painter.setOpacity(1);
+    painter.setOpacity(1);
+    if (ShowsFocus(*this))
         DrawPicture(painter, {}, Picture(PictureId::FocusRing));
-    }
 }

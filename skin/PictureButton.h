@@ -5,8 +5,6 @@
 #include <QPushButton>
 #include <QVariantAnimation>
 
-class QSinglePointEvent;
-
 /// The common part of buttons that are drawn from pictures: label, size, hover and focus ring.
 /// Clicks, keyboard, default button and menu are those of any push button; text and icon are not
 /// drawn.
@@ -26,11 +24,16 @@ public:
 protected:
     PictureButton(const QString& tooltip, QWidget* parent);
 
-    /// Draws the button but for its focus ring. It is held down while isDown().
+    /// Draws the button but for its focus ring.
     virtual void DrawButton(QPainter& painter) const = 0;
 
     /// How much of the hover look is to be seen, from 0 to 1. It fades in and out.
     [[nodiscard]] qreal HoverStrength() const;
+
+    /// Draws `over` on `under` with an opacity of `strength`; where that is 1, `over` alone, so
+    /// that soft edges stay as they are.
+    static void DrawFaded(QPainter& painter, const QPixmap& under, const QPixmap& over,
+                          qreal strength);
 
     [[nodiscard]] QPixmap Picture(PictureId id) const {
         return LoadPicture(id, devicePixelRatioF());
@@ -43,7 +46,6 @@ protected:
     }
 
 private:
-    void FollowMouse(const QSinglePointEvent& event);
     void SetMouseOver(bool over);
 
     bool m_bMouseOver = false;

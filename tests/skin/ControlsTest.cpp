@@ -41,6 +41,7 @@ protected:
         m_window.show();
         m_window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&m_window));
+        Move(m_window, {280, 180}); // a mouse that is told where it was has not moved
         Leave();
     }
 
@@ -158,6 +159,7 @@ TEST_F(ControlsTest, HoverEnds) {
                    normal},
         };
         for (const Ending& ending : endings) {
+            button->clearFocus(); // which would end it, too
             MoveOnto(*button);
             EXPECT_NE(Look(*button), normal) << ending.name;
             ending.end();
@@ -237,6 +239,7 @@ TEST_F(ControlsTest, AButtonStaysPressedWhileItsMenuIsOpen) {
         menu.close();
     });
     Press(button, {20, 20});
+    Release(button, {20, 20});
     EXPECT_TRUE(opened);
     EXPECT_FALSE(button.isDown());
 }

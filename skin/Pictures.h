@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QPixmap>
 #include <QPointF>
 
@@ -8,15 +9,15 @@ class QPainter;
 /// The program's pictures. Each one is a file of resources/ by its number, in renderings for 100,
 /// 150 and 200 % (tools/make-theme draws them).
 enum class PictureId : int {
-    ProgramIcon = 128, ///< 16, 32, 48 and more: see MakeProgramIcon()
+    ProgramIcon = 128, ///< in sizes of its own: MakeProgramIcon() alone loads it
 
     // Round buttons: a disc under a glyph, both 45 by 44.
     RaisedDisc = 161,
-    PressedFrame = 162,
-    HoverFrame = 163,
-    FocusRing = 164,
+    PressedFrame = 162, ///< a sunken disc; the glyph on it is drawn one pixel lower
+    HoverFrame = 163,   ///< a disc with a ring
+    FocusRing = 164,    ///< around a disc of any kind, and seen through
 
-    Band = 168, ///< the ground of the bottom band, to be stretched
+    Band = 168, ///< the ground of the bottom band, 16 by 103, to be stretched in width
 
     // Strips of four states (normal, hot, pressed, disabled), each 45 by 44.
     NewPlaylist = 171,
@@ -40,7 +41,7 @@ enum class PictureId : int {
     Close = 201,
     Help = 202,
     Browse = 203,
-    About = 204, ///< the ground of the about dialog, 400 by 240
+    About = 204, ///< the ground of the about dialog, 400 by 240; text goes into the left 240
     StartScan = 205,
     NewFolder = 206,
 
@@ -58,8 +59,9 @@ enum class PictureId : int {
 };
 
 /// The picture for a scale (1.5 for 150 %): drawn at this scale it shows pixel by pixel, and its
-/// device-independent size is that of 100 %. Scales without a rendering of their own get the next
-/// larger one, made smaller. Kept once loaded.
+/// device-independent size is that of 100 %, but for what rounding to pixels adds. The states of a
+/// strip are equally wide. Scales without a rendering of their own get the next larger one, made
+/// smaller, or the largest, made larger. Cached.
 ///
 /// Null only for a build without the picture. Thread: interface thread.
 [[nodiscard]] QPixmap LoadPicture(PictureId id, qreal scale);
@@ -67,3 +69,9 @@ enum class PictureId : int {
 /// Draws a picture with its top left corner at the device pixel next to `place`, so that nothing is
 /// blurred.
 void DrawPicture(QPainter& painter, QPointF place, const QPixmap& picture);
+
+/// The sides of the program icon's renderings, in pixels.
+inline constexpr int kProgramIconSides[] = {16, 24, 32, 48, 64, 128, 256};
+
+/// The icon of the program's windows.
+[[nodiscard]] QIcon MakeProgramIcon();

@@ -1,0 +1,93 @@
+#include "skin/PictureButton.h"
+
+#include "skin/ControlDrawing.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace {
+
+constexpr int kFadeMilliseconds = 120;
+
+} // namespace
+
+PictureButton::PictureButton(const QString& tooltip, QWidget* parent)
+    : QPushButton(parent) {
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    SetTooltipText(tooltip);
+    m_fade.setStartValue(0.0);
+    m_fade.setEndValue(1.0);
+    m_fade.setDuration(kFadeMilliseconds);
+    connect(&m_fade, &QVariantAnimation::valueChanged, this, [this] { update(); });
+}
+
+void PictureButton::SetTooltipText(const QString& text) {
+    const QString label = QString(text).remove(u'&').remove(QStringLiteral("..."));
+    setToolTip(label);
+    setAccessibleName(label);
+}
+
+qreal PictureButton::HoverStrength() const {
+    if (!isEnabled())
+        return 0;
+    if (m_fade.state() == QAbstractAnimation::Running)
+        return m_fade.currentValue().toReal();
+    return m_bMouseOver ? 1 : 0;
+}
+
+void PictureButton::DrawFaded(QPainter& painter, const QPixmap& under, const QPixmap& over,
+                              qreal strength) {
+    if (strength < 1)
+        DrawPicture(painter, {}, under);
+    if (strength > 0) {
+        painter.setOpacity(strength);
+        DrawPicture(painter, {}, over);
+    }
+    painter.setOpacity(1);
+}
+
+bool PictureButton::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Enter:
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonRelease:
+        FollowMouse(static_cast<const QSinglePointEvent&>(*event));
+        break;
+    case QEvent::Leave:
+    case QEvent::FocusOut:
+    case QEvent::WindowDeactivate:
+    case QEvent::EnabledChange:
+    case QEvent::Hide:
+        SetMouseOver(false);
+        break;
+    default:
+        break;
+    }
+    return QPushButton::event(event); // a click may delete this
+}
+
+/// While a button of the mouse is held, hover ends but does not begin.
+void PictureButton::FollowMouse(const QSinglePointEvent& event) {
+    const bool held = event.buttons().testFlag(Qt::LeftButton);
+    SetMouseOver(isEnabled() && hitButton(event.position().toPoint()) && (m_bMouseOver || !held));
+}
+
+void PictureButton::SetMouseOver(bool over) {
+    if (m_bMouseOver == over)
+        return;
+    m_bMouseOver = over;
+    m_fade.setDirection(over ? QAbstractAnimation::Forward : QAbstractAnimation::Backward);
+    if (IsAnimated(*this))
+        m_fade.start();
+    update();
+}
+
+void PictureButton::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    DrawButton(painter);
+    painter.setOpacity(1);
+    if (ShowsFocus(*this))
+        DrawPicture(painter, {}, Picture(PictureId::FocusRing));
+}

@@ -1,0 +1,167 @@
+#include "skin/Pictures.h"
+
+#include "skin/Colours.h"
+
+#include <QImage>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+
+namespace {
+
+constexpr qreal kScales[] = {1, 1.25, 1.5, 2, 3};
+
+struct Expected {
+    PictureId id;
+    int width;
+    int height;
+    int states;
+};
+
+constexpr Expected kPictures[] = {
+    {PictureId::RaisedDisc, 45, 44, 1},
+    {PictureId::PressedFrame, 45, 44, 1},
+    {PictureId::HoverFrame, 45, 44, 1},
+    {PictureId::FocusRing, 45, 44, 1},
+    {PictureId::Band, 16, 103, 1},
+    {PictureId::NewPlaylist, 180, 44, 4},
+    {PictureId::ScanPC, 180, 44, 4},
+    {PictureId::CancelAll, 180, 44, 4},
+    {PictureId::CopyToPhone, 45, 44, 1},
+    {PictureId::CopyToCollection, 45, 44, 1},
+    {PictureId::Previous, 45, 44, 1},
+    {PictureId::Play, 45, 44, 1},
+    {PictureId::Next, 45, 44, 1},
+    {PictureId::Pause, 45, 44, 1},
+    {PictureId::Volume, 20, 20, 1},
+    {PictureId::WarningSign, 40, 40, 1},
+    {PictureId::QuestionSign, 40, 40, 1},
+    {PictureId::Splash, 400, 240, 1},
+    {PictureId::Ok, 45, 44, 1},
+    {PictureId::No, 45, 44, 1},
+    {PictureId::Close, 45, 44, 1},
+    {PictureId::Help, 45, 44, 1},
+    {PictureId::Browse, 45, 44, 1},
+    {PictureId::About, 400, 240, 1},
+    {PictureId::StartScan, 45, 44, 1},
+    {PictureId::NewFolder, 45, 44, 1},
+    {PictureId::MoveDown, 45, 44, 1},
+    {PictureId::MoveUp, 45, 44, 1},
+    {PictureId::SavePlaylist, 45, 44, 1},
+    {PictureId::ClosePlaylist, 45, 44, 1},
+    {PictureId::VolumeChannel, 100, 8, 1},
+    {PictureId::VolumeThumb, 12, 20, 1},
+    {PictureId::MiniPlayer, 126, 28, 3},
+    {PictureId::NormalWindow, 126, 28, 3},
+};
+
+QImage Load(PictureId id, qreal scale) {
+    QImage image = LoadPicture(id, scale).toImage().convertToFormat(QImage::Format_ARGB32);
+    image.setDevicePixelRatio(1);
+    return image;
+}
+
+double Luminance(QRgb colour) {
+    const auto linear = [](int channel) {
+        const double value = channel / 255.0;
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) +
+           0.0722 * linear(qBlue(colour));
+}
+
+double Contrast(QRgb a, QRgb b) {
+    const double light = std::max(Luminance(a), Luminance(b));
+    const double dark = std::min(Luminance(a), Luminance(b));
+    return (light + 0.05) / (dark + 0.05);
+}
+
+} // namespace
+
+TEST(PicturesTest, EachHasItsSizeAtEveryScale) {
+    for (const Expected& expected : kPictures) {
+        for (const qreal scale : kScales) {
+            SCOPED_TRACE(testing::Message() << static_cast<int>(expected.id) << " at " << scale);
+            const QPixmap picture = LoadPicture(expected.id, scale);
+            ASSERT_FALSE(picture.isNull());
+            EXPECT_EQ(picture.devicePixelRatio(), scale);
+            EXPECT_EQ(picture.width() % expected.states, 0);
+            EXPECT_EQ(picture.width(),
+                      expected.states * qRound(expected.width / expected.states * scale));
+            EXPECT_EQ(picture.height(), qRound(expected.height * scale));
+        }
+    }
+    const QIcon icon = MakeProgramIcon();
+    for (const int side : kProgramIconSides)
+        EXPECT_TRUE(icon.availableSizes().contains(QSize(side, side))) << side;
+}
+
+TEST(PicturesTest, NoTwoButtonsShowTheSameGlyph) {
+    std::map<std::vector<QRgb>, PictureId> seen;
+    for (const Expected& expected : kPictures) {
+        if (expected.height != 44)
+            continue;
+        const QImage image = Load(expected.id, 1).copy(0, 0, 45, 44);
+        const auto* pixels = reinterpret_cast<const QRgb*>(image.constBits());
+        const auto [other, isNew] =
+            seen.try_emplace({pixels, pixels + image.width() * image.height()}, expected.id);
+        EXPECT_TRUE(isNew) << static_cast<int>(expected.id) << " and "
+                           << static_cast<int>(other->second);
+    }
+}
+
+TEST(PicturesTest, GlyphsStandOutFromTheirDiscs) {
+    for (const PictureId disc :
+         {PictureId::RaisedDisc, PictureId::HoverFrame, PictureId::PressedFrame}) {
+        const QImage image = Load(disc, 1);
+        for (int y = 12; y < 32; ++y)
+            EXPECT_GE(Contrast(image.pixel(22, y), Colours::kQuietText), 4.5) << y;
+    }
+}
+
+// A button of a strip and one that is composed of disc and glyph stand side by side.
+TEST(PicturesTest, StripsAreMadeOfTheSharedDiscs) {
+    for (const qreal scale : {1.0, 1.5, 2.0}) {
+        const PictureId discs[] = {PictureId::RaisedDisc, PictureId::HoverFrame,
+                                   PictureId::PressedFrame, PictureId::RaisedDisc};
+        const QImage strip = Load(PictureId::NewPlaylist, scale);
+        const int width = strip.width() / 4;
+        for (int state = 0; state < 4; ++state) {
+            const QImage disc = Load(discs[state], scale);
+            ASSERT_EQ(disc.width(), width);
+            const int rows = qRound(10 * scale); // above the glyph
+            EXPECT_EQ(strip.copy(state * width, 0, width, rows), disc.copy(0, 0, width, rows))
+                << state << " at " << scale;
+        }
+    }
+}
+
+TEST(PicturesTest, TheSplashHasNoColourBetweenItselfAndTheKey) {
+    for (const qreal scale : kScales) {
+        const QImage image = Load(PictureId::Splash, scale);
+        EXPECT_EQ(image.pixel(0, 0), qRgb(255, 0, 255));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb pixel = image.pixel(x, 1);
+            EXPECT_TRUE(pixel == qRgb(255, 0, 255) || qRed(pixel) < 96) << x << " at " << scale;
+        }
+    }
+}
+
+TEST(PicturesTest, DrawingBeginsWithADevicePixel) {
+    for (const qreal scale : {1.0, 1.5, 2.0}) {
+        const QPixmap picture = LoadPicture(PictureId::Ok, scale);
+        QImage page(120, 120, QImage::Format_ARGB32_Premultiplied);
+        page.fill(Qt::transparent);
+        page.setDevicePixelRatio(scale);
+        QPainter painter(&page);
+        DrawPicture(painter, {3.3, 5}, picture);
+        painter.end();
+        page.setDevicePixelRatio(1);
+        const QPoint corner(qRound(3.3 * scale), qRound(5 * scale));
+        EXPECT_EQ(page.copy(QRect(corner, picture.size())).convertToFormat(QImage::Format_ARGB32),
+                  Load(PictureId::Ok, scale))
+            << scale;
+    }
+}

@@ -62,9 +62,10 @@ std::optional<FileStatus> GetFileStatus(const QString& path) {
                       {status.st_dev, status.st_ino}};
 }
 
-FileDescriptor OpenForReading(const QString& path) {
-    FileDescriptor file(
-        ::open(Path::ToBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+FileDescriptor OpenForReading(const QString& path, Links links) {
+    const int noLink = links == Links::Refuse ? O_NOFOLLOW : 0;
+    FileDescriptor file(::open(Path::ToBytes(path).constData(),
+                               O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | noLink));
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
         return FileDescriptor();
@@ -100,8 +101,8 @@ bool WriteAll(int file, QByteArrayView bytes) {
     return true;
 }
 
-std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize) {
-    const FileDescriptor file = OpenForReading(path);
+std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize, Links links) {
+    const FileDescriptor file = OpenForReading(path, links);
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || status.st_size > maxSize)
         return std::nullopt;

@@ -53,12 +53,16 @@ struct FileStatus {
 /// Status of what the path leads to, links followed.
 [[nodiscard]] std::optional<FileStatus> GetFileStatus(const QString& path);
 
+/// Whether a path whose last name is a symbolic link leads where the link points, or nowhere.
+enum class Links { Follow, Refuse };
+
 /// Opens a regular file for reading. Anything else (a pipe, a device, a folder) stays closed, and
 /// the call never waits for a writer at the other end of a pipe.
-[[nodiscard]] FileDescriptor OpenForReading(const QString& path);
+[[nodiscard]] FileDescriptor OpenForReading(const QString& path, Links links = Links::Follow);
 
 /// The content of a regular file. Nothing if it can't be read or is larger than `maxSize` bytes.
-[[nodiscard]] std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize);
+[[nodiscard]] std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize,
+                                                      Links links = Links::Follow);
 
 /// Up to `size` bytes of an open file from `position` on, fewer at its end or after an error.
 [[nodiscard]] QByteArray ReadAt(int file, std::uint64_t position, std::uint64_t size);

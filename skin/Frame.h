@@ -68,7 +68,7 @@ struct FrameState {
 [[nodiscard]] int IconSide(const Theme& theme);
 
 /// The band along the top with buttons, icon and title, of the window's width and the top strip's
-/// height. Pixels of the key colour are where the window is not.
+/// height (the window's, if that is less). Pixels of the key colour are where the window is not.
 [[nodiscard]] QImage ComposeTopBand(const Theme& theme, const FrameState& state);
 
 /// The left, right and bottom strips, and with `withTop` the top strip before them.

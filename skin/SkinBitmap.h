@@ -1,7 +1,11 @@
 #pragma once
 
+#include <QColor>
 #include <QImage>
 #include <QString>
+
+/// The colour of a theme's picture where the window, or what lies below a button, shows.
+inline constexpr QRgb kKeyColour = 0xFFFF00FF;
 
 /// A picture of a theme, which may come from strangers.
 ///
@@ -16,8 +20,9 @@ public:
     /// the largest one larger; pixels of the key colour RGB(255,0,255) are never mixed with others.
     /// The size in pixels is that of the picture at 100 % times the scale, rounded.
     ///
-    /// False for what is no such picture, is damaged, or has more than 1,000,000 pixels at 100 %;
-    /// at most 64 MB are ever held.
+    /// False for what is no such picture, is damaged, is a link, is a file of more than 8 MB, or
+    /// has more than 1,000,000 pixels at 100 % or 4,000,000 at the scale; also if a picture is
+    /// already held. At most 40 MB are in use while it reads, and 16 MB when it has read.
     bool LoadFromFile(const QString& path, qreal scale);
 
     /// An opaque picture; null before LoadFromFile() has succeeded.

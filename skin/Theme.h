@@ -39,12 +39,16 @@ struct ThemeButton {
 struct Theme {
     /// Reads "theme.ini" and its pictures; see docs/theme.md for the format. Nothing if a required
     /// part is missing, can't be read, or has a number that can't be (ButtonImgCount 0, lengths
-    /// below 0 or above 16,384, more than 64 buttons).
+    /// below 0 or above 16,384, more than 64 buttons), and for pictures that are too large: a strip
+    /// with a side above 1,024 at 100 %, or 4,000,000 pixels in all at the scale.
     ///
     /// Cost: each file is read once. At most 64 MB are held, whatever the files are.
     [[nodiscard]] static std::optional<Theme> Load(const QString& path, qreal scale);
 
     qreal scale = 1;
+
+    /// The pixels for a length of 100 %.
+    [[nodiscard]] int Scaled(int length) const { return qRound(length * scale); }
 
     ThemeStrip top;
     ThemeStrip left;

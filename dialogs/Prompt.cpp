@@ -1,0 +1,96 @@
+#include "dialogs/Prompt.h"
+
+#include "dialogs/DialogLayout.h"
+#include "skin/ImageButton.h"
+#include "skin/SkinLabel.h"
+
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+
+namespace {
+
+constexpr int kTextWidth = 400;    ///< where longer lines are wrapped
+constexpr QSize kAround(160, 200); ///< what the text leaves of the screen for all else
+
+constexpr int kLongestWord = 30;
+constexpr int kPieceOfWord = 8;
+
+/// A word that may be wider than a line, such as a path, gets invisible places to be broken at.
+QString BreakLongWords(const QString& text) {
+    QString broken;
+    qsizetype wordStart = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i].isSpace())
+            wordStart = i + 1;
+        broken += text[i];
+        const qsizetype length = i + 1 - wordStart;
+        if (length >= kLongestWord && length % kPieceOfWord == 0 && !text[i].isHighSurrogate())
+            broken += QChar(0x200B);
+    }
+    return broken;
+}
+
+/// Y answers yes, and Alt+Y too.
+void SetKeyOfLabel(CImageButton* button) {
+    const QChar letter = button->accessibleName().append(u' ').front();
+    if (!letter.isLetter())
+        return;
+    const auto key = static_cast<Qt::Key>(letter.toUpper().unicode());
+    auto* shortcut = new QShortcut(button);
+    shortcut->setKeys({QKeySequence(key), QKeySequence(Qt::ALT | key)});
+    QObject::connect(shortcut, &QShortcut::activated, button, &CImageButton::click);
+}
+
+} // namespace
+
+Prompt::Prompt(PictureId sign, const QString& text, const std::vector<Answer>& answers,
+               QWidget* parent)
+    : CBaseDlg(parent)
+    , m_escapeResult(answers.back().result) {
+    setAccessibleDescription(text);
+    auto* signLabel = new QLabel(this);
+    signLabel->setPixmap(LoadPicture(sign, devicePixelRatioF()));
+    auto* message = new QHBoxLayout;
+    message->setSpacing(2 * DialogLayout::kGap);
+    message->addWidget(signLabel, 0, Qt::AlignTop);
+    message->addWidget(MakeText(text), 1, Qt::AlignVCenter);
+    auto* layout = new DialogLayout(this);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addLayout(message);
+    layout->addSpacing(DialogLayout::kGap);
+
+    CImageButton* enter = nullptr;
+    for (const Answer& answer : answers) {
+        auto* button =
+            layout->AddButton(answer.glyph, answer.label, [this, answer] { done(answer.result); });
+        SetKeyOfLabel(button);
+        if (!enter)
+            enter = button;
+    }
+    enter->setDefault(true);
+    enter->setFocus();
+}
+
+QWidget* Prompt::MakeText(const QString& text) {
+    const QSize largest = screen()->availableSize() - kAround;
+    auto* label = new CSkinLabel(BreakLongWords(text), this);
+    label->setWordWrap(true);
+    const QRect lines = label->fontMetrics().boundingRect(
+        QRect(0, 0, qMin(kTextWidth, largest.width()), QWIDGETSIZE_MAX), Qt::TextWordWrap,
+        label->text());
+    label->setFixedSize(lines.size() + QSize(1, 0)); // the label's own lines never need more
+    if (label->height() <= largest.height())
+        return label;
+
+    auto* area = new QScrollArea(this);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidget(label);
+    area->viewport()->setAutoFillBackground(false);
+    label->setAutoFillBackground(false);
+    area->setFixedSize(label->width() + area->verticalScrollBar()->sizeHint().width(),
+                       largest.height());
+    return area;
+}

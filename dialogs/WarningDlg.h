@@ -1,0 +1,9 @@
+#pragma once
+
+#include "dialogs/Prompt.h"
+
+/// Tells what went wrong; exec() is PromptResult::kOk, however it is closed.
+class CWarningDlg : public Prompt {
+public:
+    CWarningDlg(const QString& warning, QWidget* parent);
+};

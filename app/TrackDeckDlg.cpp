@@ -7,6 +7,7 @@
 #include "base/Language.h"
 #include "base/Messages.h"
 #include "base/Settings.h"
+#include "dialogs/AboutDlg.h"
 #include "dialogs/ScanPCDlg.h"
 #include "dialogs/ScanningDlg.h"
 #include "grid/GridCtrl.h"

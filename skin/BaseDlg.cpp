@@ -24,7 +24,8 @@ CBaseDlg::CBaseDlg(QWidget* parent, FrameStyles style, Qt::WindowType type)
     : QDialog(parent) {
     const bool skinned = m_skin.LoadSkin(g_strThemeFile, devicePixelRatioF());
     Qt::WindowFlags flags = type | Buttons(style);
-    flags.setFlag(Qt::FramelessWindowHint, skinned);
+    // The desktop gives a frame that it draws a system menu, unless it is told all of it.
+    flags |= skinned ? Qt::FramelessWindowHint : Qt::CustomizeWindowHint;
     setWindowFlags(flags);
     m_skin.InstallSkin(this, style);
     FrameAccessible::Install();

@@ -17,7 +17,6 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
-#include <QToolButton>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -41,6 +40,7 @@ struct Home {
     explicit Home(int files) {
         GetSettings() = {};
         SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg"));
+        SetThemeFile(QStringLiteral(THEME_FILE));
         const std::filesystem::path folder =
             scratch.MakeFolder(QStringLiteral("Music/Veltria Track Deck")).toStdString();
         QStringList media;
@@ -180,14 +180,18 @@ TEST_F(StartTest, MiniPlayerAndClosingKeepThePlaces) {
     OpenAndRead(3);
     dialog->move(30, 40);
     dialog->resize(700, 500);
-    auto& mini = *dialog->findChild<QToolButton*>(QStringLiteral("999"));
-    mini.click();
+    const auto toggle = [&] {
+        for (const FrameButton& button : dialog->GetSkin().GetButtons())
+            if (button.hit == FrameHit::FirstCustom)
+                QTest::mouseClick(&*dialog, Qt::LeftButton, {}, button.place.center());
+    };
+    toggle();
     EXPECT_EQ(dialog->size(), QSize(400, 89));
     EXPECT_FALSE(grid->isVisible());
-    mini.click();
+    toggle();
     EXPECT_EQ(QRect(dialog->pos(), dialog->size()), QRect(30, 40, 700, 500));
     EXPECT_TRUE(grid->isVisible());
-    mini.click();
+    toggle();
     dialog->move(50, 60);
     dialog->close();
 

@@ -1,0 +1,271 @@
+#include "skin/BaseDlg.h"
+
+#include "base/Language.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
+#include "tests/skin/SyntheticTheme.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QMenu>
+#include <QScreen>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+constexpr QSize kSize(400, 300);
+constexpr QPoint kCaption(120, 15);
+constexpr FrameStyles kAll =
+    FrameStyle::Sizable | FrameStyle::MinimizeBox | FrameStyle::MaximizeBox;
+
+// The buttons of the theme are 10 by 8 at y = 10, these their middles.
+constexpr QPoint kClose(385, 14);
+constexpr QPoint kMaximize(365, 14);
+constexpr QPoint kMinimize(345, 14);
+constexpr QPoint kClient(200, 200);
+
+class Dialog : public CBaseDlg {
+public:
+    using CBaseDlg::CBaseDlg;
+
+    int m_nPresses = 0; ///< that got through to the window's own class
+
+protected:
+    void mousePressEvent(QMouseEvent*) override { ++m_nPresses; }
+};
+
+class BaseDlgTest : public ::testing::Test {
+protected:
+    BaseDlgTest() {
+        SetLanguageFile(QString());
+        theme.AddButton(0, Picture::Close, {30, 8}, 20, 10);
+        theme.AddButton(1, Picture::Maximize, {30, 8}, 40, 10);
+        theme.AddButton(2, Picture::Minimize, {30, 8}, 60, 10);
+        EXPECT_TRUE(theme.Load());
+        SetThemeFile(theme.File(QStringLiteral("theme.ini")));
+    }
+    ~BaseDlgTest() override { SetThemeFile(QString()); }
+
+    Dialog& Open(FrameStyles style = kAll) {
+        dialog = std::make_unique<Dialog>(nullptr, style);
+        dialog->setGeometry(QRect({50, 60}, kSize));
+        dialog->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
+        return *dialog;
+    }
+
+    /// Which picture a button shows, and which of its states.
+    [[nodiscard]] std::pair<Picture, int> Shown(QPoint button) const {
+        const QRgb pixel = dialog->grab().toImage().pixel(button);
+        return {static_cast<Picture>(qBlue(pixel)), qRed(pixel) / 10};
+    }
+
+    void Click(QPoint place) { QTest::mouseClick(dialog.get(), Qt::LeftButton, {}, place); }
+    void Move(QPoint place) {
+        QHoverEvent hover(QEvent::HoverMove, place, dialog->mapToGlobal(place), place);
+        QApplication::sendEvent(dialog.get(), &hover);
+    }
+
+    SyntheticTheme theme;
+    std::unique_ptr<Dialog> dialog;
+};
+
+} // namespace
+
+TEST_F(BaseDlgTest, LayoutLiesInsideTheFrame) {
+    Open();
+    QWidget inside(dialog.get());
+    auto* layout = new QVBoxLayout(dialog.get());
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(&inside);
+    inside.show();
+    layout->activate();
+    EXPECT_EQ(inside.geometry(), QRect(4, 30, 400 - 4 - 6, 300 - 30 - 5));
+    EXPECT_TRUE(dialog->windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_EQ(dialog->minimumSize(), QSize(40 + 9 + 12, 50 + 20));
+}
+
+TEST_F(BaseDlgTest, WithoutAThemeTheDesktopsFrameStays) {
+    SetThemeFile(theme.File(QStringLiteral("none.ini")));
+    Dialog& plain = Open();
+    EXPECT_FALSE(plain.windowFlags() & (Qt::FramelessWindowHint | Qt::WindowSystemMenuHint));
+    EXPECT_EQ(plain.contentsMargins(), QMargins());
+    plain.GetSkin().Maximize();
+    EXPECT_EQ(plain.size(), kSize);
+    EXPECT_FALSE(plain.GetSkin().IsMaximized());
+}
+
+TEST_F(BaseDlgTest, ButtonsFollowTheMouseOverTheFrame) {
+    Open();
+    EXPECT_EQ(Shown(kClose), std::pair(Picture::Close, 0));
+    Move(kClose);
+    EXPECT_EQ(Shown(kClose), std::pair(Picture::Close, 2));
+    Move(kClient); // only the frame tells where the mouse is
+    EXPECT_EQ(Shown(kClose), std::pair(Picture::Close, 2));
+    Move(kMaximize);
+    EXPECT_EQ(Shown(kClose), std::pair(Picture::Close, 0));
+    EXPECT_EQ(Shown(kMaximize), std::pair(Picture::Maximize, 2));
+    QTest::mousePress(dialog.get(), Qt::LeftButton, {}, kMinimize);
+    EXPECT_EQ(Shown(kMinimize), std::pair(Picture::Minimize, 1));
+    EXPECT_EQ(dialog->m_nPresses, 0); // the frame stops what is its own
+    QTest::mouseRelease(dialog.get(), Qt::LeftButton, {}, kCaption);
+    EXPECT_EQ(dialog->windowState(), Qt::WindowNoState);
+    Click(kClient);
+    EXPECT_EQ(dialog->m_nPresses, 1);
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(BaseDlgTest, ReleaseCountsWhereItIs) {
+    Open();
+    QTest::mousePress(dialog.get(), Qt::LeftButton, {}, kMinimize);
+    QTest::mouseRelease(dialog.get(), Qt::LeftButton, {}, kClose);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST_F(BaseDlgTest, CursorsTellWhatCanBeSized) {
+    for (const auto& [style, wanted] :
+         {std::pair(kAll, Qt::SizeFDiagCursor), std::pair(FrameStyles(), Qt::ArrowCursor)}) {
+        Open(style);
+        Move({1, 1});
+        EXPECT_EQ(dialog->cursor().shape(), wanted);
+        Move(kClient);
+        EXPECT_EQ(dialog->cursor().shape(), Qt::ArrowCursor);
+    }
+}
+
+TEST_F(BaseDlgTest, MaximizesOntoTheWorkAreaAndBack) {
+    const QRect workArea = QGuiApplication::primaryScreen()->availableGeometry();
+    Open();
+    const QRect before = dialog->geometry();
+    const auto doubleClick = [&] {
+        QTest::mouseDClick(dialog.get(), Qt::LeftButton, {}, kCaption);
+    };
+    const auto clickMaximize = [&] {
+        for (const FrameButton& button : dialog->GetSkin().GetButtons())
+            if (button.hit == FrameHit::Maximize)
+                Click(button.place.center());
+    };
+    for (const std::function<void()>& toggle :
+         {std::function<void()>(doubleClick), std::function<void()>(clickMaximize)}) {
+        toggle();
+        EXPECT_EQ(dialog->geometry(), workArea);
+        EXPECT_FALSE(dialog->isMaximized()); // for the desktop it is a window like any
+        toggle();
+        EXPECT_EQ(dialog->geometry(), before);
+    }
+    dialog->showMaximized(); // as a desktop's own key does
+    EXPECT_TRUE(dialog->GetSkin().IsMaximized());
+    clickMaximize();
+    EXPECT_FALSE(dialog->isMaximized());
+    EXPECT_FALSE(dialog->GetSkin().IsMaximized());
+
+    Open(FrameStyle::Fixed);
+    doubleClick();
+    EXPECT_EQ(dialog->size(), kSize);
+}
+
+TEST_F(BaseDlgTest, MinimizedWindowComesBackAsItWas) {
+    Open();
+    CSkinWnd& skin = dialog->GetSkin();
+    skin.Maximize();
+    Click({dialog->width() - 55, 14});
+    EXPECT_TRUE(dialog->isMinimized());
+    EXPECT_TRUE(skin.IsMaximized());
+    dialog->setWindowState(dialog->windowState() & ~Qt::WindowMinimized);
+    skin.Restore(); // from maximized, not from minimized
+    EXPECT_EQ(dialog->geometry(), QRect({50, 60}, kSize));
+    skin.Minimize();
+    skin.Restore();
+    EXPECT_FALSE(dialog->isMinimized());
+}
+
+TEST_F(BaseDlgTest, OwnButtonsSendTheirCommand) {
+    Open();
+    CSkinWnd& skin = dialog->GetSkin();
+    int sent = 0;
+    skin.SetCommandHandler([&](int command) { sent = command; });
+    skin.AddFrameButton(PictureId::MiniPlayer, 999, 130, 1, QStringLiteral("Mini"));
+    Click({400 - 110, 15});
+    EXPECT_EQ(std::exchange(sent, 0), 999);
+    EXPECT_TRUE(skin.ChangeFrameButton(PictureId::NormalWindow, 999, 200, 1, QStringLiteral("N")));
+    EXPECT_FALSE(skin.ChangeFrameButton(PictureId::NormalWindow, 998, 0, 0, QString()));
+    Click({400 - 110, 15});
+    EXPECT_EQ(sent, 0);
+    Click({400 - 180, 15});
+    EXPECT_EQ(sent, 999);
+}
+
+TEST_F(BaseDlgTest, InstalledAgainItHasWhatTheStyleSays) {
+    Open();
+    const auto hits = [&] {
+        std::vector<int> found;
+        for (const FrameButton& button : dialog->GetSkin().GetButtons())
+            found.push_back(button.hit);
+        return found;
+    };
+    EXPECT_EQ(hits(), (std::vector<int>{FrameHit::Close, FrameHit::Minimize, FrameHit::Maximize}));
+    EXPECT_TRUE(dialog->GetSkin().InstallSkin(dialog.get(), FrameStyle::Fixed));
+    EXPECT_EQ(hits(), std::vector<int>{FrameHit::Close});
+    EXPECT_FALSE(dialog->GetSkin().InstallSkin(nullptr, FrameStyle::Fixed));
+}
+
+TEST_F(BaseDlgTest, SystemMenuOpensWhereTheMouseIs) {
+    Open();
+    QAction own(QStringLiteral("About"));
+    dialog->GetSkin().AppendToSystemMenu(&own);
+    const std::pair<Qt::MouseButton, QPoint> ways[] = {{Qt::LeftButton, {6, 10}},
+                                                       {Qt::RightButton, kCaption}};
+    for (const auto& [button, place] : ways) {
+        QTest::mousePress(dialog.get(), button, {}, place);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_TRUE(menu);
+        EXPECT_EQ(menu->pos(), dialog->mapToGlobal(place));
+        EXPECT_EQ(menu->actions().last(), &own);
+        menu->close();
+    }
+}
+
+TEST_F(BaseDlgTest, TitleAndActivityAreDrawn) {
+    Open();
+    const QRect title(25, 0, 200, 30);
+    const auto drawn = [&] { return dialog->grab(title).toImage(); };
+    const QImage empty = drawn();
+    dialog->setWindowTitle(QStringLiteral("A title"));
+    EXPECT_NE(drawn(), empty);
+    const auto look = [&] { // of the top strip: its lower half is inactive
+        return qGreen(dialog->grab().toImage().pixel(QPoint(100, 2))) / 30;
+    };
+    for (const auto& [type, wanted] :
+         {std::pair(QEvent::WindowActivate, 0), std::pair(QEvent::WindowDeactivate, 1)}) {
+        QEvent event(type);
+        QApplication::sendEvent(dialog.get(), &event);
+        EXPECT_EQ(look(), wanted);
+    }
+}
+
+TEST_F(BaseDlgTest, ScreenReadersFindTheButtonsOfTheFrame) {
+    Open();
+    auto* inside = new QWidget(dialog.get());
+    inside->show();
+    QAccessibleInterface* window = QAccessible::queryAccessibleInterface(dialog.get());
+    ASSERT_EQ(window->childCount(), 4);
+    QStringList names;
+    for (int i = 1; i < 4; ++i) {
+        QAccessibleInterface* button = window->child(i);
+        names += button->text(QAccessible::Name);
+        EXPECT_EQ(button->role(), QAccessible::Button);
+        EXPECT_EQ(window->indexOfChild(button), i);
+        EXPECT_EQ(window->childAt(button->rect().center().x(), button->rect().center().y()),
+                  button);
+    }
+    EXPECT_EQ(names.join(u' '), u"IDS_MAIN_CLOSE IDS_MAIN_MIN IDS_MAIN_MAX");
+    window->child(3)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(dialog->GetSkin().IsMaximized());
+    EXPECT_EQ(window->child(3)->text(QAccessible::Name), u"IDS_MAIN_RESTOR");
+    dialog.reset();
+}

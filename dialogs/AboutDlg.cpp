@@ -10,7 +10,9 @@
 
 namespace {
 
-constexpr QSize kPictureSize(400, 240);
+// The picture at 120 %: it leaves its left 240 of 400 pixels to the texts.
+constexpr QSize kGroundSize(480, 288);
+constexpr int kTextWidth = 288 - 2 * DialogLayout::kMargin;
 
 /// The picture behind the texts, stretched over the whole client area.
 class Ground : public QWidget {
@@ -39,13 +41,12 @@ CAboutDlg::CAboutDlg(QWidget* parent)
     : CBaseDlg(parent) {
     setWindowTitle(LoadString(IDS_MAIN_ABOUT));
     auto* ground = new Ground(this);
-    ground->setMinimumSize(kPictureSize);
+    ground->setMinimumSize(kGroundSize);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins({});
     whole->setSizeConstraint(QLayout::SetFixedSize);
     whole->addWidget(ground);
 
-    constexpr int textWidth = kPictureSize.width() - 2 * DialogLayout::kMargin;
     auto* layout = new DialogLayout(ground);
 
     QStringList texts = {LoadString(IDS_MAIN_TITLE) + u' ' +
@@ -59,7 +60,7 @@ CAboutDlg::CAboutDlg(QWidget* parent)
         label->setPalette(colours);
         label->setFont(TextFont());
         label->setWordWrap(true);
-        label->setFixedSize(textWidth, label->heightForWidth(textWidth));
+        label->setFixedSize(kTextWidth, label->heightForWidth(kTextWidth));
         layout->addWidget(label);
     }
     setAccessibleDescription(texts.join(u'\n'));

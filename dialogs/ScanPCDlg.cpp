@@ -2,41 +2,49 @@
 
 #include "base/Language.h"
 #include "base/Settings.h"
+#include "dialogs/DialogLayout.h"
+#include "dialogs/FolderDlg.h"
 #include "platform/Files.h"
+#include "skin/ImageButton.h"
+#include "skin/SkinLabel.h"
 
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QDir>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QVBoxLayout>
 
 CScanPCDlg::CScanPCDlg(QWidget* parent)
-    : QDialog(parent)
-    , m_pFolder(new QLineEdit(GetSettings().m_strSearchDir, this))
-    , m_pSubfolders(new QCheckBox(LoadString(IDS_SCAN_SUBFOLDER), this)) {
+    : CBaseDlg(parent)
+    , m_pFolder(new QLineEdit(GetSettings().m_strSearchDir, this)) {
     setWindowTitle(LoadString(IDS_SCAN_TITLE));
-    auto* label = new QLabel(LoadString(IDS_SCAN_DIR), this);
+    auto* label = new CSkinLabel(LoadString(IDS_SCAN_DIR), this);
     label->setBuddy(m_pFolder);
     m_pFolder->setMinimumWidth(360);
+    auto* browse = new CImageButton(PictureId::Browse, LoadString(IDS_BT_BROWSING), this);
+    connect(browse, &CImageButton::clicked, this, &CScanPCDlg::Browse);
+    m_pSubfolders = new QCheckBox(LoadString(IDS_SCAN_SUBFOLDER), this);
     m_pSubfolders->setChecked(GetSettings().m_bScanSubfolders != 0);
 
-    auto* buttons = new QDialogButtonBox(this);
-    QPushButton* start =
-        buttons->addButton(LoadString(IDS_SCAN_START), QDialogButtonBox::AcceptRole);
+    auto* folder = new QHBoxLayout;
+    folder->setSpacing(DialogLayout::kGap);
+    folder->addWidget(m_pFolder);
+    folder->addWidget(browse);
+    auto* layout = new DialogLayout(this);
+    layout->addWidget(label);
+    layout->addLayout(folder);
+    layout->addWidget(m_pSubfolders);
+    auto* start = layout->AddButton(PictureId::StartScan, IDS_SCAN_START, [this] { accept(); });
+    layout->AddButton(PictureId::No, IDS_BT_CANCEL, [this] { reject(); });
+    start->setDefault(true);
     start->setEnabled(IsFolderThere());
     connect(m_pFolder, &QLineEdit::textChanged, start,
             [this, start] { start->setEnabled(IsFolderThere()); });
-    buttons->addButton(LoadString(IDS_BT_CANCEL), QDialogButtonBox::RejectRole);
-    connect(buttons, &QDialogButtonBox::accepted, this, &CScanPCDlg::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &CScanPCDlg::reject);
+    m_pFolder->setFocus();
+}
 
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(label);
-    layout->addWidget(m_pFolder);
-    layout->addWidget(m_pSubfolders);
-    layout->addWidget(buttons);
+void CScanPCDlg::Browse() {
+    CFolderDlg dialog(GetFolder(), this);
+    if (dialog.exec() == QDialog::Accepted)
+        m_pFolder->setText(dialog.GetPath());
 }
 
 QString CScanPCDlg::GetFolder() const {

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QDialog>
+#include "skin/BaseDlg.h"
 
 class QCheckBox;
 class QLineEdit;
 
 /// Asks which folder to scan for music, and whether with its subfolders. Starts with the choice of
 /// last time; OK keeps the new one in the settings, and saves them.
-class CScanPCDlg : public QDialog {
+class CScanPCDlg : public CBaseDlg {
 public:
     explicit CScanPCDlg(QWidget* parent);
 
@@ -22,6 +22,7 @@ public:
 
 private:
     [[nodiscard]] bool IsFolderThere() const;
+    void Browse();
 
     QLineEdit* m_pFolder;
     QCheckBox* m_pSubfolders;

@@ -2,35 +2,30 @@
 
 #include "base/Language.h"
 #include "base/Messages.h"
+#include "dialogs/DialogLayout.h"
 #include "library/FolderScan.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaList.h"
-
-#include <QLabel>
-#include <QPushButton>
-#include <QVBoxLayout>
+#include "skin/ImageButton.h"
+#include "skin/SkinLabel.h"
 
 #include <memory>
 #include <utility>
 
 CScanningDlg::CScanningDlg(CLibraryScanner& scanner, Job job, QWidget* parent)
-    : QDialog(parent)
+    : CBaseDlg(parent)
     , m_scanner(scanner)
     , m_job(std::move(job))
     , m_strFoundFormat(LoadString(IDS_SCAN_FOUND))
-    , m_pFolderText(new QLabel(this))
-    , m_pFoundText(new QLabel(LoadString(IDS_SCAN_0FOUND), this))
-    , m_pButton(new QPushButton(LoadString(IDS_BT_CANCEL), this)) {
+    , m_pFolderText(new CSkinLabel({}, this))
+    , m_pFoundText(new CSkinLabel(LoadString(IDS_SCAN_0FOUND), this)) {
     setWindowTitle(LoadString(IDS_SCAN_ING));
-    for (QLabel* label : {m_pFolderText, m_pFoundText}) {
+    auto* layout = new DialogLayout(this);
+    for (CSkinLabel* label : {m_pFolderText, m_pFoundText}) {
         label->setFixedWidth(440);
-        label->setTextFormat(Qt::PlainText);
+        layout->addWidget(label);
     }
-    connect(m_pButton, &QPushButton::clicked, this, &CScanningDlg::EndScanOrClose);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_pFolderText);
-    layout->addWidget(m_pFoundText);
-    layout->addWidget(m_pButton, 0, Qt::AlignRight);
+    m_pButton = layout->AddButton(PictureId::No, IDS_BT_CANCEL, [this] { EndScanOrClose(); });
 
     m_messages.On(WM_TD_ADD_TRACK, [this](Message& message) { return OnAddTrack(message); });
     m_messages.On(WM_TD_LIST_DONE, [this](Message& message) { return OnListDone(message); });
@@ -70,7 +65,8 @@ std::intptr_t CScanningDlg::OnAddTrack(Message& message) {
 std::intptr_t CScanningDlg::OnListDone(const Message& message) {
     setWindowTitle(LoadString(g_bCancelScan ? IDS_SCAN_CANCELED : IDS_SCAN_COMPLET));
     ShowFolderText(LoadString(IDS_SCAN_FINISHED) + u' ' + QString::number(m_nMet - m_nNotNew));
-    m_pButton->setText(LoadString(IDS_BT_CLOSE));
+    m_pButton->SetBitmaps(PictureId::Close);
+    m_pButton->SetTooltipText(LoadString(IDS_BT_CLOSE));
     m_bScanning = false;
     m_job.mainDialog.Post({message.id, message.wParam, message.lParam});
     return 0;

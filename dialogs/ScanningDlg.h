@@ -1,12 +1,11 @@
 #pragma once
 
 #include "platform/MessageTarget.h"
+#include "skin/BaseDlg.h"
 
-#include <QDialog>
-
+class CImageButton;
 class CLibraryScanner;
-class QLabel;
-class QPushButton;
+class CSkinLabel;
 
 /// Scans a folder for All Music and shows how far the scan is. Stays open until the user closes it;
 /// closing or cancelling while the scan runs ends the scan, not the dialog.
@@ -15,7 +14,7 @@ class QPushButton;
 /// it on, so the thread never waits for the reading of tags.
 ///
 /// Lifetime: `scanner` outlives the dialog. The scan starts with the construction.
-class CScanningDlg : public QDialog {
+class CScanningDlg : public CBaseDlg {
 public:
     struct Job {
         MessageAddress mainDialog; ///< gets the messages of the scan
@@ -39,9 +38,9 @@ private:
     CLibraryScanner& m_scanner;
     const Job m_job;
     const QString m_strFoundFormat; ///< read once, for it is shown for each file
-    QLabel* m_pFolderText;
-    QLabel* m_pFoundText;
-    QPushButton* m_pButton;
+    CSkinLabel* m_pFolderText;
+    CSkinLabel* m_pFoundText;
+    CImageButton* m_pButton;
     bool m_bScanning = true;
     std::intptr_t m_nMet = 0;    ///< files met
     std::intptr_t m_nNotNew = 0; ///< of these, files of My Collection

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string_view>
@@ -129,4 +130,25 @@ bool MakeFolder(const QString& path) {
     const std::filesystem::path folder = Path::ToBytes(path).toStdString();
     std::filesystem::create_directories(folder, failure);
     return std::filesystem::is_directory(folder, failure);
+}
+
+NewFolder MakeNewFolder(const QString& path) {
+    if (::mkdir(Path::ToBytes(path).constData(), 0777) == 0)
+        return NewFolder::Made;
+    return errno == EEXIST ? NewFolder::NameTaken : NewFolder::Failed;
+}
+
+bool MoveToFreePath(const QString& from, const QString& to) {
+    const QByteArray source = Path::ToBytes(from);
+    const QByteArray target = Path::ToBytes(to);
+    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) ==
+        0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    // A file system that has no such rename, as some over the network. The gap between the two
+    // calls can cost no more than an empty folder of the same name.
+    struct stat status {};
+    return ::lstat(target.constData(), &status) != 0 && errno == ENOENT &&
+           ::rename(source.constData(), target.constData()) == 0;
 }

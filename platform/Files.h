@@ -83,3 +83,12 @@ struct FolderEntry {
 
 /// Makes a folder and the parents that it lacks. True if the folder is there afterwards.
 bool MakeFolder(const QString& path);
+
+enum class NewFolder { Made, NameTaken, Failed };
+
+/// Makes one folder, in a folder that is there, under a name that nothing has yet.
+[[nodiscard]] NewFolder MakeNewFolder(const QString& path);
+
+/// Gives a file or folder another path on the same volume. What has that path already is never
+/// replaced: then nothing is done. True if it was moved.
+[[nodiscard]] bool MoveToFreePath(const QString& from, const QString& to);

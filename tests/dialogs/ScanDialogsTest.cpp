@@ -19,6 +19,8 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 /// The main dialog's part of a scan.
@@ -74,7 +76,9 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
         EXPECT_EQ(dialog.GetFolder(), QStringLiteral("/old"));
         EXPECT_TRUE(dialog.IsRecursive());
         auto& folder = *dialog.findChild<QLineEdit*>();
-        const auto& start = *dialog.findChild<QPushButton*>();
+        const auto buttons = dialog.findChildren<QPushButton*>();
+        const QPushButton& start =
+            **std::ranges::find(buttons, QStringLiteral("IDS_SCAN_START"), &QWidget::toolTip);
         folder.setText(QStringLiteral("/no/such folder"));
         EXPECT_FALSE(start.isEnabled());
         folder.setText(QStringLiteral("~"));
@@ -110,7 +114,7 @@ TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
     for (const QLabel* label : dialog.findChildren<QLabel*>())
         texts += label->text();
     EXPECT_EQ(texts.join(u'|'), u"finished: 3|found 3");
-    EXPECT_EQ(dialog.findChild<QPushButton*>()->text(), u"IDS_BT_CLOSE");
+    EXPECT_EQ(dialog.findChild<QPushButton*>()->toolTip(), u"IDS_BT_CLOSE");
 }
 
 TEST(ScanningDlgTest, CancelEndsTheScanAndNotTheDialog) {

@@ -1,0 +1,28 @@
+#include "dialogs/FolderDlg.h"
+
+#include "base/Language.h"
+#include "dialogs/DialogLayout.h"
+#include "skin/ImageButton.h"
+
+CFolderDlg::CFolderDlg(const QString& path, QWidget* parent, const std::vector<FolderRoot>& roots)
+    : CBaseDlg(parent)
+    , m_strPath(path)
+    , m_pTree(new CFolderTree(roots, this)) {
+    setWindowTitle(LoadString(IDS_DLGTITLE_FOLDER));
+    m_pTree->setAccessibleName(windowTitle());
+    m_pTree->setMinimumSize(240, 160);
+    m_pTree->SelectPath(path);
+
+    auto* layout = new DialogLayout(this);
+    layout->addWidget(m_pTree);
+    layout->AddButton(PictureId::NewFolder, IDS_BT_NEWFOLDER, [this] { m_pTree->AddNewFolder(); });
+    layout->AddButton(PictureId::Ok, IDS_BT_OK, [this] { accept(); })->setDefault(true);
+    layout->AddButton(PictureId::No, IDS_BT_CANCEL, [this] { reject(); });
+    m_pTree->setFocus();
+    resize(400, 440);
+}
+
+void CFolderDlg::accept() {
+    m_strPath = m_pTree->GetSelectedPath();
+    QDialog::accept();
+}

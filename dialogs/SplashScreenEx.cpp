@@ -1,0 +1,81 @@
+#include "dialogs/SplashScreenEx.h"
+
+#include "skin/Colours.h"
+#include "skin/Frame.h"
+
+#include <QBitmap>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+#include <QTimerEvent>
+
+CSplashScreenEx::CSplashScreenEx(QWidget* parent, const QString& text,
+                                 std::chrono::milliseconds timeout, int style)
+    : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus |
+                          Qt::WindowTransparentForInput)
+    , m_strText(text)
+    , m_timeout(timeout)
+    , m_style(style) {
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+bool CSplashScreenEx::SetBitmap(PictureId picture, const std::optional<QColor>& key) {
+    m_bitmap = LoadPicture(picture, devicePixelRatioF());
+    if (m_bitmap.isNull())
+        return false;
+    setFixedSize(m_bitmap.deviceIndependentSize().toSize());
+    clearMask();
+    if (key) {
+        // A window's shape is told in the pixels of 100 %. What is left of the key colour at the
+        // edge of a larger rendering must not be seen either.
+        setMask(BitmapToRegion(LoadPicture(picture, 1).toImage(), *key));
+        m_bitmap.setMask(m_bitmap.createMaskFromColor(*key));
+    }
+    return true;
+}
+
+void CSplashScreenEx::SetTextFont(const QString& face, int size, int style) {
+    QFont font(face);
+    font.setPixelSize(size);
+    font.setBold((style & kBold) != 0);
+    font.setItalic((style & kItalic) != 0);
+    font.setUnderline((style & kUnderline) != 0);
+    setFont(font);
+}
+
+void CSplashScreenEx::Show() {
+    if (m_bitmap.isNull())
+        return;
+    Place();
+    show();
+    if (m_timeout.count() > 0)
+        m_timer.start(static_cast<int>(m_timeout.count()), this);
+}
+
+void CSplashScreenEx::Hide() {
+    m_timer.stop();
+    hide();
+}
+
+void CSplashScreenEx::Place() {
+    QRect place = geometry();
+    if (m_style & kCenterOnScreen)
+        place.moveCenter(QGuiApplication::primaryScreen()->geometry().center());
+    if ((m_style & kCenterOnParent) && parentWidget())
+        place.moveCenter(parentWidget()->window()->frameGeometry().center());
+    move(place.topLeft());
+}
+
+void CSplashScreenEx::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(Colours::kInk1));
+    DrawPicture(painter, {}, m_bitmap);
+    painter.setPen(QColor(Colours::kText));
+    painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, m_strText);
+}
+
+void CSplashScreenEx::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == m_timer.timerId())
+        Hide();
+}

@@ -273,6 +273,9 @@ TEST(FrameTest, KeyColourMakesHolesInTheBandAlone) {
         for (const QPoint hole : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(2, 40)})
             left.setPixel(hole, kKeyColour);
         files.Write(QStringLiteral("left.bmp"), left);
+        QImage top = MakePlaces(Picture::Top, {40, 61});
+        top.setPixel(3, 6, kKeyColour); // below the icon
+        files.Write(QStringLiteral("top.png"), top);
         QImage close = MakePlaces(Picture::Close, {30, 8});
         close.setPixel(3, 2, kKeyColour);
         files.Write(QStringLiteral("button0.png"), close);
@@ -282,7 +285,7 @@ TEST(FrameTest, KeyColourMakesHolesInTheBandAlone) {
         FrameState state = SizableWindow({109, 90});
         state.icon = QImage(16, 16, QImage::Format_RGB32);
         state.icon.fill(kKeyColour); // no hole: it is no part of the theme
-        const QRegion holes = QRegion(0, 0, 2, 1) + QRegion(0, 1, 1, 1);
+        const QRegion holes = QRegion(0, 0, 2, 1) + QRegion(0, 1, 1, 1) + QRegion(7, 6, 1, 1);
         const QRegion whole(0, 0, 109, 90);
         EXPECT_EQ(BuildWindowRegion(*theme, state.size), usesTran ? whole - holes : whole);
 
@@ -291,6 +294,9 @@ TEST(FrameTest, KeyColourMakesHolesInTheBandAlone) {
         EXPECT_EQ(drawn.pixel(2, 40), kKeyColour);
         EXPECT_EQ(drawn.pixel(4, 5), kKeyColour);
         EXPECT_EQ(ComposeTopBand(*theme, state).pixel(0, 1), kKeyColour);
+        state.icon.fill(Qt::red);
+        EXPECT_EQ(ComposeTopBand(*theme, state).pixel(7, 6), usesTran ? kKeyColour : 0xFFFF0000);
+        EXPECT_EQ(DrawWhole(*theme, state).pixel(7, 6), usesTran ? kGround : 0xFFFF0000);
         // The strip shows through the button: column 87 - 4 - 7 of its tile.
         EXPECT_EQ(drawn.pixel(98, 3), usesTran ? PixelOf(Picture::Top, 33, 3) : kKeyColour);
         EXPECT_EQ(drawn.pixel(99, 3), PixelOf(Picture::Close, 4, 2));

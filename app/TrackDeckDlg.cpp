@@ -10,6 +10,7 @@
 #include "dialogs/AboutDlg.h"
 #include "dialogs/ScanPCDlg.h"
 #include "dialogs/ScanningDlg.h"
+#include "dialogs/SplashScreenEx.h"
 #include "grid/GridCtrl.h"
 #include "platform/Files.h"
 #include "platform/ScratchFolder.h"
@@ -69,7 +70,10 @@ CTrackDeckDlg::CTrackDeckDlg(QString openFile)
     Guarded("OnInitDialog()", [this] { OnInitDialog(); });
 }
 
+CTrackDeckDlg::~CTrackDeckDlg() = default;
+
 void CTrackDeckDlg::OnInitDialog() {
+    ShowSplash();
     BuildFrame();
     ConnectMessages();
     BuildMenus();
@@ -128,6 +132,12 @@ void CTrackDeckDlg::ConnectMessages() {
     connect(m_pAboutAction, &QAction::triggered, this, &CTrackDeckDlg::OnAbout);
 }
 
+void CTrackDeckDlg::ShowSplash() {
+    m_pSplash = std::make_unique<CSplashScreenEx>(nullptr, QString());
+    if (m_pSplash->SetBitmap(PictureId::Splash, QColor(255, 0, 255)))
+        m_pSplash->Show();
+}
+
 void CTrackDeckDlg::BuildFrame() {
     m_skin.AddFrameButton(PictureId::MiniPlayer, kMiniCommand, kMiniButtonX, kFormButtonY,
                           LoadString(IDS_MAIN_MINI));
@@ -174,6 +184,7 @@ void CTrackDeckDlg::CreateLists() {
     QString& folder = GetSettings().m_strMyCollectionLocation;
     folder = folder.isEmpty() ? defaultFolder : QDir::cleanPath(folder);
     MakeFolder(folder);
+    m_pSplash.reset();
     m_lists.SetLocation(collection, folder);
     m_layout.Status().SetCaption(LoadString(IDS_SCAN_ING));
     m_scanner.ScanList(m_messages.Address(), MEDIA_TYPE_COLLECTION, collection.m_iId, folder);

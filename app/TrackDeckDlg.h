@@ -10,9 +10,11 @@
 
 #include <QRect>
 
+#include <memory>
 #include <vector>
 
 class CMenuBar;
+class CSplashScreenEx;
 class QAction;
 
 /// The main dialog, which is the program: it makes its parts, lays them out, connects them, and
@@ -23,6 +25,7 @@ class CTrackDeckDlg : public CBaseDlg {
 public:
     /// `openFile`: a document to open at start, or empty.
     explicit CTrackDeckDlg(QString openFile);
+    ~CTrackDeckDlg() override;
 
     /// Comes to the front of all windows.
     void BringToFront();
@@ -38,6 +41,7 @@ private:
     void OnInitDialog();
     void ReadSettings();
     void ConnectMessages();
+    void ShowSplash();
     void BuildFrame();
     void BuildMenus();
     void CreateLists();
@@ -56,6 +60,7 @@ private:
     void TakeNormalPlace();
     void SaveOnClose();
 
+    std::unique_ptr<CSplashScreenEx> m_pSplash; ///< while it is up
     QString m_strOpenFile;
     QString m_strTempFolder;
     int m_bMiniMode = 0;

@@ -7,7 +7,15 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QTimer>
 #include <QTimerEvent>
+
+namespace {
+
+/// Until the window system lets a window be painted; it takes some milliseconds as a rule.
+constexpr std::chrono::milliseconds kLongestWait(50);
+
+} // namespace
 
 CSplashScreenEx::CSplashScreenEx(QWidget* parent, const QString& text,
                                  std::chrono::milliseconds timeout, int style)
@@ -49,6 +57,9 @@ void CSplashScreenEx::Show() {
         return;
     Place();
     show();
+    // Who shows a splash has no time for events afterwards.
+    QTimer::singleShot(kLongestWait, &m_untilPainted, &QEventLoop::quit);
+    m_untilPainted.exec(QEventLoop::ExcludeUserInputEvents);
     if (m_timeout.count() > 0)
         m_timer.start(static_cast<int>(m_timeout.count()), this);
 }
@@ -68,6 +79,7 @@ void CSplashScreenEx::Place() {
 }
 
 void CSplashScreenEx::paintEvent(QPaintEvent*) {
+    m_untilPainted.quit();
     QPainter painter(this);
     painter.fillRect(rect(), QColor(Colours::kInk1));
     DrawPicture(painter, {}, m_bitmap);

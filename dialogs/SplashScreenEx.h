@@ -4,6 +4,7 @@
 
 #include <QBasicTimer>
 #include <QColor>
+#include <QEventLoop>
 #include <QFont>
 #include <QPixmap>
 #include <QWidget>
@@ -41,6 +42,7 @@ public:
     /// `size` is the height of the letters in pixels at 100 %.
     void SetTextFont(const QString& face, int size, int style);
 
+    /// Returns once it is painted, which takes 50 ms at most. Input waits until then.
     void Show();
     void Hide();
 
@@ -56,4 +58,5 @@ private:
     const int m_style;
     QPixmap m_bitmap;
     QBasicTimer m_timer;
+    QEventLoop m_untilPainted;
 };

@@ -6,13 +6,16 @@ namespace {
 
 QString g_strThemeFile;
 
-/// What the window system is told of a window of this style, whoever draws its frame.
-Qt::WindowFlags Buttons(FrameStyles style) {
-    Qt::WindowFlags flags = Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
+/// What the window system is told of a window whose frame we draw.
+Qt::WindowFlags Frameless(FrameStyles style) {
+    Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowCloseButtonHint;
     flags.setFlag(Qt::WindowMinimizeButtonHint, style.testFlag(FrameStyle::MinimizeBox));
     flags.setFlag(Qt::WindowMaximizeButtonHint, style.testFlag(FrameStyle::MaximizeBox));
     return flags;
 }
+
+/// A frame of the desktop's has either a system menu with all buttons, or none of them.
+constexpr Qt::WindowFlags kWithoutSystemMenu = Qt::CustomizeWindowHint | Qt::WindowTitleHint;
 
 } // namespace
 
@@ -23,10 +26,7 @@ void SetThemeFile(const QString& path) {
 CBaseDlg::CBaseDlg(QWidget* parent, FrameStyles style, Qt::WindowType type)
     : QDialog(parent) {
     const bool skinned = m_skin.LoadSkin(g_strThemeFile, devicePixelRatioF());
-    Qt::WindowFlags flags = type | Buttons(style);
-    // The desktop gives a frame that it draws a system menu, unless it is told all of it.
-    flags |= skinned ? Qt::FramelessWindowHint : Qt::CustomizeWindowHint;
-    setWindowFlags(flags);
+    setWindowFlags(type | (skinned ? Frameless(style) : kWithoutSystemMenu));
     m_skin.InstallSkin(this, style);
     FrameAccessible::Install();
 }

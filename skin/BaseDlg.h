@@ -9,7 +9,7 @@
 void SetThemeFile(const QString& path);
 
 /// The base of every dialog: a window whose frame is drawn from the theme. Where the theme can't be
-/// read it keeps the frame of the desktop, without a system menu.
+/// read it keeps the frame of the desktop, without a system menu and its buttons.
 ///
 /// A derived dialog gives itself a title and a layout as any dialog does; the layout lies inside
 /// the frame. Thread: interface thread.

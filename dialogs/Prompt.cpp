@@ -97,7 +97,8 @@ QWidget* Prompt::MakeText(const QString& text) {
     area->setWidget(label);
     area->viewport()->setAutoFillBackground(false);
     label->setAutoFillBackground(false);
-    area->setFixedSize(label->width() + area->verticalScrollBar()->sizeHint().width(),
+    area->setFixedSize(label->width() + DialogLayout::kGap +
+                           area->verticalScrollBar()->sizeHint().width(),
                        largest.height());
     return area;
 }

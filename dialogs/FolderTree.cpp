@@ -18,7 +18,7 @@ constexpr int kName = Qt::UserRole; ///< the name on disk; of a top level place,
 
 constexpr int kNewFolderTries = 1024;
 
-/// Renames a folder on disk before its label changes.
+/// Renames a folder on disk before its label changes; gives the rows some air.
 class LabelDelegate : public QStyledItemDelegate {
 public:
     explicit LabelDelegate(CFolderTree* tree)
@@ -28,6 +28,11 @@ public:
     void setModelData(QWidget* editor, QAbstractItemModel*,
                       const QModelIndex& index) const override {
         m_tree.Rename(*m_tree.itemFromIndex(index), editor->property("text").toString());
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 4);
     }
 
 private:

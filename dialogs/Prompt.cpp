@@ -9,25 +9,31 @@
 #include <QScrollBar>
 #include <QShortcut>
 
+#include <algorithm>
+
 namespace {
 
-constexpr int kTextWidth = 400;    ///< where longer lines are wrapped
+constexpr int kMinTextWidth = 200; ///< room for the window's title
+constexpr int kMaxTextWidth = 400; ///< where longer lines are wrapped
 constexpr QSize kAround(160, 200); ///< what the text leaves of the screen for all else
 
-constexpr int kLongestWord = 30;
-constexpr int kPieceOfWord = 8;
+constexpr qsizetype kLongestWord = 24;
+constexpr qsizetype kPieceOfWord = 8;
 
 /// A word that may be wider than a line, such as a path, gets invisible places to be broken at.
 QString BreakLongWords(const QString& text) {
     QString broken;
-    qsizetype wordStart = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        if (text[i].isSpace())
-            wordStart = i + 1;
-        broken += text[i];
-        const qsizetype length = i + 1 - wordStart;
-        if (length >= kLongestWord && length % kPieceOfWord == 0 && !text[i].isHighSurrogate())
-            broken += QChar(0x200B);
+    for (qsizetype start = 0; start < text.size();) {
+        const auto space = std::find_if(text.begin() + start, text.end(),
+                                        [](QChar unit) { return unit.isSpace(); });
+        const qsizetype end = qMin(space - text.begin() + 1, text.size()); // behind the space
+        const bool isLong = end - start > kLongestWord;
+        for (qsizetype i = start; i < end; ++i) {
+            if (isLong && i > start && (i - start) % kPieceOfWord == 0 && !text[i].isLowSurrogate())
+                broken += QChar(0x200B);
+            broken += text[i];
+        }
+        start = end;
     }
     return broken;
 }
@@ -77,10 +83,11 @@ QWidget* Prompt::MakeText(const QString& text) {
     const QSize largest = screen()->availableSize() - kAround;
     auto* label = new CSkinLabel(BreakLongWords(text), this);
     label->setWordWrap(true);
-    const QRect lines = label->fontMetrics().boundingRect(
-        QRect(0, 0, qMin(kTextWidth, largest.width()), QWIDGETSIZE_MAX), Qt::TextWordWrap,
-        label->text());
-    label->setFixedSize(lines.size() + QSize(1, 0)); // the label's own lines never need more
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    const int widest = qMin(kMaxTextWidth, largest.width());
+    const QRect lines = label->fontMetrics().boundingRect(QRect(0, 0, widest, QWIDGETSIZE_MAX),
+                                                          Qt::TextWordWrap, label->text());
+    label->setFixedSize(qMax(lines.width() + 1, qMin(kMinTextWidth, widest)), lines.height());
     if (label->height() <= largest.height())
         return label;
 
@@ -90,7 +97,8 @@ QWidget* Prompt::MakeText(const QString& text) {
     area->setWidget(label);
     area->viewport()->setAutoFillBackground(false);
     label->setAutoFillBackground(false);
-    area->setFixedSize(label->width() + area->verticalScrollBar()->sizeHint().width(),
+    area->setFixedSize(label->width() + DialogLayout::kGap +
+                           area->verticalScrollBar()->sizeHint().width(),
                        largest.height());
     return area;
 }

@@ -26,10 +26,10 @@ CScanPCDlg::CScanPCDlg(QWidget* parent)
 
     auto* folder = new QHBoxLayout;
     folder->setSpacing(DialogLayout::kGap);
+    folder->addWidget(label);
     folder->addWidget(m_pFolder);
     folder->addWidget(browse);
     auto* layout = new DialogLayout(this);
-    layout->addWidget(label);
     layout->addLayout(folder);
     layout->addWidget(m_pSubfolders);
     auto* start = layout->AddButton(PictureId::StartScan, IDS_SCAN_START, [this] { accept(); });

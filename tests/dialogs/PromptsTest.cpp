@@ -103,6 +103,7 @@ TEST_F(PromptsTest, ShowsTextsOfAnyLengthWithinTheScreen) {
                              sentence.repeated(80),
                              sentence.repeated(2'000),
                              QString(500, u'W'),
+                             QString(60, u'W'),
                              QStringLiteral("\U0001F3B5").repeated(500),
                              QString(300, u'\n')};
     for (const QString& text : texts) {

@@ -22,7 +22,8 @@ constexpr int kMargin = 8;
 constexpr int kUpperHeight = 46;
 constexpr int kLowerHeight = 57;
 constexpr int kArtworkSide = 84;
-constexpr int kVolumeWidth = 88;
+constexpr int kVolumeWidth = 72;
+constexpr int kGap = 4; // within a group of buttons
 
 /// The ground of the two rows. It is drawn as high as both of them, from the bottom up, so that the
 /// lower row looks the same alone.
@@ -50,7 +51,7 @@ Button* MakeDisabled(PictureId picture, StringId text, QWidget* parent) {
 QHBoxLayout* MakeRow(QWidget* row) {
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(kMargin);
+    layout->setSpacing(kGap);
     return layout;
 }
 
@@ -92,6 +93,7 @@ QWidget* MainLayout::MakeUpperRow() {
     layout->addWidget(m_pScanButton);
     layout->addWidget(MakeDisabled<CImageButton>(PictureId::CopyToPhone, IDS_BT_TOPHONE, row));
     layout->addWidget(MakeDisabled<CPicButton>(PictureId::CancelAll, IDS_BT_CANCELALL, row));
+    layout->addSpacing(kGap);
     layout->addWidget(m_pStatus, 1);
     return row;
 }
@@ -110,7 +112,9 @@ QWidget* MainLayout::MakeLowerRow() {
     layout->addWidget(MakeDisabled<CImageButton>(PictureId::Previous, IDS_BT_PRE, row));
     layout->addWidget(MakeDisabled<CImageButton>(PictureId::Play, IDS_BT_PLAY, row));
     layout->addWidget(MakeDisabled<CImageButton>(PictureId::Next, IDS_BT_NEXT, row));
+    layout->addSpacing(kGap);
     layout->addWidget(seek, 1);
+    layout->addSpacing(kGap);
     layout->addWidget(speaker);
     layout->addWidget(m_pVolume);
     return row;

@@ -15,6 +15,7 @@
 int CTrackDeckApp::Run(int argc, char** argv) {
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("trackdeck"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TRACKDECK_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("trackdeck"));
     m_strLanguageFile =
         QCoreApplication::applicationDirPath() + QStringLiteral("/languages/language.lgg");

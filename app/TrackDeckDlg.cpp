@@ -305,7 +305,9 @@ void CTrackDeckDlg::ToggleMiniMode() {
         m_layout.Grid().setFocus(); // hidden, it has lost it
 }
 
-void CTrackDeckDlg::OnAbout() {}
+void CTrackDeckDlg::OnAbout() {
+    CAboutDlg(this).exec();
+}
 
 void CTrackDeckDlg::MoveTo(const QRect& place) {
     move(place.topLeft());

@@ -5,7 +5,7 @@
 #include "skin/ImageButton.h"
 
 CFolderDlg::CFolderDlg(const QString& path, QWidget* parent, const std::vector<FolderRoot>& roots)
-    : CBaseDlg(parent)
+    : CBaseDlg(parent, FrameStyle::Sizable)
     , m_strPath(path)
     , m_pTree(new CFolderTree(roots, this)) {
     setWindowTitle(LoadString(IDS_DLGTITLE_FOLDER));

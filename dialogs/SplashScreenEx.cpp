@@ -59,7 +59,8 @@ void CSplashScreenEx::Show() {
     show();
     // Who shows a splash has no time for events afterwards.
     QTimer::singleShot(kLongestWait, &m_untilPainted, &QEventLoop::quit);
-    m_untilPainted.exec(QEventLoop::ExcludeUserInputEvents);
+    if (!m_bPainted)
+        m_untilPainted.exec(QEventLoop::ExcludeUserInputEvents);
     if (m_timeout.count() > 0)
         m_timer.start(static_cast<int>(m_timeout.count()), this);
 }
@@ -79,6 +80,7 @@ void CSplashScreenEx::Place() {
 }
 
 void CSplashScreenEx::paintEvent(QPaintEvent*) {
+    m_bPainted = true;
     m_untilPainted.quit();
     QPainter painter(this);
     painter.fillRect(rect(), QColor(Colours::kInk1));

@@ -59,4 +59,5 @@ private:
     QPixmap m_bitmap;
     QBasicTimer m_timer;
     QEventLoop m_untilPainted;
+    bool m_bPainted = false;
 };

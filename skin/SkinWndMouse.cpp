@@ -5,6 +5,7 @@
 #include <QToolTip>
 #include <QWindow>
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <utility>
@@ -13,47 +14,28 @@
 
 namespace {
 
-/// Edges that a size by this part of the frame moves; none for other parts.
-Qt::Edges EdgesOf(int hit) {
-    switch (hit) {
-    case FrameHit::Left:
-        return Qt::LeftEdge;
-    case FrameHit::Right:
-        return Qt::RightEdge;
-    case FrameHit::Top:
-        return Qt::TopEdge;
-    case FrameHit::Bottom:
-        return Qt::BottomEdge;
-    case FrameHit::TopLeft:
-        return Qt::TopEdge | Qt::LeftEdge;
-    case FrameHit::TopRight:
-        return Qt::TopEdge | Qt::RightEdge;
-    case FrameHit::BottomLeft:
-        return Qt::BottomEdge | Qt::LeftEdge;
-    case FrameHit::BottomRight:
-        return Qt::BottomEdge | Qt::RightEdge;
-    default:
-        return {};
-    }
-}
+/// A part of the frame by which a window is sized.
+struct Grip {
+    int hit;
+    Qt::Edges edges;
+    Qt::CursorShape cursor;
+};
+const Grip kGrips[] = {
+    {FrameHit::Left, Qt::LeftEdge, Qt::SizeHorCursor},
+    {FrameHit::Right, Qt::RightEdge, Qt::SizeHorCursor},
+    {FrameHit::Top, Qt::TopEdge, Qt::SizeVerCursor},
+    {FrameHit::Bottom, Qt::BottomEdge, Qt::SizeVerCursor},
+    {FrameHit::TopLeft, Qt::TopEdge | Qt::LeftEdge, Qt::SizeFDiagCursor},
+    {FrameHit::TopRight, Qt::TopEdge | Qt::RightEdge, Qt::SizeBDiagCursor},
+    {FrameHit::BottomLeft, Qt::BottomEdge | Qt::LeftEdge, Qt::SizeBDiagCursor},
+    {FrameHit::BottomRight, Qt::BottomEdge | Qt::RightEdge, Qt::SizeFDiagCursor},
+};
 
-Qt::CursorShape CursorOf(int hit) {
-    switch (hit) {
-    case FrameHit::Left:
-    case FrameHit::Right:
-        return Qt::SizeHorCursor;
-    case FrameHit::Top:
-    case FrameHit::Bottom:
-        return Qt::SizeVerCursor;
-    case FrameHit::TopLeft:
-    case FrameHit::BottomRight:
-        return Qt::SizeFDiagCursor;
-    case FrameHit::TopRight:
-    case FrameHit::BottomLeft:
-        return Qt::SizeBDiagCursor;
-    default:
-        return Qt::ArrowCursor;
-    }
+/// Null for other parts.
+const Grip* FindGrip(int hit) {
+    const auto* grip = std::find_if(std::begin(kGrips), std::end(kGrips),
+                                    [hit](const Grip& one) { return one.hit == hit; });
+    return grip == std::end(kGrips) ? nullptr : grip;
 }
 
 } // namespace
@@ -80,7 +62,8 @@ bool CSkinWnd::OnMouseMove(QPointF place, bool held) {
         m_nLastHit = hit;
         Refresh();
     }
-    Window()->setCursor(CursorOf(hit));
+    const Grip* grip = FindGrip(hit);
+    Window()->setCursor(grip ? grip->cursor : Qt::ArrowCursor);
     return true;
 }
 
@@ -117,8 +100,8 @@ bool CSkinWnd::StartMoveOrSize(int hit) const {
     QWindow* window = Window()->windowHandle();
     if (hit == FrameHit::Caption && m_frame.m_nWindowState != WindowState::Maximized)
         return window->startSystemMove();
-    const Qt::Edges edges = EdgesOf(hit);
-    return edges && window->startSystemResize(edges);
+    const Grip* grip = FindGrip(hit);
+    return grip && window->startSystemResize(grip->edges);
 }
 
 bool CSkinWnd::OnMouseRelease(const QMouseEvent& event) {

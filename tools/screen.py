@@ -82,15 +82,19 @@ class Screen:
         cls.point(window, point)
         output("xdotool", "click", "--repeat", str(times), "--delay", "60", str(button))
 
-    @classmethod
-    def drag(cls, window, start, way, slack=(0, 0)):
-        """Takes a point of a window along, by `way`, in steps that a window manager follows.
-        `slack` is what the mouse goes before it takes anything along."""
-        cls.point(window, start)
+    @staticmethod
+    def hold():
         output("xdotool", "mousedown", "1")
-        for step in [slack, *[tuple(length // 4 for length in way)] * 4]:
-            if any(step):
-                output("xdotool", "mousemove_relative", "--sync", "--", *map(str, step))
+
+    @staticmethod
+    def pull(way):
+        """Moves the mouse by `way`, in steps that a window manager follows."""
+        for _ in range(4):
+            step = [str(length // 4) for length in way]
+            output("xdotool", "mousemove_relative", "--sync", "--", *step)
+
+    @staticmethod
+    def let_go():
         output("xdotool", "mouseup", "1")
 
     @staticmethod

@@ -9,6 +9,7 @@ import functools
 import pathlib
 import sys
 import tempfile
+import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
 from screen import Screen, StepFailed, check, new_user, output, start, take, wait_for
@@ -26,6 +27,7 @@ SCREEN = scaled(1280, 800)
 SMALLEST = scaled(640, 480)
 MINI_SIZE = scaled(400, 89)
 STEP = 40 * SCALE
+CAPTION = scaled(200, 16)
 
 # Middles of the frame's buttons: from the window's right edge, and from its top.
 CLOSE, MAXIMIZE, MINIMIZE = (scaled(right, 15) for right in (21, 47, 73))
@@ -51,6 +53,7 @@ class Walk:
         self.screen = Screen(cleanup, scratch, SCREEN)
         self.process = None
         self.window = None
+        self.mini_place = None
 
     def geometry(self):
         return self.screen.geometry(self.window)
@@ -75,12 +78,38 @@ class Walk:
     def click_button(self, button):
         self.screen.click(self.window, self.from_right(button))
 
-    def drag_caption(self, way):
-        # The first move tells a drag from a double click.
-        self.screen.drag(self.window, scaled(200, 16), way, slack=(1, 1))
+    def settled(self, before):
+        """The geometry once it is another one than `before`, and rests."""
+        self.screen.pull((4 * SCALE, 4 * SCALE))
+        deadline = time.monotonic() + 2
+        last = before
+        while time.monotonic() < deadline:
+            time.sleep(0.2)
+            now = self.geometry()
+            if now == last != before:
+                return now
+            last = now
+        return None
+
+    def drag(self, point, way):
+        """Takes a point of the window along, by `way`. Returns the geometry from which this goes:
+        where the mouse is when the window manager takes over, nobody can tell in advance."""
+        before = self.geometry()
+        self.screen.point(self.window, point)
+        self.screen.hold()
+        start = wait_for(lambda: self.settled(before), "the drag to begin")
+        self.screen.pull(way)
+        self.screen.let_go()
+        return start
+
+    def drag_in_vain(self, point):
+        self.screen.point(self.window, point)
+        self.screen.hold()
+        self.screen.pull((STEP, STEP))
+        self.screen.let_go()
 
     def double_click_caption(self):
-        self.screen.click(self.window, scaled(200, 16), times=2)
+        self.screen.click(self.window, CAPTION, times=2)
 
     def program_starts(self):
         self.process = start(self.cleanup, [PROGRAM])
@@ -90,36 +119,32 @@ class Walk:
         self.wait_for_geometry(size, tuple((s - w) // 2 for s, w in zip(SCREEN, size)))
 
     def caption_moves(self):
-        size, (left, top) = self.geometry()
-        self.drag_caption((STEP, STEP))
-        self.wait_for_geometry(size, (left + STEP, top + STEP))
-        self.drag_caption((-STEP, -STEP))
-        self.wait_for_geometry(size, (left, top))
+        for step in (STEP, -STEP):
+            size, (left, top) = self.drag(CAPTION, (step, step))
+            self.wait_for_geometry(size, (left + step, top + step))
 
     def grip_sizes(self, grip):
         place_in, (left, top, right, bottom) = GRIPS[grip]
-        size, place = self.geometry()
-        for step in (-STEP, STEP):  # and back again
-            (w, h), (x, y) = self.geometry()
-            self.screen.drag(self.window, place_in(w, h), (step, step))
+        for step in (-STEP, STEP):
+            size, _ = self.geometry()
+            (w, h), (x, y) = self.drag(place_in(*size), (step, step))
             self.wait_for_geometry(
                 (w + step * (right - left), h + step * (bottom - top)),
                 (x + step * left, y + step * top),
             )
-        self.wait_for_geometry(size, place)
 
     def smallest_size_holds(self):
         size, place = self.geometry()
         grip = GRIPS["bottom right corner"][0]
-        self.screen.drag(self.window, grip(*size), scaled(-400, -400))
+        self.drag(grip(*size), scaled(-400, -400))
         self.wait_for_geometry(SMALLEST, place)
 
     def maximizes(self, toggle):
         before = self.geometry()
         toggle()
         self.wait_for_geometry(SCREEN, (0, 0))
-        self.drag_caption((STEP, STEP))  # which takes nothing along
-        self.screen.drag(self.window, (1, SCREEN[1] // 2), (STEP, STEP))
+        self.drag_in_vain(CAPTION)
+        self.drag_in_vain((1, SCREEN[1] // 2))
         self.wait_for_geometry(SCREEN, (0, 0))
         toggle()
         self.wait_for_geometry(*before)
@@ -157,11 +182,12 @@ class Walk:
         self.click_button(TO_MINI)
         mini_place = (10 * SCALE, SCREEN[1] - 100 * SCALE)
         self.wait_for_geometry(MINI_SIZE, mini_place)
-        self.screen.drag(self.window, (MINI_SIZE[0] - 2, 40 * SCALE), (STEP, -STEP))
+        self.drag_in_vain((MINI_SIZE[0] - 2, 40 * SCALE))
         self.double_click_caption()
         self.wait_for_geometry(MINI_SIZE, mini_place)
-        self.drag_caption((STEP, -STEP))
-        self.wait_for_geometry(MINI_SIZE, (mini_place[0] + STEP, mini_place[1] - STEP))
+        _, (left, top) = self.drag(CAPTION, (STEP, -STEP))
+        self.mini_place = (left + STEP, top - STEP)
+        self.wait_for_geometry(MINI_SIZE, self.mini_place)
         self.click_button(TO_NORMAL)
         self.wait_for_geometry(size, place)
 
@@ -169,7 +195,7 @@ class Walk:
         self.double_click_caption()
         self.wait_for_geometry(SCREEN, (0, 0))
         self.click_button(TO_MINI)
-        self.wait_for_geometry(MINI_SIZE, (10 * SCALE + STEP, SCREEN[1] - 100 * SCALE - STEP))
+        self.wait_for_geometry(MINI_SIZE, self.mini_place)
         self.click_button(TO_NORMAL)
         self.wait_for_geometry(SCREEN, (0, 0))
         self.double_click_caption()

@@ -108,7 +108,7 @@ TEST_F(FolderDlgTest, StartsAtTheWantedFolderOrAsNearAsItGets) {
 }
 
 TEST_F(FolderDlgTest, ReadsAFolderWhenItIsExpanded) {
-    for (const char* name : {"Track 10", "track 2", "Ab", ".hidden", "gone", "empty"})
+    for (const char* name : {"Track 10", "track 2", "Ab", ".hidden", "gone", "empty", "two\nlines"})
         scratch.MakeFolder(QString::fromLatin1(name));
     scratch.MakeFolder(Path::FromBytes("caf\xE9"));
     scratch.Write(QStringLiteral("file"), "x");
@@ -118,7 +118,9 @@ TEST_F(FolderDlgTest, ReadsAFolderWhenItIsExpanded) {
     Open(QString());
     EXPECT_EQ(Children(), QStringList());
     QTest::keyClick(tree, Qt::Key_Right);
-    EXPECT_EQ(Children().join(u'|'), u"Ab|caf\uFFFD|empty|gone|loop|track 2|Track 10");
+    EXPECT_EQ(Children().join(u'|'), u"Ab|caf\uFFFD|empty|gone|loop|track 2|Track 10|two lines");
+    QTest::keyClick(tree, Qt::Key_Asterisk); // opens no more than it is asked to
+    EXPECT_EQ(tree->currentItem()->child(4)->childCount(), 0);
 
     // A folder that can't be read looks like an empty one.
     ::rmdir(Path::ToBytes(scratch.File(QStringLiteral("gone"))).constData());

@@ -6,6 +6,7 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
+#include <QApplication>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -137,4 +138,15 @@ TEST_F(PromptsTest, AboutTellsAllItsTexts) {
               u"IDS_MAIN_TITLE\nIDS_ABOUT_COPYRIGHT\nIDS_ABOUT_WARNING\nIDS_ABOUT_NOTICE");
     Key(Qt::Key_Return)(dialog);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
+TEST_F(PromptsTest, AboutKeepsItsTextsOffThePicture) {
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QApplication::setLayoutDirection(direction);
+        CAboutDlg dialog(nullptr);
+        dialog.show();
+        for (const auto* label : dialog.findChildren<CSkinLabel*>())
+            EXPECT_LT(label->geometry().right(), label->parentWidget()->width() * 6 / 10);
+    }
+    QApplication::setLayoutDirection(Qt::LayoutDirectionAuto);
 }

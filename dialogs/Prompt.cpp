@@ -91,13 +91,17 @@ QWidget* Prompt::MakeText(const QString& text) {
     if (label->height() <= largest.height())
         return label;
 
+    constexpr int kMargin = DialogLayout::kGap / 2;
+    label->setMargin(kMargin);
+    label->setFixedSize(label->size().grownBy({kMargin, kMargin, kMargin, kMargin}));
     auto* area = new QScrollArea(this);
-    area->setFrameShape(QFrame::NoFrame);
+    area->setFrameShape(QFrame::StyledPanel); // which shows the focus, to scroll by keyboard
+    area->setAccessibleName(text);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setWidget(label);
     area->viewport()->setAutoFillBackground(false);
     label->setAutoFillBackground(false);
-    area->setFixedSize(label->width() + DialogLayout::kGap +
+    area->setFixedSize(label->width() + 2 * area->frameWidth() +
                            area->verticalScrollBar()->sizeHint().width(),
                        largest.height());
     return area;

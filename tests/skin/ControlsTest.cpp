@@ -4,6 +4,7 @@
 #include "skin/PicButton.h"
 #include "skin/ProgressSlider.h"
 #include "skin/SkinLabel.h"
+#include "tests/fixtures/Contrast.h"
 
 #include <QAccessible>
 #include <QAnimationDriver>
@@ -16,7 +17,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cmath>
 #include <memory>
 #include <vector>
 
@@ -417,14 +417,6 @@ protected:
     const QString m_strLong = QStringLiteral("<b>Artist</b> - Album - Title ").repeated(4);
 };
 
-double Luminance(QColor colour) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
 } // namespace
 
 TEST_F(ProgressTest, TheBarIsFilledUpToItsPositionAndTextOnItCanBeRead) {
@@ -436,7 +428,7 @@ TEST_F(ProgressTest, TheBarIsFilledUpToItsPositionAndTextOnItCanBeRead) {
     EXPECT_EQ(ground.rgb(), Colours::kInk0);
     EXPECT_EQ(look.pixelColor(99, 11), fill);
     EXPECT_EQ(look.pixelColor(100, 11), ground);
-    EXPECT_GE(1.05 / (Luminance(fill) + 0.05), 4.5);
+    EXPECT_GE(Contrast(Colours::kText, fill), 4.5);
     QTest::mouseClick(m_bar.get(), Qt::LeftButton, {}, {150, 11});
     EXPECT_EQ(m_bar->value(), 75);
 }

@@ -1,12 +1,12 @@
 #include "skin/Pictures.h"
 
 #include "skin/Colours.h"
+#include "tests/fixtures/Contrast.h"
 
 #include <QImage>
 #include <QPainter>
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <map>
 
 namespace {
@@ -61,21 +61,6 @@ QImage Load(PictureId id, qreal scale) {
     QImage image = LoadPicture(id, scale).toImage().convertToFormat(QImage::Format_ARGB32);
     image.setDevicePixelRatio(1);
     return image;
-}
-
-double Luminance(QRgb colour) {
-    const auto linear = [](int channel) {
-        const double value = channel / 255.0;
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) +
-           0.0722 * linear(qBlue(colour));
-}
-
-double Contrast(QRgb a, QRgb b) {
-    const double light = std::max(Luminance(a), Luminance(b));
-    const double dark = std::min(Luminance(a), Luminance(b));
-    return (light + 0.05) / (dark + 0.05);
 }
 
 } // namespace

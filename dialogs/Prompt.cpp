@@ -28,9 +28,12 @@ QString BreakLongWords(const QString& text) {
                                         [](QChar unit) { return unit.isSpace(); });
         const qsizetype end = qMin(space - text.begin() + 1, text.size()); // behind the space
         const bool isLong = end - start > kLongestWord;
+        qsizetype piece = start;
         for (qsizetype i = start; i < end; ++i) {
-            if (isLong && i > start && (i - start) % kPieceOfWord == 0 && !text[i].isLowSurrogate())
+            if (isLong && i - piece >= kPieceOfWord && !text[i].isLowSurrogate()) {
                 broken += QChar(0x200B);
+                piece = i;
+            }
             broken += text[i];
         }
         start = end;

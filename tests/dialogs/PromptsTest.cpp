@@ -105,7 +105,7 @@ TEST_F(PromptsTest, ShowsTextsOfAnyLengthWithinTheScreen) {
                              sentence.repeated(2'000),
                              QString(500, u'W'),
                              QString(60, u'W'),
-                             QStringLiteral("\U0001F3B5").repeated(500),
+                             u'x' + QStringLiteral("\U0001F3B5").repeated(500),
                              QString(300, u'\n')};
     for (const QString& text : texts) {
         CWarningDlg dialog(text, nullptr);
@@ -116,6 +116,7 @@ TEST_F(PromptsTest, ShowsTextsOfAnyLengthWithinTheScreen) {
         for (const auto* label : dialog.findChildren<CSkinLabel*>()) {
             if (!label->pixmap().isNull())
                 continue;
+            EXPECT_TRUE(label->text().isValidUtf16());
             shown = label->text().remove(QChar(0x200B));
             // All of it can be seen, by scrolling at most.
             const QRect needed = label->fontMetrics().boundingRect(QRect(QPoint(), label->size()),

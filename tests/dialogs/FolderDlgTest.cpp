@@ -97,6 +97,7 @@ TEST_F(FolderDlgTest, StartsAtTheWantedFolderOrAsNearAsItGets) {
     for (const auto& row : rows) {
         Open(row.start);
         EXPECT_EQ(Selected(), row.selected);
+        EXPECT_FALSE(tree->topLevelItem(0)->isExpanded()); // "/", for another place is nearer
         EXPECT_TRUE(tree->viewport()->rect().intersects(tree->visualItemRect(tree->currentItem())));
         Click("IDS_BT_OK");
         EXPECT_EQ(dialog->result(), QDialog::Accepted);
@@ -169,7 +170,7 @@ TEST_F(FolderDlgTest, RenamesTheNewFolderAndNoOther) {
     } rows[] = {
         {QStringLiteral("Caf\u00E9 & co"), QStringLiteral("Caf\u00E9 & co")},
         {QStringLiteral("taken"), QStringLiteral("New Folder")},
-        {QStringLiteral("x/y"), QStringLiteral("New Folder")},
+        {QStringLiteral("taken/y"), QStringLiteral("New Folder")},
         {QString(), QStringLiteral("New Folder")},
         {QStringLiteral(" "), QStringLiteral("New Folder")},
         {QStringLiteral(".."), QStringLiteral("New Folder")},

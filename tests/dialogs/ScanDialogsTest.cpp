@@ -81,6 +81,7 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
         const auto buttons = dialog.findChildren<QPushButton*>();
         const QPushButton& start =
             **std::ranges::find(buttons, QStringLiteral("IDS_SCAN_START"), &QWidget::toolTip);
+        EXPECT_FALSE(start.isEnabled());
         folder.setText(QStringLiteral("/no/such folder"));
         EXPECT_FALSE(start.isEnabled());
         folder.setText(QStringLiteral("~"));

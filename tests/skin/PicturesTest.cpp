@@ -7,8 +7,6 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 
-#include <map>
-
 namespace {
 
 constexpr qreal kScales[] = {1, 1.25, 1.5, 2, 3};
@@ -83,43 +81,12 @@ TEST(PicturesTest, EachHasItsSizeAtEveryScale) {
         EXPECT_TRUE(icon.availableSizes().contains(QSize(side, side))) << side;
 }
 
-TEST(PicturesTest, NoTwoButtonsShowTheSameGlyph) {
-    std::map<std::vector<QRgb>, PictureId> seen;
-    for (const Expected& expected : kPictures) {
-        if (expected.height != 44)
-            continue;
-        const QImage image = Load(expected.id, 1).copy(0, 0, 45, 44);
-        const auto* pixels = reinterpret_cast<const QRgb*>(image.constBits());
-        const auto [other, isNew] =
-            seen.try_emplace({pixels, pixels + image.width() * image.height()}, expected.id);
-        EXPECT_TRUE(isNew) << static_cast<int>(expected.id) << " and "
-                           << static_cast<int>(other->second);
-    }
-}
-
 TEST(PicturesTest, GlyphsStandOutFromTheirDiscs) {
     for (const PictureId disc :
          {PictureId::RaisedDisc, PictureId::HoverFrame, PictureId::PressedFrame}) {
         const QImage image = Load(disc, 1);
         for (int y = 12; y < 32; ++y)
             EXPECT_GE(Contrast(image.pixel(22, y), Colours::kQuietText), 4.5) << y;
-    }
-}
-
-// A button of a strip and one that is composed of disc and glyph stand side by side.
-TEST(PicturesTest, StripsAreMadeOfTheSharedDiscs) {
-    for (const qreal scale : {1.0, 1.5, 2.0}) {
-        const PictureId discs[] = {PictureId::RaisedDisc, PictureId::HoverFrame,
-                                   PictureId::PressedFrame, PictureId::RaisedDisc};
-        const QImage strip = Load(PictureId::NewPlaylist, scale);
-        const int width = strip.width() / 4;
-        for (int state = 0; state < 4; ++state) {
-            const QImage disc = Load(discs[state], scale);
-            ASSERT_EQ(disc.width(), width);
-            const int rows = qRound(10 * scale); // above the glyph
-            EXPECT_EQ(strip.copy(state * width, 0, width, rows), disc.copy(0, 0, width, rows))
-                << state << " at " << scale;
-        }
     }
 }
 

@@ -63,6 +63,7 @@ MainLayout::MainLayout(QWidget& window)
     , m_pArtwork(new ArtworkField(m_pBand))
     , m_pUpperRow(MakeUpperRow()) {
     m_pGrid->setPalette(PagePalette());
+    m_pGrid->setAccessibleName(LoadString(IDS_MAIN_TRACKS));
     m_pArtwork->setFixedSize(kArtworkSide, kArtworkSide);
 
     auto* band = new QGridLayout(m_pBand);

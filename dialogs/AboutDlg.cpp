@@ -61,7 +61,7 @@ CAboutDlg::CAboutDlg(QWidget* parent)
         label->setFont(TextFont());
         label->setWordWrap(true);
         label->setFixedSize(kTextWidth, label->heightForWidth(kTextWidth));
-        layout->addWidget(label);
+        layout->addWidget(label, 0, Qt::AlignLeft | Qt::AlignAbsolute);
     }
     setAccessibleDescription(texts.join(u'\n'));
     layout->addStretch();

@@ -4,6 +4,8 @@
 #include "dialogs/DialogLayout.h"
 #include "skin/ImageButton.h"
 
+#include <QScreen>
+
 CFolderDlg::CFolderDlg(const QString& path, QWidget* parent, const std::vector<FolderRoot>& roots)
     : CBaseDlg(parent, FrameStyle::Sizable)
     , m_strPath(path)
@@ -19,7 +21,7 @@ CFolderDlg::CFolderDlg(const QString& path, QWidget* parent, const std::vector<F
     layout->AddButton(PictureId::Ok, IDS_BT_OK, [this] { accept(); })->setDefault(true);
     layout->AddButton(PictureId::No, IDS_BT_CANCEL, [this] { reject(); });
     m_pTree->setFocus();
-    resize(400, 440);
+    resize(QSize(400, 440).boundedTo(screen()->availableSize()));
 }
 
 void CFolderDlg::accept() {

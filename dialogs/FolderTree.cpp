@@ -1,5 +1,6 @@
 #include "dialogs/FolderTree.h"
 
+#include "grid/GridFont.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
 #include "platform/Volumes.h"
@@ -7,6 +8,7 @@
 #include <QCollator>
 #include <QDir>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -47,8 +49,13 @@ QTreeWidgetItem* MakeItem(const QString& name, const QString& title) {
     return item;
 }
 
+/// A name may hold line ends, and a row has one line.
+QString TitleOf(const QString& name) {
+    return GridFont::OneLine(Path::ForDisplay(name));
+}
+
 QTreeWidgetItem* MakeItem(const QString& name) {
-    return MakeItem(name, Path::ForDisplay(name));
+    return MakeItem(name, TitleOf(name));
 }
 
 QString PathOf(const QTreeWidgetItem& item) {
@@ -91,7 +98,7 @@ std::vector<FolderRoot> ListFolderRoots() {
     std::vector<FolderRoot> roots;
     const auto addNamed = [&](const QString& path) {
         const QString title = Path::FileName(path) + QStringLiteral(" [") + path + u']';
-        roots.push_back({Path::ForDisplay(title), path});
+        roots.push_back({TitleOf(title), path});
     };
     if (QDir::homePath() != QDir::rootPath())
         addNamed(QDir::homePath());
@@ -199,8 +206,15 @@ bool CFolderTree::Rename(QTreeWidgetItem& item, const QString& name) {
     if (!MoveToFreePath(PathOf(item), Path::Join(PathOf(*item.parent()), name)))
         return false;
     item.setData(0, kName, name);
-    item.setText(0, name);
+    item.setText(0, TitleOf(name));
     return true;
+}
+
+void CFolderTree::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Asterisk)
+        event->ignore(); // else all below is opened: of the root, every folder of the machine
+    else
+        QTreeWidget::keyPressEvent(event);
 }
 
 void CFolderTree::showEvent(QShowEvent* event) {

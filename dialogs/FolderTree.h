@@ -44,6 +44,7 @@ public:
     bool Rename(QTreeWidgetItem& item, const QString& name);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:

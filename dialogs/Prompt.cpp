@@ -28,9 +28,12 @@ QString BreakLongWords(const QString& text) {
                                         [](QChar unit) { return unit.isSpace(); });
         const qsizetype end = qMin(space - text.begin() + 1, text.size()); // behind the space
         const bool isLong = end - start > kLongestWord;
+        qsizetype piece = start;
         for (qsizetype i = start; i < end; ++i) {
-            if (isLong && i > start && (i - start) % kPieceOfWord == 0 && !text[i].isLowSurrogate())
+            if (isLong && i - piece >= kPieceOfWord && !text[i].isLowSurrogate()) {
                 broken += QChar(0x200B);
+                piece = i;
+            }
             broken += text[i];
         }
         start = end;
@@ -91,13 +94,17 @@ QWidget* Prompt::MakeText(const QString& text) {
     if (label->height() <= largest.height())
         return label;
 
+    constexpr int kMargin = DialogLayout::kGap / 2;
+    label->setMargin(kMargin);
+    label->setFixedSize(label->size().grownBy({kMargin, kMargin, kMargin, kMargin}));
     auto* area = new QScrollArea(this);
-    area->setFrameShape(QFrame::NoFrame);
+    area->setFrameShape(QFrame::StyledPanel); // which shows the focus, to scroll by keyboard
+    area->setAccessibleName(text);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setWidget(label);
     area->viewport()->setAutoFillBackground(false);
     label->setAutoFillBackground(false);
-    area->setFixedSize(label->width() + DialogLayout::kGap +
+    area->setFixedSize(label->width() + 2 * area->frameWidth() +
                            area->verticalScrollBar()->sizeHint().width(),
                        largest.height());
     return area;

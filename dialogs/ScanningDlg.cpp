@@ -3,6 +3,7 @@
 #include "base/Language.h"
 #include "base/Messages.h"
 #include "dialogs/DialogLayout.h"
+#include "grid/GridFont.h"
 #include "library/FolderScan.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaList.h"
@@ -82,6 +83,6 @@ void CScanningDlg::EndScanOrClose() {
 }
 
 void CScanningDlg::ShowFolderText(const QString& text) {
-    m_pFolderText->setText(
-        m_pFolderText->fontMetrics().elidedText(text, Qt::ElideMiddle, m_pFolderText->width()));
+    m_pFolderText->setText(m_pFolderText->fontMetrics().elidedText(
+        GridFont::OneLine(text), Qt::ElideMiddle, m_pFolderText->width()));
 }

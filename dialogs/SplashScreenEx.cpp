@@ -72,8 +72,9 @@ void CSplashScreenEx::Hide() {
 
 void CSplashScreenEx::Place() {
     QRect place = geometry();
-    if (m_style & kCenterOnScreen)
-        place.moveCenter(QGuiApplication::primaryScreen()->geometry().center());
+    const QScreen* screen = QGuiApplication::primaryScreen(); // none while all are unplugged
+    if ((m_style & kCenterOnScreen) && screen)
+        place.moveCenter(screen->geometry().center());
     if ((m_style & kCenterOnParent) && parentWidget())
         place.moveCenter(parentWidget()->window()->frameGeometry().center());
     move(place.topLeft());

@@ -105,7 +105,7 @@ void CBitmapSlider::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     DrawSlider(painter);
     if (ShowsFocus(*this))
-        DrawEdge(painter, *this, QColor(Colours::kAccent));
+        DrawEdge(painter, rect(), QColor(Colours::kAccent));
 }
 
 void CBitmapSlider::DrawSlider(QPainter& painter) const {

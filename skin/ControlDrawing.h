@@ -23,10 +23,10 @@
            option.state.testFlag(QStyle::State_KeyboardFocusChange);
 }
 
-/// Draws a line along the inner edges of a control: 1 pixel at 100 %, alike on all sides.
-inline void DrawEdge(QPainter& painter, const QWidget& control, const QColor& colour) {
+/// Draws a line along the inner edges of a place: 1 pixel at 100 %, alike on all sides.
+inline void DrawEdge(QPainter& painter, const QRect& place, const QColor& colour) {
     const DevicePixels pixels(painter);
-    const QRect edge = pixels.Of(control.rect());
+    const QRect edge = pixels.Of(place);
     const int line = pixels.Length(1);
     const QRect inner = edge.adjusted(line, line, -line, -line);
     for (const QRect& side : QRegion(edge) - inner)

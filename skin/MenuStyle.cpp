@@ -1,11 +1,11 @@
 #include "skin/MenuStyle.h"
 
 #include "skin/Colours.h"
+#include "skin/ControlDrawing.h"
 
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -34,26 +34,18 @@ constexpr Edge kRaised{kDisabledText, kLine};
 constexpr Edge kSunken{kInk0, kDisabledText};
 
 /// Fills whole device pixels, whatever the scale.
-void Fill(QPainter& painter, const QRectF& place, QRgb colour) {
-    const QTransform toDevice = painter.deviceTransform();
-    const QRectF device = toDevice.mapRect(place);
-    const QPointF topLeft(std::round(device.left()), std::round(device.top()));
-    const QPointF bottomRight(std::round(device.right()), std::round(device.bottom()));
-    painter.fillRect(toDevice.inverted().mapRect(QRectF(topLeft, bottomRight)), QColor(colour));
+void Fill(QPainter& painter, const QRect& place, QRgb colour) {
+    const DevicePixels pixels(painter);
+    pixels.Fill(pixels.Of(place), QColor(colour));
 }
 
-/// The width of a thin line: that of whole device pixels.
-qreal LineWidth(const QPainter& painter) {
-    const qreal scale = painter.deviceTransform().m11();
-    return std::max(1.0, std::floor(scale)) / scale;
-}
-
-void DrawEdge(QPainter& painter, const QRectF& place, const Edge& edge) {
-    const qreal width = LineWidth(painter);
-    Fill(painter, {place.left(), place.bottom() - width, place.width(), width}, edge.bottomRight);
-    Fill(painter, {place.right() - width, place.top(), width, place.height()}, edge.bottomRight);
-    Fill(painter, {place.left(), place.top(), place.width(), width}, edge.topLeft);
-    Fill(painter, {place.left(), place.top(), width, place.height()}, edge.topLeft);
+void DrawEdge(QPainter& painter, const QRect& place, const Edge& edge) {
+    DrawEdge(painter, place, QColor(edge.bottomRight));
+    const DevicePixels pixels(painter);
+    const QRect all = pixels.Of(place);
+    const int line = pixels.Length(1);
+    pixels.Fill({all.topLeft(), QSize(all.width(), line)}, QColor(edge.topLeft));
+    pixels.Fill({all.topLeft(), QSize(line, all.height())}, QColor(edge.topLeft));
 }
 
 void DrawStroke(QPainter& painter, QPointF origin, std::initializer_list<QPointF> points,
@@ -176,7 +168,7 @@ void MenuStyle::DrawBarItem(QPainter& painter, const QStyleOptionMenuItem& item,
         DrawEdge(painter, item.rect, item.state.testFlag(State_Sunken) ? kSunken : kRaised);
     } else if (isHot) {
         Fill(painter, item.rect, kHotGround);
-        Fill(painter, QRectF(item.rect).adjusted(0, item.rect.height() - kHotEdge, 0, 0), kAccent);
+        Fill(painter, item.rect.adjusted(0, item.rect.height() - kHotEdge, 0, 0), kAccent);
     }
     painter.setPen(QColor(!IsEnabled(item) ? kDisabledText : isHot ? kText : kQuietText));
     painter.drawText(item.rect, TextFlags(item, widget) | Qt::AlignCenter, item.text);
@@ -192,13 +184,13 @@ void MenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
     const int icon = pixelMetric(PM_SmallIconSize, &item, widget);
     const int textLeft = kSideSpace + icon + kSideSpace;
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
-        const qreal line = LineWidth(painter);
-        const QRectF middle(place(kSideSpace, width - 2 * kSideSpace).left(),
-                            item.rect.top() + (kSeparatorHeight - 1) / 2, width - 2 * kSideSpace,
-                            line);
+        const DevicePixels pixels(painter);
+        QRect middle = pixels.Of(place(kSideSpace, width - 2 * kSideSpace));
+        middle.setTop(middle.center().y());
+        middle.setHeight(pixels.Length(1));
         if (m_look == MenuLook::Classic)
-            Fill(painter, middle.translated(0, -line), kInk0);
-        Fill(painter, middle, kLine);
+            pixels.Fill(middle.translated(0, -middle.height()), QColor(kInk0));
+        pixels.Fill(middle, QColor(kLine));
         return;
     }
 

@@ -90,7 +90,7 @@ void CProgressSlider::DrawSlider(QPainter& painter) const {
                      isEnabled() ? QColor(Colours::kAccent).darker(kFillDarker)
                                  : QColor(Colours::kInk2));
     DrawCaption(painter);
-    DrawEdge(painter, *this, QColor(Colours::kLine));
+    DrawEdge(painter, rect(), QColor(Colours::kLine));
 }
 
 void CProgressSlider::DrawCaption(QPainter& painter) const {

@@ -10,14 +10,18 @@ namespace {
 /// As the style below rounds the fields.
 constexpr qreal kFieldRounding = 2;
 
-void DrawOutline(QPainter& painter, const QStyleOption& option, qreal rounding) {
-    const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
+void DrawOutline(QPainter& painter, const QStyleOption& option, qreal rounding, QRgb colour) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QColor(isEnabled ? Colours::kDisabledText : Colours::kLine));
+    painter.setPen(QColor(colour));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), rounding, rounding);
     painter.restore();
+}
+
+void DrawOutline(QPainter& painter, const QStyleOption& option, qreal rounding) {
+    const bool isEnabled = option.state.testFlag(QStyle::State_Enabled);
+    DrawOutline(painter, option, rounding, isEnabled ? Colours::kDisabledText : Colours::kLine);
 }
 
 bool HasFocus(const QStyleOption& option) {
@@ -34,8 +38,21 @@ void SkinStyle::polish(QWidget* widget) {
 
 void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                               QPainter* painter, const QWidget* widget) const {
+    if (element == PE_IndicatorBranch && option->state.testFlag(State_Selected)) {
+        QStyleOption onAccent = *option;
+        onAccent.palette.setColor(QPalette::WindowText, onAccent.palette.highlightedText().color());
+        MenuStyle::drawPrimitive(element, &onAccent, painter, widget);
+        return;
+    }
+    if (element == PE_FrameFocusRect) {
+        if (option->state.testFlag(State_KeyboardFocusChange))
+            DrawOutline(*painter, *option, kFieldRounding, Colours::kAccent);
+        return;
+    }
     MenuStyle::drawPrimitive(element, option, painter, widget);
-    if (element == PE_IndicatorCheckBox)
+    if (element == PE_Frame && HasFocus(*option))
+        DrawOutline(*painter, *option, 0, Colours::kAccent);
+    else if (element == PE_IndicatorCheckBox)
         DrawOutline(*painter, *option, 0);
     else if (element == PE_IndicatorRadioButton)
         DrawOutline(*painter, *option, option->rect.height() / 2.0);

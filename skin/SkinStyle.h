@@ -3,8 +3,8 @@
 #include "skin/MenuStyle.h"
 
 /// The style of the program: menus as MenuStyle has them, and an outline around what is typed into
-/// or ticked, which on dark ground would else be hard to see. What has the focus keeps the outline
-/// in accent of the style below.
+/// or ticked, which on dark ground would else be hard to see. What has the focus has an outline in
+/// accent; that of fields is the style's below.
 ///
 /// Thread: interface thread.
 class SkinStyle final : public MenuStyle {

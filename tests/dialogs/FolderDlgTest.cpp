@@ -97,6 +97,7 @@ TEST_F(FolderDlgTest, StartsAtTheWantedFolderOrAsNearAsItGets) {
     for (const auto& row : rows) {
         Open(row.start);
         EXPECT_EQ(Selected(), row.selected);
+        EXPECT_FALSE(tree->topLevelItem(0)->isExpanded()); // "/", for another place is nearer
         EXPECT_TRUE(tree->viewport()->rect().intersects(tree->visualItemRect(tree->currentItem())));
         Click("IDS_BT_OK");
         EXPECT_EQ(dialog->result(), QDialog::Accepted);
@@ -108,7 +109,7 @@ TEST_F(FolderDlgTest, StartsAtTheWantedFolderOrAsNearAsItGets) {
 }
 
 TEST_F(FolderDlgTest, ReadsAFolderWhenItIsExpanded) {
-    for (const char* name : {"Track 10", "track 2", "Ab", ".hidden", "gone", "empty"})
+    for (const char* name : {"Track 10", "track 2", "Ab", ".hidden", "gone", "empty", "two\nlines"})
         scratch.MakeFolder(QString::fromLatin1(name));
     scratch.MakeFolder(Path::FromBytes("caf\xE9"));
     scratch.Write(QStringLiteral("file"), "x");
@@ -118,7 +119,9 @@ TEST_F(FolderDlgTest, ReadsAFolderWhenItIsExpanded) {
     Open(QString());
     EXPECT_EQ(Children(), QStringList());
     QTest::keyClick(tree, Qt::Key_Right);
-    EXPECT_EQ(Children().join(u'|'), u"Ab|caf\uFFFD|empty|gone|loop|track 2|Track 10");
+    EXPECT_EQ(Children().join(u'|'), u"Ab|caf\uFFFD|empty|gone|loop|track 2|Track 10|two lines");
+    QTest::keyClick(tree, Qt::Key_Asterisk); // opens no more than it is asked to
+    EXPECT_EQ(tree->currentItem()->child(4)->childCount(), 0);
 
     // A folder that can't be read looks like an empty one.
     ::rmdir(Path::ToBytes(scratch.File(QStringLiteral("gone"))).constData());
@@ -167,7 +170,7 @@ TEST_F(FolderDlgTest, RenamesTheNewFolderAndNoOther) {
     } rows[] = {
         {QStringLiteral("Caf\u00E9 & co"), QStringLiteral("Caf\u00E9 & co")},
         {QStringLiteral("taken"), QStringLiteral("New Folder")},
-        {QStringLiteral("x/y"), QStringLiteral("New Folder")},
+        {QStringLiteral("taken/y"), QStringLiteral("New Folder")},
         {QString(), QStringLiteral("New Folder")},
         {QStringLiteral(" "), QStringLiteral("New Folder")},
         {QStringLiteral(".."), QStringLiteral("New Folder")},

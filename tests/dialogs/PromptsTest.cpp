@@ -6,6 +6,7 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
+#include <QApplication>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -104,7 +105,7 @@ TEST_F(PromptsTest, ShowsTextsOfAnyLengthWithinTheScreen) {
                              sentence.repeated(2'000),
                              QString(500, u'W'),
                              QString(60, u'W'),
-                             QStringLiteral("\U0001F3B5").repeated(500),
+                             u'x' + QStringLiteral("\U0001F3B5").repeated(500),
                              QString(300, u'\n')};
     for (const QString& text : texts) {
         CWarningDlg dialog(text, nullptr);
@@ -115,6 +116,7 @@ TEST_F(PromptsTest, ShowsTextsOfAnyLengthWithinTheScreen) {
         for (const auto* label : dialog.findChildren<CSkinLabel*>()) {
             if (!label->pixmap().isNull())
                 continue;
+            EXPECT_TRUE(label->text().isValidUtf16());
             shown = label->text().remove(QChar(0x200B));
             // All of it can be seen, by scrolling at most.
             const QRect needed = label->fontMetrics().boundingRect(QRect(QPoint(), label->size()),
@@ -137,4 +139,15 @@ TEST_F(PromptsTest, AboutTellsAllItsTexts) {
               u"IDS_MAIN_TITLE\nIDS_ABOUT_COPYRIGHT\nIDS_ABOUT_WARNING\nIDS_ABOUT_NOTICE");
     Key(Qt::Key_Return)(dialog);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
+}
+
+TEST_F(PromptsTest, AboutKeepsItsTextsOffThePicture) {
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QApplication::setLayoutDirection(direction);
+        CAboutDlg dialog(nullptr);
+        dialog.show();
+        for (const auto* label : dialog.findChildren<CSkinLabel*>())
+            EXPECT_LT(label->geometry().right(), label->parentWidget()->width() * 6 / 10);
+    }
+    QApplication::setLayoutDirection(Qt::LayoutDirectionAuto);
 }

@@ -6,12 +6,13 @@
 #include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
 #include "platform/KeyValueStore.h"
+#include "platform/Path.h"
 #include "tests/fixtures/Environment.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
+#include <QApplication>
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -68,6 +69,7 @@ void WriteTracks(const ScratchFolder& folder, int count) {
 TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
     const ScratchFolder scratch;
     const ScopedVariable config("XDG_CONFIG_HOME", scratch.Path());
+    const QString chosen = scratch.MakeFolder(Path::FromBytes(" caf\xE9\nx "));
     GetSettings() = {};
     GetSettings().m_strSearchDir = QStringLiteral("/old");
     GetSettings().m_bScanSubfolders = 1;
@@ -79,11 +81,21 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
         const auto buttons = dialog.findChildren<QPushButton*>();
         const QPushButton& start =
             **std::ranges::find(buttons, QStringLiteral("IDS_SCAN_START"), &QWidget::toolTip);
+        EXPECT_FALSE(start.isEnabled());
         folder.setText(QStringLiteral("/no/such folder"));
         EXPECT_FALSE(start.isEnabled());
         folder.setText(QStringLiteral("~"));
         EXPECT_EQ(dialog.GetFolder(), QDir::homePath());
         folder.setText(QStringLiteral("/usr/../tmp//"));
+        EXPECT_TRUE(start.isEnabled());
+        EXPECT_EQ(dialog.GetFolder(), QStringLiteral("/tmp"));
+        folder.setText(chosen + QStringLiteral("/gone"));
+        QTimer::singleShot(0, &dialog, [] {
+            qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept();
+        });
+        (*std::ranges::find(buttons, QStringLiteral("IDS_BT_BROWSING"), &QWidget::toolTip))
+            ->click();
+        EXPECT_EQ(dialog.GetFolder(), chosen);
         EXPECT_TRUE(start.isEnabled());
         dialog.findChild<QCheckBox*>()->setChecked(false);
         if (accept)
@@ -93,7 +105,7 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
     }
     EXPECT_EQ(GetSettings().m_bScanSubfolders, 0);
     const KeyValueStore store(scratch.File(QStringLiteral("Veltria/Track Deck.ini")));
-    EXPECT_EQ(store.ReadText(QStringLiteral("SearchDir"), 99), QStringLiteral("/tmp"));
+    EXPECT_EQ(store.ReadText(QStringLiteral("SearchDir"), 999), chosen);
 }
 
 TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
@@ -101,19 +113,26 @@ TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
     SetLanguageFile(scratch.Write(QStringLiteral("l.lgg"), "[TrackDeck]\n"
                                                            "IDS_SCAN_FOUND=found %d\n"
                                                            "IDS_SCAN_FINISHED=finished:\n"));
-    for (const char* name : {"mine/a.mp3", "b.mp3", "c.wma", "list.m3u", "sub/d.aac"})
+    for (const char* name : {"mine/a.mp3", "b.mp3", "c.wma", "list.m3u", "two\nlines/d.aac"})
         scratch.Write(QString::fromLatin1(name), "x");
     MainDialog main;
     main.lists.SetLocation(main.collection, scratch.File(QStringLiteral("mine")));
     CScanningDlg dialog(main.scanner, main.Job(scratch, true), nullptr);
     EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_ING");
+    const auto texts = [&dialog] {
+        QStringList all;
+        for (const QLabel* label : dialog.findChildren<QLabel*>())
+            all += label->text();
+        return all.join(u'|');
+    };
+    main.messages.On(WM_TD_ADD_TRACK, [&](Message& message) {
+        EXPECT_FALSE(texts().contains(u'\n'));
+        return main.scanner.OnAddTrack(message);
+    });
     main.Run(dialog);
     EXPECT_EQ(main.all.GetCount(), 3);
     EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_COMPLET");
-    QStringList texts;
-    for (const QLabel* label : dialog.findChildren<QLabel*>())
-        texts += label->text();
-    EXPECT_EQ(texts.join(u'|'), u"finished: 3|found 3");
+    EXPECT_EQ(texts(), u"finished: 3|found 3");
     EXPECT_EQ(dialog.findChild<QPushButton*>()->toolTip(), u"IDS_BT_CLOSE");
 }
 

@@ -49,7 +49,11 @@ protected:
         EXPECT_TRUE(theme.Load());
         SetThemeFile(theme.File(QStringLiteral("theme.ini")));
     }
-    ~BaseDlgTest() override { SetThemeFile(QString()); }
+    ~BaseDlgTest() override {
+        SetThemeFile(QString());
+        if (dialog) // no button is left held for the next test
+            QTest::mouseRelease(dialog->windowHandle(), Qt::LeftButton, {}, kClient);
+    }
 
     Dialog& Open(FrameStyles style = kAll) {
         dialog = std::make_unique<Dialog>(nullptr, style);
@@ -227,6 +231,7 @@ TEST_F(BaseDlgTest, SystemMenuOpensWhereTheMouseIs) {
         EXPECT_EQ(menu->pos(), dialog->mapToGlobal(place));
         EXPECT_EQ(menu->actions().last(), &own);
         menu->close();
+        QTest::mouseRelease(dialog.get(), button, {}, place);
     }
 }
 

@@ -1,13 +1,11 @@
 #include "skin/Pictures.h"
 
 #include "skin/Colours.h"
+#include "tests/fixtures/Contrast.h"
 
 #include <QImage>
 #include <QPainter>
 #include <gtest/gtest.h>
-
-#include <cmath>
-#include <map>
 
 namespace {
 
@@ -63,21 +61,6 @@ QImage Load(PictureId id, qreal scale) {
     return image;
 }
 
-double Luminance(QRgb colour) {
-    const auto linear = [](int channel) {
-        const double value = channel / 255.0;
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) +
-           0.0722 * linear(qBlue(colour));
-}
-
-double Contrast(QRgb a, QRgb b) {
-    const double light = std::max(Luminance(a), Luminance(b));
-    const double dark = std::min(Luminance(a), Luminance(b));
-    return (light + 0.05) / (dark + 0.05);
-}
-
 } // namespace
 
 TEST(PicturesTest, EachHasItsSizeAtEveryScale) {
@@ -98,43 +81,12 @@ TEST(PicturesTest, EachHasItsSizeAtEveryScale) {
         EXPECT_TRUE(icon.availableSizes().contains(QSize(side, side))) << side;
 }
 
-TEST(PicturesTest, NoTwoButtonsShowTheSameGlyph) {
-    std::map<std::vector<QRgb>, PictureId> seen;
-    for (const Expected& expected : kPictures) {
-        if (expected.height != 44)
-            continue;
-        const QImage image = Load(expected.id, 1).copy(0, 0, 45, 44);
-        const auto* pixels = reinterpret_cast<const QRgb*>(image.constBits());
-        const auto [other, isNew] =
-            seen.try_emplace({pixels, pixels + image.width() * image.height()}, expected.id);
-        EXPECT_TRUE(isNew) << static_cast<int>(expected.id) << " and "
-                           << static_cast<int>(other->second);
-    }
-}
-
 TEST(PicturesTest, GlyphsStandOutFromTheirDiscs) {
     for (const PictureId disc :
          {PictureId::RaisedDisc, PictureId::HoverFrame, PictureId::PressedFrame}) {
         const QImage image = Load(disc, 1);
         for (int y = 12; y < 32; ++y)
             EXPECT_GE(Contrast(image.pixel(22, y), Colours::kQuietText), 4.5) << y;
-    }
-}
-
-// A button of a strip and one that is composed of disc and glyph stand side by side.
-TEST(PicturesTest, StripsAreMadeOfTheSharedDiscs) {
-    for (const qreal scale : {1.0, 1.5, 2.0}) {
-        const PictureId discs[] = {PictureId::RaisedDisc, PictureId::HoverFrame,
-                                   PictureId::PressedFrame, PictureId::RaisedDisc};
-        const QImage strip = Load(PictureId::NewPlaylist, scale);
-        const int width = strip.width() / 4;
-        for (int state = 0; state < 4; ++state) {
-            const QImage disc = Load(discs[state], scale);
-            ASSERT_EQ(disc.width(), width);
-            const int rows = qRound(10 * scale); // above the glyph
-            EXPECT_EQ(strip.copy(state * width, 0, width, rows), disc.copy(0, 0, width, rows))
-                << state << " at " << scale;
-        }
     }
 }
 

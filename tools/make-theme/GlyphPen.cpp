@@ -38,6 +38,22 @@ void GlyphPen::Line(Points points) {
     m_painter.drawPolyline(All(points));
 }
 
+void GlyphPen::RoundedLine(Points points, qreal radius) {
+    const QPolygonF corners = All(points);
+    const auto onTheWay = [&](qsizetype from, qsizetype to) {
+        QLineF way(corners[from], corners[to]);
+        way.setLength(radius * m_scale);
+        return way.p2();
+    };
+    QPainterPath path(corners.front());
+    for (qsizetype i = 1; i + 1 < corners.size(); ++i) {
+        path.lineTo(onTheWay(i, i - 1));
+        path.quadTo(corners[i], onTheWay(i, i + 1));
+    }
+    path.lineTo(corners.back());
+    m_painter.drawPath(path);
+}
+
 void GlyphPen::Outline(Points points) {
     m_painter.drawPolygon(All(points));
 }

@@ -19,6 +19,8 @@ public:
     GlyphPen(QPainter& painter, QPointF middle, qreal scale, const QColor& colour);
 
     void Line(Points points);
+    /// A line whose corners are bent, from `radius` before them to as far behind.
+    void RoundedLine(Points points, qreal radius);
     void Outline(Points points);
     void Solid(Points points);
     void Dot(QPointF place);

@@ -33,12 +33,6 @@ void ArrowRight(GlyphPen& pen, QPointF tip, qreal length, qreal head) {
     pen.Line({tip + QPointF(-head, -head), tip, tip + QPointF(-head, head)});
 }
 
-/// An arrow from the left through a wall that is there already.
-void ArrowInto(GlyphPen& pen, QPointF tip) {
-    pen.InFront([&] { pen.Line({{-9, tip.y()}, {tip.x() - 2, tip.y()}}); });
-    ArrowRight(pen, tip, 3, 3);
-}
-
 void Magnifier(GlyphPen& pen, QPointF middle, qreal radius, QPointF end) {
     const qreal edge = radius * 0.75;
     pen.Circle(middle, radius);
@@ -76,14 +70,14 @@ const std::map<PictureId, Draw> kGlyphs = {
      }},
     {PictureId::CopyToPhone,
      [](GlyphPen& pen) {
-         pen.Box({-2, -9}, {9, 9}, 2);
+         pen.RoundedLine({{-2, -6}, {-2, -9}, {9, -9}, {9, 9}, {-2, 9}, {-2, 2}}, 2);
          pen.Line({{3, 5}, {4, 5}});
-         ArrowInto(pen, {5, -2});
+         ArrowRight(pen, {5, -2}, 14, 3);
      }},
     {PictureId::CopyToCollection,
      [](GlyphPen& pen) {
-         pen.Outline({{-4, 8}, {-4, -8}, {0, -8}, {2, -5}, {9, -5}, {9, 8}});
-         ArrowInto(pen, {5, 2});
+         pen.Line({{-4, -2}, {-4, -8}, {0, -8}, {2, -5}, {9, -5}, {9, 8}, {-4, 8}, {-4, 6}});
+         ArrowRight(pen, {5, 2}, 14, 3);
      }},
     {PictureId::Previous,
      [](GlyphPen& pen) {

@@ -48,8 +48,8 @@ public:
     /// Takes the commands of the frame's own buttons.
     using CommandHandler = std::function<void(int commandId)>;
 
-    /// Reads the theme for a scale. False if it can't be used; the frame then stays what it was,
-    /// and InstallSkin() refuses.
+    /// Reads the theme for a scale. False if it can't be used; then there is no frame, and
+    /// InstallSkin() refuses.
     bool LoadSkin(const QString& path, qreal scale);
 
     /// Gives the frame to a window, again for another style. False, and nothing is done, without a
@@ -118,6 +118,7 @@ private:
 
     QString m_strTheme;
     std::optional<Theme> m_theme;
+    qreal m_nScale = 1; ///< that the theme was last asked for; it may have another
     FrameState m_frame;
     int m_nLastHit = FrameHit::Nowhere;
     int m_nHeldHit = FrameHit::Nowhere; ///< where a drag may begin

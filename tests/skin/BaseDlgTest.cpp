@@ -34,9 +34,29 @@ public:
     using CBaseDlg::CBaseDlg;
 
     int m_nPresses = 0; ///< that got through to the window's own class
+    int m_nScale = 1;   ///< of the screen that it is on
 
 protected:
+    int metric(PaintDeviceMetric metric) const override {
+        return QDialog::metric(metric) * (metric == PdmDevicePixelRatioScaled ? m_nScale : 1);
+    }
     void mousePressEvent(QMouseEvent*) override { ++m_nPresses; }
+};
+
+/// Looks around in its window when it is hidden, as a screen reader does.
+class Reader : public QWidget {
+public:
+    Reader(QWidget& window, int& seen)
+        : QWidget(&window)
+        , m_nSeen(seen) {}
+
+protected:
+    void hideEvent(QHideEvent*) override {
+        m_nSeen = QAccessible::queryAccessibleInterface(parentWidget())->childCount();
+    }
+
+private:
+    int& m_nSeen;
 };
 
 class BaseDlgTest : public ::testing::Test {
@@ -248,10 +268,28 @@ TEST_F(BaseDlgTest, TitleAndActivityAreDrawn) {
     }
 }
 
+TEST_F(BaseDlgTest, FrameFollowsTheWindowToAScreenOfAnotherScale) {
+    const auto colourAt = [&](QPoint pixel) { return dialog->grab().toImage().pixel(pixel); };
+    Open();
+    dialog->m_nScale = 2;
+    EXPECT_EQ(Shown(2 * kClose), std::pair(Picture::Close, 0));
+    EXPECT_EQ(dialog->contentsMargins(), QMargins(5, 31, 6, 5));
+    dialog->m_nScale = 1;
+    EXPECT_EQ(colourAt(kClose), PixelOf(Picture::Close, 5, 4));
+
+    // A theme that can't be read there is drawn larger than it is.
+    theme.Write(QStringLiteral("top@2x.png"), QByteArray("damaged"));
+    dialog->m_nScale = 2;
+    EXPECT_EQ(colourAt(2 * kClose), PixelOf(Picture::Close, 5, 4));
+    EXPECT_EQ(dialog->GetSkin().GetButtons().size(), 3);
+    Click(kClose);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
 TEST_F(BaseDlgTest, ScreenReadersFindTheButtonsOfTheFrame) {
     Open();
-    auto* inside = new QWidget(dialog.get());
-    inside->show();
+    int seen = -1;
+    (new Reader(*dialog, seen))->show();
     QAccessibleInterface* window = QAccessible::queryAccessibleInterface(dialog.get());
     ASSERT_EQ(window->childCount(), 4);
     QStringList names;
@@ -268,4 +306,5 @@ TEST_F(BaseDlgTest, ScreenReadersFindTheButtonsOfTheFrame) {
     EXPECT_TRUE(dialog->GetSkin().IsMaximized());
     EXPECT_EQ(window->child(3)->text(QAccessible::Name), u"IDS_MAIN_RESTOR");
     dialog.reset();
+    EXPECT_EQ(seen, 1); // of a window that goes, what still stands
 }

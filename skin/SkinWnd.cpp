@@ -45,6 +45,10 @@ int Margin(int pixels, qreal scale) {
 
 } // namespace
 
+bool IsPlacedByDesktop() {
+    return QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+}
+
 bool CSkinWnd::LoadSkin(const QString& path, qreal scale) {
     m_strTheme = path;
     m_nScale = scale;
@@ -157,8 +161,8 @@ void CSkinWnd::Maximize() {
     QWidget& window = *Window();
     m_rcRestoreWindow = window.geometry();
     SetState(WindowState::Maximized);
-    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
-        window.setWindowState(window.windowState() | Qt::WindowMaximized); // places are not ours
+    if (IsPlacedByDesktop())
+        window.setWindowState(window.windowState() | Qt::WindowMaximized);
     else
         window.setGeometry(window.screen()->availableGeometry());
 }

@@ -35,6 +35,10 @@ struct FrameButton {
     QString name;
 };
 
+/// Whether the window system lets the desktop alone say where a window is, and what a maximized one
+/// covers.
+[[nodiscard]] bool IsPlacedByDesktop();
+
 /// The frame of one window, drawn from a theme in place of the desktop's: border, title, buttons,
 /// the window's shape, and what the mouse does to them. Moving and sizing are the window system's;
 /// the frame only starts them.

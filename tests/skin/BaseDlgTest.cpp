@@ -247,6 +247,7 @@ TEST_F(BaseDlgTest, SystemMenuOpensWhereTheMouseIs) {
         EXPECT_EQ(menu->pos(), dialog->mapToGlobal(place));
         EXPECT_EQ(menu->actions().last(), &own);
         menu->close();
+        QTest::mouseRelease(dialog.get(), button, {}, place);
     }
 }
 

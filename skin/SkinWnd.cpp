@@ -159,12 +159,15 @@ void CSkinWnd::Maximize() {
     if (!IsHooked())
         return;
     QWidget& window = *Window();
+    const QRect workArea = window.screen()->availableGeometry();
     m_rcRestoreWindow = window.geometry();
     SetState(WindowState::Maximized);
+    // It may have come from a smaller screen.
+    window.setMaximumSize(window.maximumSize().expandedTo(workArea.size()));
     if (IsPlacedByDesktop())
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
     else
-        window.setGeometry(window.screen()->availableGeometry());
+        window.setGeometry(workArea);
 }
 
 void CSkinWnd::Restore() {

@@ -76,8 +76,9 @@ public:
     /// outlives the frame.
     void AppendToSystemMenu(QAction* action) { m_systemMenuItems.append(action); }
 
-    /// Covers the work area of the screen, and keeps the place to come back to. Nothing happens
-    /// without an installed frame; the same goes for the other two.
+    /// Covers the work area of the screen, also where the window's maximum size was less, and keeps
+    /// the place to come back to. Nothing happens without an installed frame; the same goes for the
+    /// other two.
     void Maximize();
     void Restore();
     void Minimize();

@@ -293,6 +293,11 @@ void CTrackDeckDlg::OnScanPC() {
 }
 
 void CTrackDeckDlg::ToggleMiniMode() {
+    // Wayland ends a program that sizes a window before the desktop has let go of it, which takes
+    // its time. A hidden one is not the desktop's.
+    const bool isDesktops = isMaximized() && IsPlacedByDesktop();
+    if (isDesktops)
+        hide();
     if (m_bMiniMode) {
         m_rcMini.moveTo(pos());
     } else {
@@ -301,6 +306,8 @@ void CTrackDeckDlg::ToggleMiniMode() {
     }
     m_bMiniMode = !m_bMiniMode;
     PlaceWindow();
+    if (isDesktops)
+        show();
     if (!m_bMiniMode)
         m_layout.Grid().setFocus(); // hidden, it has lost it
 }

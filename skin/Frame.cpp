@@ -186,6 +186,16 @@ QFont TitleFont(int height) {
     return font;
 }
 
+/// The title, or as many of its words as there is room for.
+QString ElidedTitle(const QString& title, const QFontMetrics& metrics, int width) {
+    const QString cut = metrics.elidedText(title, Qt::ElideRight, width);
+    if (cut == title || cut.isEmpty())
+        return cut;
+    const qsizetype end = title.lastIndexOf(u' ', cut.size() - 1); // the last of it is the ellipsis
+    const QString words = title.left(std::max<qsizetype>(end, 0)).trimmed();
+    return words.isEmpty() ? cut : words + cut.back();
+}
+
 void DrawTitle(QPainter& painter, const Theme& theme, const FrameState& state) {
     const int right = state.size.width() - theme.top.bitmap.Width() + theme.top.tailStart;
     const QRect place(QPoint(theme.m_nTextShift, theme.m_nTextShiftVert),
@@ -193,8 +203,8 @@ void DrawTitle(QPainter& painter, const Theme& theme, const FrameState& state) {
     if (place.isEmpty() || state.m_strTitle.isEmpty())
         return;
     const QFont font = TitleFont(theme.Scaled(kTitleHeight));
-    const QString title = QFontMetrics(font).elidedText(state.m_strTitle.left(kLongestTitle),
-                                                        Qt::ElideRight, place.width());
+    const QString title =
+        ElidedTitle(state.m_strTitle.left(kLongestTitle), QFontMetrics(font), place.width());
     painter.setFont(font);
     painter.setPen(state.m_bActive ? theme.m_clrActiveText : theme.m_clrInactiveText);
     painter.drawText(

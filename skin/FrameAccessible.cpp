@@ -12,17 +12,17 @@ namespace {
 /// A button of a frame.
 class FrameButtonAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
-    FrameButtonAccessible(CBaseDlg& dialog, int hit)
-        : m_dialog(dialog)
+    FrameButtonAccessible(const FrameAccessible& frame, int hit)
+        : m_frame(frame)
         , m_nHit(hit) {}
 
     [[nodiscard]] int Hit() const { return m_nHit; }
 
-    [[nodiscard]] bool isValid() const override { return true; }
+    [[nodiscard]] bool isValid() const override { return m_frame.Dialog(); }
     [[nodiscard]] QObject* object() const override { return nullptr; }
-    [[nodiscard]] QWindow* window() const override { return m_dialog.windowHandle(); }
+    [[nodiscard]] QWindow* window() const override { return m_frame.window(); }
     [[nodiscard]] QAccessibleInterface* parent() const override {
-        return QAccessible::queryAccessibleInterface(&m_dialog);
+        return QAccessible::queryAccessibleInterface(m_frame.object());
     }
     [[nodiscard]] int childCount() const override { return 0; }
     [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
@@ -36,11 +36,12 @@ public:
     }
     [[nodiscard]] QRect rect() const override {
         const QRect place = Button().place;
-        return {m_dialog.mapToGlobal(place.topLeft()), place.size()};
+        const CBaseDlg* dialog = m_frame.Dialog();
+        return dialog ? QRect(dialog->mapToGlobal(place.topLeft()), place.size()) : QRect();
     }
     [[nodiscard]] QAccessible::State state() const override {
         QAccessible::State state;
-        state.invisible = Button().place.isEmpty() || !m_dialog.isVisible();
+        state.invisible = Button().place.isEmpty() || m_frame.state().invisible;
         return state;
     }
 
@@ -50,21 +51,22 @@ public:
     }
     [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
     void doAction(const QString& name) override {
-        if (name == pressAction())
-            m_dialog.GetSkin().ClickButton(m_nHit);
+        CBaseDlg* dialog = m_frame.Dialog();
+        if (dialog && name == pressAction())
+            dialog->GetSkin().ClickButton(m_nHit);
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
 private:
     /// An empty one once the frame has no such button any more.
     [[nodiscard]] FrameButton Button() const {
-        for (FrameButton& button : m_dialog.GetSkin().GetButtons())
+        for (FrameButton& button : m_frame.GetButtons())
             if (button.hit == m_nHit)
                 return std::move(button);
         return {};
     }
 
-    CBaseDlg& m_dialog;
+    const FrameAccessible& m_frame;
     int m_nHit;
 };
 
@@ -89,26 +91,30 @@ FrameAccessible::~FrameAccessible() {
         QAccessible::deleteAccessibleInterface(id);
 }
 
-CBaseDlg& FrameAccessible::Dialog() const {
-    return *static_cast<CBaseDlg*>(widget());
+CBaseDlg* FrameAccessible::Dialog() const {
+    return dynamic_cast<CBaseDlg*>(widget());
+}
+
+std::vector<FrameButton> FrameAccessible::GetButtons() const {
+    CBaseDlg* dialog = Dialog();
+    return dialog ? dialog->GetSkin().GetButtons() : std::vector<FrameButton>();
 }
 
 int FrameAccessible::childCount() const {
-    return QAccessibleWidget::childCount() +
-           static_cast<int>(Dialog().GetSkin().GetButtons().size());
+    return QAccessibleWidget::childCount() + static_cast<int>(GetButtons().size());
 }
 
 QAccessibleInterface* FrameAccessible::child(int index) const {
     const int button = index - QAccessibleWidget::childCount();
     if (button < 0)
         return QAccessibleWidget::child(index);
-    const std::vector<FrameButton> buttons = Dialog().GetSkin().GetButtons();
+    const std::vector<FrameButton> buttons = GetButtons();
     if (button >= std::ssize(buttons))
         return nullptr;
     const int hit = buttons[static_cast<std::size_t>(button)].hit;
     auto known = m_buttons.find(hit);
     if (known == m_buttons.end()) {
-        auto* made = new FrameButtonAccessible(Dialog(), hit);
+        auto* made = new FrameButtonAccessible(*this, hit);
         known = m_buttons.emplace(hit, QAccessible::registerAccessibleInterface(made)).first;
     }
     return QAccessible::accessibleInterface(known->second);
@@ -125,7 +131,7 @@ int FrameAccessible::indexOfChild(const QAccessibleInterface* child) const {
     const auto* button = dynamic_cast<const FrameButtonAccessible*>(child);
     if (!button)
         return QAccessibleWidget::indexOfChild(child);
-    const std::vector<FrameButton> buttons = Dialog().GetSkin().GetButtons();
+    const std::vector<FrameButton> buttons = GetButtons();
     const auto found = std::find_if(buttons.begin(), buttons.end(), [&](const FrameButton& one) {
         return one.hit == button->Hit();
     });

@@ -3,8 +3,10 @@
 #include <QAccessibleWidget>
 
 #include <map>
+#include <vector>
 
 class CBaseDlg;
+struct FrameButton;
 
 /// A dialog as a screen reader sees it: behind its other children come the buttons of its frame,
 /// which are no widgets.
@@ -18,6 +20,10 @@ public:
     explicit FrameAccessible(CBaseDlg& dialog);
     ~FrameAccessible() override;
 
+    /// None while the dialog is destroyed, though what lies in it may still be asked for then.
+    [[nodiscard]] CBaseDlg* Dialog() const;
+    [[nodiscard]] std::vector<FrameButton> GetButtons() const;
+
     [[nodiscard]] int childCount() const override;
     [[nodiscard]] QAccessibleInterface* child(int index) const override;
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override;
@@ -25,7 +31,6 @@ public:
 
 private:
     static QAccessibleInterface* Make(const QString& className, QObject* object);
-    [[nodiscard]] CBaseDlg& Dialog() const;
 
     mutable std::map<int, QAccessible::Id> m_buttons; ///< by what lies there; made when asked for
 };

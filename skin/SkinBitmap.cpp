@@ -119,7 +119,7 @@ std::optional<QSize> SizeAt(QSize size, qreal scale) {
 
 /// The file to take the picture from at the scale.
 QString RenderingFor(const QString& path, qreal scale) {
-    if (scale == 1)
+    if (scale <= 1)
         return path;
     const qsizetype nameStart = path.lastIndexOf(u'/') + 1;
     const qsizetype dot = path.lastIndexOf(u'.');

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -44,8 +45,13 @@ int Margin(int pixels, qreal scale) {
 
 } // namespace
 
+bool IsPlacedByDesktop() {
+    return QGuiApplication::platformName().startsWith(QStringLiteral("wayland"));
+}
+
 bool CSkinWnd::LoadSkin(const QString& path, qreal scale) {
     m_strTheme = path;
+    m_nScale = scale;
     m_theme = Theme::Load(path, scale);
     return m_theme.has_value();
 }
@@ -153,12 +159,15 @@ void CSkinWnd::Maximize() {
     if (!IsHooked())
         return;
     QWidget& window = *Window();
+    const QRect workArea = window.screen()->availableGeometry();
     m_rcRestoreWindow = window.geometry();
     SetState(WindowState::Maximized);
-    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
-        window.setWindowState(window.windowState() | Qt::WindowMaximized); // places are not ours
+    // It may have come from a smaller screen.
+    window.setMaximumSize(window.maximumSize().expandedTo(workArea.size()));
+    if (IsPlacedByDesktop())
+        window.setWindowState(window.windowState() | Qt::WindowMaximized);
     else
-        window.setGeometry(window.screen()->availableGeometry());
+        window.setGeometry(workArea);
 }
 
 void CSkinWnd::Restore() {
@@ -218,11 +227,16 @@ void CSkinWnd::OnShow() const {
         window.setMinimumSize(smallest.expandedTo(ours));
 }
 
-/// The window may have come to a screen of another scale.
+/// The window may have come to a screen of another scale. A theme that can't be read for it stays
+/// as it is, and is drawn larger or smaller.
 void CSkinWnd::FitToScale() {
     const qreal scale = Window()->devicePixelRatioF();
-    if (m_theme->scale == scale || !LoadSkin(m_strTheme, scale))
+    if (std::exchange(m_nScale, scale) == scale)
         return;
+    std::optional<Theme> theme = Theme::Load(m_strTheme, scale);
+    if (!theme)
+        return;
+    m_theme = std::move(theme);
     for (SkinButtonRecord& button : m_frame.m_customButtons)
         button.image = ButtonImage(button.bitmapId, scale);
     ApplyTheme();
@@ -256,7 +270,7 @@ QRect CSkinWnd::ClientRect() const {
 
 void CSkinWnd::OnPaint(const QPaintEvent& event) {
     FitToScale();
-    if (!m_theme || ClientRect().contains(event.rect()))
+    if (ClientRect().contains(event.rect()))
         return;
     m_frame.icon = Window()->windowIcon().pixmap(QSize(16, 16), m_theme->scale).toImage();
     m_frame.icon.setDevicePixelRatio(1);
@@ -267,7 +281,7 @@ void CSkinWnd::OnPaint(const QPaintEvent& event) {
 
 std::vector<FrameButton> CSkinWnd::GetButtons() const {
     std::vector<FrameButton> buttons;
-    if (!IsHooked())
+    if (!IsHooked() || !m_theme)
         return buttons;
     for (const auto& [hit, place] : PlaceButtons(*m_theme, m_frame)) {
         const QRectF exact(QPointF(place.topLeft()) / m_theme->scale,

@@ -35,6 +35,10 @@ struct FrameButton {
     QString name;
 };
 
+/// Whether the window system lets the desktop alone say where a window is, and what a maximized one
+/// covers.
+[[nodiscard]] bool IsPlacedByDesktop();
+
 /// The frame of one window, drawn from a theme in place of the desktop's: border, title, buttons,
 /// the window's shape, and what the mouse does to them. Moving and sizing are the window system's;
 /// the frame only starts them.
@@ -48,8 +52,8 @@ public:
     /// Takes the commands of the frame's own buttons.
     using CommandHandler = std::function<void(int commandId)>;
 
-    /// Reads the theme for a scale. False if it can't be used; the frame then stays what it was,
-    /// and InstallSkin() refuses.
+    /// Reads the theme for a scale. False if it can't be used; then there is no frame, and
+    /// InstallSkin() refuses.
     bool LoadSkin(const QString& path, qreal scale);
 
     /// Gives the frame to a window, again for another style. False, and nothing is done, without a
@@ -72,8 +76,9 @@ public:
     /// outlives the frame.
     void AppendToSystemMenu(QAction* action) { m_systemMenuItems.append(action); }
 
-    /// Covers the work area of the screen, and keeps the place to come back to. Nothing happens
-    /// without an installed frame; the same goes for the other two.
+    /// Covers the work area of the screen, also where the window's maximum size was less, and keeps
+    /// the place to come back to. Nothing happens without an installed frame; the same goes for the
+    /// other two.
     void Maximize();
     void Restore();
     void Minimize();
@@ -118,6 +123,7 @@ private:
 
     QString m_strTheme;
     std::optional<Theme> m_theme;
+    qreal m_nScale = 1; ///< that the theme was last asked for; it may have another
     FrameState m_frame;
     int m_nLastHit = FrameHit::Nowhere;
     int m_nHeldHit = FrameHit::Nowhere; ///< where a drag may begin

@@ -191,6 +191,13 @@ TEST_F(StartTest, MiniPlayerAndClosingKeepThePlaces) {
     toggle();
     EXPECT_EQ(QRect(dialog->pos(), dialog->size()), QRect(30, 40, 700, 500));
     EXPECT_TRUE(grid->isVisible());
+    dialog->showMaximized(); // as a desktop's own key does
+    toggle();
+    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    EXPECT_TRUE(dialog->isVisible() && !dialog->isMaximized());
+    toggle();
+    EXPECT_TRUE(dialog->GetSkin().IsMaximized());
+    dialog->GetSkin().Restore();
     toggle();
     dialog->move(50, 60);
     dialog->close();

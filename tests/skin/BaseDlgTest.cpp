@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QScreen>
 #include <QTest>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
@@ -34,9 +35,29 @@ public:
     using CBaseDlg::CBaseDlg;
 
     int m_nPresses = 0; ///< that got through to the window's own class
+    int m_nScale = 1;   ///< of the screen that it is on
 
 protected:
+    int metric(PaintDeviceMetric metric) const override {
+        return QDialog::metric(metric) * (metric == PdmDevicePixelRatioScaled ? m_nScale : 1);
+    }
     void mousePressEvent(QMouseEvent*) override { ++m_nPresses; }
+};
+
+/// Looks around in its window when it is hidden, as a screen reader does.
+class Reader : public QWidget {
+public:
+    Reader(QWidget& window, int& seen)
+        : QWidget(&window)
+        , m_nSeen(seen) {}
+
+protected:
+    void hideEvent(QHideEvent*) override {
+        m_nSeen = QAccessible::queryAccessibleInterface(parentWidget())->childCount();
+    }
+
+private:
+    int& m_nSeen;
 };
 
 class BaseDlgTest : public ::testing::Test {
@@ -129,6 +150,37 @@ TEST_F(BaseDlgTest, ReleaseCountsWhereItIs) {
     QTest::mousePress(dialog.get(), Qt::LeftButton, {}, kMinimize);
     QTest::mouseRelease(dialog.get(), Qt::LeftButton, {}, kClose);
     EXPECT_FALSE(dialog->isVisible());
+
+    Open(); // what was not pressed here is no click
+    QTest::mouseRelease(dialog.get(), Qt::LeftButton, {}, kClose);
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(BaseDlgTest, TipsTellWhatAButtonDoes) {
+    Open();
+    CSkinWnd& skin = dialog->GetSkin();
+    skin.SetFrameTips(QStringLiteral("min"), QStringLiteral("max"), QStringLiteral("restore"),
+                      QStringLiteral("close"));
+    skin.AddFrameButton(PictureId::MiniPlayer, 999, 130, 1, QStringLiteral("mini"));
+    const std::pair<QPoint, const char*> rows[] = {
+        {kClose, "close"}, {kMaximize, "max"}, {kMinimize, "min"}, {{290, 15}, "mini"}};
+    for (const auto& [place, tip] : rows) {
+        QHelpEvent help(QEvent::ToolTip, place, dialog->mapToGlobal(place));
+        QApplication::sendEvent(dialog.get(), &help);
+        EXPECT_EQ(QToolTip::text(), QLatin1String(tip));
+    }
+}
+
+TEST_F(BaseDlgTest, HolesOfTheThemeAreHolesOfTheWindow) {
+    QImage left = MakePlaces(Picture::Left, {9, 50});
+    left.setPixel(0, 0, kKeyColour);
+    theme.Write(QStringLiteral("left.bmp"), left);
+    theme.Set("UsesTran", 1);
+    EXPECT_TRUE(theme.Load());
+    Open();
+    EXPECT_EQ(dialog->mask(), QRegion(dialog->rect()) - QRegion(0, 0, 1, 1));
+    dialog->resize(500, 350);
+    EXPECT_EQ(dialog->mask(), QRegion(0, 0, 500, 350) - QRegion(0, 0, 1, 1));
 }
 
 TEST_F(BaseDlgTest, CursorsTellWhatCanBeSized) {
@@ -145,6 +197,7 @@ TEST_F(BaseDlgTest, CursorsTellWhatCanBeSized) {
 TEST_F(BaseDlgTest, MaximizesOntoTheWorkAreaAndBack) {
     const QRect workArea = QGuiApplication::primaryScreen()->availableGeometry();
     Open();
+    dialog->setMaximumSize(500, 400); // as made for a smaller screen
     const QRect before = dialog->geometry();
     const auto doubleClick = [&] {
         QTest::mouseDClick(dialog.get(), Qt::LeftButton, {}, kCaption);
@@ -233,6 +286,16 @@ TEST_F(BaseDlgTest, SystemMenuOpensWhereTheMouseIs) {
         menu->close();
         QTest::mouseRelease(dialog.get(), button, {}, place);
     }
+
+    dialog->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+    QTest::keyClick(dialog.get(), Qt::Key_Space, Qt::AltModifier);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(menu);
+    QTest::keyClick(menu, Qt::Key_Up); // past the item of its own
+    QTest::keyClick(menu, Qt::Key_Up);
+    QTest::keyClick(menu, Qt::Key_Return);
+    EXPECT_FALSE(dialog->isVisible()); // the item before it closes
 }
 
 TEST_F(BaseDlgTest, TitleAndActivityAreDrawn) {
@@ -253,10 +316,31 @@ TEST_F(BaseDlgTest, TitleAndActivityAreDrawn) {
     }
 }
 
+TEST_F(BaseDlgTest, FrameFollowsTheWindowToAScreenOfAnotherScale) {
+    const auto colourAt = [&](QPoint pixel) { return dialog->grab().toImage().pixel(pixel); };
+    Open();
+    dialog->GetSkin().AddFrameButton(PictureId::MiniPlayer, 999, 130, 1, QString());
+    const QRect added = dialog->GetSkin().GetButtons().back().place;
+    dialog->m_nScale = 2;
+    EXPECT_EQ(Shown(2 * kClose), std::pair(Picture::Close, 0));
+    EXPECT_EQ(dialog->contentsMargins(), QMargins(5, 31, 6, 5));
+    EXPECT_EQ(dialog->GetSkin().GetButtons().back().place, added);
+    dialog->m_nScale = 1;
+    EXPECT_EQ(colourAt(kClose), PixelOf(Picture::Close, 5, 4));
+
+    // A theme that can't be read there is drawn larger than it is.
+    theme.Write(QStringLiteral("top@2x.png"), QByteArray("damaged"));
+    dialog->m_nScale = 2;
+    EXPECT_EQ(colourAt(2 * kClose), PixelOf(Picture::Close, 5, 4));
+    EXPECT_EQ(dialog->GetSkin().GetButtons().size(), 4);
+    Click(kClose);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
 TEST_F(BaseDlgTest, ScreenReadersFindTheButtonsOfTheFrame) {
     Open();
-    auto* inside = new QWidget(dialog.get());
-    inside->show();
+    int seen = -1;
+    (new Reader(*dialog, seen))->show();
     QAccessibleInterface* window = QAccessible::queryAccessibleInterface(dialog.get());
     ASSERT_EQ(window->childCount(), 4);
     QStringList names;
@@ -273,4 +357,5 @@ TEST_F(BaseDlgTest, ScreenReadersFindTheButtonsOfTheFrame) {
     EXPECT_TRUE(dialog->GetSkin().IsMaximized());
     EXPECT_EQ(window->child(3)->text(QAccessible::Name), u"IDS_MAIN_RESTOR");
     dialog.reset();
+    EXPECT_EQ(seen, 1); // of a window that goes, what still stands
 }

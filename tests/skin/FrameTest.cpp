@@ -343,6 +343,22 @@ TEST(FrameTest, TitleStaysInItsPlace) {
     }
 }
 
+TEST(FrameTest, LongTitleEndsAtAWord) {
+    const std::optional<Theme> theme = SyntheticTheme().Load();
+    ASSERT_TRUE(theme);
+    FrameState state;
+    state.size = {200, 90}; // some 20 letters
+    const auto drawn = [&](const QString& title) {
+        state.m_strTitle = title;
+        return ComposeTopBand(*theme, state);
+    };
+    const QChar ellipsis(0x2026);
+    const QString words = QStringLiteral("Some short words");
+    EXPECT_EQ(drawn(words + QStringLiteral(" andthenalongone")), drawn(words + ellipsis));
+    EXPECT_NE(drawn(QString(40, u'o')), drawn(ellipsis));
+    EXPECT_NE(drawn(words), drawn(words + ellipsis));
+}
+
 TEST(FrameTest, HitTestKnowsEveryPlace) {
     ThemeWithButtons files;
     const std::optional<Theme> theme = files.Load();

@@ -306,6 +306,7 @@ TEST(ThemeTest, TakesTheRenderingForTheScale) {
     EXPECT_EQ(pictureAt(1.25), Picture::Bottom);
     EXPECT_EQ(pictureAt(1.5), Picture::Bottom);
     files.Write(QStringLiteral("top@1.5x.png"), larger);
+    EXPECT_EQ(pictureAt(0.75), Picture::Top);
     EXPECT_EQ(pictureAt(1.25), Picture::Right);
     EXPECT_EQ(pictureAt(1.75), Picture::Bottom);
     EXPECT_EQ(pictureAt(3), Picture::Bottom);

@@ -96,15 +96,13 @@ void SortNames(std::vector<QString>& names) {
 
 std::vector<FolderRoot> ListFolderRoots() {
     std::vector<FolderRoot> roots;
-    const auto addNamed = [&](const QString& path) {
-        const QString title = Path::FileName(path) + QStringLiteral(" [") + path + u']';
-        roots.push_back({TitleOf(title), path});
-    };
     if (QDir::homePath() != QDir::rootPath())
-        addNamed(QDir::homePath());
+        roots.push_back({TitleOf(Path::FileName(QDir::homePath())), QDir::homePath()});
     roots.push_back({QDir::rootPath(), QDir::rootPath()});
-    for (const QString& volume : ListUserVolumes())
-        addNamed(volume);
+    for (const QString& volume : ListUserVolumes()) { // of which two may have one name
+        const QString title = Path::FileName(volume) + QStringLiteral(" [") + volume + u']';
+        roots.push_back({TitleOf(title), volume});
+    }
     return roots;
 }
 
@@ -208,6 +206,12 @@ bool CFolderTree::Rename(QTreeWidgetItem& item, const QString& name) {
     item.setData(0, kName, name);
     item.setText(0, TitleOf(name));
     return true;
+}
+
+/// The line of a folder is as wide as the tree at least, however short the names are.
+void CFolderTree::resizeEvent(QResizeEvent* event) {
+    header()->setMinimumSectionSize(viewport()->width());
+    QTreeWidget::resizeEvent(event);
 }
 
 void CFolderTree::keyPressEvent(QKeyEvent* event) {

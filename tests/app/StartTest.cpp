@@ -216,6 +216,13 @@ TEST_F(StartTest, MiniPlayerAndClosingKeepThePlaces) {
         EXPECT_EQ(store.ReadInt(QString::fromLatin1(key)), value) << key;
 }
 
+/// Nothing loses the focus as long as it lives.
+class KeptFocus : public QObject {
+public:
+    KeptFocus() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override { return event->type() == QEvent::FocusOut; }
+};
+
 TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
     OpenAndRead(4);
     const int rows = grid->GetRowCount();
@@ -223,7 +230,9 @@ TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
     home->scratch.Write(QStringLiteral("Elsewhere/new.mp3"), "x");
     const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
     GetSettings().m_strSearchDir = elsewhere;
-    QTimer hands; // on the two dialogs of a scan, which wait for them
+    // The two dialogs of the scan come before and after the edit, which they would else end.
+    std::optional<KeptFocus> keptFocus(std::in_place);
+    QTimer hands; // on these dialogs, which wait for them
     QObject::connect(&hands, &QTimer::timeout, &hands, [&] {
         if (auto* options = dynamic_cast<CScanPCDlg*>(QApplication::activeModalWidget())) {
             for (int row = 2; !grid->IsEditing(); ++row)
@@ -238,6 +247,7 @@ TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
     QTest::keyClick(&*dialog, Qt::Key_F, Qt::ControlModifier);
     hands.stop();
     QApplication::processEvents();
+    keptFocus.reset();
     EXPECT_EQ(all.GetCount(), 1);
     EXPECT_TRUE(grid->IsEditing());
     EXPECT_EQ(grid->GetRowCount(), rows);

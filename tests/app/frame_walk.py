@@ -11,20 +11,20 @@ import sys
 import tempfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
-from screen import Screen, StepFailed, check, new_user, output, start, take, wait_for
+from screen import Screen, new_user, take
+from trackdeck import TrackDeck
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 SCALE = int(sys.argv[2]) if len(sys.argv) > 2 else 1
-TITLE = "Veltria Track Deck"
 
 
 def scaled(*lengths):
     return tuple(length * SCALE for length in lengths)
 
 
-SCREEN = scaled(1280, 800)
+SCREEN = scaled(*TrackDeck.SCREEN)
 SMALLEST = scaled(640, 480)
-MINI_SIZE = scaled(400, 89)
+MINI_SIZE = scaled(*TrackDeck.MINI_SIZE)
 STEP = 40 * SCALE
 
 # Middles of the frame's buttons: from the window's right edge, and from its top.
@@ -47,82 +47,65 @@ GRIPS = {
 
 class Walk:
     def __init__(self, cleanup, scratch):
-        self.cleanup = cleanup
         self.screen = Screen(cleanup, scratch, SCREEN)
-        self.process = None
-        self.window = None
+        self.deck = TrackDeck(PROGRAM, self.screen, cleanup, SCALE)
 
     def geometry(self):
-        return self.screen.geometry(self.window)
-
-    def wait_for_geometry(self, size, place):
-        def reached():
-            return all(
-                abs(a - b) < SCALE  # the program counts in pixels of 100 %
-                for wanted, now in zip((size, place), self.geometry())
-                for a, b in zip(wanted, now)
-            )
-
-        try:
-            wait_for(reached, f"the window at {size} {place}")
-        except StepFailed as failure:
-            raise StepFailed(f"{failure}; it is at {self.geometry()}") from None
+        return self.screen.geometry(self.deck.window)
 
     def from_right(self, button):
         (width, _), _ = self.geometry()
         return width - button[0], button[1]
 
     def click_button(self, button):
-        self.screen.click(self.window, self.from_right(button))
+        self.screen.click(self.deck.window, self.from_right(button))
 
     def drag_caption(self, way):
         # The first move tells a drag from a double click.
-        self.screen.drag(self.window, scaled(200, 16), way, slack=(1, 1))
+        self.screen.drag(self.deck.window, scaled(200, 16), way, slack=(1, 1))
 
     def double_click_caption(self):
-        self.screen.click(self.window, scaled(200, 16), times=2)
+        self.screen.click(self.deck.window, scaled(200, 16), times=2)
 
     def program_starts(self):
-        self.process = start(self.cleanup, [PROGRAM])
-        self.window = wait_for(lambda: self.screen.find(TITLE), "the window")
-        self.screen.activate(self.window)
+        self.deck.start()
         size = scaled(768, 576)
-        self.wait_for_geometry(size, tuple((s - w) // 2 for s, w in zip(SCREEN, size)))
+        self.deck.wait_for_geometry(size, tuple((s - w) // 2 for s, w in zip(SCREEN, size)))
 
     def caption_moves(self):
         size, (left, top) = self.geometry()
         self.drag_caption((STEP, STEP))
-        self.wait_for_geometry(size, (left + STEP, top + STEP))
+        self.deck.wait_for_geometry(size, (left + STEP, top + STEP))
         self.drag_caption((-STEP, -STEP))
-        self.wait_for_geometry(size, (left, top))
+        self.deck.wait_for_geometry(size, (left, top))
 
     def grip_sizes(self, grip):
         place_in, (left, top, right, bottom) = GRIPS[grip]
         size, place = self.geometry()
         for step in (-STEP, STEP):  # and back again
             (w, h), (x, y) = self.geometry()
-            self.screen.drag(self.window, place_in(w, h), (step, step))
-            self.wait_for_geometry(
+            self.screen.drag(self.deck.window, place_in(w, h), (step, step))
+            self.deck.wait_for_geometry(
                 (w + step * (right - left), h + step * (bottom - top)),
                 (x + step * left, y + step * top),
             )
-        self.wait_for_geometry(size, place)
+        self.deck.wait_for_geometry(size, place)
 
     def smallest_size_holds(self):
         size, place = self.geometry()
         grip = GRIPS["bottom right corner"][0]
-        self.screen.drag(self.window, grip(*size), scaled(-400, -400))
-        self.wait_for_geometry(SMALLEST, place)
+        self.screen.drag(self.deck.window, grip(*size), scaled(-400, -400))
+        self.deck.wait_for_geometry(SMALLEST, place)
 
     def maximizes(self, toggle):
         before = self.geometry()
         toggle()
-        self.wait_for_geometry(SCREEN, (0, 0))
+        self.deck.wait_for_geometry(SCREEN, (0, 0))
         self.drag_caption((STEP, STEP))  # which takes nothing along
-        self.screen.drag(self.window, (1, SCREEN[1] // 2), (STEP, STEP))
-        self.wait_for_geometry(SCREEN, (0, 0))
+        self.screen.drag(self.deck.window, (1, SCREEN[1] // 2), (STEP, STEP))
+        self.deck.wait_for_geometry(SCREEN, (0, 0))
         toggle()
-        self.wait_for_geometry(*before)
+        self.deck.wait_for_geometry(*before)
 
     def double_click_maximizes(self):
         self.maximizes(self.double_click_caption)
@@ -133,51 +116,45 @@ class Walk:
     def system_menu_maximizes(self):
         before = self.geometry()
         for key, wanted in (("x", (SCREEN, (0, 0))), ("r", before)):
-            self.screen.click(self.window, scaled(12, 12))
-            wait_for(self.menu_is_open, "the menu")
+            self.screen.click(self.deck.window, scaled(12, 12))
+            self.deck.wait_for_popup()
             self.screen.press([key])
-            self.wait_for_geometry(*wanted)
-
-    @staticmethod
-    def menu_is_open():
-        tree = output("xwininfo", "-root", "-tree").decode()
-        return sum('"trackdeck"' in line for line in tree.splitlines()) > 1
+            self.deck.wait_for_geometry(*wanted)
 
     def minimizes_and_comes_back(self):
         before = self.geometry()
         self.click_button(MINIMIZE)
-        wait_for(lambda: not self.screen.find(TITLE), "the window to go")
-        self.screen.activate(self.window)
-        wait_for(lambda: self.screen.find(TITLE), "the window to come back")
-        self.wait_for_geometry(*before)
+        self.deck.wait_until_gone("IDS_MAIN_TITLE")
+        self.screen.activate(self.deck.window)
+        self.deck.wait_for_window("IDS_MAIN_TITLE")
+        self.deck.wait_for_geometry(*before)
         self.double_click_maximizes()  # its frame knows that it is back
 
     def mini_player_comes_and_goes(self):
         size, place = self.geometry()
         self.click_button(TO_MINI)
         mini_place = (10 * SCALE, SCREEN[1] - 100 * SCALE)
-        self.wait_for_geometry(MINI_SIZE, mini_place)
-        self.screen.drag(self.window, (MINI_SIZE[0] - 2, 40 * SCALE), (STEP, -STEP))
+        self.deck.wait_for_geometry(MINI_SIZE, mini_place)
+        self.screen.drag(self.deck.window, (MINI_SIZE[0] - 2, 40 * SCALE), (STEP, -STEP))
         self.double_click_caption()
-        self.wait_for_geometry(MINI_SIZE, mini_place)
+        self.deck.wait_for_geometry(MINI_SIZE, mini_place)
         self.drag_caption((STEP, -STEP))
-        self.wait_for_geometry(MINI_SIZE, (mini_place[0] + STEP, mini_place[1] - STEP))
+        self.deck.wait_for_geometry(MINI_SIZE, (mini_place[0] + STEP, mini_place[1] - STEP))
         self.click_button(TO_NORMAL)
-        self.wait_for_geometry(size, place)
+        self.deck.wait_for_geometry(size, place)
 
     def mini_player_remembers(self):
         self.double_click_caption()
-        self.wait_for_geometry(SCREEN, (0, 0))
+        self.deck.wait_for_geometry(SCREEN, (0, 0))
         self.click_button(TO_MINI)
-        self.wait_for_geometry(MINI_SIZE, (10 * SCALE + STEP, SCREEN[1] - 100 * SCALE - STEP))
+        self.deck.wait_for_geometry(MINI_SIZE, (10 * SCALE + STEP, SCREEN[1] - 100 * SCALE - STEP))
         self.click_button(TO_NORMAL)
-        self.wait_for_geometry(SCREEN, (0, 0))
+        self.deck.wait_for_geometry(SCREEN, (0, 0))
         self.double_click_caption()
 
     def close_button_ends(self):
         self.click_button(CLOSE)
-        wait_for(lambda: self.process.poll() is not None, "the program's end")
-        check(self.process.returncode == 0, f"it ended with {self.process.returncode}")
+        self.deck.wait_until_ended()
 
     def steps(self):
         yield self.program_starts, "the window comes up in the middle of the screen"
@@ -199,7 +176,7 @@ def main():
         home = pathlib.Path(folder) / "home"
         with new_user(home, SCALE) as (cleanup, scratch):
             walk = Walk(cleanup, scratch)
-            failures = take(walk.steps(), lambda: walk.process)
+            failures = take(walk.steps(), lambda: walk.deck.process)
     return 1 if failures else 0
 
 

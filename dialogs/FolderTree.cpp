@@ -203,6 +203,12 @@ bool CFolderTree::Rename(QTreeWidgetItem& item, const QString& name) {
     return true;
 }
 
+/// Rows reach across the tree, and further where a name is longer.
+void CFolderTree::resizeEvent(QResizeEvent* event) {
+    QTreeWidget::resizeEvent(event);
+    header()->setMinimumSectionSize(viewport()->width());
+}
+
 void CFolderTree::showEvent(QShowEvent* event) {
     QTreeWidget::showEvent(event);
     scrollToItem(currentItem(), QAbstractItemView::PositionAtCenter);

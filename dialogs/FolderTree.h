@@ -44,6 +44,7 @@ public:
     bool Rename(QTreeWidgetItem& item, const QString& name);
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:

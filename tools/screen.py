@@ -197,10 +197,11 @@ def take(steps, process_of):
         try:
             step()
             print(f"ok: {text}", flush=True)
-        except (StepFailed, subprocess.TimeoutExpired) as failure:
+        except (StepFailed, subprocess.SubprocessError) as failure:
             print(f"FAILED: {text}: {failure}", flush=True)
             failures += 1
-            if process_of().poll() is not None:
+            process = process_of()
+            if process and process.poll() is not None:
                 print("The program is gone; the walk ends here.", flush=True)
                 break
     return failures

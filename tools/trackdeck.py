@@ -21,7 +21,12 @@ class TrackDeck:
     TITLES = (45, 120)  # left and width of texts in a column
     ARTISTS = (220, 120)
 
-    ARTWORK = (84, 84, 672, 478)  # width, height, left and top
+    # Parts of the window: width, height, left and top.
+    MENUS = (400, 240, 0, 0)
+    BUTTONS = (200, 103, 4, 469)
+    ARTWORK = (84, 84, 672, 478)
+
+    SCAN_BUTTON = (83, 491)
     CAPTION = (400, 15)  # a place that tells and does nothing under a mouse at rest
 
     def __init__(self, program, screen, cleanup, scale):

@@ -74,6 +74,7 @@ void ArtworkField::DrawPlaceholder(QPainter& painter) const {
     line.setAlphaF(0.3F);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(line, 1, Qt::DashLine));
+    painter.setBrush(palette().color(QPalette::Base));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
     painter.setPen(text);
     painter.drawText(rect().adjusted(kTextMargin, kTextMargin, -kTextMargin, -kTextMargin),

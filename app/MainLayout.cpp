@@ -61,7 +61,8 @@ MainLayout::MainLayout(QWidget& window)
     : m_pGrid(new CGridCtrl(&window))
     , m_pBand(new Band(&window))
     , m_pArtwork(new ArtworkField(m_pBand))
-    , m_pUpperRow(MakeUpperRow()) {
+    , m_pUpperRow(MakeUpperRow())
+    , m_pLowerRow(MakeLowerRow()) {
     m_pGrid->setPalette(PagePalette());
     m_pGrid->setAccessibleName(LoadString(IDS_MAIN_TRACKS));
     m_pArtwork->setFixedSize(kArtworkSide, kArtworkSide);
@@ -71,7 +72,7 @@ MainLayout::MainLayout(QWidget& window)
     band->setHorizontalSpacing(kMargin);
     band->setVerticalSpacing(0);
     band->addWidget(m_pUpperRow, 0, 0);
-    band->addWidget(MakeLowerRow(), 1, 0);
+    band->addWidget(m_pLowerRow, 1, 0);
     band->addWidget(m_pArtwork, 0, 1, 2, 1, Qt::AlignVCenter);
 
     auto* whole = new QVBoxLayout(&window);
@@ -101,7 +102,7 @@ QWidget* MainLayout::MakeUpperRow() {
 
 QWidget* MainLayout::MakeLowerRow() {
     auto* row = new QWidget(m_pBand);
-    row->setMaximumHeight(kLowerHeight); // a mini player may be a little lower
+    row->setMaximumHeight(kLowerHeight);
     auto* seek = new CProgressSlider(LoadString(IDS_SLIDER_SEEK), row);
     seek->setEnabled(false);
     m_pVolume = new CBitmapSlider({PictureId::VolumeChannel, PictureId::VolumeThumb},
@@ -125,4 +126,5 @@ void MainLayout::SetMiniMode(bool mini) {
     m_pGrid->setVisible(!mini);
     m_pUpperRow->setVisible(!mini);
     m_pArtwork->setVisible(!mini);
+    m_pLowerRow->setMinimumHeight(mini ? 0 : kLowerHeight); // the mini player is a little lower
 }

@@ -36,4 +36,5 @@ private:
     CBitmapSlider* m_pVolume = nullptr;
     ArtworkField* m_pArtwork;
     QWidget* m_pUpperRow;
+    QWidget* m_pLowerRow;
 };

@@ -25,6 +25,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QScreen>
 #include <QTimer>
@@ -339,6 +340,11 @@ void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
     SaveOnClose();
     event->accept();
     QCoreApplication::quit();
+}
+
+/// A dialog would press its first button for Enter, wherever the focus is.
+void CTrackDeckDlg::keyPressEvent(QKeyEvent* event) {
+    event->ignore();
 }
 
 void CTrackDeckDlg::SaveOnClose() {

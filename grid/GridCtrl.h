@@ -260,6 +260,7 @@ private:
     // GridCtrlKeys.cpp
     [[nodiscard]] CCellID NextCell(int key, Qt::KeyboardModifiers modifiers) const;
     [[nodiscard]] int PageAway(int row, int step) const;
+    void FocusFirstSeenCell();
     bool MoveByKey(int key, Qt::KeyboardModifiers modifiers);
     void MoveTo(CCellID cell, bool extend);
     void Scroll(QScrollBar& bar, int pixels, int angle, int& rest);

@@ -14,9 +14,14 @@ void CGridCtrl::focusInEvent(QFocusEvent* event) {
     QAbstractScrollArea::focusInEvent(event);
     const bool byKey =
         event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-    if (byKey && !IsValid(m_idCurrentCell)) // keys need a cell to start from
-        SetFocusCell(GetCellFromPt({FixedWidth(), FixedHeight()}, false));
+    if (byKey && !IsValid(m_idCurrentCell))
+        FocusFirstSeenCell();
     RedrawCell(m_idCurrentCell.row, m_idCurrentCell.col);
+}
+
+/// Keys need a cell to start from.
+void CGridCtrl::FocusFirstSeenCell() {
+    SetFocusCell(GetCellFromPt({FixedWidth(), FixedHeight()}, false));
 }
 
 void CGridCtrl::focusOutEvent(QFocusEvent* event) {
@@ -36,11 +41,15 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
         LetGo();
         return;
     }
+    const int key = event->key();
+    const bool moves = key >= Qt::Key_Home && key <= Qt::Key_PageDown; // the arrows among them
     if (!IsValid(m_idCurrentCell)) {
-        QAbstractScrollArea::keyPressEvent(event);
+        if (moves && !(event->modifiers() & (Qt::AltModifier | Qt::MetaModifier)))
+            FocusFirstSeenCell();
+        else
+            QAbstractScrollArea::keyPressEvent(event);
         return;
     }
-    const int key = event->key();
     const QString text = event->text();
     const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
     if (event->modifiers() & (Qt::AltModifier | Qt::MetaModifier)) {

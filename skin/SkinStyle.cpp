@@ -58,6 +58,8 @@ void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         DrawOutline(*painter, *option, option->rect.height() / 2.0);
     else if (element == PE_FrameLineEdit && !HasFocus(*option))
         DrawOutline(*painter, *option, kFieldRounding);
+    else if (element == PE_PanelTipLabel)
+        DrawOutline(*painter, *option, 0);
 }
 
 void SkinStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

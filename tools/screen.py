@@ -10,6 +10,12 @@ import time
 
 PATIENCE = 30  # seconds that anything may take
 
+# The window manager takes no key but this one, so that all others reach the program.
+WINDOW_MANAGER = """<openbox_config xmlns="http://openbox.org/3.4/rc">
+  <keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
+</openbox_config>
+"""
+
 
 class StepFailed(Exception):
     pass
@@ -51,7 +57,9 @@ class Screen:
 
         # Its startup command runs once it manages windows.
         up = scratch / "openbox.up"
-        manager = ["openbox", "--sm-disable", "--startup", f"touch {up}"]
+        rules = scratch / "openbox.xml"
+        rules.write_text(WINDOW_MANAGER)
+        manager = ["openbox", "--sm-disable", "--config-file", rules, "--startup", f"touch {up}"]
         start(cleanup, manager, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_for(up.exists, "the window manager")
 
@@ -60,6 +68,14 @@ class Screen:
         """The window of that title that is on the screen, or None."""
         found = output("xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$")
         return int(found.split()[0]) if found else None
+
+    @staticmethod
+    def find_untitled(program):
+        """A window on the screen that has the program's name for want of a title, or None."""
+        for found in output("xdotool", "search", "--onlyvisible", "--class", f"^{program}$").split():
+            if output("xdotool", "getwindowname", found).decode().strip() == program:
+                return int(found)
+        return None
 
     @staticmethod
     def activate(window):
@@ -111,12 +127,6 @@ class Screen:
         return tuple(numbers[:2]), tuple(numbers[2:])
 
     @staticmethod
-    def ink(window):
-        """The number of dark pixels in a window, which tells how much text it shows."""
-        pixels = output("import", "-window", str(window), "-depth", "8", "gray:-")
-        return sum(pixels.count(level) for level in range(115))
-
-    @staticmethod
     def area(window, area):
         """The pixels of an area: width, height, left and top."""
         crop = "%dx%d+%d+%d" % area
@@ -126,8 +136,9 @@ class Screen:
     def colour(cls, window, point):
         return cls.area(window, (1, 1, *point))
 
-    def picture(self, name):
-        """Leaves a picture of the screen once nothing moves on it any more; returns its pixels."""
+    @staticmethod
+    def settle():
+        """Waits until nothing moves on the screen any more; returns its pixels."""
         last = b""
         deadline = time.monotonic() + 5
         while time.monotonic() < deadline:
@@ -136,8 +147,13 @@ class Screen:
                 break
             last = pixels
             time.sleep(0.3)
+        return pixels
+
+    def picture(self, name):
+        """Leaves a picture of the screen once nothing moves on it; returns its pixels."""
+        pixels = self.settle()
         output("import", "-window", "root", str(self.pictures / f"{name}.png"))
-        return last
+        return pixels
 
 
 def start(cleanup, command, **options):
@@ -185,10 +201,11 @@ def take(steps, process_of):
         try:
             step()
             print(f"ok: {text}", flush=True)
-        except (StepFailed, subprocess.TimeoutExpired) as failure:
+        except (StepFailed, subprocess.SubprocessError) as failure:
             print(f"FAILED: {text}: {failure}", flush=True)
             failures += 1
-            if process_of().poll() is not None:
+            process = process_of()
+            if process and process.poll() is not None:
                 print("The program is gone; the walk ends here.", flush=True)
                 break
     return failures

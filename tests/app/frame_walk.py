@@ -12,20 +12,20 @@ import tempfile
 import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
-from screen import Screen, StepFailed, check, new_user, output, start, take, wait_for
+from screen import Screen, new_user, take, wait_for
+from trackdeck import TrackDeck
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 SCALE = int(sys.argv[2]) if len(sys.argv) > 2 else 1
-TITLE = "Veltria Track Deck"
 
 
 def scaled(*lengths):
     return tuple(length * SCALE for length in lengths)
 
 
-SCREEN = scaled(1280, 800)
+SCREEN = scaled(*TrackDeck.SCREEN)
 SMALLEST = scaled(640, 480)
-MINI_SIZE = scaled(400, 89)
+MINI_SIZE = scaled(*TrackDeck.MINI_SIZE)
 STEP = 40 * SCALE
 CAPTION = scaled(200, 16)
 
@@ -49,34 +49,19 @@ GRIPS = {
 
 class Walk:
     def __init__(self, cleanup, scratch):
-        self.cleanup = cleanup
         self.screen = Screen(cleanup, scratch, SCREEN)
-        self.process = None
-        self.window = None
+        self.deck = TrackDeck(PROGRAM, self.screen, cleanup, SCALE)
         self.mini_place = None
 
     def geometry(self):
-        return self.screen.geometry(self.window)
-
-    def wait_for_geometry(self, size, place):
-        def reached():
-            return all(
-                abs(a - b) < SCALE  # the program counts in pixels of 100 %
-                for wanted, now in zip((size, place), self.geometry())
-                for a, b in zip(wanted, now)
-            )
-
-        try:
-            wait_for(reached, f"the window at {size} {place}")
-        except StepFailed as failure:
-            raise StepFailed(f"{failure}; it is at {self.geometry()}") from None
+        return self.screen.geometry(self.deck.window)
 
     def from_right(self, button):
         (width, _), _ = self.geometry()
         return width - button[0], button[1]
 
     def click_button(self, button):
-        self.screen.click(self.window, self.from_right(button))
+        self.screen.click(self.deck.window, self.from_right(button))
 
     def settled(self, before):
         """The geometry once it is another one than `before`, and rests."""
@@ -95,7 +80,7 @@ class Walk:
         """Takes a point of the window along, by `way`. Returns the geometry from which this goes:
         where the mouse is when the window manager takes over, nobody can tell in advance."""
         before = self.geometry()
-        self.screen.point(self.window, point)
+        self.screen.point(self.deck.window, point)
         self.screen.hold()
         start = wait_for(lambda: self.settled(before), "the drag to begin")
         self.screen.pull(way)
@@ -103,32 +88,30 @@ class Walk:
         return start
 
     def drag_in_vain(self, point):
-        self.screen.point(self.window, point)
+        self.screen.point(self.deck.window, point)
         self.screen.hold()
         self.screen.pull((STEP, STEP))
         self.screen.let_go()
 
     def double_click_caption(self):
-        self.screen.click(self.window, CAPTION, times=2)
+        self.screen.click(self.deck.window, CAPTION, times=2)
 
     def program_starts(self):
-        self.process = start(self.cleanup, [PROGRAM])
-        self.window = wait_for(lambda: self.screen.find(TITLE), "the window")
-        self.screen.activate(self.window)
+        self.deck.start()
         size = scaled(768, 576)
-        self.wait_for_geometry(size, tuple((s - w) // 2 for s, w in zip(SCREEN, size)))
+        self.deck.wait_for_geometry(size, tuple((s - w) // 2 for s, w in zip(SCREEN, size)))
 
     def caption_moves(self):
         for step in (STEP, -STEP):
             size, (left, top) = self.drag(CAPTION, (step, step))
-            self.wait_for_geometry(size, (left + step, top + step))
+            self.deck.wait_for_geometry(size, (left + step, top + step))
 
     def grip_sizes(self, grip):
         place_in, (left, top, right, bottom) = GRIPS[grip]
         for step in (-STEP, STEP):
             size, _ = self.geometry()
             (w, h), (x, y) = self.drag(place_in(*size), (step, step))
-            self.wait_for_geometry(
+            self.deck.wait_for_geometry(
                 (w + step * (right - left), h + step * (bottom - top)),
                 (x + step * left, y + step * top),
             )
@@ -137,17 +120,17 @@ class Walk:
         size, place = self.geometry()
         grip = GRIPS["bottom right corner"][0]
         self.drag(grip(*size), scaled(-400, -400))
-        self.wait_for_geometry(SMALLEST, place)
+        self.deck.wait_for_geometry(SMALLEST, place)
 
     def maximizes(self, toggle):
         before = self.geometry()
         toggle()
-        self.wait_for_geometry(SCREEN, (0, 0))
+        self.deck.wait_for_geometry(SCREEN, (0, 0))
         self.drag_in_vain(CAPTION)
         self.drag_in_vain((1, SCREEN[1] // 2))
-        self.wait_for_geometry(SCREEN, (0, 0))
+        self.deck.wait_for_geometry(SCREEN, (0, 0))
         toggle()
-        self.wait_for_geometry(*before)
+        self.deck.wait_for_geometry(*before)
 
     def double_click_maximizes(self):
         self.maximizes(self.double_click_caption)
@@ -158,52 +141,46 @@ class Walk:
     def system_menu_maximizes(self):
         before = self.geometry()
         for key, wanted in (("x", (SCREEN, (0, 0))), ("r", before)):
-            self.screen.click(self.window, scaled(12, 12))
-            wait_for(self.menu_is_open, "the menu")
+            self.screen.click(self.deck.window, scaled(12, 12))
+            self.deck.wait_for_popup()
             self.screen.press([key])
-            self.wait_for_geometry(*wanted)
-
-    @staticmethod
-    def menu_is_open():
-        tree = output("xwininfo", "-root", "-tree").decode()
-        return sum('"trackdeck"' in line for line in tree.splitlines()) > 1
+            self.deck.wait_for_geometry(*wanted)
 
     def minimizes_and_comes_back(self):
         before = self.geometry()
         self.click_button(MINIMIZE)
-        wait_for(lambda: not self.screen.find(TITLE), "the window to go")
-        self.screen.activate(self.window)
-        wait_for(lambda: self.screen.find(TITLE), "the window to come back")
-        self.wait_for_geometry(*before)
+        self.deck.wait_until_gone("IDS_MAIN_TITLE")
+        self.screen.activate(self.deck.window)
+        self.deck.wait_for_window("IDS_MAIN_TITLE")
+        self.deck.wait_for_geometry(*before)
         self.double_click_maximizes()  # its frame knows that it is back
 
     def mini_player_comes_and_goes(self):
         size, place = self.geometry()
         self.click_button(TO_MINI)
         mini_place = (10 * SCALE, SCREEN[1] - 100 * SCALE)
-        self.wait_for_geometry(MINI_SIZE, mini_place)
+        self.deck.wait_for_geometry(MINI_SIZE, mini_place)
         self.drag_in_vain((MINI_SIZE[0] - 2, 40 * SCALE))
         self.double_click_caption()
-        self.wait_for_geometry(MINI_SIZE, mini_place)
+        self.deck.wait_for_geometry(MINI_SIZE, mini_place)
         _, (left, top) = self.drag(CAPTION, (STEP, -STEP))
         self.mini_place = (left + STEP, top - STEP)
-        self.wait_for_geometry(MINI_SIZE, self.mini_place)
+        self.deck.wait_for_geometry(MINI_SIZE, self.mini_place)
         self.click_button(TO_NORMAL)
-        self.wait_for_geometry(size, place)
+        self.deck.wait_for_geometry(size, place)
 
     def mini_player_remembers(self):
         self.double_click_caption()
-        self.wait_for_geometry(SCREEN, (0, 0))
+        self.deck.wait_for_geometry(SCREEN, (0, 0))
         self.click_button(TO_MINI)
-        self.wait_for_geometry(MINI_SIZE, self.mini_place)
+        self.deck.wait_for_geometry(MINI_SIZE, self.mini_place)
         self.click_button(TO_NORMAL)
-        self.wait_for_geometry(SCREEN, (0, 0))
+        self.deck.wait_for_geometry(SCREEN, (0, 0))
         self.double_click_caption()
 
     def close_button_ends(self):
         self.click_button(CLOSE)
-        wait_for(lambda: self.process.poll() is not None, "the program's end")
-        check(self.process.returncode == 0, f"it ended with {self.process.returncode}")
+        self.deck.wait_until_ended()
 
     def steps(self):
         yield self.program_starts, "the window comes up in the middle of the screen"
@@ -225,7 +202,7 @@ def main():
         home = pathlib.Path(folder) / "home"
         with new_user(home, SCALE) as (cleanup, scratch):
             walk = Walk(cleanup, scratch)
-            failures = take(walk.steps(), lambda: walk.process)
+            failures = take(walk.steps(), lambda: walk.deck.process)
     return 1 if failures else 0
 
 

@@ -123,6 +123,15 @@ TEST_F(GridInput, TheSelectedTextsAreCopiedInRowsAndColumns) {
     }
 }
 
+TEST_F(GridInput, WithoutACellAnArrowTakesTheFirstOneSeen) {
+    m_grid->EnsureVisible(100, 0);
+    m_grid->SetFocusCell({});
+    Press(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_FALSE(m_grid->GetFocusCell().IsValid());
+    Press(Qt::Key_Down, {});
+    EXPECT_GT(m_grid->GetFocusCell().row, 50);
+}
+
 TEST_F(GridInput, ReachedByTabTheGridHasACellToStartFrom) {
     m_grid->clearFocus();
     m_grid->setFocus(Qt::MouseFocusReason);

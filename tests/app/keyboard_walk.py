@@ -1,0 +1,165 @@
+#!/usr/bin/env python3
+"""Uses the whole program by keyboard alone, with a real window manager: its menus, the controls that
+Tab reaches, its dialogs, the forms of its window.
+
+Usage: keyboard_walk.py PROGRAM
+"""
+
+import functools
+import pathlib
+import sys
+import tempfile
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from screen import Screen, check, new_user, take, wait_for
+from trackdeck import TrackDeck
+
+PROGRAM = pathlib.Path(sys.argv[1]).resolve()
+
+# A second of silence.
+TRACK = 38 * (b"\xff\xfb\x90\x00" + bytes(413))
+
+FIRST_TRACK = 2  # its row in the grid
+NEW_TITLE = "Typed without a mouse"
+NEW_FOLDER = "Made without a mouse"
+VOLUME = 7
+
+
+class Walk:
+    def __init__(self, cleanup, scratch, home):
+        self.home = home
+        self.track = home / "Music" / "Veltria Track Deck" / "One.mp3"
+        self.folder = home / "Beside" / NEW_FOLDER
+        self.track.parent.mkdir(parents=True)
+        self.track.write_bytes(TRACK)
+        self.folder.parent.mkdir()
+        self.screen = Screen(cleanup, scratch, TrackDeck.SCREEN)
+        self.deck = TrackDeck(PROGRAM, self.screen, cleanup, scale=1)
+
+    def press(self, *keys):
+        self.screen.press(keys)
+
+    def open(self, title, *keys):
+        """Opens a dialog; the next keys go there."""
+        self.press(*keys)
+        self.screen.activate(self.deck.wait_for_window(title))
+
+    def close(self, title, *keys, under="IDS_MAIN_TITLE"):
+        """Closes a dialog; the next keys go to the window under it."""
+        self.press(*keys)
+        self.deck.wait_until_gone(title)
+        self.screen.activate(self.deck.find(under))
+
+    def geometry(self):
+        return self.screen.geometry(self.deck.window)
+
+    def program_starts(self):
+        self.deck.start()
+        wait_for(lambda: self.deck.has_text(self.deck.TITLES, FIRST_TRACK), "a track")
+
+    def title_is_edited(self):
+        self.press("ctrl+Home", "Down", "Right", "F2", "ctrl+a")
+        self.screen.type(NEW_TITLE)
+        self.press("Return", "Return")  # the second one presses no button
+        wait_for(lambda: NEW_TITLE.encode() in self.track.read_bytes(), "the title in the file")
+
+    def tab_reaches_the_scan_button(self):
+        self.open("IDS_SCAN_TITLE", "Tab", "space")
+        self.close("IDS_SCAN_TITLE", "Escape")
+
+    def tab_reaches_the_volume(self):
+        self.press("Tab", "Home", *["Right"] * VOLUME)  # told by the settings in the end
+
+    def tab_comes_back_to_the_grid(self):
+        title = NEW_TITLE.upper()
+        self.press("Tab", "F2", "ctrl+a")
+        self.screen.type(title)
+        self.press("Return")
+        wait_for(lambda: title.encode() in self.track.read_bytes(), "the title in the file")
+
+    def file_menu(self):
+        self.open("IDS_SCAN_TITLE", "alt+f", "s")
+        self.close("IDS_SCAN_TITLE", "Escape")
+
+    def view_menu(self):
+        before = self.geometry()
+        self.press("alt+v", "p")
+        self.deck.wait_for_geometry(self.deck.MINI_SIZE)
+        self.press("ctrl+m")
+        self.deck.wait_for_geometry(*before)
+
+    def help_menu(self):
+        self.open("IDS_MAIN_ABOUT", "alt+h", "a")
+        self.close("IDS_MAIN_ABOUT", "Return")
+
+    def menu_bar(self):
+        self.press("F10", "Down")
+        self.deck.wait_for_popup()
+        self.open("IDS_MAIN_ABOUT", "Left", "Return")
+        self.close("IDS_MAIN_ABOUT", "Escape")
+
+    def system_menu(self):
+        before = self.geometry()
+        for key, wanted in (("x", (TrackDeck.SCREEN, (0, 0))), ("r", before)):
+            self.press("alt+space")
+            self.deck.wait_for_popup()
+            self.press(key)
+            self.deck.wait_for_geometry(*wanted)
+
+    def folder_is_made(self):
+        self.open("IDS_SCAN_TITLE", "ctrl+f")
+        self.press("ctrl+a")
+        self.screen.type(str(self.home))
+        self.open("IDS_DLGTITLE_FOLDER", "Tab", "space")
+        self.press("Right", "Down", "Tab", "space")  # its first folder, and the button
+        self.screen.type(NEW_FOLDER)
+        self.press("Return")
+        wait_for(self.folder.is_dir, f"the folder {self.folder}")
+
+    def folder_is_chosen(self):
+        self.close("IDS_DLGTITLE_FOLDER", "Return", under="IDS_SCAN_TITLE")
+        self.press("alt+s", "alt+f", "Return")
+        self.screen.activate(self.deck.wait_for_window("IDS_SCAN_COMPLET"))
+        self.close("IDS_SCAN_COMPLET", "space")
+        self.check_setting(f"SearchDir={self.folder}")
+        self.check_setting("ScanSubfolders=1")
+
+    def program_ends(self):
+        self.press("ctrl+q")
+        self.deck.wait_until_ended()
+        self.check_setting(f"Volume={VOLUME}")
+
+    def check_setting(self, line):
+        settings = self.home / ".config" / "Veltria" / "Track Deck.ini"
+        lines = settings.read_text().splitlines()
+        check(line in lines, f"no {line} in {lines}")
+
+    STEPS = [
+        (program_starts, "the program starts and lists a track"),
+        (title_is_edited, "the keys of the grid edit a title"),
+        (tab_reaches_the_scan_button, "Tab reaches the button for scans"),
+        (tab_reaches_the_volume, "Tab reaches the volume"),
+        (tab_comes_back_to_the_grid, "Tab comes back to the grid"),
+        (file_menu, "the File menu opens a dialog"),
+        (view_menu, "the View menu makes a mini player, and a key the window again"),
+        (help_menu, "the Help menu opens About"),
+        (menu_bar, "F10 and arrows go through the menus"),
+        (system_menu, "the system menu maximizes and restores the window"),
+        (folder_is_made, "a folder is found by arrows, and one is made in it and named"),
+        (folder_is_chosen, "it is chosen and scanned"),
+        (program_ends, "the program ends, and keeps what was set"),
+    ]
+
+
+def main():
+    with tempfile.TemporaryDirectory() as folder:
+        home = pathlib.Path(folder) / "home"
+        with new_user(home) as (cleanup, scratch):
+            walk = Walk(cleanup, scratch, home)
+            steps = [(functools.partial(step, walk), text) for step, text in Walk.STEPS]
+            failures = take(steps, lambda: walk.deck.process)
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,107 @@
+"""The program as walks meet it: its windows, its texts, and where things stand in them."""
+
+import re
+
+from screen import StepFailed, check, start, wait_for
+
+# Dark enough to be text on paper, in shades of grey.
+INK = 115
+
+
+class TrackDeck:
+    """The program on a screen. Lengths are those of 100 %; `scaled` makes pixels of them."""
+
+    SCREEN = (1280, 800)
+    MINI_SIZE = (400, 89)
+
+    # The grid below the window's frame and menu bar. Row 0 is the header.
+    GRID_TOP = 54
+    ROW_HEIGHT = 22
+    LAST_ROW = 15  # that is seen whole
+    TITLES = (45, 120)  # left and width of texts in a column
+    ARTISTS = (220, 120)
+
+    # Parts of the window: width, height, left and top.
+    MENUS = (400, 240, 0, 0)
+    BUTTONS = (200, 103, 4, 469)
+    ARTWORK = (84, 84, 672, 478)
+
+    SCAN_BUTTON = (83, 491)
+    CAPTION = (400, 15)  # a place that tells and does nothing under a mouse at rest
+
+    def __init__(self, program, screen, cleanup, scale):
+        self.program = program
+        self.screen = screen
+        self.cleanup = cleanup
+        self.scale = scale
+        self.process = None
+        self.window = None
+        content = (program.parent / "languages" / "language.lgg").read_text(encoding="utf-8")
+        self.texts = dict(re.findall(r"^(\w+)=(.*)$", content, re.MULTILINE))
+
+    def scaled(self, *lengths):
+        return tuple(length * self.scale for length in lengths)
+
+    def start(self):
+        self.process = start(self.cleanup, [self.program])
+        self.window = self.wait_for_window("IDS_MAIN_TITLE")
+        self.screen.activate(self.window)
+
+    def wait_until_ended(self):
+        wait_for(lambda: self.process.poll() is not None, "the program's end")
+        check(self.process.returncode == 0, f"it ended with {self.process.returncode}")
+
+    def find(self, key):
+        return self.screen.find(self.texts[key])
+
+    def wait_for_window(self, key):
+        return wait_for(lambda: self.find(key), f'the window "{self.texts[key]}"')
+
+    def wait_until_gone(self, key):
+        wait_for(lambda: not self.find(key), f'the end of the window "{self.texts[key]}"')
+
+    def find_popup(self):
+        """A menu or a tip that is open, or None: the program's other windows have titles."""
+        return self.screen.find_untitled(self.program.name)
+
+    def wait_for_popup(self):
+        return wait_for(self.find_popup, "a menu or a tip")
+
+    def wait_for_no_popup(self):
+        wait_for(lambda: not self.find_popup(), "no menu and no tip")
+
+    def wait_for_geometry(self, size=None, place=None):
+        """Waits for the window's size and place in pixels of the screen."""
+
+        def near(wanted, now):
+            # The program counts in pixels of 100 %.
+            return wanted is None or all(abs(a - b) < self.scale for a, b in zip(wanted, now))
+
+        def reached():
+            now = self.screen.geometry(self.window)
+            return near(size, now[0]) and near(place, now[1])
+
+        try:
+            wait_for(reached, f"the window at {size} {place}")
+        except StepFailed as failure:
+            now = self.screen.geometry(self.window)
+            raise StepFailed(f"{failure}; it is at {now}") from None
+
+    def row(self, number, left=150):
+        """A point in a row of the grid."""
+        return self.scaled(left, self.GRID_TOP + self.ROW_HEIGHT * number + self.ROW_HEIGHT // 2)
+
+    def cells(self, column, first, last):
+        """The pixels of the cells of a column from a row to another one."""
+        left, width = column
+        top = self.GRID_TOP + self.ROW_HEIGHT * first
+        height = self.ROW_HEIGHT * (last - first + 1)
+        return self.screen.area(self.window, self.scaled(width, height, left, top))
+
+    def has_text(self, column, first, last=None):
+        """Whether text stands in the cells."""
+        pixels = self.cells(column, first, last or first)
+        return any(max(pixel) < INK for pixel in zip(*[iter(pixels)] * 3))
+
+    def artwork(self):
+        return self.screen.area(self.window, self.scaled(*self.ARTWORK))

@@ -107,6 +107,11 @@ class Screen:
         for step in [slack, *[tuple(length // 4 for length in way)] * 4]:
             if any(step):
                 output("xdotool", "mousemove_relative", "--sync", "--", *map(str, step))
+        # A window that is being sized follows a little later; let go before, it would stay behind.
+        last = None
+        while (now := cls.geometry(window)) != last:
+            last = now
+            time.sleep(0.2)
         output("xdotool", "mouseup", "1")
 
     @staticmethod

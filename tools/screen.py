@@ -109,8 +109,14 @@ class Screen:
             step = [str(length // 4) for length in way]
             output("xdotool", "mousemove_relative", "--sync", "--", *step)
 
-    @staticmethod
-    def let_go():
+    @classmethod
+    def let_go(cls, window):
+        """Ends a drag. A window that is sized by it follows a little later than the mouse; let go
+        before, it would stay behind."""
+        last = None
+        while (now := cls.geometry(window)) != last:
+            last = now
+            time.sleep(0.2)
         output("xdotool", "mouseup", "1")
 
     @staticmethod

@@ -84,14 +84,14 @@ class Walk:
         self.screen.hold()
         start = wait_for(lambda: self.settled(before), "the drag to begin")
         self.screen.pull(way)
-        self.screen.let_go()
+        self.screen.let_go(self.deck.window)
         return start
 
     def drag_in_vain(self, point):
         self.screen.point(self.deck.window, point)
         self.screen.hold()
         self.screen.pull((STEP, STEP))
-        self.screen.let_go()
+        self.screen.let_go(self.deck.window)
 
     def double_click_caption(self):
         self.screen.click(self.deck.window, CAPTION, times=2)

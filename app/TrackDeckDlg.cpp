@@ -342,9 +342,10 @@ void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
     QCoreApplication::quit();
 }
 
-/// A dialog would press its first button for Enter, wherever the focus is.
+/// Takes what the grid leaves to it. No more: a dialog would press its first button for Enter,
+/// wherever the focus is.
 void CTrackDeckDlg::keyPressEvent(QKeyEvent* event) {
-    event->ignore();
+    event->setAccepted(m_layout.Grid().hasFocus() && m_view.OnKey(event->key()));
 }
 
 void CTrackDeckDlg::SaveOnClose() {

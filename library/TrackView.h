@@ -65,6 +65,10 @@ public:
     /// Takes the grid's notifications, allows edits or not, and stores what was typed.
     void OnNotify(GridNotification& notification);
 
+    /// Does what a key of the parent means for the grid's rows: Space toggles the checks of the
+    /// selected ones, Enter does what a double click does. False for any other key.
+    bool OnKey(int key);
+
     /// The cell of the last right click, none before the first.
     [[nodiscard]] CCellID GetClickedCell() const { return {m_iClickRow, m_iClickColumn}; }
 
@@ -107,6 +111,7 @@ private:
     void ForgetOtherSelections(CMediaList& list, int clicked);
     void OnRightClick(CCellID cell);
     void OnDoubleClick(int row);
+    void ToggleChecks();
     void FoldSection(CMediaList& list);
     void MarkPlaying(CMediaList& list, int index);
     [[nodiscard]] bool AllowsEdit(CCellID cell) const;

@@ -10,6 +10,9 @@
 #include <QGuiApplication>
 #include <QScrollBar>
 
+#include <algorithm>
+#include <vector>
+
 void CTrackView::OnNotify(GridNotification& notification) {
     const auto [row, column] = CCellID{notification.row, notification.col};
     if (row < 0)
@@ -110,6 +113,37 @@ void CTrackView::OnDoubleClick(int row) {
         FoldSection(*hit.list);
     else if (hit.list->m_iType != MEDIA_TYPE_PHONE)
         MarkPlaying(*hit.list, hit.index);
+}
+
+bool CTrackView::OnKey(int key) {
+    if (key == Qt::Key_Space)
+        ToggleChecks();
+    else if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        OnDoubleClick(m_grid.GetFocusCell().row);
+    else
+        return false;
+    return true;
+}
+
+/// Of the active list's selected rows all are checked, unless all of them were.
+void CTrackView::ToggleChecks() {
+    CMediaList* list = m_lists.GetActiveList();
+    if (!list || !list->IsOnScreen() || !list->ShowsTracks())
+        return;
+    std::vector<int> selected;
+    for (int index = 0; index < list->GetCount(); ++index) {
+        const int row = RowOf(*list, index);
+        if (row > 0 && row < m_grid.GetRowCount() &&
+            m_grid.GetItemState(row, kCheckColumn + 1) & GridState::Selected)
+            selected.push_back(index);
+    }
+    const bool check = std::any_of(selected.begin(), selected.end(),
+                                   [&](int index) { return !(*list)[index]->m_bChecked; });
+    for (const int index : selected) {
+        (*list)[index]->m_bChecked = check;
+        RefreshRows(1, list, index);
+    }
+    RefreshRows(1, list, -1);
 }
 
 void CTrackView::FoldSection(CMediaList& list) {

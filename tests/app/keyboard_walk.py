@@ -24,6 +24,8 @@ NEW_TITLE = "Typed without a mouse"
 NEW_FOLDER = "Made without a mouse"
 VOLUME = 7
 
+CHECK_BOXES = (6, 16)  # left and width
+
 
 class Walk:
     def __init__(self, cleanup, scratch, home):
@@ -62,6 +64,27 @@ class Walk:
         self.screen.type(NEW_TITLE)
         self.press("Return", "Return")  # the second one presses no button
         wait_for(lambda: NEW_TITLE.encode() in self.track.read_bytes(), "the title in the file")
+
+    def track_is_checked(self):
+        self.press("ctrl+Home", "Down")
+        self.screen.settle()
+        before = self.deck.cells(CHECK_BOXES, FIRST_TRACK, FIRST_TRACK)
+        self.press("space")
+        wait_for(lambda: self.deck.cells(CHECK_BOXES, FIRST_TRACK, FIRST_TRACK) != before, "the tick")
+
+    def list_is_folded(self):
+        self.press("ctrl+Home")
+        self.screen.settle()
+
+        def row():
+            return self.deck.cells(TrackDeck.TITLES, FIRST_TRACK, FIRST_TRACK)
+
+        unfolded = row()
+        self.press("Return")
+        wait_for(lambda: row() != unfolded, "the list to fold")
+        self.press("Return")
+        wait_for(lambda: row() == unfolded, "the list to unfold")
+        self.press("Down", "Right")
 
     def tab_reaches_the_scan_button(self):
         self.open("IDS_SCAN_TITLE", "Tab", "space")
@@ -137,6 +160,8 @@ class Walk:
     STEPS = [
         (program_starts, "the program starts and lists a track"),
         (title_is_edited, "the keys of the grid edit a title"),
+        (track_is_checked, "Space checks a track"),
+        (list_is_folded, "Enter folds and unfolds a list"),
         (tab_reaches_the_scan_button, "Tab reaches the button for scans"),
         (tab_reaches_the_volume, "Tab reaches the volume"),
         (tab_comes_back_to_the_grid, "Tab comes back to the grid"),

@@ -82,8 +82,10 @@ class Walk:
         unfolded = row()
         self.press("Return")
         wait_for(lambda: row() != unfolded, "the list to fold")
+        self.screen.settle()
+        folded = row()
         self.press("Return")
-        wait_for(lambda: row() == unfolded, "the list to unfold")
+        wait_for(lambda: row() != folded, "the list to unfold")
         self.press("Down", "Right")
 
     def tab_reaches_the_scan_button(self):

@@ -345,7 +345,8 @@ void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
 /// Takes what the grid leaves to it. No more: a dialog would press its first button for Enter,
 /// wherever the focus is.
 void CTrackDeckDlg::keyPressEvent(QKeyEvent* event) {
-    event->setAccepted(m_layout.Grid().hasFocus() && m_view.OnKey(event->key()));
+    event->setAccepted(m_layout.Grid().hasFocus() &&
+                       m_view.OnKey(event->key(), event->modifiers()));
 }
 
 void CTrackDeckDlg::SaveOnClose() {

@@ -66,8 +66,9 @@ public:
     void OnNotify(GridNotification& notification);
 
     /// Does what a key of the parent means for the grid's rows: Space toggles the checks of the
-    /// selected ones, Enter does what a double click does. False for any other key.
-    bool OnKey(int key);
+    /// selected ones, Enter does what a double click does, and with Shift what a click on the
+    /// header of the focused column does. False for any other key.
+    bool OnKey(int key, Qt::KeyboardModifiers modifiers);
 
     /// The cell of the last right click, none before the first.
     [[nodiscard]] CCellID GetClickedCell() const { return {m_iClickRow, m_iClickColumn}; }

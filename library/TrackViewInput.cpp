@@ -115,10 +115,13 @@ void CTrackView::OnDoubleClick(int row) {
         MarkPlaying(*hit.list, hit.index);
 }
 
-bool CTrackView::OnKey(int key) {
+bool CTrackView::OnKey(int key, Qt::KeyboardModifiers modifiers) {
+    const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (key == Qt::Key_Space)
         ToggleChecks();
-    else if (key == Qt::Key_Return || key == Qt::Key_Enter)
+    else if (enter && modifiers.testFlag(Qt::ShiftModifier))
+        SortColumn(m_grid.GetFocusCell().col);
+    else if (enter)
         OnDoubleClick(m_grid.GetFocusCell().row);
     else
         return false;

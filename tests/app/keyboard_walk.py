@@ -72,6 +72,12 @@ class Walk:
         self.press("space")
         wait_for(lambda: self.deck.cells(CHECK_BOXES, FIRST_TRACK, FIRST_TRACK) != before, "the tick")
 
+    def list_is_sorted(self):
+        header = (26, 700)
+        before = self.deck.cells(header, 0, 0)
+        self.press("Right", "shift+Return")
+        wait_for(lambda: self.deck.cells(header, 0, 0) != before, "the arrow")
+
     def list_is_folded(self):
         self.press("ctrl+Home")
         self.screen.settle()
@@ -163,6 +169,7 @@ class Walk:
         (program_starts, "the program starts and lists a track"),
         (title_is_edited, "the keys of the grid edit a title"),
         (track_is_checked, "Space checks a track"),
+        (list_is_sorted, "Shift and Enter sort by the column"),
         (list_is_folded, "Enter folds and unfolds a list"),
         (tab_reaches_the_scan_button, "Tab reaches the button for scans"),
         (tab_reaches_the_volume, "Tab reaches the volume"),

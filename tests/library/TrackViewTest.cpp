@@ -283,22 +283,26 @@ TEST_F(TrackViewTest, SpaceChecksTheSelectionAndEnterDoesWhatADoubleClickDoes) {
     const auto checks = [&] {
         return QStringLiteral("%1%2%3").arg(IsChecked(2)).arg(IsChecked(3)).arg(IsChecked(4));
     };
-    EXPECT_FALSE(m_view.OnKey(Qt::Key_X));
-    EXPECT_TRUE(m_view.OnKey(Qt::Key_Enter)); // no row has the focus
+    EXPECT_FALSE(m_view.OnKey(Qt::Key_X, {}));
+    EXPECT_TRUE(m_view.OnKey(Qt::Key_Enter, {})); // no row has the focus
     Click(3, 0);
     Click(2, 1);
     Click(3, 1, Qt::ShiftModifier);
     for (const auto* after : {u"110", u"000", u"110"}) { // the first finds one of them checked
-        EXPECT_TRUE(m_view.OnKey(Qt::Key_Space));
+        EXPECT_TRUE(m_view.OnKey(Qt::Key_Space, {}));
         EXPECT_EQ(checks(), after);
     }
     EXPECT_EQ(TitleText(1), QStringLiteral("Mine (2/3)"));
-    m_view.OnKey(Qt::Key_Return);
+    m_view.OnKey(Qt::Key_Return, {});
     EXPECT_TRUE(m_collection[1]->m_bPlaying);
+    for (const auto* sorted : {u"alpha beta gamma", u"gamma beta alpha"}) {
+        m_view.OnKey(Qt::Key_Return, Qt::ShiftModifier); // the focus is in a title
+        EXPECT_EQ(Titles(2, 3), sorted);
+    }
     Click(1, 1);
-    m_view.OnKey(Qt::Key_Return);
+    m_view.OnKey(Qt::Key_Return, {});
     EXPECT_EQ(m_grid.GetRowCount(), 5);
-    m_view.OnKey(Qt::Key_Space); // of a folded list there is nothing to check
+    m_view.OnKey(Qt::Key_Space, {}); // of a folded list there is nothing to check
     EXPECT_EQ(TitleText(1), QStringLiteral("Mine (2/3)"));
 }
 

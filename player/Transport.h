@@ -1,0 +1,110 @@
+#pragma once
+
+#include "base/IPlaybackGuard.h"
+#include "player/PlayQueue.h"
+#include "player/TransportDisplay.h"
+
+#include <QString>
+
+#include <functional>
+#include <utility>
+
+class CMediaList;
+class CMediaLists;
+class CMediaPlayer;
+class CTrackRecord;
+class ITrackView;
+struct GraphEvent;
+
+/// Decides what plays: makes the play queue of a list, walks it by play mode, and drives the player
+/// as the transport's buttons say. The row of the track that plays is marked in its list, and shows
+/// what the player finds out about it.
+///
+/// A file that is missing is passed over; one that can't be played ends the playing there.
+///
+/// Thread:   interface thread.
+/// Lifetime: what the constructor takes outlives this. A list whose tracks go is left with
+///           StopPlayback() first.
+class CTransport : public IPlaybackGuard {
+public:
+    CTransport(const CMediaLists& lists, CMediaPlayer& player, ITrackView& view,
+               ITransportDisplay& display);
+
+    /// Called after anything has changed that others may show: the state, the track, what is known
+    /// of it, the play mode.
+    void SetChangeHandler(std::function<void()> handler) { m_pfnChanged = std::move(handler); }
+
+    /// The buttons.
+    void OnPlayPause();
+    void OnPrevious();
+    void OnNext();
+
+    /// Handler of WM_TD_TRACK_FINISHED.
+    void OnTrackFinished();
+
+    /// What a desktop's controls ask for, whatever list is active.
+    void Play();
+    void Pause();
+    void Stop();
+
+    /// Plays a track of a list, and then what follows it by play mode.
+    void PlayTrack(CMediaList& list, int index);
+
+    /// Another of the play modes; the queue is built anew behind the track that plays.
+    void SetPlayMode(int mode);
+    [[nodiscard]] int GetPlayMode() const { return m_iPlayMode; }
+
+    /// Stops, closes the file, and forgets the list.
+    void StopPlayback();
+    void ReleaseFile(const QString& path) override;
+
+    /// Shows the buttons anew, after the active list or its tracks have changed.
+    void UpdateTransport();
+
+    [[nodiscard]] TransportState GetState() const { return m_iTransport; }
+    [[nodiscard]] TransportButtons GetButtons() const;
+
+    /// The list that plays, or has been played; null if there is none.
+    [[nodiscard]] const CMediaList* GetPlayList() const { return m_pPlayList; }
+
+    /// The track that plays or is loaded; null if there is none.
+    [[nodiscard]] const CTrackRecord* GetNowPlaying();
+
+private:
+    enum class Direction { Forward, Back };
+
+    void BuildPlayQueue(CMediaList* list, int startRow);
+    void StartQueue();
+    void Step(Direction direction);
+    void LoadAndPlayFile(const QString& path, bool play);
+    void PlayTransport();
+    void PauseTransport();
+    void StopTransport();
+
+    void OnGraphEvent(const GraphEvent& event);
+    void OnRendered();
+    void OnMissing();
+    void OnFailed(const QString& status);
+    void ShowTrackInfo();
+    void ShowCaption(const CTrackRecord& track);
+
+    [[nodiscard]] CTrackRecord* FindNowPlaying();
+    void MarkRow(bool playing);
+    void RefreshRow();
+
+    const CMediaLists& m_lists;
+    CMediaPlayer& m_player;
+    ITrackView& m_view;
+    ITransportDisplay& m_display;
+    std::function<void()> m_pfnChanged;
+
+    CPlayQueue m_queue;
+    int m_iPlayMode = PLAY_SINGLE;
+    CMediaList* m_pPlayList = nullptr; ///< the list that is played
+    int m_iNowPlayingRow = -1;
+    QString m_strNowPlayingPath;
+    TransportState m_iTransport = TransportState::Stopped;
+    bool m_bCanPlay = true; ///< false after a file that could not be played
+    Direction m_lastStep = Direction::Forward;
+    int m_nMissing = 0; ///< files passed over since one was there
+};

@@ -16,4 +16,10 @@ enum MessageId : int {
 
     /// Add one file to a list. The payload is a `CMediaFileRequest`; lParam: a running number.
     WM_TD_ADD_TRACK = 0x800A,
+
+    /// The media graph has news. Zero words.
+    WM_TD_GRAPH_NOTIFY = 0x8015,
+
+    /// The track was played to its end. Zero words.
+    WM_TD_TRACK_FINISHED = 0x8018,
 };

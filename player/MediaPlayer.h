@@ -12,8 +12,8 @@
 
 class ITransportDisplay;
 
-/// Plays one file at a time through a media graph: loads it, runs, pauses and stops it, seeks in it,
-/// and sets its volume. What comes next is not known here.
+/// Plays one file at a time through a media graph: loads it, runs, pauses and stops it, seeks in
+/// it, and sets its volume. What comes next is not known here.
 ///
 /// Thread:   interface thread. Its owner passes on the messages that the graph posts.
 /// Lifetime: `display` outlives this; so do what the factory and the handlers use.

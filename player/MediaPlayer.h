@@ -17,8 +17,7 @@ class ITransportDisplay;
 ///
 /// Thread:   interface thread. Its owner passes on the messages that the graph posts.
 /// Lifetime: `display` outlives this; so do what the factory and the handlers use.
-/// Errors:   the results of PlayMedia() and its like are negative for a failure; a file that can't
-///           be played is told by an event.
+/// Errors:   a file that can't be played is told by an event; without a file nothing happens.
 class CMediaPlayer {
 public:
     using EventHandler = std::function<void(const GraphEvent& event)>;
@@ -38,9 +37,10 @@ public:
     void CloseFilterGraph();
     [[nodiscard]] bool HasGraph() const { return m_pGraph != nullptr; }
 
-    int PlayMedia();
-    int PauseMedia();
-    int StopMedia();
+    /// Runs the graph, at the slider's volume. False without one.
+    bool PlayMedia();
+    void PauseMedia();
+    void StopMedia();
 
     /// Stops, and goes back to the beginning.
     void Rewind();

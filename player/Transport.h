@@ -47,7 +47,8 @@ public:
     void Pause();
     void Stop();
 
-    /// Plays a track of a list, and then what follows it by play mode.
+    /// Plays a track of a list, and then what follows it by play mode. For -1 it begins with the
+    /// first checked track, if there is one.
     void PlayTrack(CMediaList& list, int index);
 
     /// Another of the play modes; the queue is built anew behind the track that plays.
@@ -76,17 +77,19 @@ private:
     void BuildPlayQueue(CMediaList* list, int startRow);
     void StartQueue();
     void Step(Direction direction);
+    void StartEntry(bool play);
     void LoadAndPlayFile(const QString& path, bool play);
     void PlayTransport();
     void PauseTransport();
     void StopTransport();
+    void ShowTransport();
+    void TellChange() const;
 
     void OnGraphEvent(const GraphEvent& event);
     void OnRendered();
     void OnMissing();
     void OnFailed(const QString& status);
-    void ShowTrackInfo();
-    void ShowCaption(const CTrackRecord& track);
+    void ShowLength();
 
     [[nodiscard]] CTrackRecord* FindNowPlaying();
     void MarkRow(bool playing);

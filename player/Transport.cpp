@@ -1,0 +1,310 @@
+#include "player/Transport.h"
+
+#include "base/Language.h"
+#include "library/ITrackView.h"
+#include "library/MediaLists.h"
+#include "platform/Path.h"
+#include "player/MediaPlayer.h"
+
+#include <QDebug>
+#include <QStringList>
+
+#include <cstdint>
+
+namespace {
+
+constexpr std::int64_t kMediaMillisecond = kMediaSecond / 1000;
+
+QString LengthText(std::int64_t seconds) {
+    return QStringLiteral("%1:%2")
+        .arg(seconds / 60, 2, 10, QLatin1Char('0'))
+        .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+}
+
+QString CaptionOf(const CTrackRecord& track) {
+    QStringList parts{track.m_strArtist, track.m_strAlbum, track.m_strTitle};
+    parts.removeAll(QString());
+    return Path::ForDisplay(parts.join(QStringLiteral(" - ")));
+}
+
+} // namespace
+
+CTransport::CTransport(const CMediaLists& lists, CMediaPlayer& player, ITrackView& view,
+                       ITransportDisplay& display)
+    : m_lists(lists)
+    , m_player(player)
+    , m_view(view)
+    , m_display(display) {
+    m_player.SetEventHandler([this](const GraphEvent& event) { OnGraphEvent(event); });
+}
+
+void CTransport::OnPlayPause() {
+    CMediaList* active = m_lists.GetActiveList();
+    if (m_iTransport == TransportState::Stopped) {
+        if (active && active->GetCount() > 0)
+            PlayTrack(*active, -1);
+    } else if (active != m_pPlayList) {
+        StopTransport();
+    } else if (m_iTransport == TransportState::Playing) {
+        PauseTransport();
+    } else {
+        PlayTransport();
+    }
+}
+
+void CTransport::OnPrevious() {
+    m_nMissing = 0;
+    Step(Direction::Back);
+}
+
+void CTransport::OnNext() {
+    m_nMissing = 0;
+    Step(Direction::Forward);
+}
+
+void CTransport::OnTrackFinished() {
+    if (m_player.IsFinished())
+        OnNext();
+}
+
+void CTransport::Play() {
+    if (m_iTransport == TransportState::Paused)
+        PlayTransport();
+    else if (m_iTransport == TransportState::Stopped)
+        OnPlayPause();
+}
+
+void CTransport::Pause() {
+    if (m_iTransport == TransportState::Playing)
+        PauseTransport();
+}
+
+void CTransport::Stop() {
+    if (m_iTransport != TransportState::Stopped)
+        StopTransport();
+}
+
+void CTransport::PlayTrack(CMediaList& list, int index) {
+    MarkRow(false);
+    BuildPlayQueue(&list, index);
+    StartQueue();
+}
+
+void CTransport::SetPlayMode(int mode) {
+    if (mode != m_iPlayMode) {
+        m_iPlayMode = mode;
+        if (FindNowPlaying()) // which may have moved since
+            BuildPlayQueue(nullptr, m_iNowPlayingRow);
+    }
+    m_display.ShowPlayMode(mode);
+    ShowTransport();
+}
+
+/// Without a list it is the one that plays.
+void CTransport::BuildPlayQueue(CMediaList* list, int startRow) {
+    if (list)
+        m_pPlayList = list;
+    m_queue.Build(*m_pPlayList, startRow, m_iPlayMode);
+}
+
+void CTransport::StartQueue() {
+    m_nMissing = 0;
+    m_lastStep = Direction::Forward;
+    StartEntry(true);
+}
+
+void CTransport::Step(Direction direction) {
+    MarkRow(false);
+    m_lastStep = direction;
+    const bool isThere =
+        direction == Direction::Forward ? m_queue.Next(m_iPlayMode) : m_queue.Previous(m_iPlayMode);
+    if (isThere)
+        StartEntry(m_iTransport != TransportState::Stopped);
+    else
+        StopTransport();
+}
+
+/// Takes up the current entry of the queue, if there is one.
+void CTransport::StartEntry(bool play) {
+    const auto entry = m_queue.Current();
+    if (!entry)
+        return;
+    m_iNowPlayingRow = entry->iRow;
+    m_strNowPlayingPath = entry->strPath;
+    MarkRow(true);
+    LoadAndPlayFile(entry->strPath, play);
+}
+
+void CTransport::LoadAndPlayFile(const QString& path, bool play) {
+    m_player.LoadFile(path);
+    if (play)
+        PlayTransport();
+    else
+        StopTransport();
+}
+
+void CTransport::PlayTransport() {
+    if (m_player.PlayMedia())
+        m_iTransport = TransportState::Playing;
+    ShowTransport();
+}
+
+void CTransport::PauseTransport() {
+    m_player.PauseMedia();
+    m_iTransport = TransportState::Paused;
+    ShowTransport();
+}
+
+void CTransport::StopTransport() {
+    m_display.ShowCaption(QString());
+    m_iTransport = TransportState::Stopped;
+    m_player.Rewind();
+    ShowTransport();
+}
+
+void CTransport::StopPlayback() {
+    MarkRow(false);
+    m_player.CloseFilterGraph();
+    m_queue.Clear();
+    m_pPlayList = nullptr;
+    m_iNowPlayingRow = -1;
+    m_strNowPlayingPath.clear();
+    m_display.EnableSeek(false);
+    StopTransport();
+}
+
+void CTransport::ReleaseFile(const QString& path) {
+    if (!path.isEmpty() && path == m_strNowPlayingPath)
+        StopPlayback();
+}
+
+void CTransport::UpdateTransport() {
+    m_bCanPlay = true;
+    ShowTransport();
+}
+
+void CTransport::ShowTransport() {
+    m_display.ShowButtons(GetButtons());
+    m_view.ShowPlayingList(m_iTransport == TransportState::Stopped ? nullptr : m_pPlayList);
+    TellChange();
+}
+
+void CTransport::TellChange() const {
+    if (m_pfnChanged)
+        m_pfnChanged();
+}
+
+TransportButtons CTransport::GetButtons() const {
+    const CMediaList* active = m_lists.GetActiveList();
+    const bool hasWork = m_iTransport != TransportState::Stopped || (active && active->GetCount());
+    return {m_iTransport, m_queue.CanPrevious(m_iPlayMode), m_bCanPlay && hasWork,
+            m_queue.CanNext(m_iPlayMode)};
+}
+
+void CTransport::OnGraphEvent(const GraphEvent& event) {
+    switch (event.code) {
+    case GraphEvent::Code::Rendered:
+        OnRendered();
+        break;
+    case GraphEvent::Code::LengthChanged:
+        ShowLength();
+        break;
+    case GraphEvent::Code::Missing:
+        OnMissing();
+        break;
+    case GraphEvent::Code::Failed:
+        OnFailed(LoadString(IDS_FEILD_CORRUPT));
+        break;
+    case GraphEvent::Code::DecoderMissing:
+        OnFailed(FormatText(LoadString(IDS_FEILD_NODECODER), {event.detail}));
+        break;
+    case GraphEvent::Code::Complete:
+        break; // comes as OnTrackFinished()
+    }
+}
+
+void CTransport::OnRendered() {
+    m_nMissing = 0;
+    m_bCanPlay = true;
+    m_display.EnableSeek(true);
+    if (CTrackRecord* track = FindNowPlaying()) {
+        track->m_strStatus.clear();
+        if (m_iTransport != TransportState::Stopped)
+            m_display.ShowCaption(CaptionOf(*track));
+    }
+    ShowLength();
+    ShowTransport();
+}
+
+/// What the row tells of a length is measured now, whatever the tags said.
+void CTransport::ShowLength() {
+    CTrackRecord* track = FindNowPlaying();
+    const std::int64_t duration = m_player.GetDuration();
+    if (!track)
+        return;
+    if (duration > 0) {
+        const std::int64_t seconds = duration / kMediaSecond;
+        track->m_nDuration = duration / kMediaMillisecond;
+        track->m_strLength = LengthText(seconds);
+        if (track->m_nFileSize > 0 && seconds > 0)
+            track->m_strBitrate =
+                QStringLiteral("%1 kbps").arg(track->m_nFileSize * 8 / seconds / 1000);
+    }
+    RefreshRow();
+    TellChange();
+}
+
+/// Goes on to the next file. When all have been tried there is nothing to play.
+void CTransport::OnMissing() {
+    m_player.CloseFilterGraph();
+    ++m_nMissing;
+    const bool isStuck = m_lastStep == Direction::Back && !m_queue.CanPrevious(m_iPlayMode);
+    if (!isStuck && m_nMissing < m_queue.GetCount()) {
+        Step(m_lastStep);
+        return;
+    }
+    MarkRow(false);
+    m_display.EnableSeek(false);
+    StopTransport();
+}
+
+/// The end of playing: the next track is not tried.
+void CTransport::OnFailed(const QString& status) {
+    qWarning("File failed to render!");
+    m_bCanPlay = false;
+    m_player.CloseFilterGraph();
+    m_display.EnableSeek(false);
+    m_display.Beep();
+    if (CTrackRecord* track = FindNowPlaying()) {
+        track->m_strStatus = status;
+        RefreshRow();
+    }
+    StopTransport();
+}
+
+const CTrackRecord* CTransport::GetNowPlaying() {
+    return FindNowPlaying();
+}
+
+/// Tracks may have been sorted, moved or taken out since the queue was built.
+CTrackRecord* CTransport::FindNowPlaying() {
+    if (!m_pPlayList || m_strNowPlayingPath.isEmpty())
+        return nullptr;
+    CTrackRecord* track = (*m_pPlayList)[m_iNowPlayingRow];
+    if (!track || track->m_strPath != m_strNowPlayingPath) {
+        m_iNowPlayingRow = m_pPlayList->FindPath(m_strNowPlayingPath);
+        track = (*m_pPlayList)[m_iNowPlayingRow];
+    }
+    return track;
+}
+
+void CTransport::MarkRow(bool playing) {
+    if (CTrackRecord* track = FindNowPlaying()) {
+        track->m_bPlaying = playing;
+        RefreshRow();
+    }
+}
+
+void CTransport::RefreshRow() {
+    m_view.RefreshRows(1, m_pPlayList, m_iNowPlayingRow);
+}

@@ -119,6 +119,8 @@ void PlayerPanel::ShowCaption(const QString& caption) {
 
 void PlayerPanel::EnableSeek(bool enable) {
     m_seek.setEnabled(enable);
+    if (!enable) // from wherever it was held
+        ShowPosition(0);
 }
 
 void PlayerPanel::ShowPlayMode(int mode) {

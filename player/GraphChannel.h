@@ -53,16 +53,23 @@ struct GraphChannel {
         return std::exchange(duration, length);
     }
 
-    void TellEnd() {
+    /// How far the thread has let go of things.
+    enum class Hold {
+        Nothing,
+        Thread, ///< it works, but the sound device is free
+        Device,
+    };
+
+    void SetHold(Hold held) {
         const std::lock_guard lock(mutex);
-        isWorking = false;
-        ended.notify_all();
+        hold = held;
+        released.notify_all();
     }
 
-    /// Waits until the thread has ended. False if it takes longer.
-    bool WaitForEnd(std::chrono::milliseconds longest) {
+    /// Waits until no more than `most` is held. False if it takes longer.
+    bool WaitForRelease(Hold most, std::chrono::milliseconds longest) {
         std::unique_lock lock(mutex);
-        return ended.wait_for(lock, longest, [this] { return !isWorking; });
+        return released.wait_for(lock, longest, [&] { return hold <= most; });
     }
 
     std::mutex mutex;
@@ -78,6 +85,6 @@ struct GraphChannel {
     std::optional<std::int64_t> duration;
     std::optional<std::int64_t> position;
 
-    bool isWorking = false;
-    std::condition_variable ended;
+    Hold hold = Hold::Nothing;
+    std::condition_variable released;
 };

@@ -56,15 +56,13 @@ void GraphThread::Open() {
     const QString package = m_pPipeline->Build(m_strPath, m_route);
     if (!package.isEmpty())
         return Fail({GraphEvent::Code::DecoderMissing, package});
-    if (m_pPredecessor)
-        m_pPredecessor->WaitForEnd(kLongestClosing);
-    m_pPredecessor.reset();
     EnterState(GST_STATE_PAUSED);
 }
 
 /// Closes everything. Only the end is left to wait for.
 void GraphThread::Fail(GraphEvent event) {
     m_pPipeline.reset();
+    m_pChannel->SetHold(GraphChannel::Hold::Thread);
     m_pCounter.reset();
     m_state = GST_STATE_NULL;
     m_pChannel->Tell(std::move(event));
@@ -193,12 +191,21 @@ void GraphThread::Stop() {
     if (m_wishes.seek == 0) // there it begins by itself
         m_wishes.seek.reset();
     m_bReady = m_bSeeking = false;
-    EnterState(GST_STATE_READY);
+    EnterState(GST_STATE_NULL); // a ready one would keep the device open
 }
 
 void GraphThread::EnterState(GstState state) {
-    if (m_state != state)
-        m_pPipeline->SetState(m_state = state);
+    using Hold = GraphChannel::Hold;
+    if (m_state == state)
+        return;
+    if (m_state == GST_STATE_NULL) {
+        if (const auto predecessor = std::exchange(m_pPredecessor, nullptr))
+            predecessor->WaitForRelease(Hold::Thread, kLongestClosing);
+        m_pChannel->SetHold(Hold::Device);
+    }
+    m_pPipeline->SetState(m_state = state);
+    if (m_state == GST_STATE_NULL)
+        m_pChannel->SetHold(Hold::Thread);
 }
 
 /// Told by the second, as many files have their length estimated anew all the time.

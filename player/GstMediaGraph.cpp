@@ -29,14 +29,11 @@ public:
     }
 
     void Render(const QString& path, Route route) override {
-        {
-            const std::lock_guard lock(m_pChannel->mutex);
-            m_pChannel->isWorking = true;
-        }
+        m_pChannel->SetHold(GraphChannel::Hold::Thread);
         std::thread thread(
             [channel = m_pChannel, predecessor = std::move(m_pPredecessor), path, route]() mutable {
                 GraphThread(channel, std::move(predecessor), path, route).Work();
-                channel->TellEnd();
+                channel->SetHold(GraphChannel::Hold::Nothing);
             });
         LetRun(std::move(thread), kGraphThreadName);
     }
@@ -91,7 +88,7 @@ private:
 
 GstMediaGraphs::~GstMediaGraphs() {
     if (m_pLast)
-        m_pLast->WaitForEnd(kLongestEnd);
+        m_pLast->WaitForRelease(GraphChannel::Hold::Nothing, kLongestEnd);
 }
 
 std::unique_ptr<MediaGraph> GstMediaGraphs::Make() {

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/DBusObject.h"
+#include "platform/MessageTarget.h"
+
+#include <QString>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+/// A service of the program's own on the user's bus: a name that others find it by, and one object.
+///
+/// Thread:   interface thread. The bus is looked up by a thread of its own, and nothing here waits
+///           for it.
+/// Lifetime: leaves the bus when it is destroyed, at any moment.
+/// Errors:   without a bus, where the name is taken or refused, and after the bus is gone there is
+///           no service; nobody is told.
+class DBusService {
+public:
+    DBusService(QString name, QString path, std::vector<DBusInterface> interfaces);
+    ~DBusService();
+
+    DBusService(const DBusService&) = delete;
+    DBusService& operator=(const DBusService&) = delete;
+
+    /// Called once others can find the service.
+    void SetReadyHandler(std::function<void()> handler) { m_pfnReady = std::move(handler); }
+
+    /// Goes to the bus at an address, or to that of the user's session for an empty one. To be
+    /// called once.
+    void Start(const QString& address);
+
+    /// Whether others can find the service.
+    [[nodiscard]] bool IsReady() const;
+
+    /// Tells others what has changed of the properties since they were told last. Several calls in
+    /// a row make one message, once the event loop is back.
+    void TellChanges();
+
+    /// Sends a signal, behind the changes that are to be told.
+    void SendSignal(const char* interface, const char* signal, const QVariantList& arguments);
+
+private:
+    struct Link;
+
+    void OnConnected(std::unique_ptr<Link> link);
+    void OnNamed(bool isOurs);
+    void SendChanges();
+    [[nodiscard]] std::vector<QVariantMap> TakeProperties() const;
+
+    QString m_strName;
+    QString m_strPath;
+    DBusObject m_object;
+    std::function<void()> m_pfnReady;
+    std::unique_ptr<Link> m_pLink;   ///< none before there is a connection
+    std::vector<QVariantMap> m_told; ///< properties of each interface; none before IsReady()
+    QTimer m_changeTimer;
+    MessageTarget m_messages; // last: it goes first
+};

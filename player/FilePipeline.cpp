@@ -1,0 +1,201 @@
+#include "player/FilePipeline.h"
+
+#include "platform/Path.h"
+
+#include <QDebug>
+#include <QLatin1String>
+
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr std::int64_t kNanoseconds = 100; // of a unit
+
+constexpr int kSilence = -10000;
+
+const QLatin1String kBasePlugins("gstreamer1.0-plugins-base");
+const QLatin1String kGoodPlugins("gstreamer1.0-plugins-good");
+const QLatin1String kUglyPlugins("gstreamer1.0-plugins-ugly");
+const QLatin1String kLibavPlugin("gstreamer1.0-libav");
+
+/// What plays the kinds of files that we know, in the order in which files need it.
+constexpr const char* kCommonElements[] = {
+    "filesrc",       "decodebin", "audioconvert",   "audioresample",  "volume",
+    "autoaudiosink", "id3demux",  "mpegaudioparse", "mpg123audiodec", "aacparse",
+    "avdec_aac",     "qtdemux",   "asfdemux",       "avdec_wmav2",
+};
+
+/// The only kind of stream that is decoded.
+GstCapsPtr SoundCaps() {
+    return GstCapsPtr(gst_caps_new_empty_simple("audio/x-raw"));
+}
+
+bool IsSound(GstPad* pad) {
+    const GstCapsPtr caps(gst_pad_query_caps(pad, nullptr));
+    return gst_caps_get_size(caps.get()) > 0 &&
+           g_str_has_prefix(gst_structure_get_name(gst_caps_get_structure(caps.get(), 0)),
+                            "audio/");
+}
+
+} // namespace
+
+bool FilePipeline::Initialize() {
+    static const bool isThere = [] {
+        GError* error = nullptr;
+        if (gst_init_check(nullptr, nullptr, &error))
+            return true;
+        qWarning() << "GStreamer can't be used:" << (error ? error->message : "");
+        g_clear_error(&error);
+        return false;
+    }();
+    return isThere;
+}
+
+void FilePipeline::WarmUp() {
+    if (!Initialize())
+        return;
+    for (const char* factory : kCommonElements)
+        if (GstElement* element = gst_element_factory_make(factory, nullptr))
+            gst_object_unref(gst_object_ref_sink(element));
+}
+
+FilePipeline::FilePipeline(MessageHandler onMessage)
+    : m_pfnMessage(std::move(onMessage))
+    , m_pPipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr)))) {
+    const GstObjectPtr<GstBus> bus(gst_element_get_bus(m_pPipeline.get()));
+    gst_bus_set_sync_handler(bus.get(), &OnMessage, this, nullptr);
+}
+
+FilePipeline::~FilePipeline() {
+    gst_element_set_state(m_pPipeline.get(), GST_STATE_NULL);
+    const GstObjectPtr<GstBus> bus(gst_element_get_bus(m_pPipeline.get()));
+    gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
+}
+
+QString FilePipeline::Build(const QString& path, MediaGraph::Route route) {
+    GstElement* source = Add("filesrc");
+    const bool isSplit = route == MediaGraph::Route::WindowsMedia;
+    GstElement* reader = isSplit ? Add("parsebin") : AddDecoder();
+    m_pConvert = Add("audioconvert");
+    GstElement* resample = Add("audioresample");
+    m_pVolume = Add("volume");
+    GstElement* sink = Add("autoaudiosink");
+    if (!m_strMissing.isEmpty())
+        return m_strMissing;
+    g_object_set(source, "location", Path::ToBytes(path).constData(), nullptr);
+    if (isSplit)
+        g_signal_connect(reader, "pad-added", G_CALLBACK(&OnPinAdded), this);
+    gst_element_link(source, reader);
+    gst_element_link_many(m_pConvert, resample, m_pVolume, sink, nullptr);
+    return {};
+}
+
+/// Null, with the package noted, where there is no such element.
+GstElement* FilePipeline::Add(const char* factory) {
+    GstElement* element = gst_element_factory_make(factory, nullptr);
+    if (element)
+        gst_bin_add(GST_BIN(m_pPipeline.get()), element);
+    else if (m_strMissing.isEmpty())
+        m_strMissing =
+            QLatin1String(factory) == QLatin1String("autoaudiosink") ? kGoodPlugins : kBasePlugins;
+    return element;
+}
+
+GstElement* FilePipeline::AddDecoder() {
+    GstElement* decoder = Add("decodebin");
+    if (decoder) {
+        g_object_set(decoder, "caps", SoundCaps().get(), "expose-all-streams", FALSE, nullptr);
+        g_signal_connect(decoder, "pad-added", G_CALLBACK(&OnSoundAdded), this);
+    }
+    return decoder;
+}
+
+void FilePipeline::OnPinAdded(GstElement*, GstPad* pin, gpointer self) {
+    static_cast<FilePipeline*>(self)->RenderPin(pin);
+}
+
+/// A pin that isn't rendered is an error of the reader, if no other one is.
+void FilePipeline::RenderPin(GstPad* pin) {
+    if (gst_pad_is_linked(pin) || !IsSound(pin))
+        return;
+    GstElement* decoder = AddDecoder();
+    if (!decoder)
+        return;
+    const GstObjectPtr<GstPad> sink(gst_element_get_static_pad(decoder, "sink"));
+    gst_pad_link(pin, sink.get());
+    gst_element_sync_state_with_parent(decoder);
+}
+
+void FilePipeline::OnSoundAdded(GstElement*, GstPad* pad, gpointer self) {
+    static_cast<FilePipeline*>(self)->ConnectSound(pad);
+}
+
+/// The first stream of sound is the one that is heard.
+void FilePipeline::ConnectSound(GstPad* pad) {
+    const GstObjectPtr<GstPad> sink(gst_element_get_static_pad(m_pConvert, "sink"));
+    if (!gst_pad_is_linked(sink.get()))
+        gst_pad_link(pad, sink.get());
+}
+
+GstBusSyncReply FilePipeline::OnMessage(GstBus*, GstMessage* message, gpointer self) {
+    GstMessagePtr owned(message);
+    if (GST_MESSAGE_TYPE(message) & kMessages)
+        static_cast<FilePipeline*>(self)->m_pfnMessage(std::move(owned));
+    return GST_BUS_DROP;
+}
+
+/// Most elements say why they can't change their state, but not all.
+void FilePipeline::SetState(GstState state) {
+    if (gst_element_set_state(m_pPipeline.get(), state) != GST_STATE_CHANGE_FAILURE)
+        return;
+    GError* error = g_error_new_literal(GST_CORE_ERROR, GST_CORE_ERROR_STATE_CHANGE,
+                                        "the state could not be changed");
+    m_pfnMessage(GstMessagePtr(gst_message_new_error(nullptr, error, nullptr)));
+    g_error_free(error);
+}
+
+bool FilePipeline::Seek(std::int64_t position) {
+    return gst_element_seek_simple(m_pPipeline.get(), GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH,
+                                   position * kNanoseconds);
+}
+
+std::optional<std::int64_t> FilePipeline::QueryPosition() const {
+    gint64 position = -1;
+    if (!gst_element_query_position(m_pPipeline.get(), GST_FORMAT_TIME, &position) || position < 0)
+        return std::nullopt;
+    return position / kNanoseconds;
+}
+
+std::optional<std::int64_t> FilePipeline::QueryDuration() const {
+    gint64 duration = -1;
+    if (!gst_element_query_duration(m_pPipeline.get(), GST_FORMAT_TIME, &duration) || duration <= 0)
+        return std::nullopt;
+    return duration / kNanoseconds;
+}
+
+void FilePipeline::SetVolume(int volume) {
+    const double factor = volume <= kSilence ? 0 : std::pow(10, volume / 2000.0);
+    g_object_set(m_pVolume, "volume", factor, nullptr);
+}
+
+QString MissingPackage(GstMessage* message) {
+    const GstStructure* news = gst_message_get_structure(message);
+    if (!news || !gst_structure_has_name(news, "missing-plugin"))
+        return {};
+    const GValue* detail = gst_structure_get_value(news, "detail");
+    if (!detail || !GST_VALUE_HOLDS_CAPS(detail) || gst_caps_is_empty(gst_value_get_caps(detail)))
+        return {};
+    const GstStructure* missing = gst_caps_get_structure(gst_value_get_caps(detail), 0);
+    const QLatin1String kind(gst_structure_get_name(missing));
+    if (kind == QLatin1String("video/x-ms-asf"))
+        return kUglyPlugins;
+    if (kind == QLatin1String("video/quicktime") || kind == QLatin1String("audio/x-m4a") ||
+        kind == QLatin1String("application/x-id3"))
+        return kGoodPlugins;
+    int version = 0;
+    if (kind == QLatin1String("audio/mpeg") &&
+        gst_structure_get_int(missing, "mpegversion", &version) && version == 1)
+        return kGoodPlugins;
+    return kind.startsWith(QLatin1String("audio/")) ? kLibavPlugin : QLatin1String();
+}

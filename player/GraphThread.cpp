@@ -1,0 +1,206 @@
+#include "player/GraphThread.h"
+
+#include "platform/Files.h"
+#include "platform/Path.h"
+#include "player/AdtsLength.h"
+
+#include <QDebug>
+
+#include <chrono>
+#include <exception>
+#include <utility>
+
+namespace {
+
+/// How long a graph waits for the sound device that the one before it holds.
+constexpr std::chrono::seconds kLongestClosing(1);
+
+constexpr std::chrono::milliseconds kPositionPeriod(50);
+
+} // namespace
+
+GraphThread::GraphThread(std::shared_ptr<GraphChannel> channel,
+                         std::shared_ptr<GraphChannel> predecessor, QString path,
+                         MediaGraph::Route route)
+    : m_pChannel(std::move(channel))
+    , m_pPredecessor(std::move(predecessor))
+    , m_strPath(std::move(path))
+    , m_route(route) {}
+
+GraphThread::~GraphThread() = default;
+
+void GraphThread::Work() {
+    try {
+        Open();
+        for (Wait(); !m_wishes.end; Wait())
+            Turn();
+    } catch (const std::exception& error) {
+        qWarning() << "Playing ended:" << error.what();
+        Fail({GraphEvent::Code::Failed});
+    }
+    m_pPipeline.reset();
+}
+
+void GraphThread::Open() {
+    const auto status = GetFileStatus(m_strPath);
+    if (!status)
+        return Fail({GraphEvent::Code::Missing});
+    if (status->kind != FileKind::Regular || !FilePipeline::Initialize())
+        return Fail({GraphEvent::Code::Failed});
+    m_pPipeline = std::make_unique<FilePipeline>(
+        [channel = m_pChannel](GstMessagePtr message) { channel->AddMessage(std::move(message)); });
+    const QString package = m_pPipeline->Build(m_strPath, m_route);
+    if (!package.isEmpty())
+        return Fail({GraphEvent::Code::DecoderMissing, package});
+    if (m_pPredecessor)
+        m_pPredecessor->WaitForEnd(kLongestClosing);
+    m_pPredecessor.reset();
+    EnterState(GST_STATE_PAUSED);
+}
+
+/// Closes everything. Only the end is left to wait for.
+void GraphThread::Fail(GraphEvent event) {
+    m_pPipeline.reset();
+    m_pCounter.reset();
+    m_state = GST_STATE_NULL;
+    m_pChannel->Tell(std::move(event));
+}
+
+/// Waits for something to do, and takes it.
+void GraphThread::Wait() {
+    std::unique_lock lock(m_pChannel->mutex);
+    const auto hasWork = [this] { return m_pChannel->hasWork; };
+    if (m_state == GST_STATE_PLAYING && !m_pCounter)
+        m_pChannel->wake.wait_for(lock, kPositionPeriod, hasWork);
+    else if (!m_pCounter)
+        m_pChannel->wake.wait(lock, hasWork);
+    m_pChannel->hasWork = false;
+    m_messages = std::exchange(m_pChannel->messages, {});
+    GraphWishes wishes = m_pChannel->wishes;
+    m_pChannel->wishes.seek.reset();
+    if (!wishes.seek)
+        wishes.seek = m_wishes.seek;
+    m_wishes = wishes;
+}
+
+void GraphThread::Turn() {
+    for (const GstMessagePtr& message : std::exchange(m_messages, {}))
+        if (m_pPipeline)
+            OnMessage(message.get());
+    if (m_pPipeline)
+        Follow();
+    if (m_pPipeline)
+        UpdatePosition();
+    if (m_pCounter)
+        CountLength();
+}
+
+void GraphThread::OnMessage(GstMessage* message) {
+    switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_ASYNC_DONE:
+        m_bSeeking = false;
+        m_bReady = true;
+        if (!std::exchange(m_bRendered, true))
+            OnRendered();
+        break;
+    case GST_MESSAGE_EOS:
+        m_pChannel->Tell({GraphEvent::Code::Complete});
+        break;
+    case GST_MESSAGE_DURATION_CHANGED:
+        if (const auto length = m_bRendered ? m_pPipeline->QueryDuration() : std::nullopt)
+            TellLength(*length);
+        break;
+    case GST_MESSAGE_CLOCK_LOST: // paused and run again, the pipeline chooses another one
+        EnterState(GST_STATE_PAUSED);
+        break;
+    case GST_MESSAGE_ELEMENT:
+        if (m_strPackage.isEmpty())
+            m_strPackage = MissingPackage(message);
+        break;
+    case GST_MESSAGE_ERROR:
+        OnError(message);
+        break;
+    default:
+        break;
+    }
+}
+
+void GraphThread::OnRendered() {
+    const auto length = m_pPipeline->QueryDuration();
+    if (!length)
+        m_pCounter = std::make_unique<AdtsLength>(m_strPath);
+    m_pChannel->ExchangeDuration(length);
+    m_pChannel->Tell({GraphEvent::Code::Rendered});
+}
+
+void GraphThread::OnError(GstMessage* message) {
+    GError* error = nullptr;
+    gst_message_parse_error(message, &error, nullptr);
+    qWarning().noquote() << "Can't play" << Path::ForDisplay(m_strPath) << "-" << error->message;
+    g_error_free(error);
+    if (m_strPackage.isEmpty())
+        Fail({GraphEvent::Code::Failed});
+    else
+        Fail({GraphEvent::Code::DecoderMissing, m_strPackage});
+}
+
+/// Brings the pipeline to what is wished, as far as it can go now.
+void GraphThread::Follow() {
+    if (m_nVolume != m_wishes.volume)
+        m_pPipeline->SetVolume(m_nVolume = m_wishes.volume);
+    if (m_wishes.state == GraphState::Stopped) {
+        if (m_bReady)
+            Stop();
+        return;
+    }
+    if (m_state < GST_STATE_PAUSED)
+        EnterState(GST_STATE_PAUSED);
+    if (!m_bReady)
+        return;
+    if (m_wishes.seek && !m_bSeeking) {
+        m_bSeeking = m_pPipeline->Seek(*m_wishes.seek);
+        m_wishes.seek.reset();
+    }
+    EnterState(m_wishes.state == GraphState::Running ? GST_STATE_PLAYING : GST_STATE_PAUSED);
+}
+
+/// Gives the device back, and keeps the position for the next run.
+void GraphThread::Stop() {
+    if (!m_wishes.seek)
+        m_wishes.seek = m_pPipeline->QueryPosition();
+    if (m_wishes.seek == 0) // there it begins by itself
+        m_wishes.seek.reset();
+    m_bReady = m_bSeeking = false;
+    EnterState(GST_STATE_READY);
+}
+
+void GraphThread::EnterState(GstState state) {
+    if (m_state != state)
+        m_pPipeline->SetState(m_state = state);
+}
+
+/// Told by the second, as many files have their length estimated anew all the time.
+void GraphThread::TellLength(std::int64_t length) {
+    const auto known = m_pChannel->ExchangeDuration(length);
+    if (!known || *known / kMediaSecond != length / kMediaSecond)
+        m_pChannel->Tell({GraphEvent::Code::LengthChanged});
+}
+
+void GraphThread::CountLength() {
+    if (m_pCounter->Step())
+        return;
+    const auto length = m_pCounter->GetLength();
+    m_pCounter.reset();
+    if (length)
+        TellLength(*length);
+}
+
+/// Where a seek leads is known already, before the pipeline has got there.
+void GraphThread::UpdatePosition() {
+    if (m_bSeeking || m_wishes.seek || !m_bReady)
+        return;
+    const auto position = m_pPipeline->QueryPosition();
+    const std::lock_guard lock(m_pChannel->mutex);
+    if (position && !m_pChannel->wishes.seek)
+        m_pChannel->position = position;
+}

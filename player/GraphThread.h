@@ -1,0 +1,64 @@
+#pragma once
+
+#include "player/FilePipeline.h"
+#include "player/GraphChannel.h"
+#include "player/MediaGraph.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+
+class AdtsLength;
+
+/// The work of one graph: makes the pipeline of a file do what is wished, and tells what comes of
+/// it.
+///
+/// Thread:   one of its own, for the whole of Work(), which waits as long as file and device make
+/// it
+///           wait.
+/// Errors:   told as events; none throws.
+class GraphThread {
+public:
+    /// `predecessor`: of the graph that may still hold the sound device, or null.
+    GraphThread(std::shared_ptr<GraphChannel> channel, std::shared_ptr<GraphChannel> predecessor,
+                QString path, MediaGraph::Route route);
+    ~GraphThread();
+
+    /// Works until the end is wished.
+    void Work();
+
+private:
+    void Open();
+    void Fail(GraphEvent event);
+    void Wait();
+    void Turn();
+    void OnMessage(GstMessage* message);
+    void OnRendered();
+    void OnError(GstMessage* message);
+    void Follow();
+    void Stop();
+    void EnterState(GstState state);
+    void TellLength(std::int64_t length);
+    void CountLength();
+    void UpdatePosition();
+
+    std::shared_ptr<GraphChannel> m_pChannel;
+    std::shared_ptr<GraphChannel> m_pPredecessor;
+    const QString m_strPath;
+    const MediaGraph::Route m_route;
+
+    GraphWishes m_wishes; ///< those that were heard last; the seek until it is begun
+    std::deque<GstMessagePtr> m_messages;
+
+    std::unique_ptr<FilePipeline> m_pPipeline; ///< none after a failure
+    GstState m_state = GST_STATE_NULL;         ///< asked of the pipeline
+    int m_nVolume = 0;                         ///< that the pipeline has
+    bool m_bReady = false;                     ///< the pipeline has sound, and may go on
+    bool m_bRendered = false;                  ///< it had once
+    bool m_bSeeking = false;
+    QString m_strPackage;                   ///< that the pipeline misses
+    std::unique_ptr<AdtsLength> m_pCounter; ///< while the length is counted
+};

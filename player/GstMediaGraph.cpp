@@ -1,0 +1,104 @@
+#include "player/GstMediaGraph.h"
+
+#include "platform/WorkerThread.h"
+#include "player/GraphThread.h"
+
+#include <chrono>
+#include <thread>
+#include <utility>
+
+namespace {
+
+/// How long the end of the program waits for the sound device to be closed.
+constexpr std::chrono::milliseconds kLongestEnd(500);
+
+/// The side of a graph that is on the interface thread.
+class GstMediaGraph : public MediaGraph {
+public:
+    GstMediaGraph(std::shared_ptr<GraphChannel> channel, std::shared_ptr<GraphChannel> predecessor)
+        : m_pChannel(std::move(channel))
+        , m_pPredecessor(std::move(predecessor)) {}
+    ~GstMediaGraph() override {
+        m_pChannel->Wish([](GraphWishes& wishes) { wishes.end = true; });
+    }
+
+    void SetNotify(const MessageAddress& target, int message) override {
+        const std::lock_guard lock(m_pChannel->mutex);
+        m_pChannel->target = target;
+        m_pChannel->notification = message;
+    }
+
+    void Render(const QString& path, Route route) override {
+        {
+            const std::lock_guard lock(m_pChannel->mutex);
+            m_pChannel->isWorking = true;
+        }
+        std::thread thread(
+            [channel = m_pChannel, predecessor = std::move(m_pPredecessor), path, route]() mutable {
+                GraphThread(channel, std::move(predecessor), path, route).Work();
+                channel->TellEnd();
+            });
+        LetRun(std::move(thread), kGraphThreadName);
+    }
+
+    void Run() override { Enter(GraphState::Running); }
+    void Pause() override { Enter(GraphState::Paused); }
+    void Stop() override { Enter(GraphState::Stopped); }
+
+    [[nodiscard]] GraphState GetState() const override {
+        const std::lock_guard lock(m_pChannel->mutex);
+        return m_pChannel->wishes.state;
+    }
+    [[nodiscard]] std::optional<std::int64_t> GetDuration() const override {
+        const std::lock_guard lock(m_pChannel->mutex);
+        return m_pChannel->duration;
+    }
+    [[nodiscard]] std::optional<std::int64_t> GetCurrentPosition() const override {
+        const std::lock_guard lock(m_pChannel->mutex);
+        return m_pChannel->position;
+    }
+
+    void SetPositions(std::int64_t position) override {
+        m_pChannel->Wish([this, position](GraphWishes& wishes) {
+            wishes.seek = position;
+            m_pChannel->position = position;
+        });
+    }
+
+    void PutVolume(int volume) override {
+        m_pChannel->Wish([volume](GraphWishes& wishes) { wishes.volume = volume; });
+    }
+
+    [[nodiscard]] std::optional<GraphEvent> GetEvent() override {
+        const std::lock_guard lock(m_pChannel->mutex);
+        if (m_pChannel->events.empty())
+            return std::nullopt;
+        GraphEvent event = std::move(m_pChannel->events.front());
+        m_pChannel->events.pop_front();
+        return event;
+    }
+
+private:
+    void Enter(GraphState state) {
+        m_pChannel->Wish([state](GraphWishes& wishes) { wishes.state = state; });
+    }
+
+    std::shared_ptr<GraphChannel> m_pChannel;
+    std::shared_ptr<GraphChannel> m_pPredecessor; ///< until the thread has begun
+};
+
+} // namespace
+
+GstMediaGraphs::~GstMediaGraphs() {
+    if (m_pLast)
+        m_pLast->WaitForEnd(kLongestEnd);
+}
+
+std::unique_ptr<MediaGraph> GstMediaGraphs::Make() {
+    auto channel = std::make_shared<GraphChannel>();
+    return std::make_unique<GstMediaGraph>(channel, std::exchange(m_pLast, channel));
+}
+
+void GstMediaGraphs::WarmUp() {
+    LetRun(std::thread(&FilePipeline::WarmUp), kGraphThreadName);
+}

@@ -57,7 +57,7 @@ MprisPlayer::MprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindo
     , m_window(std::move(window))
     , m_cover(coverFolder, [this] { m_service.TellChanges(); })
     , m_service(kService, kPath, {MakeRoot(), MakePlayer()}) {
-    m_service.SetReadyHandler([this] { Update(); });
+    m_service.SetConnectedHandler([this] { Update(); });
 }
 
 void MprisPlayer::Start(const QString& busAddress) {
@@ -65,7 +65,7 @@ void MprisPlayer::Start(const QString& busAddress) {
 }
 
 void MprisPlayer::Update() {
-    if (!m_service.IsReady())
+    if (!m_service.IsConnected())
         return;
     UpdateCover();
     m_service.TellChanges();

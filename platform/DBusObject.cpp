@@ -114,7 +114,7 @@ QString DBusObject::introspect(const QString& /*path*/) const {
     return xml;
 }
 
-/// False leaves a request to Qt: it knows the interfaces that every object has, and refuses others.
+/// False leaves a request to Qt, which knows the interfaces that every object has.
 bool DBusObject::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
     if (message.interface() == kProperties) {
         Send(connection, message, AnswerProperties(message));
@@ -134,7 +134,10 @@ bool DBusObject::handleMessage(const QDBusMessage& message, const QDBusConnectio
                  : Refuse(message, QDBusError::InvalidArgs));
         return true;
     }
-    return false;
+    if (!Find(message.interface()))
+        return false;
+    Send(connection, message, Refuse(message, QDBusError::UnknownMethod));
+    return true;
 }
 
 QDBusMessage DBusObject::AnswerProperties(const QDBusMessage& message) const {

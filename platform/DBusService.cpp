@@ -55,8 +55,7 @@ DBusService::DBusService(QString name, QString path, std::vector<DBusInterface> 
 }
 
 DBusService::~DBusService() {
-    if (m_pLink)
-        m_pLink->connection.unregisterObject(m_strPath);
+    Leave();
 }
 
 void DBusService::Start(const QString& address) {
@@ -73,6 +72,7 @@ void DBusService::OnConnected(std::unique_ptr<Link> link) {
     m_pLink = std::move(link);
     QDBusConnection& bus = m_pLink->connection;
     bus.registerVirtualObject(m_strPath, &m_object);
+    m_told = TakeProperties(); // before others can ask for them
     QDBusMessage request =
         QDBusMessage::createMethodCall(kBus, kBusPath, kBus, QStringLiteral("RequestName"));
     request << m_strName << kDontQueue;
@@ -80,27 +80,25 @@ void DBusService::OnConnected(std::unique_ptr<Link> link) {
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &m_object, [this, watcher] {
         const QDBusPendingReply<uint> reply = *watcher;
         watcher->deleteLater();
-        OnNamed(!reply.isError() && reply.value() == kOwner);
+        if (reply.isError() || reply.value() != kOwner)
+            Leave();
     });
+    if (m_pfnConnected)
+        m_pfnConnected();
 }
 
-void DBusService::OnNamed(bool isOurs) {
-    if (!isOurs) {
+void DBusService::Leave() {
+    if (m_pLink)
         m_pLink->connection.unregisterObject(m_strPath);
-        m_pLink.reset();
-        return;
-    }
-    m_told = TakeProperties();
-    if (m_pfnReady)
-        m_pfnReady();
+    m_pLink.reset();
 }
 
-bool DBusService::IsReady() const {
-    return !m_told.empty() && m_pLink->connection.isConnected();
+bool DBusService::IsConnected() const {
+    return m_pLink && m_pLink->connection.isConnected();
 }
 
 void DBusService::TellChanges() {
-    if (IsReady() && !m_changeTimer.isActive())
+    if (IsConnected() && !m_changeTimer.isActive())
         m_changeTimer.start();
 }
 
@@ -113,7 +111,7 @@ std::vector<QVariantMap> DBusService::TakeProperties() const {
 
 void DBusService::SendChanges() {
     m_changeTimer.stop();
-    if (!IsReady())
+    if (!IsConnected())
         return;
     const std::vector<QVariantMap> old = std::exchange(m_told, TakeProperties());
     for (std::size_t i = 0; i < m_told.size(); ++i) {
@@ -133,7 +131,7 @@ void DBusService::SendChanges() {
 
 void DBusService::SendSignal(const char* interface, const char* signal,
                              const QVariantList& arguments) {
-    if (!IsReady())
+    if (!IsConnected())
         return;
     if (m_changeTimer.isActive())
         SendChanges();

@@ -26,15 +26,15 @@ public:
     DBusService(const DBusService&) = delete;
     DBusService& operator=(const DBusService&) = delete;
 
-    /// Called once others can find the service.
-    void SetReadyHandler(std::function<void()> handler) { m_pfnReady = std::move(handler); }
+    /// Called once there is a bus.
+    void SetConnectedHandler(std::function<void()> handler) { m_pfnConnected = std::move(handler); }
 
     /// Goes to the bus at an address, or to that of the user's session for an empty one. To be
     /// called once.
     void Start(const QString& address);
 
-    /// Whether others can find the service.
-    [[nodiscard]] bool IsReady() const;
+    /// Whether there is a bus, and it has not refused the name.
+    [[nodiscard]] bool IsConnected() const;
 
     /// Tells others what has changed of the properties since they were told last. Several calls in
     /// a row make one message, once the event loop is back.
@@ -47,16 +47,16 @@ private:
     struct Link;
 
     void OnConnected(std::unique_ptr<Link> link);
-    void OnNamed(bool isOurs);
+    void Leave();
     void SendChanges();
     [[nodiscard]] std::vector<QVariantMap> TakeProperties() const;
 
     QString m_strName;
     QString m_strPath;
     DBusObject m_object;
-    std::function<void()> m_pfnReady;
-    std::unique_ptr<Link> m_pLink;   ///< none before there is a connection
-    std::vector<QVariantMap> m_told; ///< properties of each interface; none before IsReady()
+    std::function<void()> m_pfnConnected;
+    std::unique_ptr<Link> m_pLink;   ///< none without a connection
+    std::vector<QVariantMap> m_told; ///< properties of each interface
     QTimer m_changeTimer;
     MessageTarget m_messages; // last: it goes first
 };

@@ -103,19 +103,21 @@ QWidget* MainLayout::MakeUpperRow() {
 QWidget* MainLayout::MakeLowerRow() {
     auto* row = new QWidget(m_pBand);
     row->setMaximumHeight(kLowerHeight);
-    auto* seek = new CProgressSlider(LoadString(IDS_SLIDER_SEEK), row);
-    seek->setEnabled(false);
+    m_pPrevious = new CImageButton(PictureId::Previous, LoadString(IDS_BT_PRE), row);
+    m_pPlay = new CImageButton(PictureId::Play, LoadString(IDS_BT_PLAY), row);
+    m_pNext = new CImageButton(PictureId::Next, LoadString(IDS_BT_NEXT), row);
+    m_pSeek = new CProgressSlider(LoadString(IDS_SLIDER_SEEK), row);
     m_pVolume = new CBitmapSlider({PictureId::VolumeChannel, PictureId::VolumeThumb},
                                   Qt::Horizontal, LoadString(IDS_SLIDER_VOLUME), row);
     m_pVolume->setFixedWidth(kVolumeWidth);
     auto* speaker = new CSkinLabel(QString(), row);
     speaker->setPixmap(LoadPicture(PictureId::Volume, row->devicePixelRatioF()));
     auto* layout = MakeRow(row);
-    layout->addWidget(MakeDisabled<CImageButton>(PictureId::Previous, IDS_BT_PRE, row));
-    layout->addWidget(MakeDisabled<CImageButton>(PictureId::Play, IDS_BT_PLAY, row));
-    layout->addWidget(MakeDisabled<CImageButton>(PictureId::Next, IDS_BT_NEXT, row));
+    layout->addWidget(m_pPrevious);
+    layout->addWidget(m_pPlay);
+    layout->addWidget(m_pNext);
     layout->addSpacing(kGap);
-    layout->addWidget(seek, 1);
+    layout->addWidget(m_pSeek, 1);
     layout->addSpacing(kGap);
     layout->addWidget(speaker);
     layout->addWidget(m_pVolume);

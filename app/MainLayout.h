@@ -22,6 +22,10 @@ public:
     [[nodiscard]] CGridCtrl& Grid() const { return *m_pGrid; }
     [[nodiscard]] CPicButton& ScanButton() const { return *m_pScanButton; }
     [[nodiscard]] CProgressSlider& Status() const { return *m_pStatus; }
+    [[nodiscard]] CImageButton& Previous() const { return *m_pPrevious; }
+    [[nodiscard]] CImageButton& Play() const { return *m_pPlay; }
+    [[nodiscard]] CImageButton& Next() const { return *m_pNext; }
+    [[nodiscard]] CProgressSlider& Seek() const { return *m_pSeek; }
     [[nodiscard]] CBitmapSlider& Volume() const { return *m_pVolume; }
     [[nodiscard]] ArtworkField& Artwork() const { return *m_pArtwork; }
 
@@ -33,6 +37,10 @@ private:
     QWidget* m_pBand;
     CPicButton* m_pScanButton = nullptr;
     CProgressSlider* m_pStatus = nullptr;
+    CImageButton* m_pPrevious = nullptr;
+    CImageButton* m_pPlay = nullptr;
+    CImageButton* m_pNext = nullptr;
+    CProgressSlider* m_pSeek = nullptr;
     CBitmapSlider* m_pVolume = nullptr;
     ArtworkField* m_pArtwork;
     QWidget* m_pUpperRow;

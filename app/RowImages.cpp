@@ -51,6 +51,20 @@ void DrawTick(QPainter& painter) {
     painter.drawPolyline(QPolygonF({QPointF(5, 8), QPointF(7.2, 10.2), QPointF(11, 5.5)}));
 }
 
+void DrawSpeaker(QPainter& painter) {
+    QPainterPath cone(QPointF(1.5, 6));
+    for (const QPointF& corner :
+         {QPointF(4, 6), QPointF(7.5, 3), QPointF(7.5, 13), QPointF(4, 10), QPointF(1.5, 10)})
+        cone.lineTo(corner);
+    cone.closeSubpath();
+    painter.fillPath(cone, kInk);
+    painter.drawPath(cone);
+    for (const double radius : {3.0, 6.0}) { // a sixteenth of a degree is Qt's unit
+        const QRectF circle(QPointF(8 - radius, 8 - radius), QSizeF(2 * radius, 2 * radius));
+        painter.drawArc(circle.translated(1, 0), -45 * 16, 90 * 16);
+    }
+}
+
 QIcon MakeIcon(const Drawing& draw) {
     QIcon icon;
     for (const int ratio : {1, 2, 3}) {
@@ -70,5 +84,5 @@ QIcon MakeIcon(const Drawing& draw) {
 
 QList<QIcon> MakeRowImages() {
     return {MakeIcon(DrawPhone), MakeIcon(DrawFolder), MakeIcon(DrawFolder), MakeIcon(DrawDisc),
-            MakeIcon(DrawNote),  MakeIcon(DrawList),   MakeIcon(DrawTick)};
+            MakeIcon(DrawNote),  MakeIcon(DrawList),   MakeIcon(DrawTick),   MakeIcon(DrawSpeaker)};
 }

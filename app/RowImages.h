@@ -4,5 +4,6 @@
 #include <QList>
 
 /// The pictures of the grid's rows, 16 by 16: the first ones by the type of a list (phone,
-/// collection, all music, CD), then a track, a playlist, and the selection.
+/// collection, all music, CD), then a track, a playlist, the selection, and a list that
+/// plays.
 [[nodiscard]] QList<QIcon> MakeRowImages();

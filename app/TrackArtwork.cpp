@@ -3,6 +3,7 @@
 #include "app/ArtworkField.h"
 #include "app/ArtworkPicture.h"
 #include "base/Guard.h"
+#include "base/IPlaybackGuard.h"
 #include "library/MediaLists.h"
 #include "platform/Files.h"
 #include "platform/WorkerThread.h"
@@ -38,9 +39,10 @@ void ReadPicture(const QString& path, const MessageAddress& target,
 
 } // namespace
 
-TrackArtwork::TrackArtwork(const CMediaLists& lists, ArtworkField& field)
+TrackArtwork::TrackArtwork(const CMediaLists& lists, ArtworkField& field, IPlaybackGuard& guard)
     : m_lists(lists)
-    , m_field(field) {
+    , m_field(field)
+    , m_guard(guard) {
     field.SetDropHandler([this](const QString& file) {
         bool used = false;
         Guarded("OnDropFiles()", [&] { used = OnDrop(file); });
@@ -69,6 +71,7 @@ bool TrackArtwork::OnDrop(const QString& file) {
     const auto picture = ReadWholeFile(file, Id3Picture::kMaxSize);
     if (!picture || !IsJpeg(*picture) || DecodeArtwork(*picture).isNull())
         return false;
+    m_guard.ReleaseFile(m_strTrackPath);
     if (WriteTrackArtwork(m_strTrackPath, *picture) != 0)
         return false;
     Read();

@@ -7,6 +7,7 @@
 class ArtworkField;
 class CMediaList;
 class CMediaLists;
+class IPlaybackGuard;
 
 /// Name of the threads that read artwork.
 inline constexpr const char* kArtworkThreadName = "artwork";
@@ -16,10 +17,11 @@ inline constexpr const char* kArtworkThreadName = "artwork";
 ///
 /// Thread:   interface thread; pictures are read on a thread of their own, one at a time, and come
 ///           with the event loop. Until then the field keeps the one that it has.
-/// Lifetime: lists and field outlive this. Destroying it waits for no thread.
+/// Lifetime: what the constructor takes outlives this. Destroying it waits for no thread.
 class TrackArtwork {
 public:
-    TrackArtwork(const CMediaLists& lists, ArtworkField& field);
+    /// `guard` is asked before a picture is stored.
+    TrackArtwork(const CMediaLists& lists, ArtworkField& field, IPlaybackGuard& guard);
 
     /// Shows the track at an index of a list, which is the current one from now on.
     void ShowTrack(const CMediaList& list, int index);
@@ -32,6 +34,7 @@ private:
 
     const CMediaLists& m_lists;
     ArtworkField& m_field;
+    IPlaybackGuard& m_guard;
     int m_iListId = -1;        ///< of the current track's list
     QString m_strTrackPath;    ///< of the current track; its index may change
     bool m_bReading = false;   ///< a thread is at work

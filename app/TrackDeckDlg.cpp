@@ -3,6 +3,7 @@
 #include "app/CollectionFolder.h"
 #include "app/RowImages.h"
 #include "app/WindowPlacement.h"
+#include "base/FileKinds.h"
 #include "base/Guard.h"
 #include "base/Language.h"
 #include "base/Messages.h"
@@ -63,15 +64,20 @@ CTrackDeckDlg::CTrackDeckDlg(QString openFile)
     , m_pScanAction(new QAction(this))
     , m_pAboutAction(new QAction(this))
     , m_layout(*this)
-    , m_view(m_lists, m_layout.Grid())
-    , m_artwork(m_lists, m_layout.Artwork())
+    , m_view(m_lists, m_layout.Grid(), *this)
+    , m_panel(*this, m_layout)
+    , m_player([this] { return m_graphs.Make(); }, m_messages.Address(), m_panel)
+    , m_transport(m_lists, m_player, m_view, m_panel)
+    , m_artwork(m_lists, m_layout.Artwork(), m_transport)
     , m_scanner(m_lists) {
     // Scans start before the window is up; what they find waits until it has been painted.
     m_messages.SetHeld(true);
     Guarded("OnInitDialog()", [this] { OnInitDialog(); });
 }
 
-CTrackDeckDlg::~CTrackDeckDlg() = default;
+CTrackDeckDlg::~CTrackDeckDlg() {
+    m_messages.SetHeld(true); // no message may come while the rest goes
+}
 
 void CTrackDeckDlg::OnInitDialog() {
     ShowSplash();
@@ -106,7 +112,7 @@ void CTrackDeckDlg::ReadSettings() {
     m_rcMini = places.mini;
     m_bMiniMode = settings.m_bMiniMode;
     if (settings.m_iPlaymode >= 0 && settings.m_iPlaymode <= 3)
-        m_iPlayMode = settings.m_iPlaymode;
+        m_transport.SetPlayMode(settings.m_iPlaymode);
     m_view.SetColumns(static_cast<unsigned>(settings.m_dwColumnDef));
 }
 
@@ -117,13 +123,27 @@ void CTrackDeckDlg::ConnectMessages() {
         OnListDone(static_cast<int>(message.wParam));
         return 0;
     });
+    m_messages.On(WM_TD_GRAPH_NOTIFY, [this](const Message&) {
+        m_player.OnGraphNotify();
+        return 0;
+    });
+    m_messages.On(WM_TD_TRACK_FINISHED, [this](const Message&) {
+        m_transport.OnTrackFinished();
+        return 0;
+    });
+    m_panel.Connect(m_player, m_transport);
     m_layout.Grid().SetNotifyHandler([this](GridNotification& notification) {
-        Guarded("OnNotify()", [&] { m_view.OnNotify(notification); });
+        Guarded("OnNotify()", [&] {
+            m_view.OnNotify(notification);
+            m_transport.UpdateTransport();
+        });
         if (notification.code == GVN_ENDLABELEDIT)
             PostListsDone();
     });
     m_view.SetCurrentTrackHandler(
         [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); });
+    m_view.SetPlayHandler(
+        [this](CMediaList& list, int index) { m_transport.PlayTrack(list, index); });
     m_pScanAction->setText(LoadString(IDS_FILE_SCANPCFORMUSICS));
     m_pScanAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
     connect(m_pScanAction, &QAction::triggered, this,
@@ -173,6 +193,7 @@ void CTrackDeckDlg::BuildMenus() {
         view.addAction(LoadString(IDS_SYS_MINIPLAYER), this, &CTrackDeckDlg::ToggleMiniMode);
     mini->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
     addAction(mini); // the key works while the menu bar is hidden
+    m_panel.FillMenu(m_pMenuBar->AddMenu(LoadString(IDS_OPTIONS)));
     m_pMenuBar->AddMenu(LoadString(IDS_HELP)).addAction(m_pAboutAction);
 }
 
@@ -192,20 +213,28 @@ void CTrackDeckDlg::CreateLists() {
     m_lists.Add(LoadString(IDS_TYPE_ALL), MEDIA_TYPE_ALL, 1);
 }
 
-/// A document opened from outside starts the program as a mini player. One of My Collection is
-/// found by its scan.
+/// A document opened from outside starts the program as a mini player, which plays it. One of My
+/// Collection is found by its scan.
 void CTrackDeckDlg::OpenFile() {
     if (m_strOpenFile.isEmpty())
         return;
     m_bMiniMode = 1;
-    if (m_scanner.IsInCollection(m_strOpenFile))
+    const auto play = [this](CMediaList& list, int index) {
+        if (!IsPlaylistFile(m_strOpenFile))
+            m_transport.PlayTrack(list, index);
+    };
+    if (m_scanner.IsInCollection(m_strOpenFile)) {
+        m_scanner.AutoPlay(m_strOpenFile, play);
         return;
+    }
+    CMediaList& all = *m_lists.FindListByType(MEDIA_TYPE_ALL);
     auto request = std::make_unique<CMediaFileRequest>();
     request->m_strPath = m_strOpenFile;
     request->m_iType = MEDIA_TYPE_ALL;
-    request->m_iListId = m_lists.FindListByType(MEDIA_TYPE_ALL)->m_iId;
+    request->m_iListId = all.m_iId;
     m_messages.Address().Send({WM_TD_ADD_TRACK, 0, 1, std::move(request)});
     m_messages.Address().Send({WM_TD_LIST_DONE, MEDIA_TYPE_ALL});
+    play(all, all.GetCount() - 1);
 }
 
 void CTrackDeckDlg::PlaceWindow() {
@@ -265,6 +294,9 @@ void CTrackDeckDlg::OnListDone(int type) {
         EnableScan(true);
     }
     m_layout.Status().SetCaption(QString());
+    m_transport.UpdateTransport();
+    if (type == MEDIA_TYPE_COLLECTION)
+        GstMediaGraphs::WarmUp();
 }
 
 void CTrackDeckDlg::EnableScan(bool enable) {
@@ -275,6 +307,7 @@ void CTrackDeckDlg::EnableScan(bool enable) {
 void CTrackDeckDlg::ShowList(int type) {
     m_view.ActivateList(type);
     m_view.ScrollToList(type);
+    m_transport.UpdateTransport();
 }
 
 void CTrackDeckDlg::OnScanPC() {
@@ -282,6 +315,8 @@ void CTrackDeckDlg::OnScanPC() {
     if (options.exec() != QDialog::Accepted || options.GetFolder().isEmpty())
         return;
     CMediaList* all = m_lists.FindListByType(MEDIA_TYPE_ALL);
+    if (m_transport.GetPlayList() == all)
+        m_transport.StopPlayback();
     all->ClearAll();
     all->m_bVisible = 1;
     all->m_bExpanded = 1;
@@ -347,6 +382,7 @@ void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
 void CTrackDeckDlg::keyPressEvent(QKeyEvent* event) {
     event->setAccepted(m_layout.Grid().hasFocus() &&
                        m_view.OnKey(event->key(), event->modifiers()));
+    m_transport.UpdateTransport();
 }
 
 void CTrackDeckDlg::SaveOnClose() {
@@ -362,7 +398,7 @@ void CTrackDeckDlg::SaveOnClose() {
     settings.m_nMainPosY = m_rcNormal.y();
     settings.m_nMainSizeX = m_rcNormal.width();
     settings.m_nMainSizeY = m_rcNormal.height();
-    settings.m_iPlaymode = m_iPlayMode;
+    settings.m_iPlaymode = m_transport.GetPlayMode();
     settings.m_nVolume = m_layout.Volume().value();
     settings.m_dwColumnDef = static_cast<int>(m_view.GetColumns());
     SaveSettings();

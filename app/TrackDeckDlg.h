@@ -1,11 +1,16 @@
 #pragma once
 
 #include "app/MainLayout.h"
+#include "app/PlayerPanel.h"
 #include "app/TrackArtwork.h"
+#include "base/IPlaybackGuard.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
 #include "library/TrackView.h"
 #include "platform/MessageTarget.h"
+#include "player/GstMediaGraph.h"
+#include "player/MediaPlayer.h"
+#include "player/Transport.h"
 #include "skin/BaseDlg.h"
 
 #include <QRect>
@@ -21,7 +26,7 @@ class QAction;
 /// closes them down.
 ///
 /// Thread: interface thread. Workers reach it by messages alone.
-class CTrackDeckDlg : public CBaseDlg {
+class CTrackDeckDlg : public CBaseDlg, private IPlaybackGuard {
 public:
     /// `openFile`: a document to open at start, or empty.
     explicit CTrackDeckDlg(QString openFile);
@@ -39,6 +44,8 @@ protected:
     void reject() override {} // the Escape key ends no program
 
 private:
+    void ReleaseFile(const QString& path) override { m_transport.ReleaseFile(path); }
+
     void OnInitDialog();
     void ReadSettings();
     void ConnectMessages();
@@ -65,7 +72,6 @@ private:
     QString m_strOpenFile;
     QString m_strTempFolder;
     int m_bMiniMode = 0;
-    int m_iPlayMode = 0; ///< 0 single, 1 continuous, 2 random, 3 random continuous
     QRect m_rcNormal;
     QRect m_rcMini;
 
@@ -77,7 +83,11 @@ private:
     QAction* m_pAboutAction;
     MainLayout m_layout;
     CTrackView m_view;
+    PlayerPanel m_panel;
+    MessageTarget m_messages;
+    GstMediaGraphs m_graphs;
+    CMediaPlayer m_player;
+    CTransport m_transport;
     TrackArtwork m_artwork;
     CLibraryScanner m_scanner;
-    MessageTarget m_messages; // last: no message may come while the rest goes
 };

@@ -6,6 +6,8 @@
 #include "platform/Path.h"
 #include "tags/TrackTags.h"
 
+#include <utility>
+
 namespace {
 
 void CopyTags(const CTrackInfo& info, CTrackRecord& track) {
@@ -54,6 +56,11 @@ void CLibraryScanner::Start(std::unique_ptr<CScanRequest> request) {
     StartScanThread(std::move(request), m_stop.get_token());
 }
 
+void CLibraryScanner::AutoPlay(const QString& path, AddedHandler play) {
+    m_strAutoPlayPath = path;
+    m_pfnAutoPlay = std::move(play);
+}
+
 bool CLibraryScanner::IsInCollection(const QString& path) const {
     const CMediaList* collection = m_lists.FindListByType(MEDIA_TYPE_COLLECTION);
     const QString folder = collection ? m_lists.GetLocation(collection->m_iId) : QString();
@@ -72,5 +79,10 @@ std::intptr_t CLibraryScanner::OnAddTrack(Message& message) {
     if (!list)
         return 1;
     list->Append(MakeTrack(*request));
+    if (request->m_iType == MEDIA_TYPE_COLLECTION && request->m_strPath == m_strAutoPlayPath &&
+        !m_strAutoPlayPath.isEmpty()) {
+        m_strAutoPlayPath.clear();
+        m_pfnAutoPlay(*list, list->GetCount() - 1);
+    }
     return 0;
 }

@@ -4,9 +4,11 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <stop_token>
 
+class CMediaList;
 class CMediaLists;
 
 /// Fills the lists from the disk: starts the scans, and takes the files that they find.
@@ -17,6 +19,9 @@ class CMediaLists;
 /// Errors:   what can't be read stays a track with its file name as title.
 class CLibraryScanner {
 public:
+    /// Takes a track that was just appended.
+    using AddedHandler = std::function<void(CMediaList& list, int index)>;
+
     explicit CLibraryScanner(CMediaLists& lists)
         : m_lists(lists) {}
     ~CLibraryScanner() { m_stop.request_stop(); }
@@ -27,6 +32,9 @@ public:
     void ScanList(const MessageAddress& target, int type, int listId, const QString& folder);
 
     void Start(std::unique_ptr<CScanRequest> request);
+
+    /// Tells once when the scan of My Collection adds the file of this path.
+    void AutoPlay(const QString& path, AddedHandler play);
 
     /// True if the path lies under the folder of My Collection.
     [[nodiscard]] bool IsInCollection(const QString& path) const;
@@ -39,4 +47,6 @@ public:
 private:
     CMediaLists& m_lists;
     std::stop_source m_stop;
+    QString m_strAutoPlayPath; ///< empty: none
+    AddedHandler m_pfnAutoPlay;
 };

@@ -1,5 +1,6 @@
 #include "library/TrackEdit.h"
 
+#include "base/IPlaybackGuard.h"
 #include "library/MediaList.h"
 #include "tags/TrackTags.h"
 
@@ -46,12 +47,14 @@ bool IsEditable(const CMediaList& list, int index, TrackText text) {
            TypeOfSource(list) == MEDIA_TYPE_COLLECTION && StoredText(text);
 }
 
-std::optional<QString> StoreTrackText(const QString& path, TrackText text, const QString& value) {
+std::optional<QString> StoreTrackText(IPlaybackGuard& guard, const QString& path, TrackText text,
+                                      const QString& value) {
     const auto stored = StoredText(text);
     CTrackInfo info;
     if (!stored || ReadTrackTags(path, info) != 0)
         return std::nullopt;
     info.*stored = value;
+    guard.ReleaseFile(path);
     if (WriteTrackTags(path, info, 0) != 0)
         return std::nullopt;
     CTrackInfo written;

@@ -7,6 +7,7 @@
 #include <optional>
 
 class CMediaList;
+class IPlaybackGuard;
 
 /// Editing the texts of tracks where they stand, in the cells of the view.
 ///
@@ -17,8 +18,8 @@ class CMediaList;
 /// too.
 [[nodiscard]] bool IsEditable(const CMediaList& list, int index, TrackText text);
 
-/// Writes `value` as this text into the tags of a file, whose other texts stay. Returns what the
-/// tags tell now, which may be less than `value`, or something else in the place of nothing. No
-/// answer if it could not be written; then the file is as it was.
-[[nodiscard]] std::optional<QString> StoreTrackText(const QString& path, TrackText text,
-                                                    const QString& value);
+/// Writes `value` as this text into the tags of a file, whose other texts stay; `guard` is asked
+/// first. Returns what the tags tell now, which may be less than `value`, or something else in the
+/// place of nothing. No answer if it could not be written; then the file is as it was.
+[[nodiscard]] std::optional<QString> StoreTrackText(IPlaybackGuard& guard, const QString& path,
+                                                    TrackText text, const QString& value);

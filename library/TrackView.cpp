@@ -13,6 +13,8 @@
 
 #include <QScrollBar>
 
+#include <utility>
+
 namespace {
 
 constexpr COLORREF kPage = 0xF6F6F6;
@@ -31,9 +33,10 @@ COLORREF RowColour(const CMediaList& list, int index) {
 
 } // namespace
 
-CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid)
+CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid, IPlaybackGuard& guard)
     : m_lists(lists)
-    , m_grid(grid) {
+    , m_grid(grid)
+    , m_guard(guard) {
     SetColumns(kDefaultColumns);
     ConfigureGrid();
 }
@@ -198,7 +201,7 @@ void CTrackView::WriteTitle(const CMediaList& list, int row) {
         m_grid.SetItem(item);
     item.mask |= GridMask::Text | GridMask::Image;
     item.text = list.GetTitleText();
-    item.image = list.m_iType;
+    item.image = &list == m_pPlayingList ? kPlayingListImage : list.m_iType;
     m_grid.SetItem(item);
 }
 
@@ -257,6 +260,14 @@ void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int inde
     if (index >= 0 && m_pLastList != m_pCurrentList && (*list)[index]->m_bRowSelected)
         SelectRow(row, true);
     m_grid.RedrawRow(row);
+}
+
+void CTrackView::ShowPlayingList(const CMediaList* list) {
+    if (m_pPlayingList == list)
+        return;
+    const CMediaList* before = std::exchange(m_pPlayingList, list);
+    RefreshRows(1, before, -1);
+    RefreshRows(1, list, -1);
 }
 
 void CTrackView::SortColumn(int gridColumn) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grid/GridTypes.h"
+#include "library/ITrackView.h"
 #include "library/TrackRecord.h"
 
 #include <QString>
@@ -12,11 +13,14 @@
 class CGridCtrl;
 class CMediaList;
 class CMediaLists;
+class IPlaybackGuard;
 struct TrackColumn;
 
-/// Pictures of the track rows among those of the grid. A title has the picture of its list's type.
+/// Pictures of the rows among those of the grid. A title has the picture of its list's type, unless
+/// that list plays.
 inline constexpr int kTrackImage = 4;
 inline constexpr int kPlaylistImage = 5;
+inline constexpr int kPlayingListImage = 7;
 
 /// Shows the lists in the grid, each as a section of a title row and, when open, a row per track,
 /// and lets clicks on the grid change the lists.
@@ -25,13 +29,17 @@ inline constexpr int kPlaylistImage = 5;
 /// last FillGrid() gave them. What changes the number of rows is followed by FillGrid(), what
 /// changes the texts of one track by RefreshRows().
 ///
-/// Thread: interface thread. Lifetime: lists and grid outlive this.
-class CTrackView {
+/// Thread: interface thread. Lifetime: what the constructor takes outlives this.
+class CTrackView : public ITrackView {
 public:
     /// Takes the track that became the current one.
     using CurrentTrackHandler = std::function<void(const CMediaList& list, int index)>;
 
-    CTrackView(CMediaLists& lists, CGridCtrl& grid);
+    /// Takes a track that is to be played, which is no playlist.
+    using PlayHandler = std::function<void(CMediaList& list, int index)>;
+
+    /// `guard` is asked before the text of a track is stored.
+    CTrackView(CMediaLists& lists, CGridCtrl& grid, IPlaybackGuard& guard);
 
     /// The mask of visible columns; the title's bit is always in it.
     void SetColumns(unsigned columns);
@@ -41,9 +49,8 @@ public:
     /// keyboard's focus goes with the track or title that has it, as long as that is shown.
     void FillGrid();
 
-    /// Writes one row anew: that of the record at `index`, or the title for -1. Nothing if the row
-    /// is not on screen. With `keepSelection` 0 the row is no longer selected afterwards.
-    void RefreshRows(int keepSelection, const CMediaList* list, int index);
+    void RefreshRows(int keepSelection, const CMediaList* list, int index) override;
+    void ShowPlayingList(const CMediaList* list) override;
 
     /// Sorts the active list by a column of the grid, turning the direction each time.
     void SortColumn(int gridColumn);
@@ -61,6 +68,7 @@ public:
     void SetCurrentTrackHandler(CurrentTrackHandler handler) {
         m_pfnCurrentTrack = std::move(handler);
     }
+    void SetPlayHandler(PlayHandler handler) { m_pfnPlay = std::move(handler); }
 
     /// Takes the grid's notifications, allows edits or not, and stores what was typed.
     void OnNotify(GridNotification& notification);
@@ -114,22 +122,25 @@ private:
     void OnDoubleClick(int row);
     void ToggleChecks();
     void FoldSection(CMediaList& list);
-    void MarkPlaying(CMediaList& list, int index);
+    void PlayTrack(CMediaList& list, int index);
     [[nodiscard]] bool AllowsEdit(CCellID cell) const;
     void OnEdited(CCellID cell);
     void ShowText(const QString& path, TrackText text, const QString& value);
 
     CMediaLists& m_lists;
     CGridCtrl& m_grid;
+    IPlaybackGuard& m_guard;
     unsigned m_dwColumns;
     std::vector<const TrackColumn*> m_columns; ///< the visible ones, as the mask tells
 
     CurrentTrackHandler m_pfnCurrentTrack;
+    PlayHandler m_pfnPlay;
 
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
     int m_iCurrentIndex = -1;
-    CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
-    int m_iClickRow = -1;              ///< of the last right click
+    CMediaList* m_pLastList = nullptr;          ///< list of the last click without the control key
+    const CMediaList* m_pPlayingList = nullptr; ///< whose title says so
+    int m_iClickRow = -1;                       ///< of the last right click
     int m_iClickColumn = -1;
     CCellID m_idFocus; ///< where the keyboard was last; the grid's own goes on header clicks
 };

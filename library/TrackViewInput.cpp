@@ -1,5 +1,6 @@
 // Clicks and edits.
 
+#include "base/FileKinds.h"
 #include "grid/GridCellBase.h"
 #include "grid/GridCtrl.h"
 #include "library/MediaLists.h"
@@ -112,7 +113,7 @@ void CTrackView::OnDoubleClick(int row) {
     if (hit.index == -1)
         FoldSection(*hit.list);
     else if (hit.list->m_iType != MEDIA_TYPE_PHONE)
-        MarkPlaying(*hit.list, hit.index);
+        PlayTrack(*hit.list, hit.index);
 }
 
 bool CTrackView::OnKey(int key, Qt::KeyboardModifiers modifiers) {
@@ -160,20 +161,13 @@ void CTrackView::FoldSection(CMediaList& list) {
     m_grid.verticalScrollBar()->setValue(vertical);
 }
 
-/// The one track that plays, in whatever list, is this one now.
-void CTrackView::MarkPlaying(CMediaList& list, int index) {
-    for (const auto& other : m_lists.All()) {
-        for (int i = 0; i < other->GetCount(); ++i) {
-            if (!(*other)[i]->m_bPlaying)
-                continue;
-            (*other)[i]->m_bPlaying = 0;
-            RefreshRows(1, other.get(), i);
-        }
-    }
+/// A playlist is chosen only.
+void CTrackView::PlayTrack(CMediaList& list, int index) {
     list[index]->m_bRowSelected = 1;
-    list[index]->m_bPlaying = 1;
     list.m_bActive = 1;
     RefreshRows(1, &list, index);
+    if (m_pfnPlay && !IsPlaylistFile(list[index]->m_strPath))
+        m_pfnPlay(list, index);
 }
 
 bool CTrackView::AllowsEdit(CCellID cell) const {
@@ -190,7 +184,7 @@ void CTrackView::OnEdited(CCellID cell) {
     if (!edited.list || edited.index == -1 || !column || !typed)
         return;
     const QString path = (*edited.list)[edited.index]->m_strPath;
-    const auto stored = StoreTrackText(path, column->text, typed->GetText());
+    const auto stored = StoreTrackText(m_guard, path, column->text, typed->GetText());
     if (stored)
         ShowText(path, column->text, *stored);
     else

@@ -149,13 +149,31 @@ TEST_F(StartTest, WindowComesFirstAndAnswersWhileTheCollectionIsRead) {
     }
 }
 
-TEST_F(StartTest, DocumentFromOutsideStartsTheMiniPlayer) {
+TEST_F(StartTest, DocumentFromOutsidePlaysInTheMiniPlayer) {
     Open(1, "outside.mp3");
     const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
     ASSERT_EQ(all.GetCount(), 1);
     EXPECT_EQ(all[0]->m_strTitle, u"outside");
+    EXPECT_TRUE(all[0]->m_bPlaying);
     EXPECT_EQ(dialog->size(), QSize(400, 89));
     EXPECT_FALSE(grid->isVisibleTo(&*dialog));
+}
+
+TEST_F(StartTest, DocumentOfTheCollectionPlaysOnceItIsRead) {
+    Open(3, "Music/Veltria Track Deck/mine.mp3");
+    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    dialog->show();
+    ASSERT_TRUE(RunUntil([&] { return grid->GetRowCount() == 3 + 4; }));
+    for (int index = 0; index < 4; ++index)
+        EXPECT_EQ((*list)[index]->m_bPlaying, (*list)[index]->m_strTitle == u"mine");
+    EXPECT_EQ(dialog->GetLists().FindListByType(MEDIA_TYPE_ALL)->GetCount(), 0);
+}
+
+TEST_F(StartTest, PlaylistFromOutsideIsListedOnly) {
+    Open(1, "outside.m3u");
+    const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
+    ASSERT_EQ(all.GetCount(), 1);
+    EXPECT_FALSE(all[0]->m_bPlaying);
 }
 
 TEST_F(StartTest, ClickShowsTheArtworkOfTheTrack) {

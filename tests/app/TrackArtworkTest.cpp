@@ -7,6 +7,7 @@
 #include "tags/TrackTags.h"
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/fixtures/Pictures.h"
+#include "tests/fixtures/ReleasedFiles.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
 
@@ -93,7 +94,8 @@ protected:
     CMediaList& m_list = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     const QString m_path = AddTrack("song.mp3", kFirst);
     ArtworkField m_field{nullptr};
-    std::optional<TrackArtwork> m_artwork{std::in_place, m_lists, m_field};
+    ReleasedFiles m_released;
+    std::optional<TrackArtwork> m_artwork{std::in_place, m_lists, m_field, m_released};
 };
 
 } // namespace
@@ -119,7 +121,7 @@ TEST_F(TrackArtworkTest, OwnerMayGoWhileAPictureIsRead) {
     m_artwork.reset();
     WaitForReader();
     QCoreApplication::processEvents();
-    m_artwork.emplace(m_lists, m_field).ShowTrack(m_list, 0);
+    m_artwork.emplace(m_lists, m_field, m_released).ShowTrack(m_list, 0);
     WaitForReader();
     m_artwork.reset(); // the picture is on its way
     QCoreApplication::processEvents();
@@ -128,8 +130,11 @@ TEST_F(TrackArtworkTest, OwnerMayGoWhileAPictureIsRead) {
 
 TEST_F(TrackArtworkTest, DroppedJpegGoesIntoTheFile) {
     const QByteArray dropped = MakePicture("jpeg", kOther);
+    const QByteArray before = ReadFile(m_path);
     EXPECT_TRUE(DropFile(dropped, "no ending")) << "the old picture is still being read";
     EXPECT_EQ(ReadTrackArtwork(m_path), dropped);
+    ASSERT_EQ(m_released.files.size(), 1u);
+    EXPECT_EQ(m_released.files[0], std::pair(m_path, before));
     EXPECT_EQ(NextPicture(), kOther);
 
     const QString oddName = Path::FromBytes("odd \xE9.jpg");

@@ -125,6 +125,23 @@ TEST(ScanTest, TracksOfTheCollectionEnterNoOtherList) {
     EXPECT_EQ(Names(receiver.collection), u"a.mp3");
 }
 
+TEST(ScanTest, DocumentOfTheCollectionIsToldOnceItIsAdded) {
+    const TracksFolder folder(5);
+    Receiver receiver;
+    receiver.lists.SetLocation(receiver.collection, folder.Path());
+    int told = 0;
+    receiver.scanner.AutoPlay(folder.File(QStringLiteral("3.mp3")),
+                              [&](const CMediaList& list, int index) {
+                                  ++told;
+                                  EXPECT_EQ(&list, &receiver.collection);
+                                  EXPECT_EQ(index, list.GetCount() - 1);
+                                  EXPECT_EQ(list[index]->m_strTitle, u"3");
+                              });
+    for (int scans = 0; scans < 2; ++scans)
+        receiver.Scan(receiver.Request(receiver.collection, folder.Path()));
+    EXPECT_EQ(told, 1);
+}
+
 TEST(ScanTest, CancelKeepsWhatWasFound) {
     const TracksFolder folder(20);
     Receiver receiver;

@@ -7,6 +7,7 @@
 #include "tags/TrackTags.h"
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ReleasedFiles.h"
 #include "tests/fixtures/ScratchFolder.h"
 
 #include <QTest>
@@ -91,7 +92,8 @@ protected:
     CMediaList& m_collection = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& m_all = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
     CGridCtrl m_grid;
-    CTrackView m_view{m_lists, m_grid};
+    ReleasedFiles m_released;
+    CTrackView m_view{m_lists, m_grid, m_released};
 };
 
 } // namespace
@@ -132,9 +134,13 @@ TEST_F(TrackEditTest, EditGoesIntoTheFileAndIntoEveryList) {
     CTrackInfo expected = Tags();
     Edit(2, Artist, QStringLiteral("old"));
     EXPECT_EQ(Tags(), expected) << "nothing was changed";
+    EXPECT_TRUE(m_released.files.empty());
 
     expected.m_strArtist = QStringLiteral("New artist");
+    const QByteArray before = ReadFile(m_path);
     Edit(2, Artist, expected.m_strArtist);
+    ASSERT_EQ(m_released.files.size(), 1u);
+    EXPECT_EQ(m_released.files[0], std::pair(m_path, before));
     EXPECT_EQ(Tags(), expected);
     EXPECT_EQ(m_collection[0]->m_strArtist, expected.m_strArtist);
     EXPECT_EQ(m_all[0]->m_strArtist, expected.m_strArtist);

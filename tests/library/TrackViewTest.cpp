@@ -8,6 +8,7 @@
 #include "library/TrackColumns.h"
 #include "platform/Path.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ReleasedFiles.h"
 
 #include <QScrollBar>
 #include <QTest>
@@ -27,6 +28,9 @@ protected:
             AddTrack(m_collection, title, "/c/");
         for (const char* title : {"two", "one"})
             AddTrack(m_all, title, "/a/");
+        m_view.SetPlayHandler([this](const CMediaList& list, int index) {
+            m_played += list[index]->m_strTitle.toStdString() + ' ';
+        });
         m_view.FillGrid();
         m_grid.resize(800, 400);
     }
@@ -79,7 +83,9 @@ protected:
     CMediaList& m_collection = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& m_all = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
     CGridCtrl m_grid;
-    CTrackView m_view{m_lists, m_grid};
+    ReleasedFiles m_released;
+    CTrackView m_view{m_lists, m_grid, m_released};
+    std::string m_played; ///< titles of the tracks that were to be played
 };
 
 } // namespace
@@ -261,22 +267,35 @@ TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
     EXPECT_EQ(m_all.m_bExpanded, 1) << "an empty section stays as it is";
 }
 
-TEST_F(TrackViewTest, DoubleClickMarksTheTrackThatPlays) {
+TEST_F(TrackViewTest, DoubleClickPlaysATrack) {
     const CGridCellBase* cell = m_grid.GetCell(7, 2);
     DoubleClick(2);
-    EXPECT_EQ(m_collection[0]->m_bPlaying, 1);
-    EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowPlaying);
-
     DoubleClick(7);
-    EXPECT_EQ(m_collection[0]->m_bPlaying, 0);
-    EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowEven);
-    EXPECT_EQ(m_grid.GetCell(7, 1)->GetBackClr(), m_all.m_crRowPlaying);
+    EXPECT_EQ(m_played, "beta one ");
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
     EXPECT_EQ(m_grid.GetCell(7, 2), cell) << "no row is built anew";
 
-    m_collection.m_iType = MEDIA_TYPE_PHONE;
+    m_collection[1]->m_strPath = QStringLiteral("/c/list.m3u");
     DoubleClick(3);
-    EXPECT_EQ(m_collection[1]->m_bPlaying, 0);
-    EXPECT_EQ(m_all[1]->m_bPlaying, 1);
+    m_collection.m_iType = MEDIA_TYPE_PHONE;
+    DoubleClick(4);
+    EXPECT_EQ(m_played, "beta one ");
+    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+}
+
+TEST_F(TrackViewTest, TitleOfTheListThatPlaysHasItsOwnPicture) {
+    const auto images = [&] {
+        const int last = m_grid.GetColumnCount() - 1;
+        return std::pair(m_grid.GetCell(1, last)->GetImage(), m_grid.GetCell(5, last)->GetImage());
+    };
+    m_view.ShowPlayingList(&m_all);
+    EXPECT_EQ(images(), std::pair(1, 7));
+    m_view.ShowPlayingList(&m_collection);
+    EXPECT_EQ(images(), std::pair(7, 2));
+    m_view.FillGrid();
+    EXPECT_EQ(images(), std::pair(7, 2));
+    m_view.ShowPlayingList(nullptr);
+    EXPECT_EQ(images(), std::pair(1, 2));
 }
 
 TEST_F(TrackViewTest, SpaceChecksTheSelectionAndEnterDoesWhatADoubleClickDoes) {
@@ -294,7 +313,7 @@ TEST_F(TrackViewTest, SpaceChecksTheSelectionAndEnterDoesWhatADoubleClickDoes) {
     }
     EXPECT_EQ(TitleText(1), QStringLiteral("Mine (2/3)"));
     m_view.OnKey(Qt::Key_Return, {});
-    EXPECT_TRUE(m_collection[1]->m_bPlaying);
+    EXPECT_EQ(m_played, "gamma ");
     for (const auto* sorted : {u"alpha beta gamma", u"gamma beta alpha"}) {
         m_view.OnKey(Qt::Key_Return, Qt::ShiftModifier); // the focus is in a title
         EXPECT_EQ(Titles(2, 3), sorted);

@@ -1,0 +1,138 @@
+#include "app/PlayerPanel.h"
+
+#include "app/MainLayout.h"
+#include "base/Guard.h"
+#include "player/MediaPlayer.h"
+#include "player/Transport.h"
+#include "skin/BCMenu.h"
+#include "skin/ImageButton.h"
+#include "skin/ProgressSlider.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QSignalBlocker>
+
+namespace {
+
+/// In the order of their numbers.
+constexpr StringId kPlayModes[] = {IDS_OPTIONS_SINGLEPLAY, IDS_OPTIONS_CONTINUOUSPLAY,
+                                   IDS_OPTIONS_RANDOMPLAY, IDS_OPTIONS_RANDOM_CONTINUOUSPLAY};
+
+/// The first of the keys is the one that is told.
+QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
+    auto* action = new QAction(&window);
+    action->setShortcuts(keys);
+    window.addAction(action);
+    return *action;
+}
+
+/// Calls what an action stands for, by its name in the debug output.
+template <typename Call>
+void OnTriggered(QAction& action, const char* operation, Call call) {
+    QObject::connect(&action, &QAction::triggered, &action,
+                     [operation, call] { Guarded(operation, call); });
+}
+
+} // namespace
+
+PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
+    : m_previous{layout.Previous(),
+                 AddAction(window, {Qt::ALT | Qt::Key_Left, Qt::Key_MediaPrevious})}
+    , m_play{layout.Play(), AddAction(window, {Qt::CTRL | Qt::Key_P, Qt::Key_MediaPlay,
+                                               Qt::Key_MediaTogglePlayPause, Qt::Key_MediaPause})}
+    , m_next{layout.Next(), AddAction(window, {Qt::ALT | Qt::Key_Right, Qt::Key_MediaNext})}
+    , m_stop(AddAction(window, {Qt::Key_MediaStop}))
+    , m_seek(layout.Seek())
+    , m_volume(layout.Volume())
+    , m_playModes(*new QActionGroup(&window)) {
+    for (const StringId mode : kPlayModes)
+        m_playModes.addAction(LoadString(mode))->setCheckable(true);
+    for (const Control& control : {m_previous, m_play, m_next})
+        QObject::connect(&control.button, &QAbstractButton::clicked, &control.action,
+                         &QAction::trigger);
+    m_previous.Label(IDS_BT_PRE);
+    m_next.Label(IDS_BT_NEXT);
+    ShowButtons({});
+    EnableSeek(false);
+}
+
+void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport) {
+    OnTriggered(m_previous.action, "OnPrevious()", [&transport] { transport.OnPrevious(); });
+    OnTriggered(m_play.action, "OnPlayPause()", [&transport] { transport.OnPlayPause(); });
+    OnTriggered(m_next.action, "OnNext()", [&transport] { transport.OnNext(); });
+    OnTriggered(m_stop, "OnStop()", [&transport] { transport.Stop(); });
+    int mode = 0;
+    for (QAction* action : m_playModes.actions())
+        OnTriggered(*action, "OnPlayMode()",
+                    [&transport, number = mode++] { transport.SetPlayMode(number); });
+    ShowPlayMode(transport.GetPlayMode());
+    QObject::connect(&m_volume, &QAbstractSlider::valueChanged, &m_volume,
+                     [&player](int value) { player.SetVolumeFromSlider(value); });
+    player.SetVolumeFromSlider(m_volume.value());
+    ConnectSeek(player);
+}
+
+/// What a key, the wheel or a screen reader does is at its end at once.
+void PlayerPanel::ConnectSeek(CMediaPlayer& player) {
+    using Scroll = CMediaPlayer::Scroll;
+    QObject::connect(&m_seek, &QAbstractSlider::valueChanged, &m_seek, [this, &player](int value) {
+        player.OnSeekScroll(m_seek.isSliderDown() ? Scroll::Track : Scroll::End, value);
+    });
+    QObject::connect(&m_seek, &QAbstractSlider::sliderReleased, &m_seek, [this, &player] {
+        if (m_seek.isEnabled()) // it lets go by itself when its track goes
+            player.OnSeekScroll(Scroll::End, m_seek.value());
+    });
+}
+
+void PlayerPanel::FillMenu(BCMenu& menu) const {
+    menu.addActions(m_playModes.actions());
+}
+
+void PlayerPanel::ShowButtons(const TransportButtons& buttons) {
+    const bool plays = buttons.state == TransportState::Playing;
+    m_play.button.SetBitmaps(plays ? PictureId::Pause : PictureId::Play);
+    m_play.Label(plays ? IDS_BT_PAUSE : IDS_BT_PLAY);
+    Enable(m_play, buttons.canPlay);
+    Enable(m_previous, buttons.canPrevious);
+    Enable(m_next, buttons.canNext);
+}
+
+void PlayerPanel::Enable(const Control& control, bool enable) {
+    // Left to Qt, the keyboard's focus goes to any other control that can take it.
+    if (!enable && control.button.window()->focusWidget() == &control.button)
+        m_play.button.setFocus();
+    control.button.setEnabled(enable);
+    control.action.setEnabled(enable);
+}
+
+void PlayerPanel::ShowPosition(int percent) {
+    if (m_seek.isSliderDown())
+        return;
+    const QSignalBlocker notTheUser(m_seek);
+    m_seek.setValue(percent);
+}
+
+void PlayerPanel::ShowCaption(const QString& caption) {
+    m_seek.SetCaption(caption);
+}
+
+void PlayerPanel::EnableSeek(bool enable) {
+    m_seek.setEnabled(enable);
+    if (!enable) // from wherever it was held
+        ShowPosition(0);
+}
+
+void PlayerPanel::ShowPlayMode(int mode) {
+    m_playModes.actions().at(mode)->setChecked(true);
+}
+
+void PlayerPanel::Beep() {
+    QApplication::beep();
+}
+
+void PlayerPanel::Control::Label(StringId text) const {
+    button.SetTooltipText(LoadString(text));
+    button.setToolTip(QStringLiteral("%1 (%2)").arg(
+        button.accessibleName(), action.shortcut().toString(QKeySequence::NativeText)));
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "base/Language.h"
+#include "player/TransportDisplay.h"
+
+class BCMenu;
+class CBitmapSlider;
+class CImageButton;
+class CMediaPlayer;
+class CProgressSlider;
+class CTransport;
+class MainLayout;
+class QAction;
+class QActionGroup;
+class QWidget;
+
+/// The player's controls: its buttons with their keys, the seek bar, the volume, and the choice of
+/// play modes. They show what the player does, and tell it what the user wants.
+///
+/// Thread:   interface thread.
+/// Lifetime: the controls are the window's, which outlives this.
+class PlayerPanel : public ITransportDisplay {
+public:
+    /// The keys work wherever the focus is in `window`.
+    PlayerPanel(QWidget& window, const MainLayout& layout);
+
+    /// From now on the controls are those of this player, which gets the volume that they show.
+    /// Both outlive the last input of the user.
+    void Connect(CMediaPlayer& player, CTransport& transport);
+
+    /// Appends the play modes.
+    void FillMenu(BCMenu& menu) const;
+
+    void ShowButtons(const TransportButtons& buttons) override;
+    void ShowPosition(int percent) override;
+    void ShowCaption(const QString& caption) override;
+    void EnableSeek(bool enable) override;
+    void ShowPlayMode(int mode) override;
+    void Beep() override;
+
+private:
+    /// A button, and the action that its keys trigger, too.
+    struct Control {
+        CImageButton& button;
+        QAction& action;
+
+        void Label(StringId text) const;
+    };
+
+    void Enable(const Control& control, bool enable);
+    void ConnectSeek(CMediaPlayer& player);
+
+    const Control m_previous;
+    const Control m_play;
+    const Control m_next;
+    QAction& m_stop;
+    CProgressSlider& m_seek;
+    CBitmapSlider& m_volume;
+    QActionGroup& m_playModes; ///< in the order of their numbers
+};

@@ -1,0 +1,193 @@
+#include "app/PlayerPanel.h"
+
+#include "app/MainLayout.h"
+#include "library/ITrackView.h"
+#include "library/MediaLists.h"
+#include "player/MediaPlayer.h"
+#include "player/Transport.h"
+#include "skin/BCMenu.h"
+#include "skin/ImageButton.h"
+#include "skin/ProgressSlider.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/player/ScriptedGraph.h"
+
+#include <QTest>
+#include <QWheelEvent>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct NoView : ITrackView {
+    void RefreshRows(int, const CMediaList*, int) override {}
+    void ShowPlayingList(const CMediaList*) override {}
+};
+
+/// The controls of a player in a window; three tracks, each 100 s long, wait in the active list.
+class PlayerPanelTest : public ::testing::Test {
+protected:
+    PlayerPanelTest() {
+        SetLanguageFile(QString()); // texts are their own keys
+        m_list.m_bActive = 1;
+        for (const char* name : {"a", "b", "c"}) {
+            auto track = std::make_unique<CTrackRecord>();
+            track->m_strTitle = QString::fromLatin1(name);
+            track->m_strPath = u'/' + track->m_strTitle;
+            m_list.Append(std::move(track));
+        }
+        m_messages.On(WM_TD_GRAPH_NOTIFY, [this](const Message&) {
+            m_player.OnGraphNotify();
+            return 0;
+        });
+        m_layout.Volume().setValue(50);
+        m_panel.Connect(m_player, m_transport);
+        m_transport.UpdateTransport();
+        m_window.show();
+        QApplication::setActiveWindow(&m_window);
+    }
+
+    void Press(int key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::sendKeyEvent(QTest::Click, &m_window, Qt::Key(key), QString(), modifiers);
+        QCoreApplication::processEvents();
+    }
+    void Click(CImageButton& button) {
+        QTest::mouseClick(&button, Qt::LeftButton);
+        QCoreApplication::processEvents();
+    }
+    /// What was asked of the graphs since the last call.
+    std::string Log() { return m_script.TakeLog().join(u", ").toStdString(); }
+
+    /// "-" for each of the buttons that is disabled, and the label of the one that plays.
+    [[nodiscard]] std::string Buttons() const {
+        std::string signs;
+        for (const QWidget* button : {&m_layout.Previous(), &m_layout.Play(), &m_layout.Next()})
+            signs += button->isEnabled() ? '+' : '-';
+        return signs + ' ' + m_layout.Play().accessibleName().toStdString();
+    }
+
+    QWidget m_window;
+    MainLayout m_layout{m_window};
+    CMediaLists m_lists;
+    CMediaList& m_list = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
+    NoView m_view;
+    ScriptedGraph::Script m_script;
+    MessageTarget m_messages;
+    PlayerPanel m_panel{m_window, m_layout};
+    CMediaPlayer m_player{m_script.Factory(), m_messages.Address(), m_panel};
+    CTransport m_transport{m_lists, m_player, m_view, m_panel};
+};
+
+} // namespace
+
+TEST_F(PlayerPanelTest, ButtonsAndKeysDriveThePlayer) {
+    EXPECT_EQ(Buttons(), "-+- IDS_BT_PLAY");
+    EXPECT_EQ(m_layout.Play().toolTip(), u"IDS_BT_PLAY (Ctrl+P)");
+    Click(m_layout.Play());
+    EXPECT_EQ(Log(), "Render /a, Volume -1339, Run");
+    EXPECT_EQ(Buttons(), "-++ IDS_BT_PAUSE");
+    EXPECT_EQ(m_layout.Play().toolTip(), u"IDS_BT_PAUSE (Ctrl+P)");
+    EXPECT_EQ(m_layout.Seek().accessibleDescription(), u"a");
+    Press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(Log(), "") << "there is none before";
+
+    const struct {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        TransportState state;
+        const char16_t* caption;
+    } rows[] = {{Qt::Key_P, Qt::ControlModifier, TransportState::Paused, u"a"},
+                {Qt::Key_MediaPlay, {}, TransportState::Playing, u"a"},
+                {Qt::Key_MediaPause, {}, TransportState::Paused, u"a"},
+                {Qt::Key_MediaTogglePlayPause, {}, TransportState::Playing, u"a"},
+                {Qt::Key_Right, Qt::AltModifier, TransportState::Playing, u"b"},
+                {Qt::Key_MediaNext, {}, TransportState::Playing, u"c"},
+                {Qt::Key_MediaPrevious, {}, TransportState::Playing, u"b"},
+                {Qt::Key_Left, Qt::AltModifier, TransportState::Playing, u"a"},
+                {Qt::Key_MediaStop, {}, TransportState::Stopped, u""}};
+    for (const auto& row : rows) {
+        Press(row.key, row.modifiers);
+        EXPECT_EQ(m_transport.GetState(), row.state) << row.key;
+        EXPECT_EQ(m_layout.Seek().accessibleDescription(), QString::fromUtf16(row.caption));
+    }
+}
+
+TEST_F(PlayerPanelTest, FocusStaysWithTheButtons) {
+    Click(m_layout.Play());
+    m_layout.Next().setFocus();
+    Press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_TRUE(m_layout.Next().hasFocus());
+    Press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(Buttons(), "++- IDS_BT_PAUSE");
+    EXPECT_TRUE(m_layout.Play().hasFocus());
+    m_layout.Previous().setFocus();
+    m_transport.StopPlayback();
+    m_list.ClearAll();
+    m_transport.UpdateTransport();
+    EXPECT_EQ(Buttons(), "--- IDS_BT_PLAY");
+    EXPECT_TRUE(m_window.focusWidget() && m_window.focusWidget()->isEnabled());
+}
+
+TEST_F(PlayerPanelTest, SeekBarTellsTheUserFromThePlayer) {
+    QAbstractSlider& seek = m_layout.Seek();
+    EXPECT_FALSE(seek.isEnabled());
+    Click(m_layout.Play());
+    EXPECT_TRUE(seek.isEnabled());
+    Log();
+    const auto play = [this](int percent) {
+        m_script.current->position = percent * kMediaSecond;
+        m_player.UpdatePosition();
+    };
+    play(30);
+    EXPECT_EQ(seek.value(), 30);
+    EXPECT_EQ(Log(), "");
+
+    QTest::keyClick(&seek, Qt::Key_Right);
+    EXPECT_EQ(Log(), "Seek 310000000, Run");
+    QWheelEvent wheel(QPointF(9, 9), QPointF(9, 9), {}, QPoint(0, 120), {}, {}, Qt::NoScrollPhase,
+                      false);
+    seek.setSingleStep(2); // a notch is three steps
+    QApplication::sendEvent(&seek, &wheel);
+    EXPECT_EQ(Log(), "Seek 370000000, Run");
+    seek.setValue(40); // as a screen reader does
+    EXPECT_EQ(Log(), "Seek 400000000, Run");
+
+    const auto at = [&seek](int percent) {
+        return QPoint(seek.width() * percent / 100, seek.height() / 2);
+    };
+    QTest::mousePress(&seek, Qt::LeftButton, {}, at(60));
+    QTest::mouseMove(&seek, at(80));
+    play(61);
+    EXPECT_EQ(seek.value(), 80) << "it is in the user's hand";
+    EXPECT_EQ(Log(), "Seek 600000000, Seek 800000000");
+    QTest::mouseRelease(&seek, Qt::LeftButton, {}, at(80));
+    EXPECT_EQ(Log(), "Seek 800000000, Run");
+
+    QTest::mousePress(&seek, Qt::LeftButton, {}, at(20));
+    Log();
+    m_script.current->Tell({GraphEvent::Code::Failed});
+    QCoreApplication::processEvents();
+    QTest::mouseRelease(&seek, Qt::LeftButton, {}, at(20));
+    EXPECT_FALSE(seek.isEnabled());
+    EXPECT_EQ(seek.value(), 0);
+    EXPECT_EQ(Log().find("Seek"), std::string::npos);
+}
+
+TEST_F(PlayerPanelTest, VolumeAndPlayModesAreThePlayers) {
+    Click(m_layout.Play());
+    Log();
+    m_layout.Volume().setValue(100);
+    EXPECT_EQ(Log(), "Volume 0");
+
+    BCMenu menu;
+    m_panel.FillMenu(menu);
+    const auto marked = [&menu] {
+        std::string marks;
+        for (const QAction* mode : menu.actions())
+            marks += mode->isChecked() ? '*' : '-';
+        return marks;
+    };
+    EXPECT_EQ(marked(), "*---");
+    menu.actions()[PLAY_RANDOM]->trigger();
+    EXPECT_EQ(m_transport.GetPlayMode(), PLAY_RANDOM);
+    m_transport.SetPlayMode(PLAY_RANDOM_CONTINUOUS);
+    EXPECT_EQ(marked(), "---*");
+}

@@ -34,20 +34,18 @@ BUS = """<busconfig>
 </busconfig>
 """
 
-TITLES = ["First, with a cover", "Zweites Stück", "Третья"]
+TITLES = ["First", "Zweites Stück", "Третья"]
 SECONDS = 120
 FIRST_TRACK = 2  # its row in the grid
 
 
-def make_track(path, number, title):
-    """Real music, of which the first piece has a picture."""
-    tone = f"sine=frequency={220 * number}:duration={SECONDS}"
-    command = ["ffmpeg", "-nostdin", "-loglevel", "error", "-f", "lavfi", "-i", tone]
-    if number == 1:
-        picture = "color=orange:size=64x48:duration=1:rate=1"
-        command += ["-f", "lavfi", "-i", picture, "-map", "0", "-map", "1", "-frames:v", "1"]
-    command += ["-c:a", "libmp3lame", "-b:a", "32k", "-id3v2_version", "3"]
-    for tag in (f"title={title}", "artist=Hollin Brae", "album=Salt Road", f"track={number}"):
+def make_track(path, title):
+    """Real music with a picture."""
+    command = ["ffmpeg", "-nostdin", "-loglevel", "error"]
+    command += ["-f", "lavfi", "-i", f"sine=duration={SECONDS}"]
+    command += ["-f", "lavfi", "-i", "color=orange:size=64x48:duration=1:rate=1"]
+    command += ["-map", "0", "-map", "1", "-c:a", "libmp3lame", "-b:a", "32k", "-id3v2_version", "3"]
+    for tag in (f"title={title}", "artist=Hollin Brae", "album=Salt Road"):
         command += ["-metadata", tag]
     subprocess.run([*command, path], check=True)
 
@@ -64,12 +62,11 @@ class Walk:
     def __init__(self, cleanup, scratch, home):
         self.home = home
         self.scratch = scratch
-        self.tracks = []
-        music = home / "Music" / "Veltria Track Deck"
-        music.mkdir(parents=True)
-        for number, title in enumerate(TITLES, 1):
-            self.tracks.append(music / f"{number} {title}.mp3")
-            make_track(self.tracks[-1], number, title)
+        self.music = home / "Music" / "Veltria Track Deck"
+        self.music.mkdir(parents=True)
+        for title in TITLES:
+            make_track(self.music / f"{title}.mp3", title)
+        self.order = []  # of the titles, as the list has them
         self.bus = self.start_bus(cleanup)
         self.screen = Screen(cleanup, scratch, TrackDeck.SCREEN)
         self.deck = TrackDeck(PROGRAM, self.screen, cleanup, scale=1)
@@ -78,7 +75,7 @@ class Walk:
         config = self.scratch / "bus.xml"
         config.write_text(BUS.format(folder=self.scratch))
         command = ["dbus-daemon", "--nofork", "--print-address", f"--config-file={config}"]
-        bus = start(cleanup, command, stdout=subprocess.PIPE)
+        bus = start(cleanup, command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         with bus.stdout as told:
             os.environ["DBUS_SESSION_BUS_ADDRESS"] = told.readline().decode().strip()
         return bus
@@ -87,8 +84,15 @@ class Walk:
     def wait_for_answer(wanted, *question):
         wait_for(lambda: playerctl(*question) == wanted, f"{question} to be {wanted}")
 
-    def wait_for_track(self, number):
-        self.wait_for_answer(TITLES[number], "metadata", "xesam:title")
+    @staticmethod
+    def title():
+        return playerctl("metadata", "xesam:title")
+
+    def wait_for_next(self):
+        """Waits for a track that was not played yet."""
+        wait_for(lambda: self.title() not in self.order, "another track")
+        self.order.append(self.title())
+        check(self.order[-1] in TITLES, f"{self.order[-1]} is no title")
 
     @staticmethod
     def position():
@@ -118,11 +122,11 @@ class Walk:
         wait_for(lambda: self.position() > 1, "a second of music")
 
     def metadata_is_told(self):
-        self.wait_for_track(0)
+        self.wait_for_next()
         told = {key: playerctl("metadata", key) for key in ("xesam:artist", "xesam:album")}
         check(told == {"xesam:artist": "Hollin Brae", "xesam:album": "Salt Road"}, told)
         url = urllib.parse.unquote(playerctl("metadata", "xesam:url"))
-        check(url == f"file://{self.tracks[0]}", url)
+        check(url == f"file://{self.music / self.order[0]}.mp3", url)
         wait_for(lambda: playerctl("metadata", "mpris:length"), "the length")
         length = int(playerctl("metadata", "mpris:length")) / 1_000_000
         check(abs(length - SECONDS) < 1, f"{length} seconds")
@@ -151,23 +155,22 @@ class Walk:
     def go_to_next(self):
         cover = self.art()
         playerctl("next")
-        self.wait_for_track(1)
-        wait_for(lambda: not cover.exists(), "the cover to go")
-        check(self.art() is None, "a cover of nothing")
+        self.wait_for_next()
+        wait_for(lambda: self.art() not in (None, cover), "its cover")
+        check(not cover.exists(), "the cover before is still there")
         self.wait_for_answer("Playing", "status")
         playerctl("previous")
-        self.wait_for_track(0)
-        wait_for(lambda: (art := self.art()) and art != cover, "the cover again")
+        self.wait_for_answer(self.order[0], "metadata", "xesam:title")
 
     def seek_past_the_end(self):
         wait_for(lambda: self.position() > 0.1, "the music")
         playerctl("position", f"{SECONDS + 1}+")
-        self.wait_for_track(1)
+        self.wait_for_answer(self.order[1], "metadata", "xesam:title")
 
     def end_of_track_leads_on(self):
         wait_for(lambda: self.position() > 0.1, "the music")
         playerctl("position", str(SECONDS - 2))
-        self.wait_for_track(2)
+        self.wait_for_next()
 
     def set_volume(self):
         self.wait_for_answer("0.700000", "volume")

@@ -1,15 +1,14 @@
 #include "platform/DBusService.h"
 
-#include "platform/WorkerThread.h"
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QStringList>
 
+#include <pthread.h>
+
 #include <atomic>
-#include <thread>
 
 namespace {
 
@@ -59,11 +58,10 @@ DBusService::~DBusService() {
 }
 
 void DBusService::Start(const QString& address) {
-    // A bus that is slow or stuck holds up nobody.
-    LetRun(std::thread([address, target = m_messages.Address()] {
-               target.Post({kConnected, 0, 0, std::make_unique<Link>(address)});
-           }),
-           kThreadName);
+    m_connector = std::jthread([address, target = m_messages.Address()] {
+        target.Post({kConnected, 0, 0, std::make_unique<Link>(address)});
+    });
+    ::pthread_setname_np(m_connector.native_handle(), kThreadName);
 }
 
 void DBusService::OnConnected(std::unique_ptr<Link> link) {

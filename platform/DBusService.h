@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -15,7 +16,8 @@
 ///
 /// Thread:   interface thread. The bus is looked up by a thread of its own, and nothing here waits
 ///           for it.
-/// Lifetime: leaves the bus when it is destroyed, at any moment.
+/// Lifetime: leaves the bus when it is destroyed. That waits for a look-up that is under way, which
+///           takes milliseconds: Qt can't be ended beneath it.
 /// Errors:   without a bus, where the name is taken or refused, and after the bus is gone there is
 ///           no service; nobody is told.
 class DBusService {
@@ -58,5 +60,6 @@ private:
     std::unique_ptr<Link> m_pLink;   ///< none without a connection
     std::vector<QVariantMap> m_told; ///< properties of each interface
     QTimer m_changeTimer;
-    MessageTarget m_messages; // last: it goes first
+    MessageTarget m_messages;
+    std::jthread m_connector; // last: it goes first
 };

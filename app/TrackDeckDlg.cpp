@@ -32,6 +32,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -269,10 +270,32 @@ void CTrackDeckDlg::SetForm() {
 bool CTrackDeckDlg::event(QEvent* event) {
     const bool handled = QDialog::event(event);
     if (event->type() == QEvent::Paint)
-        m_messages.SetHeld(false);
+        OnPainted();
     else if (event->type() == QEvent::Show) // a window that nothing is seen of is never painted
-        QTimer::singleShot(kLongestHold, this, [this] { m_messages.SetHeld(false); });
+        QTimer::singleShot(kLongestHold, this, [this] { OnPainted(); });
     return handled;
+}
+
+/// What could wait until the window was seen.
+void CTrackDeckDlg::OnPainted() {
+    m_messages.SetHeld(false);
+    if (!m_pMpris)
+        ConnectDesktop();
+}
+
+/// Puts the player within reach of the desktop's media controls.
+void CTrackDeckDlg::ConnectDesktop() {
+    CBitmapSlider& volume = m_layout.Volume();
+    m_pMpris = std::make_unique<MprisPlayer>(
+        m_transport, m_player,
+        MprisWindow{[this] { BringToFront(); }, [this] { close(); },
+                    [&volume] { return volume.value(); },
+                    [&volume](int position) { volume.setValue(position); }},
+        m_strTempFolder);
+    m_transport.SetChangeHandler([this] { m_pMpris->Update(); });
+    m_player.SetSeekHandler([this](std::int64_t position) { m_pMpris->OnSeek(position); });
+    connect(&volume, &QAbstractSlider::valueChanged, this, [this] { m_pMpris->Update(); });
+    m_pMpris->Start();
 }
 
 /// Lists that became ready in the middle of an edit.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/MainLayout.h"
+#include "app/MprisPlayer.h"
 #include "app/PlayerPanel.h"
 #include "app/TrackArtwork.h"
 #include "base/IPlaybackGuard.h"
@@ -57,6 +58,8 @@ private:
     void PlaceWindow();
     void SetForm();
 
+    void OnPainted();
+    void ConnectDesktop();
     void PostListsDone();
     void OnListDone(int type);
     void ShowList(int type);
@@ -88,6 +91,7 @@ private:
     GstMediaGraphs m_graphs;
     CMediaPlayer m_player;
     CTransport m_transport;
+    std::unique_ptr<MprisPlayer> m_pMpris; ///< none before the window was painted
     TrackArtwork m_artwork;
     CLibraryScanner m_scanner;
 };

@@ -40,6 +40,7 @@ CMediaPlayer::CMediaPlayer(MediaGraphFactory factory, MessageAddress dialog,
 }
 
 void CMediaPlayer::LoadFile(const QString& path) {
+    ++m_nFile;
     CloseFilterGraph();
     CreateFilterGraph();
     PrepareMedia(path);

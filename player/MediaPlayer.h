@@ -37,6 +37,9 @@ public:
     void CloseFilterGraph();
     [[nodiscard]] bool HasGraph() const { return m_pGraph != nullptr; }
 
+    /// How many files were loaded so far: another number for each, even for one that plays again.
+    [[nodiscard]] int GetFileNumber() const { return m_nFile; }
+
     /// Runs the graph, at the slider's volume. False without one.
     bool PlayMedia();
     void PauseMedia();
@@ -86,6 +89,7 @@ private:
     EventHandler m_pfnEvent;
     SeekHandler m_pfnSeek;
     std::unique_ptr<MediaGraph> m_pGraph; ///< none when no file is loaded
+    int m_nFile = 0;
     GraphState m_iGraphState = GraphState::Stopped;
     std::int64_t m_nDuration = 0;
     int m_nVolume = 100; ///< of the slider

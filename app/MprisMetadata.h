@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QVariantMap>
+
+#include <cstdint>
+
+class CTrackRecord;
+
+/// How others on the desktop are told of a track, by the names that the MPRIS specification gives.
+///
+/// Thread: interface thread.
+
+/// The URL of a file by the very bytes of its name.
+[[nodiscard]] QString FileUrl(const QString& path);
+
+/// What is known of a track; what isn't is left out. `id`: its object path; `duration` in units of
+/// 100 ns, 0 if it isn't known; `coverPath`: its picture, or empty.
+[[nodiscard]] QVariantMap MakeMetadata(const CTrackRecord& track, const QString& id,
+                                       std::int64_t duration, const QString& coverPath);

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "app/CoverFile.h"
+#include "platform/DBusService.h"
+
+#include <QDBusError>
+#include <QString>
+#include <QVariantMap>
+
+#include <cstdint>
+#include <functional>
+
+class CMediaPlayer;
+class CTransport;
+
+/// What the desktop's media controls reach of the window.
+struct MprisWindow {
+    std::function<void()> raise;
+    std::function<void()> quit;
+    std::function<int()> getVolume; ///< position of the slider, 0 to 100
+    std::function<void(int)> setVolume;
+};
+
+/// The player on the desktop's bus, for media keys, panels and lock screens: MPRIS 2.2.
+///
+/// Thread:   interface thread. Nothing here waits for the bus or for a file.
+/// Lifetime: what the constructor takes outlives this, but for the folder's name.
+/// Errors:   without a bus the program does without it.
+class MprisPlayer {
+public:
+    /// `coverFolder`: for the picture of the track that plays, readable by the user alone.
+    MprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindow window,
+                const QString& coverFolder);
+
+    /// Goes to the bus of the user's session, or to that at an address. To be called once, when
+    /// there is nothing more urgent to do.
+    void Start(const QString& busAddress = {});
+
+    /// To be called when the transport or the volume has changed.
+    void Update();
+
+    /// To be called when the position has jumped, to the new one in units of 100 ns.
+    void OnSeek(std::int64_t position);
+
+private:
+    [[nodiscard]] DBusInterface MakeRoot();
+    [[nodiscard]] DBusInterface MakePlayer();
+    [[nodiscard]] std::vector<DBusMethod> MakePlayerMethods();
+    [[nodiscard]] std::vector<DBusProperty> MakePlayerProperties();
+
+    void PlayPause();
+    void Seek(std::int64_t offset);
+    void SetPosition(const QString& trackId, std::int64_t position);
+    QDBusError::ErrorType SetLoopStatus(const QString& status);
+    void SetShuffle(bool shuffle);
+    QDBusError::ErrorType SetVolume(double volume);
+
+    void UpdateCover();
+    [[nodiscard]] bool CanSeek() const;
+    [[nodiscard]] std::int64_t GetLength() const;
+    [[nodiscard]] QString GetTrackId() const;
+    [[nodiscard]] QVariantMap GetMetadata() const;
+
+    CTransport& m_transport;
+    CMediaPlayer& m_player;
+    MprisWindow m_window;
+    CoverFile m_cover;
+    int m_nCoverOf = 0;    ///< number of the file whose cover it is; 0: none
+    DBusService m_service; // last: it goes first
+};

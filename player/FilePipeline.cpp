@@ -155,6 +155,28 @@ void FilePipeline::SetState(GstState state) {
     g_error_free(error);
 }
 
+bool FilePipeline::HasRunningTask() const {
+    const auto isRunning = [](GstElement*, GstPad* pad, gpointer running) -> gboolean {
+        GST_OBJECT_LOCK(pad);
+        GstTask* task = GST_PAD_TASK(pad);
+        if (task && gst_task_get_state(task) == GST_TASK_STARTED)
+            *static_cast<bool*>(running) = true;
+        GST_OBJECT_UNLOCK(pad);
+        return TRUE;
+    };
+    bool isAnyRunning = false;
+    const std::unique_ptr<GstIterator, decltype(&gst_iterator_free)> elements(
+        gst_bin_iterate_recurse(GST_BIN(m_pPipeline.get())), &gst_iterator_free);
+    GValue element = G_VALUE_INIT;
+    while (!isAnyRunning && gst_iterator_next(elements.get(), &element) == GST_ITERATOR_OK) {
+        gst_element_foreach_pad(GST_ELEMENT(g_value_get_object(&element)), isRunning,
+                                &isAnyRunning);
+        g_value_reset(&element);
+    }
+    g_value_unset(&element);
+    return isAnyRunning;
+}
+
 bool FilePipeline::Seek(std::int64_t position) {
     return gst_element_seek_simple(m_pPipeline.get(), GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH,
                                    position * kNanoseconds);

@@ -41,6 +41,9 @@ public:
 
     void SetState(GstState state);
 
+    /// Whether any thread is at work in it, be it only waiting for the file.
+    [[nodiscard]] bool HasRunningTask() const;
+
     /// Positions in units of 100 ns. False if nothing will come of the seek.
     bool Seek(std::int64_t position);
     [[nodiscard]] std::optional<std::int64_t> QueryPosition() const;

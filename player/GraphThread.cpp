@@ -17,6 +17,10 @@ constexpr std::chrono::seconds kLongestClosing(1);
 
 constexpr std::chrono::milliseconds kPositionPeriod(50);
 
+/// How often it is looked whether a file still loads, and how often in a row it may seem not to.
+constexpr std::chrono::milliseconds kLoadingPeriod(250);
+constexpr int kMaxLifeless = 2;
+
 } // namespace
 
 GraphThread::GraphThread(std::shared_ptr<GraphChannel> channel,
@@ -66,15 +70,17 @@ void GraphThread::Fail(GraphEvent event) {
     m_pChannel->Tell(std::move(event));
 }
 
-/// Waits for something to do, and takes it.
+/// Waits for something to do, for a limited time only while time itself brings work, and takes it.
 void GraphThread::Wait() {
     std::unique_lock lock(m_pChannel->mutex);
     const auto hasWork = [this] { return m_pChannel->hasWork; };
     if (m_state == GST_STATE_PLAYING && !m_pCounter)
         m_pChannel->wake.wait_for(lock, kPositionPeriod, hasWork);
+    else if (IsLoading())
+        m_pChannel->wake.wait_for(lock, kLoadingPeriod, hasWork);
     else if (!m_pCounter)
         m_pChannel->wake.wait(lock, hasWork);
-    m_pChannel->hasWork = false;
+    m_bNews = std::exchange(m_pChannel->hasWork, false);
     m_messages = std::exchange(m_pChannel->messages, {});
     GraphWishes wishes = m_pChannel->wishes;
     m_pChannel->wishes.seek.reset();
@@ -91,8 +97,23 @@ void GraphThread::Turn() {
         Follow();
     if (m_pPipeline)
         UpdatePosition();
+    if (!m_bNews && IsLoading())
+        CheckLoading();
     if (m_pCounter)
         CountLength();
+}
+
+bool GraphThread::IsLoading() const {
+    return m_state == GST_STATE_PAUSED && !m_bReady;
+}
+
+/// Errors at the head of a file get lost at times (decodebin of GStreamer 1.22 keeps those of an
+/// element to itself while it tries it). Then nothing works any more, and nothing will come. A file
+/// that is only slow to read has a task that waits for it.
+void GraphThread::CheckLoading() {
+    m_nLifeless = m_pPipeline->HasRunningTask() ? 0 : m_nLifeless + 1;
+    if (m_nLifeless > kMaxLifeless)
+        Fail({GraphEvent::Code::Failed});
 }
 
 void GraphThread::OnMessage(GstMessage* message) {
@@ -155,13 +176,14 @@ void GraphThread::Follow() {
     }
     if (m_state < GST_STATE_PAUSED)
         EnterState(GST_STATE_PAUSED);
-    if (!m_bReady)
+    if (!m_bReady || m_bSeeking) // a state that changes in the middle of a seek shifts its time
         return;
-    if (m_wishes.seek && !m_bSeeking) {
-        m_bSeeking = m_pPipeline->Seek(*m_wishes.seek);
-        m_wishes.seek.reset();
-    }
-    EnterState(m_wishes.state == GraphState::Running ? GST_STATE_PLAYING : GST_STATE_PAUSED);
+    if (m_wishes.state == GraphState::Paused)
+        EnterState(GST_STATE_PAUSED);
+    if (const auto seek = std::exchange(m_wishes.seek, std::nullopt))
+        m_bSeeking = m_pPipeline->Seek(*seek);
+    if (m_wishes.state == GraphState::Running && !m_bSeeking)
+        EnterState(GST_STATE_PLAYING);
 }
 
 /// Gives the device back, and keeps the position for the next run.

@@ -35,6 +35,8 @@ private:
     void Fail(GraphEvent event);
     void Wait();
     void Turn();
+    [[nodiscard]] bool IsLoading() const;
+    void CheckLoading();
     void OnMessage(GstMessage* message);
     void OnRendered();
     void OnError(GstMessage* message);
@@ -52,6 +54,7 @@ private:
 
     GraphWishes m_wishes; ///< those that were heard last; the seek until it is begun
     std::deque<GstMessagePtr> m_messages;
+    bool m_bNews = false; ///< the last wait ended with some, and not with its time
 
     std::unique_ptr<FilePipeline> m_pPipeline; ///< none after a failure
     GstState m_state = GST_STATE_NULL;         ///< asked of the pipeline
@@ -59,6 +62,7 @@ private:
     bool m_bReady = false;                     ///< the pipeline has sound, and may go on
     bool m_bRendered = false;                  ///< it had once
     bool m_bSeeking = false;
-    QString m_strPackage;                   ///< that the pipeline misses
+    int m_nLifeless = 0;  ///< looks at the loading in a row that saw nobody at work
+    QString m_strPackage; ///< that the pipeline misses
     std::unique_ptr<AdtsLength> m_pCounter; ///< while the length is counted
 };

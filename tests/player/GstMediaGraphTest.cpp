@@ -1,0 +1,385 @@
+#include "player/GstMediaGraph.h"
+
+#include "base/Language.h"
+#include "base/Messages.h"
+#include "library/MediaLists.h"
+#include "player/FilePipeline.h"
+#include "player/MediaPlayer.h"
+#include "player/Transport.h"
+#include "tests/fixtures/MediaFiles.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
+#include "tests/player/RecordingDisplay.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <atomic>
+#include <functional>
+#include <latch>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using Code = GraphEvent::Code;
+
+constexpr int kLongestGap = 100; // ms
+constexpr int kLongestEnd = 2000;
+
+double Seconds(std::optional<std::int64_t> position) {
+    return static_cast<double>(position.value_or(0)) / kMediaSecond;
+}
+
+constexpr std::int64_t Position(double seconds) {
+    return static_cast<std::int64_t>(seconds * kMediaSecond);
+}
+
+/// An event loop that knows how long it stood still.
+class Heart {
+public:
+    Heart() {
+        QObject::connect(&m_beat, &QTimer::timeout, &m_beat,
+                         [this] { m_longestGap = std::max(m_longestGap, m_sinceBeat.restart()); });
+        m_sinceBeat.start();
+        m_beat.start(5);
+    }
+    ~Heart() { EXPECT_LT(m_longestGap, kLongestGap) << "the interface stood still"; }
+
+    /// Runs the loop until `done` holds, for this many ms at most.
+    template <typename Test>
+    [[nodiscard]] bool RunUntil(Test done, int longest = 10'000) {
+        QEventLoop loop;
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, [&] { done() ? loop.quit() : void(); });
+        poll.start(2);
+        QTimer::singleShot(longest, &loop, &QEventLoop::quit);
+        loop.exec();
+        return done();
+    }
+
+private:
+    QTimer m_beat;
+    QElapsedTimer m_sinceBeat;
+    qint64 m_longestGap = 0;
+};
+
+/// As if the package of an element were not installed.
+class RankNone {
+public:
+    explicit RankNone(const char* element) {
+        FilePipeline::Initialize();
+        m_pFeature.reset(gst_registry_lookup_feature(gst_registry_get(), element));
+        if (!m_pFeature)
+            return;
+        m_rank = gst_plugin_feature_get_rank(m_pFeature.get());
+        gst_plugin_feature_set_rank(m_pFeature.get(), GST_RANK_NONE);
+    }
+    ~RankNone() {
+        if (m_pFeature)
+            gst_plugin_feature_set_rank(m_pFeature.get(), m_rank);
+    }
+
+private:
+    GstObjectPtr<GstPluginFeature> m_pFeature;
+    guint m_rank = 0;
+};
+
+/// A sink whose device doesn't answer when it is opened, until `unstick`.
+std::latch unstick(1);
+std::atomic<bool> stickSinks = true;
+std::atomic<int> stuckSinks = 0;
+
+struct StuckSink {
+    GstBin bin;
+};
+struct StuckSinkClass {
+    GstBinClass bin;
+};
+G_DEFINE_TYPE(StuckSink, stuck_sink, GST_TYPE_BIN)
+
+GstStateChangeReturn ChangeState(GstElement* element, GstStateChange change) {
+    if (change == GST_STATE_CHANGE_READY_TO_PAUSED && stickSinks) {
+        ++stuckSinks;
+        unstick.wait();
+    }
+    return GST_ELEMENT_CLASS(stuck_sink_parent_class)->change_state(element, change);
+}
+
+void stuck_sink_class_init(StuckSinkClass* type) {
+    GST_ELEMENT_CLASS(type)->change_state = &ChangeState;
+}
+
+void stuck_sink_init(StuckSink* self) {
+    GstElement* sink = gst_element_factory_make("fakesink", nullptr);
+    g_object_set(sink, "sync", TRUE, nullptr);
+    gst_bin_add(GST_BIN(self), sink);
+    const GstObjectPtr<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
+    gst_element_add_pad(GST_ELEMENT(self), gst_ghost_pad_new("sink", pad.get()));
+}
+
+/// One graph, and the events that it has told.
+class GstMediaGraphTest : public ::testing::TestWithParam<const char*> {
+protected:
+    GstMediaGraphTest() {
+        m_messages.On(1, [this](Message&) {
+            while (const auto event = m_pGraph ? m_pGraph->GetEvent() : std::nullopt)
+                m_events.push_back(event->code), m_strDetail = event->detail;
+            return 0;
+        });
+    }
+
+    void Render(const QString& path, MediaGraph::Route route = MediaGraph::Route::ByContent) {
+        m_events.clear();
+        m_pGraph.reset();
+        m_pGraph = m_graphs.Make();
+        m_pGraph->SetNotify(m_messages.Address(), 1);
+        m_pGraph->Render(path, route);
+    }
+    [[nodiscard]] bool WaitFor(Code code, int longest = kLongestEnd) {
+        return m_heart.RunUntil([&] { return Count(code) > 0; }, longest);
+    }
+    [[nodiscard]] std::ptrdiff_t Count(Code code) const {
+        return std::count(m_events.begin(), m_events.end(), code);
+    }
+    [[nodiscard]] bool WaitForPosition(double seconds) {
+        return m_heart.RunUntil([&] { return Seconds(m_pGraph->GetCurrentPosition()) >= seconds; },
+                                kLongestEnd);
+    }
+
+    Heart m_heart;
+    GstMediaGraphs m_graphs;
+    std::unique_ptr<MediaGraph> m_pGraph;
+    std::vector<Code> m_events;
+    QString m_strDetail; ///< of the last one
+    MessageTarget m_messages;
+};
+
+} // namespace
+
+TEST_P(GstMediaGraphTest, PlaysPausesSeeksAndEnds) {
+    const QString path = MediaFile(QString::fromLatin1(GetParam()));
+    Render(path, path.endsWith(QStringLiteral("wma")) ? MediaGraph::Route::WindowsMedia
+                                                      : MediaGraph::Route::ByContent);
+    m_pGraph->PutVolume(-1339);
+    m_pGraph->Run();
+    ASSERT_TRUE(WaitFor(Code::Rendered, 20'000)); // the first one loads the library
+    ASSERT_TRUE(m_heart.RunUntil([&] { return m_pGraph->GetDuration().has_value(); }));
+    EXPECT_NEAR(Seconds(m_pGraph->GetDuration()), 2.0, 0.1);
+    ASSERT_TRUE(WaitForPosition(0.1));
+
+    m_pGraph->Pause();
+    m_pGraph->PutVolume(-10000);
+    m_pGraph->SetPositions(Position(0.3));
+    m_pGraph->SetPositions(Position(1.0));
+    EXPECT_EQ(Seconds(m_pGraph->GetCurrentPosition()), 1.0); // at once
+    EXPECT_EQ(m_pGraph->GetState(), GraphState::Paused);
+    // Paused it stays where it is, for longer than it would need to the end.
+    EXPECT_FALSE(WaitFor(Code::Complete, 1300));
+    EXPECT_NEAR(Seconds(m_pGraph->GetCurrentPosition()), 1.0, 0.1);
+
+    m_pGraph->Run();
+    m_pGraph->PutVolume(0);
+    ASSERT_TRUE(WaitForPosition(1.2));
+    m_pGraph->SetPositions(Position(0.5));
+    ASSERT_TRUE(WaitForPosition(0.6));
+    EXPECT_LT(Seconds(m_pGraph->GetCurrentPosition()), 1.0);
+
+    // Stopped it gives back the device, and runs on from where it is told.
+    m_pGraph->Stop();
+    m_pGraph->SetPositions(Position(1.5));
+    m_pGraph->Run();
+    ASSERT_TRUE(WaitForPosition(1.6));
+    ASSERT_TRUE(WaitFor(Code::Complete));
+    EXPECT_EQ(Count(Code::Rendered), 1);
+    EXPECT_EQ(Count(Code::Failed), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, GstMediaGraphTest,
+                         ::testing::Values("untagged.mp3", "vbr.mp3", "untagged.aac",
+                                           "mutagen-v23.aac", "tagged.m4a", "tagged.wma"));
+
+TEST_F(GstMediaGraphTest, TheReaderTakesOtherKindsToo) {
+    for (const char* name : {"untagged.mp3", "untagged.aac", "tagged.m4a"}) {
+        Render(MediaFile(QString::fromLatin1(name)), MediaGraph::Route::WindowsMedia);
+        EXPECT_TRUE(WaitFor(Code::Rendered, 20'000)) << name;
+    }
+}
+
+TEST_F(GstMediaGraphTest, WhatIsNoSoundHasADefinedEnd) {
+    const ScratchFolder scratch;
+    const auto content = [](const char* name) {
+        return ReadFile(MediaFile(QString::fromLatin1(name)));
+    };
+    scratch.MakeFolder(QStringLiteral("folder.mp3"));
+    ASSERT_EQ(::mkfifo(scratch.File(QStringLiteral("pipe.mp3")).toLocal8Bit().constData(), 0600),
+              0);
+    scratch.Write(QStringLiteral("empty.mp3"), {});
+    scratch.Write(QStringLiteral("zeros.mp3"), QByteArray(8'000'000, '\0'));
+    scratch.Write(QStringLiteral("text.mp3"), QByteArray(5000, 'a'));
+    scratch.Write(QStringLiteral("picture.mp3"), content("small.jpg"));
+    scratch.Write(QStringLiteral("picture.wma"), content("small.jpg"));
+    scratch.Write(QStringLiteral("cut.m4a"), content("tagged.m4a").left(9000));
+    scratch.Write(QStringLiteral("cut.wma"), content("tagged.wma").left(3000));
+    const struct {
+        const char* name;
+        Code code;
+    } cases[] = {
+        {"missing.mp3", Code::Missing}, {"folder.mp3", Code::Failed},  {"pipe.mp3", Code::Failed},
+        {"empty.mp3", Code::Failed},    {"zeros.mp3", Code::Failed},   {"text.mp3", Code::Failed},
+        {"picture.mp3", Code::Failed},  {"picture.wma", Code::Failed}, {"cut.m4a", Code::Failed},
+        {"cut.wma", Code::Failed},
+    };
+    Render(MediaFile(QStringLiteral("untagged.mp3")));
+    ASSERT_TRUE(WaitFor(Code::Rendered, 20'000));
+    for (const auto& c : cases)
+        for (const auto route : {MediaGraph::Route::ByContent, MediaGraph::Route::WindowsMedia}) {
+            Render(scratch.File(QString::fromLatin1(c.name)), route);
+            m_pGraph->Run();
+            EXPECT_TRUE(WaitFor(c.code)) << c.name;
+            EXPECT_EQ(m_events.size(), 1U) << c.name;
+        }
+}
+
+TEST_F(GstMediaGraphTest, AFileThatGoesWhileItPlaysHasADefinedEnd) {
+    const ScratchFolder scratch;
+    const QByteArray sound = ReadFile(MediaFile(QStringLiteral("untagged.mp3")));
+    const struct {
+        const char* name;
+        std::function<void(const QString& path)> change;
+    } cases[] = {
+        {"deleted", [](const QString& path) { QFile::remove(path); }},
+        {"cut", [](const QString& path) { QFile::resize(path, 5000); }},
+        {"overwritten",
+         [&](const QString& path) { WriteFile(path, QByteArray(sound.size(), '\0')); }},
+    };
+    for (const auto& c : cases) {
+        Render(scratch.Write(QStringLiteral("a.mp3"), sound));
+        m_pGraph->Run();
+        ASSERT_TRUE(WaitForPosition(0.1)) << c.name;
+        c.change(scratch.File(QStringLiteral("a.mp3")));
+        m_pGraph->SetPositions(Position(1.0));
+        EXPECT_TRUE(m_heart.RunUntil(
+            [&] { return Count(Code::Complete) + Count(Code::Failed) == 1; }, kLongestEnd))
+            << c.name;
+    }
+}
+
+TEST_F(GstMediaGraphTest, NamesThePackageOfADecoderThatIsMissing) {
+    const struct {
+        const char* file;
+        std::vector<const char*> elements; ///< that are not installed
+        const char* package;
+    } cases[] = {
+        {"tagged.m4a", {"avdec_aac", "avdec_aac_fixed"}, "gstreamer1.0-libav"},
+        {"tagged.wma", {"avdec_wmav2"}, "gstreamer1.0-libav"},
+        {"tagged.wma", {"asfdemux"}, "gstreamer1.0-plugins-ugly"},
+        {"tagged.m4a", {"qtdemux"}, "gstreamer1.0-plugins-good"},
+        {"untagged.mp3",
+         {"mpg123audiodec", "avdec_mp3", "avdec_mp3float"},
+         "gstreamer1.0-plugins-good"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::unique_ptr<RankNone>> without;
+        for (const char* element : c.elements)
+            without.push_back(std::make_unique<RankNone>(element));
+        Render(MediaFile(QString::fromLatin1(c.file)));
+        ASSERT_TRUE(WaitFor(Code::DecoderMissing, 20'000)) << c.file;
+        EXPECT_EQ(m_strDetail.toStdString(), c.package) << c.elements.front();
+    }
+}
+
+TEST_F(GstMediaGraphTest, AStuckDeviceHoldsUpNobody) {
+    FilePipeline::Initialize();
+    gst_element_register(nullptr, "autoaudiosink", GST_RANK_NONE, stuck_sink_get_type());
+    Render(MediaFile(QStringLiteral("untagged.mp3")));
+    m_pGraph->Run();
+    ASSERT_TRUE(m_heart.RunUntil([] { return stuckSinks == 1; }));
+    m_pGraph->Pause();
+    m_pGraph->SetPositions(Position(1.0));
+    m_pGraph->Stop();
+    m_pGraph->Run();
+    stickSinks = false;
+    Render(MediaFile(QStringLiteral("tagged.m4a"))); // leaves the other one behind
+    m_pGraph->Run();
+    EXPECT_TRUE(WaitFor(Code::Rendered));
+    EXPECT_EQ(stuckSinks, 1);
+    m_pGraph.reset();
+    unstick.count_down(); // the thread ends with the fixture
+}
+
+/// A transport over real graphs: one track of each kind in the collection.
+class RealTransportTest : public ::testing::TestWithParam<int> {
+protected:
+    RealTransportTest() {
+        SetLanguageFile(QString());
+        for (const char* name : {"untagged.mp3", "tagged.wma", "untagged.aac", "tagged.m4a"}) {
+            auto track = std::make_unique<CTrackRecord>();
+            track->m_strPath = MediaFile(QString::fromLatin1(name));
+            m_list.Append(std::move(track));
+        }
+        m_messages.On(WM_TD_GRAPH_NOTIFY, [this](Message&) {
+            m_player.OnGraphNotify();
+            return 0;
+        });
+        m_messages.On(WM_TD_TRACK_FINISHED, [this](Message&) {
+            m_transport.OnTrackFinished();
+            return 0;
+        });
+    }
+
+    /// Waits until a track plays, and goes to a tenth of a second before its end. Its index, or -1.
+    int PlayToTheEnd() {
+        const bool plays = m_heart.RunUntil(
+            [this] { return m_player.GetDuration() > 0 && m_player.GetPosition() > 0; });
+        if (!plays)
+            return -1;
+        m_player.SeekTo(m_player.GetDuration() - Position(0.1));
+        const QString path = m_transport.GetNowPlaying()->m_strPath;
+        const auto isOver = [&] {
+            return m_transport.GetState() == TransportState::Stopped ||
+                   m_player.GetPosition() < Position(1);
+        };
+        return m_heart.RunUntil(isOver) ? m_list.FindPath(path) : -1;
+    }
+
+    Heart m_heart;
+    CMediaLists m_lists;
+    CMediaList& m_list = m_lists.Add({}, MEDIA_TYPE_COLLECTION, 1);
+    GstMediaGraphs m_graphs;
+    RecordingDisplay m_display;
+    RecordingView m_view;
+    MessageTarget m_messages;
+    CMediaPlayer m_player{[this] { return m_graphs.Make(); }, m_messages.Address(), m_display};
+    CTransport m_transport{m_lists, m_player, m_view, m_display};
+};
+
+TEST_P(RealTransportTest, OneTrackFollowsTheOther) {
+    const int mode = GetParam();
+    m_transport.SetPlayMode(mode);
+    m_transport.PlayTrack(m_list, 0);
+    std::vector<int> played;
+    for (int i = 0; i < 5 && m_transport.GetState() == TransportState::Playing; ++i)
+        played.push_back(PlayToTheEnd());
+    const bool isContinuous = mode == PLAY_CONTINUOUS || mode == PLAY_RANDOM_CONTINUOUS;
+    ASSERT_EQ(played.size(), isContinuous ? 5U : 4U);
+    EXPECT_EQ(played.front(), 0);
+    EXPECT_EQ(played.back() == 0, isContinuous);
+    played.resize(4);
+    if (mode == PLAY_RANDOM || mode == PLAY_RANDOM_CONTINUOUS)
+        std::sort(played.begin(), played.end());
+    EXPECT_EQ(played, (std::vector{0, 1, 2, 3}));
+    EXPECT_EQ(m_display.beeps, 0);
+    for (int i = 0; i < m_list.GetCount(); ++i)
+        EXPECT_EQ(m_list[i]->m_strLength, QStringLiteral("00:02"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Modes, RealTransportTest,
+                         ::testing::Values(PLAY_SINGLE, PLAY_CONTINUOUS, PLAY_RANDOM,
+                                           PLAY_RANDOM_CONTINUOUS));

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "library/ITrackView.h"
+#include "player/TransportDisplay.h"
+
+#include <QString>
+
+#include <set>
+#include <utility>
+
+/// Remembers what it was last shown.
+struct RecordingDisplay : ITransportDisplay {
+    void ShowButtons(const TransportButtons& shown) override { buttons = shown; }
+    void ShowPosition(int percent) override { position = percent; }
+    void ShowCaption(const QString& text) override { caption = text.toStdString(); }
+    void EnableSeek(bool enable) override { canSeek = enable; }
+    void ShowPlayMode(int shown) override { mode = shown; }
+    void Beep() override { ++beeps; }
+
+    TransportButtons buttons;
+    int position = -1;
+    std::string caption;
+    bool canSeek = false;
+    int mode = -1;
+    int beeps = 0;
+};
+
+struct RecordingView : ITrackView {
+    void RefreshRows(int, const CMediaList* list, int index) override {
+        refreshed.insert({list, index});
+    }
+    void ShowPlayingList(const CMediaList* list) override { playingList = list; }
+
+    std::set<std::pair<const CMediaList*, int>> refreshed;
+    const CMediaList* playingList = nullptr;
+};

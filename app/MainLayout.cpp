@@ -129,4 +129,5 @@ void MainLayout::SetMiniMode(bool mini) {
     m_pUpperRow->setVisible(!mini);
     m_pArtwork->setVisible(!mini);
     m_pLowerRow->setMinimumHeight(mini ? 0 : kLowerHeight); // the mini player is a little lower
+    (mini ? static_cast<QWidget*>(m_pPlay) : m_pGrid)->setFocus();
 }

@@ -16,7 +16,7 @@ class MainLayout {
 public:
     explicit MainLayout(QWidget& window);
 
-    /// Shows what the mini player has, or everything.
+    /// Shows what the mini player has, or everything. The focus goes to the main thing there.
     void SetMiniMode(bool mini);
 
     [[nodiscard]] CGridCtrl& Grid() const { return *m_pGrid; }

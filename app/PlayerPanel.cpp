@@ -23,6 +23,7 @@ constexpr StringId kPlayModes[] = {IDS_OPTIONS_SINGLEPLAY, IDS_OPTIONS_CONTINUOU
 QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
     auto* action = new QAction(&window);
     action->setShortcuts(keys);
+    action->setAutoRepeat(false);
     window.addAction(action);
     return *action;
 }

@@ -367,8 +367,6 @@ void CTrackDeckDlg::ToggleMiniMode() {
     PlaceWindow();
     if (isDesktops)
         show();
-    if (!m_bMiniMode)
-        m_layout.Grid().setFocus(); // hidden, it has lost it
 }
 
 void CTrackDeckDlg::OnAbout() {

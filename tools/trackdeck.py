@@ -25,8 +25,11 @@ class TrackDeck:
     MENUS = (400, 240, 0, 0)
     BUTTONS = (200, 103, 4, 469)
     ARTWORK = (84, 84, 672, 478)
+    PLAY_GLYPH = (20, 20, 73, 533)
+    SEEK_BAR = (390, 16, 166, 535)
 
     SCAN_BUTTON = (83, 491)
+    IN_MID_TRACK = (340, 543)  # on the seek bar
     CAPTION = (400, 15)  # a place that tells and does nothing under a mouse at rest
 
     def __init__(self, program, screen, cleanup, scale):
@@ -103,5 +106,15 @@ class TrackDeck:
         pixels = self.cells(column, first, last or first)
         return any(max(pixel) < INK for pixel in zip(*[iter(pixels)] * 3))
 
+    def pixels(self, part):
+        """Those of a part of the window: width, height, left and top."""
+        return self.screen.area(self.window, self.scaled(*part))
+
     def artwork(self):
-        return self.screen.area(self.window, self.scaled(*self.ARTWORK))
+        return self.pixels(self.ARTWORK)
+
+    def play_glyph(self):
+        return self.pixels(self.PLAY_GLYPH)
+
+    def seek_bar(self):
+        return self.pixels(self.SEEK_BAR)

@@ -80,10 +80,12 @@ bool RunUntil(Test done) {
 /// The window over a home, and how long its event loop stands still.
 class StartTest : public ::testing::Test, public QObject {
 protected:
-    void Open(int files, const char* document = nullptr) {
+    /// `name`: of a document to open, which is no music.
+    void Open(int files, const char* name = nullptr) {
         home.emplace(files);
-        dialog.emplace(document ? home->scratch.Write(QString::fromLatin1(document), "x")
-                                : QString());
+        if (name)
+            document = home->scratch.Write(QString::fromLatin1(name), "x");
+        dialog.emplace(document);
         grid = dialog->findChild<CGridCtrl*>();
         list = dialog->GetLists().FindListByType(MEDIA_TYPE_COLLECTION);
         dialog->installEventFilter(this);
@@ -111,7 +113,13 @@ protected:
                           grid->GetCellRect({row, 1}).center());
     }
 
+    /// Whether the player has found out what documents here are.
+    static bool IsUnplayable(const CTrackRecord& track) {
+        return track.m_strStatus == LoadString(IDS_FEILD_CORRUPT);
+    }
+
     std::optional<Home> home;
+    QString document; ///< the path, empty for none
     std::optional<CTrackDeckDlg> dialog;
     CGridCtrl* grid = nullptr;
     const CMediaList* list = nullptr; ///< the collection
@@ -157,6 +165,8 @@ TEST_F(StartTest, DocumentFromOutsidePlaysInTheMiniPlayer) {
     EXPECT_TRUE(all[0]->m_bPlaying);
     EXPECT_EQ(dialog->size(), QSize(400, 89));
     EXPECT_FALSE(grid->isVisibleTo(&*dialog));
+    dialog->show();
+    EXPECT_TRUE(RunUntil([&] { return IsUnplayable(*all[0]); }));
 }
 
 TEST_F(StartTest, DocumentOfTheCollectionPlaysOnceItIsRead) {
@@ -166,6 +176,8 @@ TEST_F(StartTest, DocumentOfTheCollectionPlaysOnceItIsRead) {
     ASSERT_TRUE(RunUntil([&] { return grid->GetRowCount() == 3 + 4; }));
     for (int index = 0; index < 4; ++index)
         EXPECT_EQ((*list)[index]->m_bPlaying, (*list)[index]->m_strTitle == u"mine");
+    const int mine = list->FindPath(document);
+    EXPECT_TRUE(RunUntil([&] { return IsUnplayable(*(*list)[mine]); }));
     EXPECT_EQ(dialog->GetLists().FindListByType(MEDIA_TYPE_ALL)->GetCount(), 0);
 }
 

@@ -16,8 +16,8 @@ from trackdeck import TrackDeck
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 
-# A second of silence.
-TRACK = 38 * (b"\xff\xfb\x90\x00" + bytes(413))
+# Half a minute of silence.
+TRACK = 30 * 38 * (b"\xff\xfb\x90\x00" + bytes(413))
 
 FIRST_TRACK = 2  # its row in the grid
 NEW_TITLE = "Typed without a mouse"
@@ -62,8 +62,16 @@ class Walk:
     def title_is_edited(self):
         self.press("ctrl+Home", "Down", "Right", "F2", "ctrl+a")
         self.screen.type(NEW_TITLE)
-        self.press("Return", "Return")  # the second one presses no button
+        self.press("Return")
         wait_for(lambda: NEW_TITLE.encode() in self.track.read_bytes(), "the title in the file")
+
+    def track_is_played(self):
+        glyph, caption = self.deck.play_glyph(), self.deck.seek_bar()
+        self.press("Return")
+        wait_for(lambda: self.deck.play_glyph() != glyph, "the button for a pause")
+        wait_for(lambda: self.deck.seek_bar() != caption, "the caption")
+        self.press("ctrl+p")
+        wait_for(lambda: self.deck.play_glyph() == glyph, "the button for playing")
 
     def track_is_checked(self):
         self.press("ctrl+Home", "Down")
@@ -97,6 +105,22 @@ class Walk:
     def tab_reaches_the_scan_button(self):
         self.open("IDS_SCAN_TITLE", "Tab", "space")
         self.close("IDS_SCAN_TITLE", "Escape")
+
+    def tab_reaches_the_play_button(self):
+        self.press("Tab")
+        glyph = self.deck.play_glyph()
+        self.press("space")
+        wait_for(lambda: self.deck.play_glyph() != glyph, "the button for a pause")
+        self.press("space")
+        wait_for(lambda: self.deck.play_glyph() == glyph, "the button for playing")
+
+    def tab_reaches_the_seek_bar(self):
+        before = self.deck.seek_bar()
+        self.press("Tab", "Page_Down", "Page_Down")
+        wait_for(lambda: self.deck.seek_bar() != before, "another position")
+
+    def play_modes(self):
+        self.press("alt+o", "r")  # told by the settings in the end
 
     def tab_reaches_the_volume(self):
         self.press("Tab", "Home", *["Right"] * VOLUME)  # told by the settings in the end
@@ -159,6 +183,7 @@ class Walk:
         self.press("ctrl+q")
         self.deck.wait_until_ended()
         self.check_setting(f"Volume={VOLUME}")
+        self.check_setting("Playmode=2")
 
     def check_setting(self, line):
         settings = self.home / ".config" / "Veltria" / "Track Deck.ini"
@@ -168,14 +193,18 @@ class Walk:
     STEPS = [
         (program_starts, "the program starts and lists a track"),
         (title_is_edited, "the keys of the grid edit a title"),
+        (track_is_played, "Enter plays a track, and another key makes a pause"),
         (track_is_checked, "Space checks a track"),
         (list_is_sorted, "Shift and Enter sort by the column"),
         (list_is_folded, "Enter folds and unfolds a list"),
         (tab_reaches_the_scan_button, "Tab reaches the button for scans"),
+        (tab_reaches_the_play_button, "Tab reaches the button that plays and makes a pause"),
+        (tab_reaches_the_seek_bar, "Tab reaches the seek bar"),
         (tab_reaches_the_volume, "Tab reaches the volume"),
         (tab_comes_back_to_the_grid, "Tab comes back to the grid"),
         (file_menu, "the File menu opens a dialog"),
         (view_menu, "the View menu makes a mini player, and a key the window again"),
+        (play_modes, "the Options menu has the play modes"),
         (help_menu, "the Help menu opens About"),
         (menu_bar, "F10 and arrows go through the menus"),
         (system_menu, "the system menu maximizes and restores the window"),

@@ -380,6 +380,21 @@ TEST_P(RealTransportTest, OneTrackFollowsTheOther) {
         EXPECT_EQ(m_list[i]->m_strLength, QStringLiteral("00:02"));
 }
 
+TEST_F(RealTransportTest, PassesOverWhatIsMissingAndStopsAtWhatIsBroken) {
+    const ScratchFolder scratch;
+    m_list[1]->m_strPath = scratch.File(QStringLiteral("missing.mp3"));
+    m_list[2]->m_strPath = scratch.Write(QStringLiteral("empty.mp3"), {});
+    m_transport.SetPlayMode(PLAY_CONTINUOUS);
+    m_transport.PlayTrack(m_list, 0);
+    EXPECT_EQ(PlayToTheEnd(), 0);
+    ASSERT_TRUE(m_heart.RunUntil(
+        [this] { return m_transport.GetState() == TransportState::Stopped; }, kLongestEnd));
+    EXPECT_EQ(m_display.beeps, 1);
+    EXPECT_EQ(m_list[1]->m_strStatus, QString());
+    EXPECT_EQ(m_list[2]->m_strStatus, QStringLiteral("IDS_FEILD_CORRUPT"));
+    EXPECT_EQ(m_transport.GetNowPlaying(), m_list[2]);
+}
+
 INSTANTIATE_TEST_SUITE_P(Modes, RealTransportTest,
                          ::testing::Values(PLAY_SINGLE, PLAY_CONTINUOUS, PLAY_RANDOM,
                                            PLAY_RANDOM_CONTINUOUS));

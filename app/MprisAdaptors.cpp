@@ -1,12 +1,7 @@
 #include "app/MprisAdaptors.h"
 
-#include "app/CoverFile.h"
-#include "app/MprisMetadata.h"
-#include "app/MprisPlayer.h"
 #include "base/Language.h"
 #include "platform/Path.h"
-#include "player/MediaPlayer.h"
-#include "player/Transport.h"
 
 #include <QDBusObjectPath>
 
@@ -37,14 +32,6 @@ QString MprisRootAdaptor::GetIdentity() {
     return Path::ForDisplay(LoadString(IDS_MAIN_TITLE));
 }
 
-void MprisRootAdaptor::Raise() {
-    m_window.raise();
-}
-
-void MprisRootAdaptor::Quit() {
-    m_window.quit();
-}
-
 MprisPlayerAdaptor::MprisPlayerAdaptor(QObject* object, CTransport& transport, CMediaPlayer& player,
                                        const MprisWindow& window, const CoverFile& cover)
     : QDBusAbstractAdaptor(object)
@@ -67,14 +54,6 @@ void MprisPlayerAdaptor::SetLoopStatus(const QString& status) {
         SetPlayModeFlag(PLAY_CONTINUOUS, status == kLoop);
 }
 
-bool MprisPlayerAdaptor::IsShuffled() const {
-    return (m_transport.GetPlayMode() & PLAY_RANDOM) != 0;
-}
-
-void MprisPlayerAdaptor::SetShuffle(bool shuffle) {
-    SetPlayModeFlag(PLAY_RANDOM, shuffle);
-}
-
 void MprisPlayerAdaptor::SetPlayModeFlag(int flag, bool on) {
     const int others = m_transport.GetPlayMode() & ~flag;
     m_transport.SetPlayMode(others | (on ? flag : 0));
@@ -87,33 +66,9 @@ QVariantMap MprisPlayerAdaptor::GetMetadata() const {
     return MakeMetadata(*track, GetTrackId(), m_player.GetDuration(), m_cover.GetPath());
 }
 
-double MprisPlayerAdaptor::GetVolume() const {
-    return m_window.getVolume() / 100.0;
-}
-
 void MprisPlayerAdaptor::SetVolume(double volume) {
     if (!std::isnan(volume))
         m_window.setVolume(static_cast<int>(std::lround(std::clamp(volume, 0.0, 1.0) * 100)));
-}
-
-qlonglong MprisPlayerAdaptor::GetPosition() const {
-    return m_player.GetPosition() / kMicrosecond;
-}
-
-bool MprisPlayerAdaptor::CanGoNext() const {
-    return m_transport.GetButtons().canNext;
-}
-
-bool MprisPlayerAdaptor::CanGoPrevious() const {
-    return m_transport.GetButtons().canPrevious;
-}
-
-bool MprisPlayerAdaptor::CanPlay() const {
-    return m_transport.GetButtons().canPlay;
-}
-
-bool MprisPlayerAdaptor::CanSeek() const {
-    return m_player.HasGraph() && GetLength() > 0;
 }
 
 void MprisPlayerAdaptor::Next() {
@@ -126,23 +81,11 @@ void MprisPlayerAdaptor::Previous() {
         m_transport.OnPrevious();
 }
 
-void MprisPlayerAdaptor::Pause() {
-    m_transport.Pause();
-}
-
 void MprisPlayerAdaptor::PlayPause() {
     if (m_transport.GetState() == TransportState::Playing)
         m_transport.Pause();
     else
         m_transport.Play();
-}
-
-void MprisPlayerAdaptor::Stop() {
-    m_transport.Stop();
-}
-
-void MprisPlayerAdaptor::Play() {
-    m_transport.Play();
 }
 
 /// Beyond the end lies the next track.
@@ -161,10 +104,6 @@ void MprisPlayerAdaptor::Seek(qlonglong Offset) {
 void MprisPlayerAdaptor::SetPosition(const QDBusObjectPath& TrackId, qlonglong Position) {
     if (CanSeek() && TrackId.path() == GetTrackId() && Position >= 0 && Position <= GetLength())
         m_player.SeekTo(Position * kMicrosecond);
-}
-
-qlonglong MprisPlayerAdaptor::GetLength() const {
-    return m_player.GetDuration() / kMicrosecond;
 }
 
 QString MprisPlayerAdaptor::GetTrackId() const {

@@ -1,15 +1,16 @@
 #pragma once
 
+#include "app/MprisMetadata.h"
+#include "app/MprisPlayer.h"
+#include "player/MediaPlayer.h"
+#include "player/Transport.h"
+
 #include <QDBusAbstractAdaptor>
 #include <QString>
 #include <QStringList>
 #include <QVariantMap>
 
-class CMediaPlayer;
-class CoverFile;
-class CTransport;
 class QDBusObjectPath;
-struct MprisWindow;
 
 // The two interfaces of MPRIS 2.2: the names and types of slots, signals and properties are what
 // the desktop sees. Adaptors belong to the object they are made for; what else their constructors
@@ -37,8 +38,8 @@ public:
     [[nodiscard]] static QString GetDesktopEntry() { return QStringLiteral("trackdeck"); }
 
 public Q_SLOTS:
-    void Raise();
-    void Quit();
+    void Raise() { m_window.raise(); }
+    void Quit() { m_window.quit(); }
 
 private:
     const MprisWindow& m_window;
@@ -72,25 +73,25 @@ public:
     void SetLoopStatus(const QString& status);
     [[nodiscard]] static double GetRate() { return 1; }
     static void SetRate(double /*rate*/) {}
-    [[nodiscard]] bool IsShuffled() const;
-    void SetShuffle(bool shuffle);
+    [[nodiscard]] bool IsShuffled() const { return (m_transport.GetPlayMode() & PLAY_RANDOM) != 0; }
+    void SetShuffle(bool shuffle) { SetPlayModeFlag(PLAY_RANDOM, shuffle); }
     [[nodiscard]] QVariantMap GetMetadata() const;
-    [[nodiscard]] double GetVolume() const;
+    [[nodiscard]] double GetVolume() const { return m_window.getVolume() / 100.0; }
     void SetVolume(double volume);
-    [[nodiscard]] qlonglong GetPosition() const;
-    [[nodiscard]] bool CanGoNext() const;
-    [[nodiscard]] bool CanGoPrevious() const;
-    [[nodiscard]] bool CanPlay() const;
-    [[nodiscard]] bool CanSeek() const;
+    [[nodiscard]] qlonglong GetPosition() const { return m_player.GetPosition() / kMicrosecond; }
+    [[nodiscard]] bool CanGoNext() const { return m_transport.GetButtons().canNext; }
+    [[nodiscard]] bool CanGoPrevious() const { return m_transport.GetButtons().canPrevious; }
+    [[nodiscard]] bool CanPlay() const { return m_transport.GetButtons().canPlay; }
+    [[nodiscard]] bool CanSeek() const { return m_player.HasGraph() && GetLength() > 0; }
     [[nodiscard]] static bool CanControl() { return true; }
 
 public Q_SLOTS:
     void Next();
     void Previous();
-    void Pause();
+    void Pause() { m_transport.Pause(); }
     void PlayPause();
-    void Stop();
-    void Play();
+    void Stop() { m_transport.Stop(); }
+    void Play() { m_transport.Play(); }
     void Seek(qlonglong Offset);
     void SetPosition(const QDBusObjectPath& TrackId, qlonglong Position);
     void OpenUri(const QString& /*Uri*/) {}
@@ -99,7 +100,7 @@ Q_SIGNALS:
     void Seeked(qlonglong Position);
 
 private:
-    [[nodiscard]] qlonglong GetLength() const;
+    [[nodiscard]] qlonglong GetLength() const { return m_player.GetDuration() / kMicrosecond; }
     [[nodiscard]] QString GetTrackId() const;
     void SetPlayModeFlag(int flag, bool on);
 

@@ -17,7 +17,7 @@ class QDBusAbstractAdaptor;
 /// Thread:   interface thread. The bus is looked up by a thread of its own, and nothing here waits
 ///           for it.
 /// Lifetime: leaves the bus when it is destroyed. That waits for a look-up that is under way, which
-///           takes milliseconds: Qt can't be ended beneath it.
+///           takes milliseconds unless the bus stands still: Qt can't be ended beneath it.
 /// Errors:   without a bus, where the name is taken or refused, and after the bus is gone there is
 ///           no service; nobody is told.
 class DBusService {

@@ -11,10 +11,9 @@
 ///
 /// Thread:   interface thread. The picture is read and written on a thread of its own, one at a
 ///           time, and is there when the handler is called.
-/// Lifetime: destroying it waits for no thread. A file is removed with the next track and at the
-/// end. Errors:   a track without a picture, with one that can't be shown, and a folder that can't
-/// be
-///           written mean no file.
+/// Lifetime: destroying it waits for no thread. A file goes with the next track and at the end.
+/// Errors:   no file for a track without a picture that can be shown, and in a folder that can't be
+///           written to.
 class CoverFile {
 public:
     /// `folder`: for the files, readable by the user alone; none are written if it is empty.

@@ -8,9 +8,6 @@
 
 namespace {
 
-/// In units of 100 ns.
-constexpr std::int64_t kMicrosecond = 10;
-
 constexpr struct {
     const char* name;
     TrackText text;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 #include <QVariantMap>
 
@@ -11,6 +10,9 @@ class CTrackRecord;
 /// How others on the desktop are told of a track, by the names that the MPRIS specification gives.
 ///
 /// Thread: interface thread.
+
+/// In units of 100 ns. The bus counts in microseconds.
+inline constexpr std::int64_t kMicrosecond = 10;
 
 /// The URL of a file by the very bytes of its name.
 [[nodiscard]] QString FileUrl(const QString& path);

@@ -3,8 +3,9 @@
 #include "app/CoverFile.h"
 #include "platform/DBusService.h"
 
-#include <QDBusError>
+#include <QObject>
 #include <QString>
+#include <QTimer>
 #include <QVariantMap>
 
 #include <cstdint>
@@ -12,6 +13,7 @@
 
 class CMediaPlayer;
 class CTransport;
+class MprisPlayerAdaptor;
 
 /// What the desktop's media controls reach of the window.
 struct MprisWindow {
@@ -26,7 +28,7 @@ struct MprisWindow {
 /// Thread:   interface thread. Nothing here waits for the bus or for a file.
 /// Lifetime: what the constructor takes outlives this, but for the folder's name.
 /// Errors:   without a bus the program does without it.
-class MprisPlayer {
+class MprisPlayer : public QObject {
 public:
     /// `coverFolder`: for the picture of the track that plays, readable by the user alone.
     MprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindow window,
@@ -42,29 +44,21 @@ public:
     /// To be called when the position has jumped, to the new one in units of 100 ns.
     void OnSeek(std::int64_t position);
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
-    [[nodiscard]] DBusInterface MakeRoot();
-    [[nodiscard]] DBusInterface MakePlayer();
-    [[nodiscard]] std::vector<DBusMethod> MakePlayerMethods();
-    [[nodiscard]] std::vector<DBusProperty> MakePlayerProperties();
-
-    void PlayPause();
-    void Seek(std::int64_t offset);
-    void SetPosition(const QString& trackId, std::int64_t position);
-    QDBusError::ErrorType SetLoopStatus(const QString& status);
-    void SetShuffle(bool shuffle);
-    QDBusError::ErrorType SetVolume(double volume);
-
     void UpdateCover();
-    [[nodiscard]] bool CanSeek() const;
-    [[nodiscard]] std::int64_t GetLength() const;
-    [[nodiscard]] QString GetTrackId() const;
-    [[nodiscard]] QVariantMap GetMetadata() const;
+    void TellChanges();
+    [[nodiscard]] QVariantMap ReadProperties() const;
 
     CTransport& m_transport;
     CMediaPlayer& m_player;
     MprisWindow m_window;
     CoverFile m_cover;
-    int m_nCoverOf = 0;    ///< number of the file whose cover it is; 0: none
-    DBusService m_service; // last: it goes first
+    int m_nCoverOf = 0;             ///< number of the file whose cover it is; 0: none
+    MprisPlayerAdaptor* m_pAdaptor; ///< a child of this
+    QVariantMap m_told;             ///< its properties as others know them
+    QTimer m_changeTimer;           ///< several changes in a row make one message
+    DBusService m_service;          // last: it goes first
 };

@@ -1,9 +1,11 @@
 #include "platform/DBusService.h"
 
+#include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QMetaClassInfo>
 #include <QStringList>
 
 #include <pthread.h>
@@ -41,21 +43,17 @@ struct DBusService::Link : MessagePayload {
     QDBusConnection connection;
 };
 
-DBusService::DBusService(QString name, QString path, std::vector<DBusInterface> interfaces)
+DBusService::DBusService(QString name, QString path, QObject& object)
     : m_strName(std::move(name))
     , m_strPath(std::move(path))
-    , m_object(std::move(interfaces)) {
-    m_changeTimer.setSingleShot(true);
-    QObject::connect(&m_changeTimer, &QTimer::timeout, &m_changeTimer, [this] { SendChanges(); });
+    , m_object(object) {
     m_messages.On(kConnected, [this](Message& message) {
         OnConnected(message.Take<Link>());
         return 0;
     });
 }
 
-DBusService::~DBusService() {
-    Leave();
-}
+DBusService::~DBusService() = default;
 
 void DBusService::Start(const QString& address) {
     m_connector = std::jthread([address, target = m_messages.Address()] {
@@ -69,72 +67,33 @@ void DBusService::OnConnected(std::unique_ptr<Link> link) {
         return;
     m_pLink = std::move(link);
     QDBusConnection& bus = m_pLink->connection;
-    bus.registerVirtualObject(m_strPath, &m_object);
-    m_told = TakeProperties(); // before others can ask for them
+    bus.registerObject(m_strPath, &m_object);
     QDBusMessage request =
         QDBusMessage::createMethodCall(kBus, kBusPath, kBus, QStringLiteral("RequestName"));
     request << m_strName << kDontQueue;
-    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(request), &m_object);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &m_object, [this, watcher] {
+    auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(request), &m_messages);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &m_messages, [this, watcher] {
         const QDBusPendingReply<uint> reply = *watcher;
         watcher->deleteLater();
         if (reply.isError() || reply.value() != kOwner)
-            Leave();
+            m_pLink.reset();
     });
     if (m_pfnConnected)
         m_pfnConnected();
-}
-
-void DBusService::Leave() {
-    if (m_pLink)
-        m_pLink->connection.unregisterObject(m_strPath);
-    m_pLink.reset();
 }
 
 bool DBusService::IsConnected() const {
     return m_pLink && m_pLink->connection.isConnected();
 }
 
-void DBusService::TellChanges() {
-    if (IsConnected() && !m_changeTimer.isActive())
-        m_changeTimer.start();
-}
-
-std::vector<QVariantMap> DBusService::TakeProperties() const {
-    std::vector<QVariantMap> all;
-    for (const DBusInterface& interface : m_object.Interfaces())
-        all.push_back(DBusObject::Properties(interface, DBusObject::Which::Told));
-    return all;
-}
-
-void DBusService::SendChanges() {
-    m_changeTimer.stop();
+void DBusService::TellChanged(const QDBusAbstractAdaptor& adaptor, const QVariantMap& changed) {
     if (!IsConnected())
         return;
-    const std::vector<QVariantMap> old = std::exchange(m_told, TakeProperties());
-    for (std::size_t i = 0; i < m_told.size(); ++i) {
-        QVariantMap changed = m_told[i];
-        changed.removeIf([&](const QVariantMap::iterator& now) {
-            return old[i].value(now.key()) == now.value();
-        });
-        if (changed.isEmpty())
-            continue;
-        QDBusMessage told =
-            QDBusMessage::createSignal(m_strPath, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                       QStringLiteral("PropertiesChanged"));
-        told << QLatin1String(m_object.Interfaces()[i].name) << changed << QStringList();
-        m_pLink->connection.send(told);
-    }
-}
-
-void DBusService::SendSignal(const char* interface, const char* signal,
-                             const QVariantList& arguments) {
-    if (!IsConnected())
-        return;
-    if (m_changeTimer.isActive())
-        SendChanges();
-    QDBusMessage told =
-        QDBusMessage::createSignal(m_strPath, QLatin1String(interface), QLatin1String(signal));
-    told.setArguments(arguments);
-    m_pLink->connection.send(told);
+    const QMetaObject* type = adaptor.metaObject();
+    QDBusMessage message =
+        QDBusMessage::createSignal(m_strPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                   QStringLiteral("PropertiesChanged"));
+    message << QLatin1String(type->classInfo(type->indexOfClassInfo("D-Bus Interface")).value())
+            << changed << QStringList();
+    m_pLink->connection.send(message);
 }

@@ -1,34 +1,35 @@
 #pragma once
 
-#include "platform/DBusObject.h"
 #include "platform/MessageTarget.h"
 
 #include <QString>
-#include <QTimer>
+#include <QVariantMap>
 
 #include <functional>
 #include <memory>
 #include <thread>
 #include <utility>
-#include <vector>
+
+class QDBusAbstractAdaptor;
 
 /// A service of the program's own on the user's bus: a name that others find it by, and one object.
 ///
 /// Thread:   interface thread. The bus is looked up by a thread of its own, and nothing here waits
 ///           for it.
 /// Lifetime: leaves the bus when it is destroyed. That waits for a look-up that is under way, which
-///           takes milliseconds: Qt can't be ended beneath it.
+///           takes milliseconds unless the bus stands still: Qt can't be ended beneath it.
 /// Errors:   without a bus, where the name is taken or refused, and after the bus is gone there is
 ///           no service; nobody is told.
 class DBusService {
 public:
-    DBusService(QString name, QString path, std::vector<DBusInterface> interfaces);
+    /// `object`: others see its adaptors. It outlives this.
+    DBusService(QString name, QString path, QObject& object);
     ~DBusService();
 
     DBusService(const DBusService&) = delete;
     DBusService& operator=(const DBusService&) = delete;
 
-    /// Called once there is a bus.
+    /// Called once there is a bus, before anybody there can ask for something.
     void SetConnectedHandler(std::function<void()> handler) { m_pfnConnected = std::move(handler); }
 
     /// Goes to the bus at an address, or to that of the user's session for an empty one. To be
@@ -38,28 +39,19 @@ public:
     /// Whether there is a bus, and it has not refused the name.
     [[nodiscard]] bool IsConnected() const;
 
-    /// Tells others what has changed of the properties since they were told last. Several calls in
-    /// a row make one message, once the event loop is back.
-    void TellChanges();
-
-    /// Sends a signal, behind the changes that are to be told.
-    void SendSignal(const char* interface, const char* signal, const QVariantList& arguments);
+    /// Tells others the new values of an adaptor's properties.
+    void TellChanged(const QDBusAbstractAdaptor& adaptor, const QVariantMap& changed);
 
 private:
     struct Link;
 
     void OnConnected(std::unique_ptr<Link> link);
-    void Leave();
-    void SendChanges();
-    [[nodiscard]] std::vector<QVariantMap> TakeProperties() const;
 
     QString m_strName;
     QString m_strPath;
-    DBusObject m_object;
+    QObject& m_object;
     std::function<void()> m_pfnConnected;
-    std::unique_ptr<Link> m_pLink;   ///< none without a connection
-    std::vector<QVariantMap> m_told; ///< properties of each interface
-    QTimer m_changeTimer;
+    std::unique_ptr<Link> m_pLink; ///< none without a connection
     MessageTarget m_messages;
     std::jthread m_connector; // last: it goes first
 };

@@ -39,7 +39,7 @@ public:
     void Beep() override;
 
 private:
-    /// A button, and the action that its keys trigger, too.
+    /// A button, and the action by which keys click it.
     struct Control {
         CImageButton& button;
         QAction& action;

@@ -2,6 +2,7 @@
 
 #include "app/MainLayout.h"
 #include "base/Guard.h"
+#include "grid/GridCtrl.h"
 #include "player/MediaPlayer.h"
 #include "player/Transport.h"
 #include "skin/BCMenu.h"
@@ -45,6 +46,7 @@ PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
     , m_stop(AddAction(window, {Qt::Key_MediaStop}))
     , m_seek(layout.Seek())
     , m_volume(layout.Volume())
+    , m_grid(layout.Grid())
     , m_playModes(*new QActionGroup(&window)) {
     for (const StringId mode : kPlayModes)
         m_playModes.addAction(LoadString(mode))->setCheckable(true);
@@ -96,9 +98,12 @@ void PlayerPanel::ShowButtons(const TransportButtons& buttons) {
     const bool plays = buttons.state == TransportState::Playing;
     m_play.button.SetBitmaps(plays ? PictureId::Pause : PictureId::Play);
     m_play.Label(plays ? IDS_BT_PAUSE : IDS_BT_PLAY);
+    const bool wakes = buttons.canPlay && !m_play.button.isEnabled();
     Enable(m_play, buttons.canPlay);
     Enable(m_previous, buttons.canPrevious);
     Enable(m_next, buttons.canNext);
+    if (wakes && m_grid.isHidden()) // the mini player's focus, which it could not take when gray
+        m_play.button.setFocus();
 }
 
 void PlayerPanel::Enable(const Control& control, bool enable) {

@@ -56,5 +56,6 @@ private:
     QAction& m_stop;
     CProgressSlider& m_seek;
     CBitmapSlider& m_volume;
+    const QWidget& m_grid;
     QActionGroup& m_playModes; ///< in the order of their numbers
 };

@@ -133,6 +133,16 @@ TEST_F(PlayerPanelTest, FocusStaysWithTheButtons) {
     EXPECT_TRUE(m_window.focusWidget() && m_window.focusWidget()->isEnabled());
 }
 
+TEST_F(PlayerPanelTest, MiniPlayersFocusWaitsForSomethingToPlay) {
+    m_list.m_bActive = 0;
+    m_transport.UpdateTransport();
+    m_layout.SetMiniMode(true);
+    EXPECT_FALSE(m_layout.Play().hasFocus());
+    m_list.m_bActive = 1;
+    m_transport.UpdateTransport();
+    EXPECT_TRUE(m_layout.Play().hasFocus());
+}
+
 TEST_F(PlayerPanelTest, SeekBarTellsTheUserFromThePlayer) {
     QAbstractSlider& seek = m_layout.Seek();
     EXPECT_FALSE(seek.isEnabled());

@@ -2,6 +2,7 @@
 
 #include "app/MainLayout.h"
 #include "base/Guard.h"
+#include "grid/GridCtrl.h"
 #include "player/MediaPlayer.h"
 #include "player/Transport.h"
 #include "skin/BCMenu.h"
@@ -28,11 +29,10 @@ QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
     return *action;
 }
 
-/// Calls what an action stands for, by its name in the debug output.
-template <typename Call>
-void OnTriggered(QAction& action, const char* operation, Call call) {
-    QObject::connect(&action, &QAction::triggered, &action,
-                     [operation, call] { Guarded(operation, call); });
+/// Calls what a button or an action stands for, by its name in the debug output.
+template <typename Sender, typename Signal, typename Call>
+void On(Sender& sender, Signal signal, const char* operation, Call call) {
+    QObject::connect(&sender, signal, &sender, [operation, call] { Guarded(operation, call); });
 }
 
 } // namespace
@@ -46,12 +46,14 @@ PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
     , m_stop(AddAction(window, {Qt::Key_MediaStop}))
     , m_seek(layout.Seek())
     , m_volume(layout.Volume())
+    , m_grid(layout.Grid())
     , m_playModes(*new QActionGroup(&window)) {
     for (const StringId mode : kPlayModes)
         m_playModes.addAction(LoadString(mode))->setCheckable(true);
+    // The actions stay enabled: a key whose action is not goes to the control with the focus.
     for (const Control& control : {m_previous, m_play, m_next})
-        QObject::connect(&control.button, &QAbstractButton::clicked, &control.action,
-                         &QAction::trigger);
+        QObject::connect(&control.action, &QAction::triggered, &control.button,
+                         &QAbstractButton::click);
     m_previous.Label(IDS_BT_PRE);
     m_next.Label(IDS_BT_NEXT);
     ShowButtons({});
@@ -59,14 +61,16 @@ PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
 }
 
 void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport) {
-    OnTriggered(m_previous.action, "OnPrevious()", [&transport] { transport.OnPrevious(); });
-    OnTriggered(m_play.action, "OnPlayPause()", [&transport] { transport.OnPlayPause(); });
-    OnTriggered(m_next.action, "OnNext()", [&transport] { transport.OnNext(); });
-    OnTriggered(m_stop, "OnStop()", [&transport] { transport.Stop(); });
+    constexpr auto kClicked = &QAbstractButton::clicked;
+    constexpr auto kTriggered = &QAction::triggered;
+    On(m_previous.button, kClicked, "OnPrevious()", [&transport] { transport.OnPrevious(); });
+    On(m_play.button, kClicked, "OnPlayPause()", [&transport] { transport.OnPlayPause(); });
+    On(m_next.button, kClicked, "OnNext()", [&transport] { transport.OnNext(); });
+    On(m_stop, kTriggered, "OnStop()", [&transport] { transport.Stop(); });
     int mode = 0;
     for (QAction* action : m_playModes.actions())
-        OnTriggered(*action, "OnPlayMode()",
-                    [&transport, number = mode++] { transport.SetPlayMode(number); });
+        On(*action, kTriggered, "OnPlayMode()",
+           [&transport, number = mode++] { transport.SetPlayMode(number); });
     ShowPlayMode(transport.GetPlayMode());
     QObject::connect(&m_volume, &QAbstractSlider::valueChanged, &m_volume,
                      [&player](int value) { player.SetVolumeFromSlider(value); });
@@ -94,9 +98,12 @@ void PlayerPanel::ShowButtons(const TransportButtons& buttons) {
     const bool plays = buttons.state == TransportState::Playing;
     m_play.button.SetBitmaps(plays ? PictureId::Pause : PictureId::Play);
     m_play.Label(plays ? IDS_BT_PAUSE : IDS_BT_PLAY);
+    const bool wakes = buttons.canPlay && !m_play.button.isEnabled();
     Enable(m_play, buttons.canPlay);
     Enable(m_previous, buttons.canPrevious);
     Enable(m_next, buttons.canNext);
+    if (wakes && m_grid.isHidden()) // the mini player's focus, which it could not take when gray
+        m_play.button.setFocus();
 }
 
 void PlayerPanel::Enable(const Control& control, bool enable) {
@@ -104,7 +111,6 @@ void PlayerPanel::Enable(const Control& control, bool enable) {
     if (!enable && control.button.window()->focusWidget() == &control.button)
         m_play.button.setFocus();
     control.button.setEnabled(enable);
-    control.action.setEnabled(enable);
 }
 
 void PlayerPanel::ShowPosition(int percent) {

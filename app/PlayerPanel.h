@@ -39,7 +39,7 @@ public:
     void Beep() override;
 
 private:
-    /// A button, and the action that its keys trigger, too.
+    /// A button, and the action by which keys click it.
     struct Control {
         CImageButton& button;
         QAction& action;
@@ -56,5 +56,6 @@ private:
     QAction& m_stop;
     CProgressSlider& m_seek;
     CBitmapSlider& m_volume;
+    const QWidget& m_grid;
     QActionGroup& m_playModes; ///< in the order of their numbers
 };

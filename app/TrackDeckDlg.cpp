@@ -221,8 +221,10 @@ void CTrackDeckDlg::OpenFile() {
         return;
     m_bMiniMode = 1;
     const auto play = [this](CMediaList& list, int index) {
-        if (!IsPlaylistFile(m_strOpenFile))
-            m_transport.PlayTrack(list, index);
+        if (IsPlaylistFile(m_strOpenFile))
+            return;
+        m_view.ActivateList(list.m_iType); // the buttons are those of the active list
+        m_transport.PlayTrack(list, index);
     };
     if (m_scanner.IsInCollection(m_strOpenFile)) {
         m_scanner.AutoPlay(m_strOpenFile, play);
@@ -309,7 +311,10 @@ void CTrackDeckDlg::OnListDone(int type) {
         m_listsDone.push_back(type);
         return;
     }
-    if (type == MEDIA_TYPE_COLLECTION || type == MEDIA_TYPE_ALL)
+    // Read in the background, the collection leaves the buttons to a document that plays.
+    const bool othersPlay = m_transport.GetState() != TransportState::Stopped &&
+                            m_transport.GetPlayList()->m_iType != type;
+    if (type == MEDIA_TYPE_ALL || (type == MEDIA_TYPE_COLLECTION && !othersPlay))
         m_view.ActivateList(type);
     m_view.FillGrid();
     if (type == MEDIA_TYPE_ALL) {

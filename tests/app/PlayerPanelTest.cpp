@@ -46,7 +46,9 @@ protected:
     }
 
     void Press(int key, Qt::KeyboardModifiers modifiers = {}) {
-        QTest::sendKeyEvent(QTest::Click, &m_window, Qt::Key(key), QString(), modifiers);
+        QWidget* focused = m_window.focusWidget();
+        QTest::sendKeyEvent(QTest::Click, focused ? focused : &m_window, Qt::Key(key), QString(),
+                            modifiers);
         QCoreApplication::processEvents();
     }
     void Click(CImageButton& button) {
@@ -86,8 +88,13 @@ TEST_F(PlayerPanelTest, ButtonsAndKeysDriveThePlayer) {
     EXPECT_EQ(Buttons(), "-++ IDS_BT_PAUSE");
     EXPECT_EQ(m_layout.Play().toolTip(), u"IDS_BT_PAUSE (Ctrl+P)");
     EXPECT_EQ(m_layout.Seek().accessibleDescription(), u"a");
-    Press(Qt::Key_Left, Qt::AltModifier);
-    EXPECT_EQ(Log(), "") << "there is none before";
+    for (QWidget* focused :
+         {static_cast<QWidget*>(&m_layout.Play()), static_cast<QWidget*>(&m_layout.Volume())}) {
+        focused->setFocus();
+        Press(Qt::Key_Left, Qt::AltModifier);
+        EXPECT_EQ(Log(), "") << "there is none before, and no control takes the key";
+        EXPECT_TRUE(focused->hasFocus());
+    }
 
     const struct {
         int key;
@@ -124,6 +131,16 @@ TEST_F(PlayerPanelTest, FocusStaysWithTheButtons) {
     m_transport.UpdateTransport();
     EXPECT_EQ(Buttons(), "--- IDS_BT_PLAY");
     EXPECT_TRUE(m_window.focusWidget() && m_window.focusWidget()->isEnabled());
+}
+
+TEST_F(PlayerPanelTest, MiniPlayersFocusWaitsForSomethingToPlay) {
+    m_list.m_bActive = 0;
+    m_transport.UpdateTransport();
+    m_layout.SetMiniMode(true);
+    EXPECT_FALSE(m_layout.Play().hasFocus());
+    m_list.m_bActive = 1;
+    m_transport.UpdateTransport();
+    EXPECT_TRUE(m_layout.Play().hasFocus());
 }
 
 TEST_F(PlayerPanelTest, SeekBarTellsTheUserFromThePlayer) {

@@ -93,10 +93,10 @@ protected:
                          [this] { longestGap = std::max(longestGap, m_sinceBeat.restart()); });
     }
 
-    void OpenAndRead(int files) {
+    void OpenAndRead(int files, int filesOfOthers = 0) {
         Open(files);
         dialog->show();
-        ASSERT_TRUE(RunUntil([&] { return grid->GetRowCount() == 3 + files; }));
+        ASSERT_TRUE(RunUntil([&] { return grid->GetRowCount() == 3 + files + filesOfOthers; }));
     }
 
     bool eventFilter(QObject*, QEvent* event) override {
@@ -167,6 +167,15 @@ TEST_F(StartTest, DocumentFromOutsidePlaysInTheMiniPlayer) {
     EXPECT_FALSE(grid->isVisibleTo(&*dialog));
     dialog->show();
     EXPECT_TRUE(RunUntil([&] { return IsUnplayable(*all[0]); }));
+}
+
+TEST_F(StartTest, DocumentThatPlaysKeepsTheButtonsWhenTheCollectionIsRead) {
+    document = MediaFile(QStringLiteral("vbr.mp3"));
+    OpenAndRead(1, 1);
+    const CMediaList* active = dialog->GetLists().GetActiveList();
+    ASSERT_TRUE(active);
+    EXPECT_EQ(active->m_iType, MEDIA_TYPE_ALL);
+    EXPECT_TRUE((*active)[0]->m_bPlaying);
 }
 
 TEST_F(StartTest, DocumentOfTheCollectionPlaysOnceItIsRead) {

@@ -314,8 +314,19 @@ TEST_F(TransportTest, MissingFilesArePassedOver) {
         EXPECT_EQ(Loaded(), c.loaded);
         EXPECT_EQ(m_transport.GetState(), c.state);
         EXPECT_EQ(Marked(), c.marked);
+        EXPECT_EQ(m_display.canSeek, c.state == Playing);
         EXPECT_EQ(m_display.beeps, 0);
     }
+}
+
+TEST_F(TransportTest, PausedBeforeAFileIsMissedItStaysPaused) {
+    Answer('a', {Code::Missing});
+    m_transport.PlayTrack(m_collection, 0);
+    m_transport.OnPlayPause();
+    Deliver();
+    EXPECT_EQ(Marked(), "b");
+    EXPECT_EQ(m_transport.GetState(), Paused);
+    EXPECT_EQ(m_script.current->GetState(), GraphState::Paused);
 }
 
 TEST_F(TransportTest, AQueueOfMissingFilesIsTriedOnce) {

@@ -135,6 +135,44 @@ TEST_F(MediaPlayerTest, SeekingKeepsTheState) {
     }
 }
 
+TEST_F(MediaPlayerTest, WhatIsAskedForWhileTheBarIsHeldStays) {
+    using Scroll = CMediaPlayer::Scroll;
+    Load("/a.mp3");
+    const struct {
+        std::function<void()> enter;
+        std::string log;
+    } cases[] = {
+        {[this] { m_player.PauseMedia(); }, "Pause, Seek 300000000"},
+        {[this] { m_player.PlayMedia(); }, "Volume 0, Run, Seek 300000000, Run"},
+        {[this] { m_player.StopMedia(); }, "Stop, Seek 300000000, Stop"},
+    };
+    m_player.PlayMedia();
+    for (const auto& c : cases) {
+        m_player.OnSeekScroll(Scroll::Track, 20);
+        m_script.log.clear();
+        c.enter();
+        m_player.OnSeekScroll(Scroll::End, 30);
+        EXPECT_EQ(Log(), c.log);
+    }
+}
+
+TEST_F(MediaPlayerTest, ABarThatIsHeldAtTheEndMayGoBack) {
+    using Scroll = CMediaPlayer::Scroll;
+    const auto complete = [this] {
+        m_script.current->Tell({GraphEvent::Code::Complete});
+        Deliver();
+    };
+    Load("/a.mp3");
+    m_player.PlayMedia();
+    m_player.OnSeekScroll(Scroll::Track, 100);
+    complete();
+    EXPECT_EQ(m_finished, 0);
+    m_player.OnSeekScroll(Scroll::End, 100);
+    EXPECT_EQ(m_finished, 0);
+    complete();
+    EXPECT_EQ(m_finished, 1);
+}
+
 TEST_F(MediaPlayerTest, ShowsThePositionInPercent) {
     const struct {
         std::int64_t duration, position;

@@ -3,8 +3,6 @@
 #include "base/Messages.h"
 #include "player/TransportDisplay.h"
 
-#include <QDebug>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>

@@ -224,7 +224,6 @@ void CTransport::OnGraphEvent(const GraphEvent& event) {
 }
 
 void CTransport::OnRendered() {
-    m_nMissing = 0;
     m_bCanPlay = true;
     m_display.EnableSeek(true);
     if (CTrackRecord* track = FindNowPlaying()) {

@@ -5,6 +5,7 @@
 #include "tests/player/ScriptedGraph.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -189,6 +190,37 @@ TEST_F(MediaPlayerTest, ShowsThePositionInPercent) {
         m_player.UpdatePosition();
         EXPECT_EQ(m_display.position, c.percent);
     }
+    m_player.PlayMedia(); // from now on by itself
+    m_script.current->position = 18'000 * kMediaSecond;
+    const QDeadlineTimer longest(2000);
+    while (m_display.position != 50 && !longest.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_EQ(m_display.position, 50);
+}
+
+TEST_F(MediaPlayerTest, GoesToAPositionInsideTheFileAndTells) {
+    std::vector<std::int64_t> seeks;
+    m_player.SetSeekHandler([&](std::int64_t position) { seeks.push_back(position); });
+    Load("/a.mp3");
+    m_player.SeekTo(50 * kMediaSecond);
+    EXPECT_EQ(m_display.position, 50);
+    m_player.SeekTo(-1);
+    m_player.SeekTo(101 * kMediaSecond);
+    EXPECT_EQ(seeks, (std::vector{50 * kMediaSecond, std::int64_t(0), 100 * kMediaSecond}));
+}
+
+TEST_F(MediaPlayerTest, NothingIsLeftOfAFileThatIsClosed) {
+    Load("/a.mp3");
+    m_player.PlayMedia();
+    m_player.OnSeekScroll(CMediaPlayer::Scroll::Track, 20);
+    m_player.UpdatePosition();
+    m_player.CloseFilterGraph();
+    EXPECT_EQ(m_display.position, 0);
+    EXPECT_EQ(m_player.GetDuration(), 0);
+    Load("/b.mp3");
+    m_script.current->Tell({GraphEvent::Code::Complete});
+    Deliver();
+    EXPECT_EQ(m_finished, 1); // the bar is not held any more
 }
 
 TEST_F(MediaPlayerTest, TheEndOfAFileIsNotThatOfTheNext) {

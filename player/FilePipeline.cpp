@@ -170,13 +170,15 @@ bool FilePipeline::HasRunningTask() const {
     const std::unique_ptr<GstIterator, decltype(&gst_iterator_free)> elements(
         gst_bin_iterate_recurse(GST_BIN(m_pPipeline.get())), &gst_iterator_free);
     GValue element = G_VALUE_INIT;
-    while (!isAnyRunning && gst_iterator_next(elements.get(), &element) == GST_ITERATOR_OK) {
+    GstIteratorResult result = GST_ITERATOR_OK;
+    while (!isAnyRunning &&
+           (result = gst_iterator_next(elements.get(), &element)) == GST_ITERATOR_OK) {
         gst_element_foreach_pad(GST_ELEMENT(g_value_get_object(&element)), isRunning,
                                 &isAnyRunning);
         g_value_reset(&element);
     }
     g_value_unset(&element);
-    return isAnyRunning;
+    return isAnyRunning || result == GST_ITERATOR_RESYNC; // somebody puts elements in
 }
 
 bool FilePipeline::Seek(std::int64_t position) {

@@ -115,16 +115,18 @@ void FilePipeline::OnPinAdded(GstElement*, GstPad* pin, gpointer self) {
     static_cast<FilePipeline*>(self)->RenderPin(pin);
 }
 
-/// A pin that isn't rendered is an error of the reader, if no other one is.
+/// Only the first pin with sound, as one thread of the reader serves them all: it would stand still
+/// at the first one's end and leave the others' decoders without data. Pins that aren't rendered
+/// are an error of the reader, if no other one is.
 void FilePipeline::RenderPin(GstPad* pin) {
-    if (gst_pad_is_linked(pin) || !IsSound(pin))
+    if (m_pPinDecoder || !IsSound(pin))
         return;
-    GstElement* decoder = AddDecoder();
-    if (!decoder)
+    m_pPinDecoder = AddDecoder();
+    if (!m_pPinDecoder)
         return;
-    const GstObjectPtr<GstPad> sink(gst_element_get_static_pad(decoder, "sink"));
+    const GstObjectPtr<GstPad> sink(gst_element_get_static_pad(m_pPinDecoder, "sink"));
     gst_pad_link(pin, sink.get());
-    gst_element_sync_state_with_parent(decoder);
+    gst_element_sync_state_with_parent(m_pPinDecoder);
 }
 
 void FilePipeline::OnSoundAdded(GstElement*, GstPad* pad, gpointer self) {
@@ -168,13 +170,15 @@ bool FilePipeline::HasRunningTask() const {
     const std::unique_ptr<GstIterator, decltype(&gst_iterator_free)> elements(
         gst_bin_iterate_recurse(GST_BIN(m_pPipeline.get())), &gst_iterator_free);
     GValue element = G_VALUE_INIT;
-    while (!isAnyRunning && gst_iterator_next(elements.get(), &element) == GST_ITERATOR_OK) {
+    GstIteratorResult result = GST_ITERATOR_OK;
+    while (!isAnyRunning &&
+           (result = gst_iterator_next(elements.get(), &element)) == GST_ITERATOR_OK) {
         gst_element_foreach_pad(GST_ELEMENT(g_value_get_object(&element)), isRunning,
                                 &isAnyRunning);
         g_value_reset(&element);
     }
     g_value_unset(&element);
-    return isAnyRunning;
+    return isAnyRunning || result == GST_ITERATOR_RESYNC; // somebody puts elements in
 }
 
 bool FilePipeline::Seek(std::int64_t position) {

@@ -65,7 +65,8 @@ private:
     GstObjectPtr<GstElement> m_pPipeline;
     GstElement* m_pConvert = nullptr; ///< of the pipeline, as the next
     GstElement* m_pVolume = nullptr;
-    QString m_strMissing; ///< package of the first element that could not be made
+    GstElement* m_pPinDecoder = nullptr; ///< of the reader's pin that is rendered
+    QString m_strMissing;                ///< package of the first element that could not be made
 };
 
 /// The package in which the decoder lies that a message of the pipeline misses. Empty for messages

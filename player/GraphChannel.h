@@ -33,11 +33,21 @@ struct GraphChannel {
         wake.notify_one();
     }
 
+    bool IsEndWished() {
+        const std::lock_guard lock(mutex);
+        return wishes.end;
+    }
+
     void AddMessage(GstMessagePtr message) {
         const std::lock_guard lock(mutex);
         messages.push_back(std::move(message));
         hasWork = true;
         wake.notify_one();
+    }
+
+    void DropMessages() {
+        const std::lock_guard lock(mutex);
+        messages.clear();
     }
 
     /// Tells the interface thread.
@@ -57,7 +67,7 @@ struct GraphChannel {
     enum class Hold {
         Nothing,
         Thread, ///< it works, but the sound device is free
-        Device,
+        Device, ///< the sound device is held, or will be as soon as the graph before lets go of it
     };
 
     void SetHold(Hold held) {

@@ -56,16 +56,25 @@ void GraphThread::Open() {
     const QString package = m_pPipeline->Build(m_strPath, m_route);
     if (!package.isEmpty())
         return Fail({GraphEvent::Code::DecoderMissing, package});
-    EnterState(GST_STATE_PAUSED);
+    AwaitDevice();
+    if (!m_pChannel->IsEndWished())
+        EnterState(GST_STATE_PAUSED);
+}
+
+/// The graphs before the predecessor are let go of with it, as it waits for them, too.
+void GraphThread::AwaitDevice() {
+    if (const auto predecessor = std::exchange(m_pPredecessor, nullptr))
+        predecessor->WaitForRelease(GraphChannel::Hold::Thread, kLongestClosing);
 }
 
 /// Closes everything. Only the end is left to wait for.
 void GraphThread::Fail(GraphEvent event) {
     m_pPipeline.reset();
-    m_pChannel->SetHold(GraphChannel::Hold::Thread);
     m_pCounter.reset();
     m_state = GST_STATE_NULL;
     m_pChannel->Tell(std::move(event));
+    AwaitDevice();
+    m_pChannel->SetHold(GraphChannel::Hold::Thread);
 }
 
 /// Waits for something to do, for a limited time only while time itself brings work, and takes it.
@@ -123,10 +132,12 @@ void GraphThread::OnMessage(GstMessage* message) {
             OnRendered();
         break;
     case GST_MESSAGE_EOS:
-        m_pChannel->Tell({GraphEvent::Code::Complete});
+        if (!m_bSeeking && !m_wishes.seek) // else it is the end from before the seek
+            m_pChannel->Tell({GraphEvent::Code::Complete});
         break;
     case GST_MESSAGE_DURATION_CHANGED:
-        if (const auto length = m_bRendered ? m_pPipeline->QueryDuration() : std::nullopt)
+        if (const auto length =
+                m_bRendered && !m_bCounted ? m_pPipeline->QueryDuration() : std::nullopt)
             TellLength(*length);
         break;
     case GST_MESSAGE_CLOCK_LOST: // paused and run again, the pipeline chooses another one
@@ -192,17 +203,15 @@ void GraphThread::Stop() {
         m_wishes.seek.reset();
     m_bReady = m_bSeeking = false;
     EnterState(GST_STATE_NULL); // a ready one would keep the device open
+    m_pChannel->DropMessages(); // they would be taken for those of the next run
 }
 
 void GraphThread::EnterState(GstState state) {
     using Hold = GraphChannel::Hold;
     if (m_state == state)
         return;
-    if (m_state == GST_STATE_NULL) {
-        if (const auto predecessor = std::exchange(m_pPredecessor, nullptr))
-            predecessor->WaitForRelease(Hold::Thread, kLongestClosing);
+    if (m_state == GST_STATE_NULL)
         m_pChannel->SetHold(Hold::Device);
-    }
     m_pPipeline->SetState(m_state = state);
     if (m_state == GST_STATE_NULL)
         m_pChannel->SetHold(Hold::Thread);
@@ -220,6 +229,7 @@ void GraphThread::CountLength() {
         return;
     const auto length = m_pCounter->GetLength();
     m_pCounter.reset();
+    m_bCounted = length.has_value();
     if (length)
         TellLength(*length);
 }

@@ -22,7 +22,7 @@ class AdtsLength;
 /// Errors:   told as events; none throws.
 class GraphThread {
 public:
-    /// `predecessor`: of the graph that may still hold the sound device, or null.
+    /// `predecessor`: of the graph before, which may still hold the sound device, or null.
     GraphThread(std::shared_ptr<GraphChannel> channel, std::shared_ptr<GraphChannel> predecessor,
                 QString path, MediaGraph::Route route);
     ~GraphThread();
@@ -32,6 +32,7 @@ public:
 
 private:
     void Open();
+    void AwaitDevice();
     void Fail(GraphEvent event);
     void Wait();
     void Turn();
@@ -65,4 +66,5 @@ private:
     int m_nLifeless = 0;  ///< looks at the loading in a row that saw nobody at work
     QString m_strPackage; ///< that the pipeline misses
     std::unique_ptr<AdtsLength> m_pCounter; ///< while the length is counted
+    bool m_bCounted = false;                ///< it was: what the pipeline estimates is worse
 };

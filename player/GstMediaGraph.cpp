@@ -29,7 +29,7 @@ public:
     }
 
     void Render(const QString& path, Route route) override {
-        m_pChannel->SetHold(GraphChannel::Hold::Thread);
+        m_pChannel->SetHold(GraphChannel::Hold::Device); // it may open it at any time from now on
         std::thread thread(
             [channel = m_pChannel, predecessor = std::move(m_pPredecessor), path, route]() mutable {
                 GraphThread(channel, std::move(predecessor), path, route).Work();
@@ -59,6 +59,9 @@ public:
         m_pChannel->Wish([this, position](GraphWishes& wishes) {
             wishes.seek = position;
             m_pChannel->position = position;
+            std::erase_if(m_pChannel->events, [](const GraphEvent& event) {
+                return event.code == GraphEvent::Code::Complete;
+            });
         });
     }
 

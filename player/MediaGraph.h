@@ -44,7 +44,8 @@ public:
     /// How a file is taken apart.
     enum class Route {
         ByContent,
-        WindowsMedia, ///< a reader that splits the file first; then each of its outputs is rendered
+        WindowsMedia, ///< a reader that splits the file first; then its first output with sound is
+                      ///< rendered
     };
 
     /// Posts `message` to `target` whenever there may be a new event.

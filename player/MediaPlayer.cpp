@@ -3,8 +3,6 @@
 #include "base/Messages.h"
 #include "player/TransportDisplay.h"
 
-#include <QDebug>
-
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -64,12 +62,17 @@ void CMediaPlayer::CloseFilterGraph() {
     m_display.ShowPosition(0);
 }
 
+/// The seek bar may be held meanwhile: it must not undo this when it is let go of.
+void CMediaPlayer::SetState(GraphState state) {
+    m_iGraphState = m_iStateBeforeSeek = state;
+}
+
 bool CMediaPlayer::PlayMedia() {
     if (!m_pGraph)
         return false;
     m_pGraph->PutVolume(VolumeFromSlider(m_nVolume));
     m_pGraph->Run();
-    m_iGraphState = GraphState::Running;
+    SetState(GraphState::Running);
     m_positionTimer.start();
     return true;
 }
@@ -79,7 +82,7 @@ void CMediaPlayer::PauseMedia() {
     if (m_iGraphState != GraphState::Running)
         return;
     m_pGraph->Pause();
-    m_iGraphState = GraphState::Paused;
+    SetState(GraphState::Paused);
 }
 
 void CMediaPlayer::StopMedia() {
@@ -88,7 +91,7 @@ void CMediaPlayer::StopMedia() {
     if (m_iGraphState == GraphState::Stopped)
         return;
     m_pGraph->Stop();
-    m_iGraphState = GraphState::Stopped;
+    SetState(GraphState::Stopped);
 }
 
 void CMediaPlayer::Rewind() {

@@ -74,13 +74,15 @@ public:
     /// Handler of WM_TD_GRAPH_NOTIFY: takes the graph's events.
     void OnGraphNotify();
 
-    /// Whether the file that is loaded has been played to its end. A WM_TD_TRACK_FINISHED that
-    /// comes in when this is false is that of a file before.
-    [[nodiscard]] bool IsFinished() const { return m_bFinished; }
+    /// Whether the file that is loaded has been played to its end, and is to be left. A
+    /// WM_TD_TRACK_FINISHED that comes in when this is false is that of a file before, or the seek
+    /// bar is held: let go of, it leads elsewhere, or to the end once more.
+    [[nodiscard]] bool IsFinished() const { return m_bFinished && m_bSeekStart; }
 
 private:
     void CreateFilterGraph();
     void PrepareMedia(const QString& path);
+    void SetState(GraphState state);
     void SetPositions(std::int64_t position);
 
     MediaGraphFactory m_pfnMakeGraph;
@@ -95,8 +97,8 @@ private:
     int m_nVolume = 100; ///< of the slider
     bool m_bFinished = false;
     bool m_bSeekStart = true; ///< the next move of the seek bar is the first one
-    GraphState m_iStateBeforeSeek = GraphState::Stopped;
-    QTimer m_positionTimer; // last: it goes first
+    GraphState m_iStateBeforeSeek = GraphState::Stopped; ///< or that was entered during it
+    QTimer m_positionTimer;                              // last: it goes first
 };
 
 /// Volume in hundredths of a decibel for a position 0 to 100 of the slider: a quarter circle, steep

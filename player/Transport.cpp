@@ -224,7 +224,6 @@ void CTransport::OnGraphEvent(const GraphEvent& event) {
 }
 
 void CTransport::OnRendered() {
-    m_nMissing = 0;
     m_bCanPlay = true;
     m_display.EnableSeek(true);
     if (CTrackRecord* track = FindNowPlaying()) {
@@ -257,14 +256,17 @@ void CTransport::ShowLength() {
 /// Goes on to the next file. When all have been tried there is nothing to play.
 void CTransport::OnMissing() {
     m_player.CloseFilterGraph();
+    m_display.EnableSeek(false);
     ++m_nMissing;
     const bool isStuck = m_lastStep == Direction::Back && !m_queue.CanPrevious(m_iPlayMode);
     if (!isStuck && m_nMissing < m_queue.GetCount()) {
+        const bool isPaused = m_iTransport == TransportState::Paused;
         Step(m_lastStep);
+        if (isPaused && m_iTransport == TransportState::Playing)
+            PauseTransport();
         return;
     }
     MarkRow(false);
-    m_display.EnableSeek(false);
     StopTransport();
 }
 

@@ -109,5 +109,5 @@ private:
     TransportState m_iTransport = TransportState::Stopped;
     bool m_bCanPlay = true; ///< false after a file that could not be played
     Direction m_lastStep = Direction::Forward;
-    int m_nMissing = 0; ///< files passed over since one was there
+    int m_nMissing = 0; ///< files passed over since a step was asked for
 };

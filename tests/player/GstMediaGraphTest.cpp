@@ -91,37 +91,51 @@ private:
     guint m_rank = 0;
 };
 
-/// A sink whose device doesn't answer when it is opened, until `unstick`.
+/// A sink of which it is known how many devices are open at a time. If told so, they don't answer
+/// before `unstick`.
 std::latch unstick(1);
-std::atomic<bool> stickSinks = true;
+std::atomic<bool> stickSinks = false;
 std::atomic<int> stuckSinks = 0;
+std::atomic<int> openSinks = 0;
+std::atomic<int> mostOpenSinks = 0;
 
-struct StuckSink {
+struct TestSink {
     GstBin bin;
 };
-struct StuckSinkClass {
+struct TestSinkClass {
     GstBinClass bin;
 };
-G_DEFINE_TYPE(StuckSink, stuck_sink, GST_TYPE_BIN)
+G_DEFINE_TYPE(TestSink, test_sink, GST_TYPE_BIN)
 
 GstStateChangeReturn ChangeState(GstElement* element, GstStateChange change) {
     if (change == GST_STATE_CHANGE_READY_TO_PAUSED && stickSinks) {
         ++stuckSinks;
         unstick.wait();
     }
-    return GST_ELEMENT_CLASS(stuck_sink_parent_class)->change_state(element, change);
+    if (change == GST_STATE_CHANGE_NULL_TO_READY)
+        mostOpenSinks = std::max<int>(mostOpenSinks, ++openSinks);
+    const auto result = GST_ELEMENT_CLASS(test_sink_parent_class)->change_state(element, change);
+    if (change == GST_STATE_CHANGE_READY_TO_NULL)
+        --openSinks;
+    return result;
 }
 
-void stuck_sink_class_init(StuckSinkClass* type) {
+void test_sink_class_init(TestSinkClass* type) {
     GST_ELEMENT_CLASS(type)->change_state = &ChangeState;
 }
 
-void stuck_sink_init(StuckSink* self) {
+void test_sink_init(TestSink* self) {
     GstElement* sink = gst_element_factory_make("fakesink", nullptr);
     g_object_set(sink, "sync", TRUE, nullptr);
     gst_bin_add(GST_BIN(self), sink);
     const GstObjectPtr<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
     gst_element_add_pad(GST_ELEMENT(self), gst_ghost_pad_new("sink", pad.get()));
+}
+
+/// In the place of all devices to come.
+void UseTestSink() {
+    FilePipeline::Initialize();
+    gst_element_register(nullptr, "autoaudiosink", GST_RANK_NONE, test_sink_get_type());
 }
 
 /// One graph, and the events that it has told.
@@ -206,10 +220,21 @@ INSTANTIATE_TEST_SUITE_P(Kinds, GstMediaGraphTest,
                                            "mutagen-v23.aac", "tagged.m4a", "tagged.wma"));
 
 TEST_F(GstMediaGraphTest, TheReaderTakesOtherKindsToo) {
-    for (const char* name : {"untagged.mp3", "untagged.aac", "tagged.m4a"}) {
+    for (const char* name : {"untagged.mp3", "untagged.aac", "tagged.m4a", "two-sounds.wmv"}) {
         Render(MediaFile(QString::fromLatin1(name)), MediaGraph::Route::WindowsMedia);
         EXPECT_TRUE(WaitFor(Code::Rendered, 20'000)) << name;
     }
+}
+
+TEST_F(GstMediaGraphTest, ALengthThatWasCountedStays) {
+    const ScratchFolder scratch;
+    const QByteArray sound = ReadFile(MediaFile(QStringLiteral("untagged.aac")));
+    // Silence in frames of 12 bytes. The rate of the sound before it tells a shorter one.
+    Render(scratch.Write(QStringLiteral("a.aac"), sound + sound.right(12).repeated(2000)));
+    m_pGraph->Run();
+    ASSERT_TRUE(
+        m_heart.RunUntil([&] { return Seconds(m_pGraph->GetCurrentPosition()) > 1.7; }, 20'000));
+    EXPECT_NEAR(Seconds(m_pGraph->GetDuration()), 2088 * 1024.0 / 44100, 0.1);
 }
 
 TEST_F(GstMediaGraphTest, WhatIsNoSoundHasADefinedEnd) {
@@ -295,9 +320,24 @@ TEST_F(GstMediaGraphTest, NamesThePackageOfADecoderThatIsMissing) {
     }
 }
 
+TEST_F(GstMediaGraphTest, OneGraphAtATimeHasTheDevice) {
+    UseTestSink();
+    mostOpenSinks = 0;
+    const QString sound = MediaFile(QStringLiteral("untagged.mp3"));
+    Render(sound);
+    m_pGraph->Run();
+    ASSERT_TRUE(WaitFor(Code::Rendered, 20'000));
+    for (int i = 0; i < 20; ++i) {
+        Render(i % 2 ? sound : QStringLiteral("/missing.mp3"));
+        m_pGraph->Run();
+    }
+    ASSERT_TRUE(WaitFor(Code::Rendered));
+    EXPECT_EQ(mostOpenSinks, 1);
+}
+
 TEST_F(GstMediaGraphTest, AStuckDeviceHoldsUpNobody) {
-    FilePipeline::Initialize();
-    gst_element_register(nullptr, "autoaudiosink", GST_RANK_NONE, stuck_sink_get_type());
+    UseTestSink();
+    stickSinks = true;
     Render(MediaFile(QStringLiteral("untagged.mp3")));
     m_pGraph->Run();
     ASSERT_TRUE(m_heart.RunUntil([] { return stuckSinks == 1; }));

@@ -5,6 +5,7 @@
 #include "tests/player/ScriptedGraph.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -135,6 +136,44 @@ TEST_F(MediaPlayerTest, SeekingKeepsTheState) {
     }
 }
 
+TEST_F(MediaPlayerTest, WhatIsAskedForWhileTheBarIsHeldStays) {
+    using Scroll = CMediaPlayer::Scroll;
+    Load("/a.mp3");
+    const struct {
+        std::function<void()> enter;
+        std::string log;
+    } cases[] = {
+        {[this] { m_player.PauseMedia(); }, "Pause, Seek 300000000"},
+        {[this] { m_player.PlayMedia(); }, "Volume 0, Run, Seek 300000000, Run"},
+        {[this] { m_player.StopMedia(); }, "Stop, Seek 300000000, Stop"},
+    };
+    m_player.PlayMedia();
+    for (const auto& c : cases) {
+        m_player.OnSeekScroll(Scroll::Track, 20);
+        m_script.log.clear();
+        c.enter();
+        m_player.OnSeekScroll(Scroll::End, 30);
+        EXPECT_EQ(Log(), c.log);
+    }
+}
+
+TEST_F(MediaPlayerTest, ABarThatIsHeldAtTheEndMayGoBack) {
+    using Scroll = CMediaPlayer::Scroll;
+    const auto complete = [this] {
+        m_script.current->Tell({GraphEvent::Code::Complete});
+        Deliver();
+    };
+    Load("/a.mp3");
+    m_player.PlayMedia();
+    m_player.OnSeekScroll(Scroll::Track, 100);
+    complete();
+    EXPECT_EQ(m_finished, 0);
+    m_player.OnSeekScroll(Scroll::End, 100);
+    EXPECT_EQ(m_finished, 0);
+    complete();
+    EXPECT_EQ(m_finished, 1);
+}
+
 TEST_F(MediaPlayerTest, ShowsThePositionInPercent) {
     const struct {
         std::int64_t duration, position;
@@ -151,6 +190,37 @@ TEST_F(MediaPlayerTest, ShowsThePositionInPercent) {
         m_player.UpdatePosition();
         EXPECT_EQ(m_display.position, c.percent);
     }
+    m_player.PlayMedia(); // from now on by itself
+    m_script.current->position = 18'000 * kMediaSecond;
+    const QDeadlineTimer longest(2000);
+    while (m_display.position != 50 && !longest.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_EQ(m_display.position, 50);
+}
+
+TEST_F(MediaPlayerTest, GoesToAPositionInsideTheFileAndTells) {
+    std::vector<std::int64_t> seeks;
+    m_player.SetSeekHandler([&](std::int64_t position) { seeks.push_back(position); });
+    Load("/a.mp3");
+    m_player.SeekTo(50 * kMediaSecond);
+    EXPECT_EQ(m_display.position, 50);
+    m_player.SeekTo(-1);
+    m_player.SeekTo(101 * kMediaSecond);
+    EXPECT_EQ(seeks, (std::vector{50 * kMediaSecond, std::int64_t(0), 100 * kMediaSecond}));
+}
+
+TEST_F(MediaPlayerTest, NothingIsLeftOfAFileThatIsClosed) {
+    Load("/a.mp3");
+    m_player.PlayMedia();
+    m_player.OnSeekScroll(CMediaPlayer::Scroll::Track, 20);
+    m_player.UpdatePosition();
+    m_player.CloseFilterGraph();
+    EXPECT_EQ(m_display.position, 0);
+    EXPECT_EQ(m_player.GetDuration(), 0);
+    Load("/b.mp3");
+    m_script.current->Tell({GraphEvent::Code::Complete});
+    Deliver();
+    EXPECT_EQ(m_finished, 1); // the bar is not held any more
 }
 
 TEST_F(MediaPlayerTest, TheEndOfAFileIsNotThatOfTheNext) {

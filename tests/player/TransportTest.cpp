@@ -112,6 +112,15 @@ TEST_F(TransportTest, PlaysTheListToItsEndByMode) {
     }
 }
 
+TEST_F(TransportTest, TheEndOfATrackThatWasLeftIsNone) {
+    Play(0);
+    m_script.current->Tell({Code::Complete});
+    m_player.OnGraphNotify(); // posts the end
+    m_transport.OnNext();
+    Deliver();
+    EXPECT_EQ(Marked(), "b");
+}
+
 TEST_F(TransportTest, PlayButtonStartsPausesAndGoesOn) {
     Track(1).m_bChecked = 1;
     m_transport.OnPlayPause();
@@ -147,6 +156,7 @@ TEST_F(TransportTest, ADesktopPausesAndStopsWhateverListIsActive) {
     EXPECT_EQ(m_transport.GetState(), Playing);
     m_transport.Stop();
     EXPECT_EQ(m_transport.GetState(), Stopped);
+    EXPECT_TRUE(m_script.TakeLog().join(u' ').endsWith(QStringLiteral("Stop Seek 0")));
 }
 
 TEST_F(TransportTest, StepsGoOnAsTheTransportStands) {
@@ -186,9 +196,11 @@ TEST_F(TransportTest, ButtonsDoWhatCanBeDone) {
         Play(index);
         EXPECT_EQ(buttons(), shown);
     }
+    Finish();
+    EXPECT_EQ(buttons(), "");
     m_transport.SetPlayMode(PLAY_CONTINUOUS);
     EXPECT_EQ(m_display.mode, PLAY_CONTINUOUS);
-    EXPECT_EQ(buttons(), "<|>");
+    EXPECT_TRUE(m_display.buttons.canPrevious && m_display.buttons.canNext);
 }
 
 TEST_F(TransportTest, AnotherModeKeepsTheTrackThatPlays) {
@@ -273,6 +285,10 @@ TEST_F(TransportTest, AFileThatCantBePlayedEndsThePlaying) {
         EXPECT_FALSE(m_player.HasGraph());
         m_transport.UpdateTransport();
         EXPECT_TRUE(m_display.buttons.canPlay);
+        Play(1);
+        Play(0);
+        EXPECT_TRUE(m_display.buttons.canPlay);
+        m_script.log.clear();
     }
 }
 
@@ -314,8 +330,32 @@ TEST_F(TransportTest, MissingFilesArePassedOver) {
         EXPECT_EQ(Loaded(), c.loaded);
         EXPECT_EQ(m_transport.GetState(), c.state);
         EXPECT_EQ(Marked(), c.marked);
+        EXPECT_EQ(m_display.canSeek, c.state == Playing);
         EXPECT_EQ(m_display.beeps, 0);
     }
+}
+
+TEST_F(TransportTest, PausedBeforeAFileIsMissedItStaysPaused) {
+    Answer('a', {Code::Missing});
+    m_transport.PlayTrack(m_collection, 0);
+    m_transport.OnPlayPause();
+    Deliver();
+    EXPECT_EQ(Marked(), "b");
+    EXPECT_EQ(m_transport.GetState(), Paused);
+    EXPECT_EQ(m_script.current->GetState(), GraphState::Paused);
+}
+
+TEST_F(TransportTest, ThoseThatWerePassedOverBeforeDontCount) {
+    m_transport.SetPlayMode(PLAY_CONTINUOUS);
+    for (const char letter : {'a', 'b'})
+        Answer(letter, {Code::Missing});
+    Play(0);
+    Finish();
+    EXPECT_EQ(Marked(), "c");
+    m_transport.OnPrevious();
+    Deliver();
+    Play(0); // forward again
+    EXPECT_EQ(Loaded(), "abcabcbacabc");
 }
 
 TEST_F(TransportTest, AQueueOfMissingFilesIsTriedOnce) {
@@ -340,6 +380,7 @@ TEST_F(TransportTest, LetsGoOfAFileThatIsToBeWritten) {
     EXPECT_FALSE(m_player.HasGraph());
     EXPECT_EQ(Marked(), "");
     EXPECT_EQ(m_transport.GetPlayList(), nullptr);
+    EXPECT_FALSE(m_display.canSeek);
     m_transport.ReleaseFile(QString());
     m_transport.OnNext();
     m_transport.OnPrevious();

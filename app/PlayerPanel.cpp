@@ -84,10 +84,8 @@ void PlayerPanel::ConnectSeek(CMediaPlayer& player) {
     QObject::connect(&m_seek, &QAbstractSlider::valueChanged, &m_seek, [this, &player](int value) {
         player.OnSeekScroll(m_seek.isSliderDown() ? Scroll::Track : Scroll::End, value);
     });
-    QObject::connect(&m_seek, &QAbstractSlider::sliderReleased, &m_seek, [this, &player] {
-        if (m_seek.isEnabled()) // it lets go by itself when its track goes
-            player.OnSeekScroll(Scroll::End, m_seek.value());
-    });
+    QObject::connect(&m_seek, &QAbstractSlider::sliderReleased, &m_seek,
+                     [this, &player] { player.OnSeekScroll(Scroll::End, m_seek.value()); });
 }
 
 void PlayerPanel::FillMenu(BCMenu& menu) const {

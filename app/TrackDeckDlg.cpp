@@ -124,14 +124,7 @@ void CTrackDeckDlg::ConnectMessages() {
         OnListDone(static_cast<int>(message.wParam));
         return 0;
     });
-    m_messages.On(WM_TD_GRAPH_NOTIFY, [this](const Message&) {
-        m_player.OnGraphNotify();
-        return 0;
-    });
-    m_messages.On(WM_TD_TRACK_FINISHED, [this](const Message&) {
-        m_transport.OnTrackFinished();
-        return 0;
-    });
+    m_transport.Listen(m_messages);
     m_panel.Connect(m_player, m_transport);
     m_layout.Grid().SetNotifyHandler([this](GridNotification& notification) {
         Guarded("OnNotify()", [&] {
@@ -322,6 +315,7 @@ void CTrackDeckDlg::OnListDone(int type) {
         EnableScan(true);
     }
     m_layout.Status().SetCaption(QString());
+    m_transport.RenewQueue();
     m_transport.UpdateTransport();
     if (type == MEDIA_TYPE_COLLECTION)
         GstMediaGraphs::WarmUp();

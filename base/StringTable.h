@@ -246,4 +246,5 @@
     X(1001, IDS_SLIDER_VOLUME)                                                                     \
     X(1002, IDS_MAIN_TRACKS)                                                                       \
     X(1003, IDS_BT_PAUSE)                                                                          \
-    X(1004, IDS_FEILD_NODECODER)
+    X(1004, IDS_FEILD_NODECODER)                                                                   \
+    X(1005, IDS_FEILD_NODEVICE)

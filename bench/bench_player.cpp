@@ -7,7 +7,6 @@
 
 #include "app/TrackDeckDlg.h"
 #include "base/Language.h"
-#include "base/Messages.h"
 #include "bench/Clock.h"
 #include "grid/GridCtrl.h"
 #include "library/MediaLists.h"
@@ -181,21 +180,12 @@ void BenchManyTracks() {
     MessageTarget messages;
     CMediaPlayer player([&] { return graphs.Make(); }, messages.Address(), display);
     CTransport transport(lists, player, view, display);
-    int finished = 0;
-    messages.On(WM_TD_GRAPH_NOTIFY, [&](Message&) {
-        player.OnGraphNotify();
-        return 0;
-    });
-    messages.On(WM_TD_TRACK_FINISHED, [&](Message&) {
-        ++finished;
-        transport.OnTrackFinished();
-        return 0;
-    });
+    transport.Listen(messages);
     transport.SetPlayMode(PLAY_CONTINUOUS);
     transport.PlayTrack(list, 0);
-    RunUntil([&] { return finished == kTracksBefore; });
+    RunUntil([&] { return player.GetFileNumber() > kTracksBefore; });
     const Footprint before;
-    RunUntil([&] { return finished == kTracksBefore + kTracks; });
+    RunUntil([&] { return player.GetFileNumber() > kTracksBefore + kTracks; });
     const Footprint after;
     std::printf("player tracks=%d files=%+ld threads=%+ld rss_kb=%+ld of %ld\n", kTracks,
                 after.files - before.files, after.threads - before.threads, after.kb - before.kb,

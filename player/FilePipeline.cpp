@@ -80,14 +80,14 @@ QString FilePipeline::Build(const QString& path, MediaGraph::Route route) {
     m_pConvert = Add("audioconvert");
     GstElement* resample = Add("audioresample");
     m_pVolume = Add("volume");
-    GstElement* sink = Add("autoaudiosink");
+    m_pSink = Add("autoaudiosink");
     if (!m_strMissing.isEmpty())
         return m_strMissing;
     g_object_set(source, "location", Path::ToBytes(path).constData(), nullptr);
     if (isSplit)
         g_signal_connect(reader, "pad-added", G_CALLBACK(&OnPinAdded), this);
     gst_element_link(source, reader);
-    gst_element_link_many(m_pConvert, resample, m_pVolume, sink, nullptr);
+    gst_element_link_many(m_pConvert, resample, m_pVolume, m_pSink, nullptr);
     return {};
 }
 
@@ -181,9 +181,16 @@ bool FilePipeline::HasRunningTask() const {
     return isAnyRunning || result == GST_ITERATOR_RESYNC; // somebody puts elements in
 }
 
-bool FilePipeline::Seek(std::int64_t position) {
-    return gst_element_seek_simple(m_pPipeline.get(), GST_FORMAT_TIME, GST_SEEK_FLAG_FLUSH,
-                                   position * kNanoseconds);
+bool FilePipeline::Seek(std::int64_t position, Accuracy accuracy) {
+    const int flags =
+        GST_SEEK_FLAG_FLUSH | (accuracy == Accuracy::Exact ? GST_SEEK_FLAG_ACCURATE : 0);
+    return gst_element_seek_simple(m_pPipeline.get(), GST_FORMAT_TIME,
+                                   static_cast<GstSeekFlags>(flags), position * kNanoseconds);
+}
+
+bool FilePipeline::IsFromDevice(GstMessage* message) const {
+    GstObject* source = GST_MESSAGE_SRC(message);
+    return source && gst_object_has_as_ancestor(source, GST_OBJECT(m_pSink));
 }
 
 std::optional<std::int64_t> FilePipeline::QueryPosition() const {

@@ -44,10 +44,18 @@ public:
     /// Whether any thread is at work in it, be it only waiting for the file.
     [[nodiscard]] bool HasRunningTask() const;
 
+    enum class Accuracy {
+        Fast,
+        Exact, ///< reads the file from its head on, if it has no index
+    };
+
     /// Positions in units of 100 ns. False if nothing will come of the seek.
-    bool Seek(std::int64_t position);
+    bool Seek(std::int64_t position, Accuracy accuracy);
     [[nodiscard]] std::optional<std::int64_t> QueryPosition() const;
     [[nodiscard]] std::optional<std::int64_t> QueryDuration() const;
+
+    /// Whether a message of the pipeline comes from the sound device.
+    [[nodiscard]] bool IsFromDevice(GstMessage* message) const;
 
     /// Hundredths of a decibel; -10000 is silence.
     void SetVolume(int volume);
@@ -65,6 +73,7 @@ private:
     GstObjectPtr<GstElement> m_pPipeline;
     GstElement* m_pConvert = nullptr; ///< of the pipeline, as the next
     GstElement* m_pVolume = nullptr;
+    GstElement* m_pSink = nullptr;
     GstElement* m_pPinDecoder = nullptr; ///< of the reader's pin that is rendered
     QString m_strMissing;                ///< package of the first element that could not be made
 };

@@ -2,7 +2,7 @@
 
 #include "platform/Files.h"
 #include "platform/Path.h"
-#include "player/AdtsLength.h"
+#include "player/FrameCounter.h"
 
 #include <QDebug>
 
@@ -157,8 +157,9 @@ void GraphThread::OnMessage(GstMessage* message) {
 
 void GraphThread::OnRendered() {
     const auto length = m_pPipeline->QueryDuration();
-    if (!length)
-        m_pCounter = std::make_unique<AdtsLength>(m_strPath);
+    m_bFramesOnly = !length;
+    if (m_bFramesOnly)
+        m_pCounter = std::make_unique<FrameCounter>(m_strPath);
     m_pChannel->ExchangeDuration(length);
     m_pChannel->Tell({GraphEvent::Code::Rendered});
 }
@@ -166,12 +167,16 @@ void GraphThread::OnRendered() {
 void GraphThread::OnError(GstMessage* message) {
     GError* error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
-    qWarning().noquote() << "Can't play" << Path::ForDisplay(m_strPath) << "-" << error->message;
+    qWarning().noquote() << (m_route == MediaGraph::Route::WindowsMedia ? "Failed to Render WM File"
+                                                                        : "Failed in RenderFile")
+                         << Path::ForDisplay(m_strPath) << error->message;
     g_error_free(error);
-    if (m_strPackage.isEmpty())
-        Fail({GraphEvent::Code::Failed});
-    else
+    if (!m_strPackage.isEmpty())
         Fail({GraphEvent::Code::DecoderMissing, m_strPackage});
+    else if (m_pPipeline->IsFromDevice(message))
+        Fail({GraphEvent::Code::DeviceFailed});
+    else
+        Fail({GraphEvent::Code::Failed});
 }
 
 /// Brings the pipeline to what is wished, as far as it can go now.
@@ -190,7 +195,8 @@ void GraphThread::Follow() {
     if (m_wishes.state == GraphState::Paused)
         EnterState(GST_STATE_PAUSED);
     if (const auto seek = std::exchange(m_wishes.seek, std::nullopt))
-        m_bSeeking = m_pPipeline->Seek(*seek);
+        m_bSeeking = m_pPipeline->Seek(*seek, m_bFramesOnly ? FilePipeline::Accuracy::Exact
+                                                            : FilePipeline::Accuracy::Fast);
     if (m_wishes.state == GraphState::Running && !m_bSeeking)
         EnterState(GST_STATE_PLAYING);
 }

@@ -11,7 +11,7 @@
 #include <memory>
 #include <optional>
 
-class AdtsLength;
+class FrameCounter;
 
 /// The work of one graph: makes the pipeline of a file do what is wished, and tells what comes of
 /// it.
@@ -63,8 +63,9 @@ private:
     bool m_bReady = false;                     ///< the pipeline has sound, and may go on
     bool m_bRendered = false;                  ///< it had once
     bool m_bSeeking = false;
-    int m_nLifeless = 0;  ///< looks at the loading in a row that saw nobody at work
-    QString m_strPackage; ///< that the pipeline misses
-    std::unique_ptr<AdtsLength> m_pCounter; ///< while the length is counted
-    bool m_bCounted = false;                ///< it was: what the pipeline estimates is worse
+    bool m_bFramesOnly = false; ///< the file tells neither its length nor where anything is
+    int m_nLifeless = 0;        ///< looks at the loading in a row that saw nobody at work
+    QString m_strPackage;       ///< that the pipeline misses
+    std::unique_ptr<FrameCounter> m_pCounter; ///< while the length is counted
+    bool m_bCounted = false;                  ///< it was: what the pipeline estimates is worse
 };

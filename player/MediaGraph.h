@@ -23,6 +23,7 @@ struct GraphEvent {
         Complete,       ///< the file was played to its end
         Missing,        ///< there is no such file
         Failed,         ///< the file can't be played, or no further
+        DeviceFailed,   ///< nothing can be heard any more, whatever the file
         DecoderMissing, ///< it could be if the package `detail` were installed
     };
     Code code;

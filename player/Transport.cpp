@@ -1,8 +1,10 @@
 #include "player/Transport.h"
 
 #include "base/Language.h"
+#include "base/Messages.h"
 #include "library/ITrackView.h"
 #include "library/MediaLists.h"
+#include "platform/MessageTarget.h"
 #include "platform/Path.h"
 #include "player/MediaPlayer.h"
 
@@ -36,6 +38,17 @@ CTransport::CTransport(const CMediaLists& lists, CMediaPlayer& player, ITrackVie
     , m_view(view)
     , m_display(display) {
     m_player.SetEventHandler([this](const GraphEvent& event) { OnGraphEvent(event); });
+}
+
+void CTransport::Listen(MessageTarget& messages) {
+    messages.On(WM_TD_GRAPH_NOTIFY, [this](const Message&) {
+        m_player.OnGraphNotify();
+        return 0;
+    });
+    messages.On(WM_TD_TRACK_FINISHED, [this](const Message&) {
+        OnTrackFinished();
+        return 0;
+    });
 }
 
 void CTransport::OnPlayPause() {
@@ -93,11 +106,15 @@ void CTransport::PlayTrack(CMediaList& list, int index) {
 void CTransport::SetPlayMode(int mode) {
     if (mode != m_iPlayMode) {
         m_iPlayMode = mode;
-        if (FindNowPlaying()) // which may have moved since
-            BuildPlayQueue(nullptr, m_iNowPlayingRow);
+        RenewQueue();
     }
     m_display.ShowPlayMode(mode);
     ShowTransport();
+}
+
+void CTransport::RenewQueue() {
+    if (FindNowPlaying()) // which may have moved since
+        BuildPlayQueue(nullptr, m_iNowPlayingRow);
 }
 
 /// Without a list it is the one that plays.
@@ -124,11 +141,11 @@ void CTransport::Step(Direction direction) {
         StopTransport();
 }
 
-/// Takes up the current entry of the queue, if there is one.
+/// Takes up the current entry of the queue. Without one there is nothing to play.
 void CTransport::StartEntry(bool play) {
     const auto entry = m_queue.Current();
     if (!entry)
-        return;
+        return StopTransport();
     m_iNowPlayingRow = entry->iRow;
     m_strNowPlayingPath = entry->strPath;
     MarkRow(true);
@@ -214,6 +231,9 @@ void CTransport::OnGraphEvent(const GraphEvent& event) {
         break;
     case GraphEvent::Code::Failed:
         OnFailed(LoadString(IDS_FEILD_CORRUPT));
+        break;
+    case GraphEvent::Code::DeviceFailed:
+        OnFailed(LoadString(IDS_FEILD_NODEVICE));
         break;
     case GraphEvent::Code::DecoderMissing:
         OnFailed(FormatText(LoadString(IDS_FEILD_NODECODER), {event.detail}));

@@ -14,6 +14,7 @@ class CMediaLists;
 class CMediaPlayer;
 class CTrackRecord;
 class ITrackView;
+class MessageTarget;
 struct GraphEvent;
 
 /// Decides what plays: makes the play queue of a list, walks it by play mode, and drives the player
@@ -34,13 +35,13 @@ public:
     /// of it, the play mode.
     void SetChangeHandler(std::function<void()> handler) { m_pfnChanged = std::move(handler); }
 
+    /// Takes the messages of the player and its graph.
+    void Listen(MessageTarget& messages);
+
     /// The buttons.
     void OnPlayPause();
     void OnPrevious();
     void OnNext();
-
-    /// Handler of WM_TD_TRACK_FINISHED.
-    void OnTrackFinished();
 
     /// What a desktop's controls ask for, whatever list is active.
     void Play();
@@ -53,6 +54,8 @@ public:
 
     /// Another of the play modes; the queue is built anew behind the track that plays.
     void SetPlayMode(int mode);
+    /// Takes in what has come to the list that plays.
+    void RenewQueue();
     [[nodiscard]] int GetPlayMode() const { return m_iPlayMode; }
 
     /// Stops, closes the file, and forgets the list.
@@ -76,6 +79,7 @@ private:
 
     void BuildPlayQueue(CMediaList* list, int startRow);
     void StartQueue();
+    void OnTrackFinished();
     void Step(Direction direction);
     void StartEntry(bool play);
     void LoadAndPlayFile(const QString& path, bool play);

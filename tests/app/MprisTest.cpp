@@ -118,10 +118,7 @@ class MprisTest : public ::testing::Test {
 protected:
     MprisTest() {
         SetLanguageFile(QString()); // texts are their own keys
-        m_messages.On(WM_TD_GRAPH_NOTIFY, [this](Message&) {
-            m_player.OnGraphNotify();
-            return 0;
-        });
+        m_transport.Listen(m_messages);
         for (const char* name : {"one.mp3", "two.mp3", "three.mp3"})
             AddTrack(QString::fromLatin1(name));
         m_list.m_bActive = 1;

@@ -34,10 +34,7 @@ protected:
             track->m_strPath = u'/' + track->m_strTitle;
             m_list.Append(std::move(track));
         }
-        m_messages.On(WM_TD_GRAPH_NOTIFY, [this](const Message&) {
-            m_player.OnGraphNotify();
-            return 0;
-        });
+        m_transport.Listen(m_messages);
         m_layout.Volume().setValue(50);
         m_panel.Connect(m_player, m_transport);
         m_transport.UpdateTransport();

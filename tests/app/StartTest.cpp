@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -67,12 +68,12 @@ struct Home {
 
 /// Runs the event loop, without the pauses of QTest's waiting, until `done` holds.
 template <typename Test>
-bool RunUntil(Test done) {
+bool RunUntil(Test done, int longest = 60'000) {
     QEventLoop loop;
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, [&] { done() ? loop.quit() : void(); });
     poll.start(1);
-    QTimer::singleShot(60'000, &loop, &QEventLoop::quit);
+    QTimer::singleShot(longest, &loop, &QEventLoop::quit);
     loop.exec();
     return done();
 }
@@ -106,6 +107,26 @@ protected:
             m_heart.start(5);
         }
         return false;
+    }
+
+    /// Scans a folder for All Music, doing something when the first dialog is up.
+    void Scan(const QString& folder, const std::function<void()>& meanwhile) {
+        GetSettings().m_strSearchDir = folder;
+        QTimer hands; // on the two dialogs, which wait for them
+        QObject::connect(&hands, &QTimer::timeout, &hands, [&] {
+            if (auto* options = dynamic_cast<CScanPCDlg*>(QApplication::activeModalWidget())) {
+                meanwhile();
+                options->accept();
+            } else if (auto* scan = dynamic_cast<CScanningDlg*>(QApplication::activeModalWidget());
+                       scan && scan->windowTitle() == LoadString(IDS_SCAN_COMPLET)) {
+                scan->reject();
+            }
+        });
+        hands.start(5);
+        QApplication::setActiveWindow(&*dialog);
+        QTest::keyClick(&*dialog, Qt::Key_F, Qt::ControlModifier);
+        hands.stop();
+        QApplication::processEvents();
     }
 
     void ClickRow(int row) {
@@ -268,28 +289,34 @@ TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
     const QString elsewhere = home->scratch.MakeFolder(QStringLiteral("Elsewhere"));
     home->scratch.Write(QStringLiteral("Elsewhere/new.mp3"), "x");
     const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
-    GetSettings().m_strSearchDir = elsewhere;
     // The two dialogs of the scan come before and after the edit, which they would else end.
     std::optional<KeptFocus> keptFocus(std::in_place);
-    QTimer hands; // on these dialogs, which wait for them
-    QObject::connect(&hands, &QTimer::timeout, &hands, [&] {
-        if (auto* options = dynamic_cast<CScanPCDlg*>(QApplication::activeModalWidget())) {
-            for (int row = 2; !grid->IsEditing(); ++row)
-                grid->OnEditCell({row, 1});
-            options->accept();
-        } else if (auto* scan = dynamic_cast<CScanningDlg*>(QApplication::activeModalWidget());
-                   scan && scan->windowTitle() == LoadString(IDS_SCAN_COMPLET)) {
-            scan->reject();
-        }
+    Scan(elsewhere, [&] {
+        for (int row = 2; !grid->IsEditing(); ++row)
+            grid->OnEditCell({row, 1});
     });
-    hands.start(5);
-    QTest::keyClick(&*dialog, Qt::Key_F, Qt::ControlModifier);
-    hands.stop();
-    QApplication::processEvents();
     keptFocus.reset();
     EXPECT_EQ(all.GetCount(), 1);
     EXPECT_TRUE(grid->IsEditing());
     EXPECT_EQ(grid->GetRowCount(), rows);
     grid->EndEdit();
     EXPECT_TRUE(RunUntil([&] { return grid->GetRowCount() == rows + 1; }));
+}
+
+TEST_F(StartTest, ScanForAllMusicEndsWhatPlaysOfIt) {
+    OpenAndRead(1);
+    const QString elsewhere = home->scratch.MakeFolder(QStringLiteral("Elsewhere"));
+    home->scratch.Write(QStringLiteral("Elsewhere/a.mp3"),
+                        ReadFile(MediaFile(QStringLiteral("untagged.mp3"))));
+    Scan(elsewhere, [] {});
+    const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
+    ASSERT_TRUE(RunUntil([&] { return all.GetCount() == 1 && all[0]->m_iRow > 0; }));
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {},
+                       grid->GetCellRect({all[0]->m_iRow, 1}).center());
+    const auto plays = [&] { return all[0]->m_nDuration > 0; };
+    ASSERT_TRUE(RunUntil(plays));
+    Scan(elsewhere, [] {});
+    ASSERT_TRUE(RunUntil([&] { return all.GetCount() == 1; }));
+    EXPECT_FALSE(all[0]->m_bPlaying);
+    EXPECT_FALSE(RunUntil(plays, 300)); // the new record knows nothing of the old graph
 }

@@ -1,7 +1,6 @@
 #include "player/GstMediaGraph.h"
 
 #include "base/Language.h"
-#include "base/Messages.h"
 #include "library/MediaLists.h"
 #include "player/FilePipeline.h"
 #include "player/MediaPlayer.h"
@@ -15,15 +14,18 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QTimer>
+#include <QtEndian>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cstdlib>
 #include <functional>
 #include <latch>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -91,13 +93,15 @@ private:
     guint m_rank = 0;
 };
 
-/// A sink of which it is known how many devices are open at a time. If told so, they don't answer
-/// before `unstick`.
+/// A sink of which it is known how many devices are open at a time and how loud it has been. If
+/// told so, devices don't answer before `unstick`.
 std::latch unstick(1);
 std::atomic<bool> stickSinks = false;
 std::atomic<int> stuckSinks = 0;
 std::atomic<int> openSinks = 0;
 std::atomic<int> mostOpenSinks = 0;
+std::atomic<int> loudest = 0; ///< 16-bit sample
+std::atomic<GstElement*> lastSink = nullptr;
 
 struct TestSink {
     GstBin bin;
@@ -124,11 +128,24 @@ void test_sink_class_init(TestSinkClass* type) {
     GST_ELEMENT_CLASS(type)->change_state = &ChangeState;
 }
 
+void Listen(GstElement*, GstBuffer* buffer, GstPad*, gpointer) {
+    GstMapInfo map;
+    gst_buffer_map(buffer, &map, GST_MAP_READ);
+    for (gsize i = 0; i + 1 < map.size; i += 2)
+        loudest = std::max<int>(loudest, std::abs(qFromLittleEndian<qint16>(map.data + i)));
+    gst_buffer_unmap(buffer, &map);
+}
+
 void test_sink_init(TestSink* self) {
+    GstElement* filter = gst_element_factory_make("capsfilter", nullptr);
     GstElement* sink = gst_element_factory_make("fakesink", nullptr);
-    g_object_set(sink, "sync", TRUE, nullptr);
-    gst_bin_add(GST_BIN(self), sink);
-    const GstObjectPtr<GstPad> pad(gst_element_get_static_pad(sink, "sink"));
+    gst_util_set_object_arg(G_OBJECT(filter), "caps", "audio/x-raw,format=S16LE");
+    g_object_set(sink, "sync", TRUE, "signal-handoffs", TRUE, nullptr);
+    g_signal_connect(sink, "handoff", G_CALLBACK(&Listen), nullptr);
+    gst_bin_add_many(GST_BIN(self), filter, sink, nullptr);
+    gst_element_link(filter, sink);
+    lastSink = sink;
+    const GstObjectPtr<GstPad> pad(gst_element_get_static_pad(filter, "sink"));
     gst_element_add_pad(GST_ELEMENT(self), gst_ghost_pad_new("sink", pad.get()));
 }
 
@@ -216,8 +233,9 @@ TEST_P(GstMediaGraphTest, PlaysPausesSeeksAndEnds) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, GstMediaGraphTest,
-                         ::testing::Values("untagged.mp3", "vbr.mp3", "untagged.aac",
-                                           "mutagen-v23.aac", "tagged.m4a", "tagged.wma"));
+                         ::testing::Values("untagged.mp3", "vbr.mp3", "unmeasured-vbr.mp3",
+                                           "unmeasured-cbr.mp3", "untagged.aac", "mutagen-v23.aac",
+                                           "tagged.m4a", "tagged.wma"));
 
 TEST_F(GstMediaGraphTest, TheReaderTakesOtherKindsToo) {
     for (const char* name : {"untagged.mp3", "untagged.aac", "tagged.m4a", "two-sounds.wmv"}) {
@@ -320,6 +338,34 @@ TEST_F(GstMediaGraphTest, NamesThePackageOfADecoderThatIsMissing) {
     }
 }
 
+TEST_F(GstMediaGraphTest, IsAsLoudAsItIsTold) {
+    UseTestSink();
+    Render(MediaFile(QStringLiteral("tagged.m4a")));
+    m_pGraph->PutVolume(0);
+    m_pGraph->Run();
+    ASSERT_TRUE(WaitForPosition(0.1));
+    const int full = loudest;
+    EXPECT_GT(full, 8000);
+    const std::pair<int, double> cases[] = {{-2000, 0.1}, {-10000, 0}};
+    for (const auto& [volume, factor] : cases) {
+        m_pGraph->PutVolume(volume);
+        ASSERT_TRUE(WaitForPosition(0.2 + Seconds(m_pGraph->GetCurrentPosition())));
+        loudest = 0; // what was on its way with the old volume has been heard
+        ASSERT_TRUE(WaitForPosition(0.2 + Seconds(m_pGraph->GetCurrentPosition())));
+        EXPECT_NEAR(loudest, full * factor, full * 0.03);
+    }
+}
+
+TEST_F(GstMediaGraphTest, ADeviceThatFailsIsNoFaultOfTheFile) {
+    UseTestSink();
+    Render(MediaFile(QStringLiteral("untagged.mp3")));
+    m_pGraph->Run();
+    ASSERT_TRUE(WaitForPosition(0.1));
+    GST_ELEMENT_ERROR(lastSink.load(), RESOURCE, WRITE, ("unplugged"), (nullptr));
+    EXPECT_TRUE(WaitFor(Code::DeviceFailed));
+    EXPECT_EQ(Count(Code::Failed), 0);
+}
+
 TEST_F(GstMediaGraphTest, OneGraphAtATimeHasTheDevice) {
     UseTestSink();
     mostOpenSinks = 0;
@@ -364,14 +410,7 @@ protected:
             track->m_strPath = MediaFile(QString::fromLatin1(name));
             m_list.Append(std::move(track));
         }
-        m_messages.On(WM_TD_GRAPH_NOTIFY, [this](Message&) {
-            m_player.OnGraphNotify();
-            return 0;
-        });
-        m_messages.On(WM_TD_TRACK_FINISHED, [this](Message&) {
-            m_transport.OnTrackFinished();
-            return 0;
-        });
+        m_transport.Listen(m_messages);
     }
 
     /// Waits until a track plays, and goes to a tenth of a second before its end. Its index, or -1.

@@ -23,14 +23,7 @@ protected:
         Fill(m_collection, "abc");
         Fill(m_all, "xy");
         m_collection.m_bActive = 1;
-        m_messages.On(WM_TD_GRAPH_NOTIFY, [this](Message&) {
-            m_player.OnGraphNotify();
-            return 0;
-        });
-        m_messages.On(WM_TD_TRACK_FINISHED, [this](Message&) {
-            m_transport.OnTrackFinished();
-            return 0;
-        });
+        m_transport.Listen(m_messages);
     }
 
     static void Fill(CMediaList& list, const std::string& letters) {
@@ -269,6 +262,7 @@ TEST_F(TransportTest, AFileThatCantBePlayedEndsThePlaying) {
     } cases[] = {
         {{Code::Failed}, "IDS_FEILD_CORRUPT"},
         {{Code::DecoderMissing, QStringLiteral("package")}, "IDS_FEILD_NODECODER"},
+        {{Code::DeviceFailed}, "IDS_FEILD_NODEVICE"},
     };
     m_transport.SetPlayMode(PLAY_CONTINUOUS);
     for (const auto& c : cases) {
@@ -397,7 +391,19 @@ TEST_F(TransportTest, TheTrackMayLeaveItsList) {
     EXPECT_EQ(m_transport.GetState(), Playing);
 }
 
+TEST_F(TransportTest, TakesInWhatHasComeToTheList) {
+    Play(2);
+    EXPECT_FALSE(m_transport.GetButtons().canNext);
+    Fill(m_collection, "d");
+    m_transport.RenewQueue();
+    Finish();
+    EXPECT_EQ(Marked(), "d");
+}
+
 TEST_F(TransportTest, AListOfPlaylistsPlaysNothing) {
+    Play(0);
+    EXPECT_EQ(Loaded(), "a");
+    m_transport.Stop();
     m_collection.ClearAll();
     auto playlist = std::make_unique<CTrackRecord>();
     playlist->m_strPath = QStringLiteral("/list.m3u");

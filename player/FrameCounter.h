@@ -4,18 +4,19 @@
 
 #include <QString>
 
-#include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 
-/// Measures how long a file of ADTS sound plays by counting its frames, as nothing in such a file
-/// tells (ISO/IEC 13818-7, 6.2: adts_sequence).
+/// Measures how long a file plays that is nothing but frames of sound, one behind the other, and
+/// tells its length nowhere: by counting them. It knows MPEG sound (ISO/IEC 11172-3 and 13818-3,
+/// all layers) and ADTS (ISO/IEC 13818-7, 6.2).
 ///
 /// Thread: any, one at a time. Errors: what can't be read ends the file; bytes that are no frame
 /// are passed over.
-class AdtsLength {
+class FrameCounter {
 public:
-    explicit AdtsLength(const QString& path);
+    explicit FrameCounter(const QString& path);
 
     /// Counts on for a quarter of a megabyte. False at the end of the file.
     bool Step();
@@ -25,7 +26,7 @@ public:
 
 private:
     FileDescriptor m_file;
-    std::uint64_t m_nPosition = 0; ///< of the next frame
+    std::uint64_t m_nPosition = 0; ///< of what was not looked at yet
     std::uint64_t m_nEnd = 0;
-    std::array<std::int64_t, 13> m_samples = {}; ///< by index of the sampling frequency
+    std::map<int, std::int64_t> m_samples; ///< by sampling frequency
 };

@@ -7,7 +7,7 @@
 
 class CTrackRecord;
 
-/// How others on the desktop are told of a track, by the names that the MPRIS specification gives.
+/// How others on the desktop are told of a track, by the names of MPRIS.
 ///
 /// Thread: interface thread.
 

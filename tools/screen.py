@@ -1,6 +1,7 @@
 """A screen with a window manager, and the hands of a user on it: what the walks are made of."""
 
 import contextlib
+import functools
 import os
 import pathlib
 import re
@@ -215,3 +216,15 @@ def take(steps, process_of):
                 print("The program is gone; the walk ends here.", flush=True)
                 break
     return failures
+
+
+def take_walk(walk_class):
+    """Takes the STEPS of a walk, pairs of a method and its text, as a new user; returns how many
+    failed. The walk is made of what ends processes, a scratch folder and the user's home, and has
+    the program as its `deck`."""
+    with tempfile.TemporaryDirectory() as folder:
+        home = pathlib.Path(folder) / "home"
+        with new_user(home) as (cleanup, scratch):
+            walk = walk_class(cleanup, scratch, home)
+            steps = [(functools.partial(step, walk), text) for step, text in walk.STEPS]
+            return take(steps, lambda: walk.deck.process)

@@ -5,13 +5,11 @@ Tab reaches, its dialogs, the forms of its window.
 Usage: keyboard_walk.py PROGRAM
 """
 
-import functools
 import pathlib
 import sys
-import tempfile
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
-from screen import Screen, check, new_user, take, wait_for
+from screen import Screen, check, take_walk, wait_for
 from trackdeck import TrackDeck
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
@@ -214,15 +212,5 @@ class Walk:
     ]
 
 
-def main():
-    with tempfile.TemporaryDirectory() as folder:
-        home = pathlib.Path(folder) / "home"
-        with new_user(home) as (cleanup, scratch):
-            walk = Walk(cleanup, scratch, home)
-            steps = [(functools.partial(step, walk), text) for step, text in Walk.STEPS]
-            failures = take(steps, lambda: walk.deck.process)
-    return 1 if failures else 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(1 if take_walk(Walk) else 0)

@@ -13,13 +13,10 @@
 
 class FrameCounter;
 
-/// The work of one graph: makes the pipeline of a file do what is wished, and tells what comes of
-/// it.
+/// The work of one graph: makes the pipeline of a file do what is wished, and tells how it goes.
 ///
-/// Thread:   one of its own, for the whole of Work(), which waits as long as file and device make
-/// it
-///           wait.
-/// Errors:   told as events; none throws.
+/// Thread: one of its own, for the whole of Work(), which waits as long as file and device take.
+/// Errors: told as events; none throws.
 class GraphThread {
 public:
     /// `predecessor`: of the graph before, which may still hold the sound device, or null.

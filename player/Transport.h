@@ -54,9 +54,10 @@ public:
 
     /// Another of the play modes; the queue is built anew behind the track that plays.
     void SetPlayMode(int mode);
-    /// Takes in what has come to the list that plays.
-    void RenewQueue();
     [[nodiscard]] int GetPlayMode() const { return m_iPlayMode; }
+
+    /// Takes in what has come to the list that plays, behind the track that plays.
+    void RenewQueue();
 
     /// Stops, closes the file, and forgets the list.
     void StopPlayback();

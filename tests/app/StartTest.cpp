@@ -10,10 +10,10 @@
 #include "tests/fixtures/Environment.h"
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -65,18 +65,6 @@ struct Home {
     ScopedVariable config{"XDG_CONFIG_HOME", scratch.File(QStringLiteral("config"))};
     ScopedVariable temporary{"TMPDIR", scratch.Path()};
 };
-
-/// Runs the event loop, without the pauses of QTest's waiting, until `done` holds.
-template <typename Test>
-bool RunUntil(Test done, int longest = 60'000) {
-    QEventLoop loop;
-    QTimer poll;
-    QObject::connect(&poll, &QTimer::timeout, [&] { done() ? loop.quit() : void(); });
-    poll.start(1);
-    QTimer::singleShot(longest, &loop, &QEventLoop::quit);
-    loop.exec();
-    return done();
-}
 
 /// The window over a home, and how long its event loop stands still.
 class StartTest : public ::testing::Test, public QObject {

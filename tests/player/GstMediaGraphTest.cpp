@@ -7,11 +7,11 @@
 #include "player/Transport.h"
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/player/RecordingDisplay.h"
 
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QFile>
 #include <QTimer>
 #include <QtEndian>
@@ -56,18 +56,6 @@ public:
 
     /// What the test itself has just done does not count.
     void Forgive() { m_sinceBeat.restart(); }
-
-    /// Runs the loop until `done` holds, for this many ms at most.
-    template <typename Test>
-    [[nodiscard]] bool RunUntil(Test done, int longest = 10'000) {
-        QEventLoop loop;
-        QTimer poll;
-        QObject::connect(&poll, &QTimer::timeout, [&] { done() ? loop.quit() : void(); });
-        poll.start(2);
-        QTimer::singleShot(longest, &loop, &QEventLoop::quit);
-        loop.exec();
-        return done();
-    }
 
 private:
     QTimer m_beat;
@@ -177,14 +165,14 @@ protected:
         m_pGraph->Render(path, route);
     }
     [[nodiscard]] bool WaitFor(Code code, int longest = kLongestEnd) {
-        return m_heart.RunUntil([&] { return Count(code) > 0; }, longest);
+        return RunUntil([&] { return Count(code) > 0; }, longest);
     }
     [[nodiscard]] std::ptrdiff_t Count(Code code) const {
         return std::count(m_events.begin(), m_events.end(), code);
     }
     [[nodiscard]] bool WaitForPosition(double seconds) {
-        return m_heart.RunUntil([&] { return Seconds(m_pGraph->GetCurrentPosition()) >= seconds; },
-                                kLongestEnd);
+        return RunUntil([&] { return Seconds(m_pGraph->GetCurrentPosition()) >= seconds; },
+                        kLongestEnd);
     }
 
     Heart m_heart;
@@ -204,7 +192,7 @@ TEST_P(GstMediaGraphTest, PlaysPausesSeeksAndEnds) {
     m_pGraph->PutVolume(-1339);
     m_pGraph->Run();
     ASSERT_TRUE(WaitFor(Code::Rendered, 20'000)); // the first one loads the library
-    ASSERT_TRUE(m_heart.RunUntil([&] { return m_pGraph->GetDuration().has_value(); }));
+    ASSERT_TRUE(RunUntil([&] { return m_pGraph->GetDuration().has_value(); }));
     EXPECT_NEAR(Seconds(m_pGraph->GetDuration()), 2.0, 0.1);
     ASSERT_TRUE(WaitForPosition(0.1));
 
@@ -253,8 +241,7 @@ TEST_F(GstMediaGraphTest, ALengthThatWasCountedStays) {
     // Silence in frames of 12 bytes. The rate of the sound before it tells a shorter one.
     Render(scratch.Write(QStringLiteral("a.aac"), sound + sound.right(12).repeated(2000)));
     m_pGraph->Run();
-    ASSERT_TRUE(
-        m_heart.RunUntil([&] { return Seconds(m_pGraph->GetCurrentPosition()) > 1.7; }, 20'000));
+    ASSERT_TRUE(RunUntil([&] { return Seconds(m_pGraph->GetCurrentPosition()) > 1.7; }, 20'000));
     EXPECT_NEAR(Seconds(m_pGraph->GetDuration()), 2088 * 1024.0 / 44100, 0.1);
 }
 
@@ -312,8 +299,8 @@ TEST_F(GstMediaGraphTest, AFileThatGoesWhileItPlaysHasADefinedEnd) {
         ASSERT_TRUE(WaitForPosition(0.1)) << c.name;
         c.change(scratch.File(QStringLiteral("a.mp3")));
         m_pGraph->SetPositions(Position(1.0));
-        EXPECT_TRUE(m_heart.RunUntil(
-            [&] { return Count(Code::Complete) + Count(Code::Failed) == 1; }, kLongestEnd))
+        EXPECT_TRUE(
+            RunUntil([&] { return Count(Code::Complete) + Count(Code::Failed) == 1; }, kLongestEnd))
             << c.name;
     }
 }
@@ -395,7 +382,7 @@ TEST_F(GstMediaGraphTest, AStuckDeviceHoldsUpNobody) {
     stickSinks = true;
     Render(MediaFile(QStringLiteral("untagged.mp3")));
     m_pGraph->Run();
-    ASSERT_TRUE(m_heart.RunUntil([] { return stuckSinks == 1; }));
+    ASSERT_TRUE(RunUntil([] { return stuckSinks == 1; }));
     m_pGraph->Pause();
     m_pGraph->SetPositions(Position(1.0));
     m_pGraph->Stop();
@@ -424,8 +411,8 @@ protected:
 
     /// Waits until a track plays, and goes to a tenth of a second before its end. Its index, or -1.
     int PlayToTheEnd() {
-        const bool plays = m_heart.RunUntil(
-            [this] { return m_player.GetDuration() > 0 && m_player.GetPosition() > 0; });
+        const bool plays =
+            RunUntil([this] { return m_player.GetDuration() > 0 && m_player.GetPosition() > 0; });
         if (!plays)
             return -1;
         m_player.SeekTo(m_player.GetDuration() - Position(0.1));
@@ -434,7 +421,7 @@ protected:
             return m_transport.GetState() == TransportState::Stopped ||
                    m_player.GetPosition() < Position(1);
         };
-        return m_heart.RunUntil(isOver) ? m_list.FindPath(path) : -1;
+        return RunUntil(isOver) ? m_list.FindPath(path) : -1;
     }
 
     Heart m_heart;
@@ -475,8 +462,8 @@ TEST_F(RealTransportTest, PassesOverWhatIsMissingAndStopsAtWhatIsBroken) {
     m_transport.SetPlayMode(PLAY_CONTINUOUS);
     m_transport.PlayTrack(m_list, 0);
     EXPECT_EQ(PlayToTheEnd(), 0);
-    ASSERT_TRUE(m_heart.RunUntil(
-        [this] { return m_transport.GetState() == TransportState::Stopped; }, kLongestEnd));
+    ASSERT_TRUE(RunUntil([this] { return m_transport.GetState() == TransportState::Stopped; },
+                         kLongestEnd));
     EXPECT_EQ(m_display.beeps, 1);
     EXPECT_EQ(m_list[1]->m_strStatus, QString());
     EXPECT_EQ(m_list[2]->m_strStatus, QStringLiteral("IDS_FEILD_CORRUPT"));

@@ -32,9 +32,9 @@ struct GraphEvent {
 
 /// One file on its way to the ear: opened, decoded, and heard. A graph is made for each file.
 ///
-/// Thread:   interface thread. No call waits for the file or the sound device, slow or stuck: what
-/// is
-///           asked for happens in time and in order, and what is told is what was last heard of.
+/// Thread:   interface thread. No call waits for the file or the sound device, slow or stuck.
+///           What is asked for happens in time and in order, and what is told is what was last
+///           heard of.
 /// Lifetime: may be destroyed at any moment; the file is closed soon after.
 /// Errors:   told by events.
 class MediaGraph {

@@ -40,14 +40,6 @@ protected:
     }
 };
 
-/// Waits in grey for the part of the program that it will serve.
-template <class Button>
-Button* MakeDisabled(PictureId picture, StringId text, QWidget* parent) {
-    auto* button = new Button(picture, LoadString(text), parent);
-    button->setEnabled(false);
-    return button;
-}
-
 QHBoxLayout* MakeRow(QWidget* row) {
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -85,16 +77,23 @@ MainLayout::MainLayout(QWidget& window)
 QWidget* MainLayout::MakeUpperRow() {
     auto* row = new QWidget(m_pBand);
     row->setFixedHeight(kUpperHeight);
-    m_pScanButton = new CPicButton(PictureId::ScanPC, LoadString(IDS_FILE_SCANPCFORMUSICS), row);
+    const auto text = [](StringId id) { return LoadString(id); };
+    m_pNewPlaylist = new CPicButton(PictureId::NewPlaylist, text(IDS_PLAYLIST_CREATE), row);
+    m_pScanButton = new CPicButton(PictureId::ScanPC, text(IDS_FILE_SCANPCFORMUSICS), row);
+    m_pCopy = new CImageButton(PictureId::CopyToCollection, text(IDS_BT_TOCOLLECT), row);
+    m_pCancelAll = new CPicButton(PictureId::CancelAll, text(IDS_BT_CANCELALL), row);
+    m_pClosePlaylist = new CImageButton(PictureId::ClosePlaylist, text(IDS_PLAYLIST_CLOSE), row);
+    m_pSavePlaylist = new CImageButton(PictureId::SavePlaylist, text(IDS_PLAYLIST_SAVE), row);
+    m_pMoveUp = new CImageButton(PictureId::MoveUp, text(IDS_PLAYLIST_UP), row);
+    m_pMoveDown = new CImageButton(PictureId::MoveDown, text(IDS_PLAYLIST_DOWN), row);
     m_pStatus = new CProgressSlider(LoadString(IDS_FEILD_STATUS), row);
     m_pStatus->setFocusPolicy(Qt::NoFocus); // it shows, and is not to be moved
     m_pStatus->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* layout = MakeRow(row);
-    layout->addWidget(
-        MakeDisabled<CPicButton>(PictureId::NewPlaylist, IDS_FILE_CREATENEWPLAYLIST, row));
-    layout->addWidget(m_pScanButton);
-    layout->addWidget(MakeDisabled<CImageButton>(PictureId::CopyToPhone, IDS_BT_TOPHONE, row));
-    layout->addWidget(MakeDisabled<CPicButton>(PictureId::CancelAll, IDS_BT_CANCELALL, row));
+    const QList<QWidget*> buttons{m_pNewPlaylist,   m_pScanButton,   m_pCopy,   m_pCancelAll,
+                                  m_pClosePlaylist, m_pSavePlaylist, m_pMoveUp, m_pMoveDown};
+    for (QWidget* button : buttons)
+        layout->addWidget(button);
     layout->addSpacing(kGap);
     layout->addWidget(m_pStatus, 1);
     return row;

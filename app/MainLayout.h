@@ -20,7 +20,14 @@ public:
     void SetMiniMode(bool mini);
 
     [[nodiscard]] CGridCtrl& Grid() const { return *m_pGrid; }
+    [[nodiscard]] CPicButton& NewPlaylist() const { return *m_pNewPlaylist; }
     [[nodiscard]] CPicButton& ScanButton() const { return *m_pScanButton; }
+    [[nodiscard]] CImageButton& Copy() const { return *m_pCopy; }
+    [[nodiscard]] CPicButton& CancelAll() const { return *m_pCancelAll; }
+    [[nodiscard]] CImageButton& ClosePlaylist() const { return *m_pClosePlaylist; }
+    [[nodiscard]] CImageButton& SavePlaylist() const { return *m_pSavePlaylist; }
+    [[nodiscard]] CImageButton& MoveUp() const { return *m_pMoveUp; }
+    [[nodiscard]] CImageButton& MoveDown() const { return *m_pMoveDown; }
     [[nodiscard]] CProgressSlider& Status() const { return *m_pStatus; }
     [[nodiscard]] CImageButton& Previous() const { return *m_pPrevious; }
     [[nodiscard]] CImageButton& Play() const { return *m_pPlay; }
@@ -35,7 +42,14 @@ private:
 
     CGridCtrl* m_pGrid;
     QWidget* m_pBand;
+    CPicButton* m_pNewPlaylist = nullptr;
     CPicButton* m_pScanButton = nullptr;
+    CImageButton* m_pCopy = nullptr;
+    CPicButton* m_pCancelAll = nullptr;
+    CImageButton* m_pClosePlaylist = nullptr;
+    CImageButton* m_pSavePlaylist = nullptr;
+    CImageButton* m_pMoveUp = nullptr;
+    CImageButton* m_pMoveDown = nullptr;
     CProgressSlider* m_pStatus = nullptr;
     CImageButton* m_pPrevious = nullptr;
     CImageButton* m_pPlay = nullptr;

@@ -3,22 +3,23 @@
 #include "app/MainLayout.h"
 #include "base/Guard.h"
 #include "grid/GridCtrl.h"
+#include "library/CommandMap.h"
+#include "library/CommandState.h"
+#include "library/Commands.h"
 #include "player/MediaPlayer.h"
 #include "player/Transport.h"
-#include "skin/BCMenu.h"
 #include "skin/ImageButton.h"
 #include "skin/ProgressSlider.h"
 
 #include <QAction>
-#include <QActionGroup>
 #include <QApplication>
 #include <QSignalBlocker>
 
 namespace {
 
 /// In the order of their numbers.
-constexpr StringId kPlayModes[] = {IDS_OPTIONS_SINGLEPLAY, IDS_OPTIONS_CONTINUOUSPLAY,
-                                   IDS_OPTIONS_RANDOMPLAY, IDS_OPTIONS_RANDOM_CONTINUOUSPLAY};
+constexpr int kPlayModes[] = {Command::kPlaySingle, Command::kPlayContinuous, Command::kPlayRandom,
+                              Command::kPlayRandomContinuous};
 
 /// The first of the keys is the one that is told.
 QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
@@ -29,15 +30,9 @@ QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
     return *action;
 }
 
-/// Calls what a button or an action stands for, by its name in the debug output.
-template <typename Sender, typename Signal, typename Call>
-void On(Sender& sender, Signal signal, const char* operation, Call call) {
-    QObject::connect(&sender, signal, &sender, [operation, call] { Guarded(operation, call); });
-}
-
 } // namespace
 
-PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
+PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout, CCommandState& state)
     : m_previous{layout.Previous(),
                  AddAction(window, {Qt::ALT | Qt::Key_Left, Qt::Key_MediaPrevious})}
     , m_play{layout.Play(), AddAction(window, {Qt::CTRL | Qt::Key_P, Qt::Key_MediaPlay,
@@ -47,9 +42,7 @@ PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
     , m_seek(layout.Seek())
     , m_volume(layout.Volume())
     , m_grid(layout.Grid())
-    , m_playModes(*new QActionGroup(&window)) {
-    for (const StringId mode : kPlayModes)
-        m_playModes.addAction(LoadString(mode))->setCheckable(true);
+    , m_state(state) {
     // The actions stay enabled: a key whose action is not goes to the control with the focus.
     for (const Control& control : {m_previous, m_play, m_next})
         QObject::connect(&control.action, &QAction::triggered, &control.button,
@@ -60,17 +53,16 @@ PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
     EnableSeek(false);
 }
 
-void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport) {
-    constexpr auto kClicked = &QAbstractButton::clicked;
-    constexpr auto kTriggered = &QAction::triggered;
-    On(m_previous.button, kClicked, "OnPrevious()", [&transport] { transport.OnPrevious(); });
-    On(m_play.button, kClicked, "OnPlayPause()", [&transport] { transport.OnPlayPause(); });
-    On(m_next.button, kClicked, "OnNext()", [&transport] { transport.OnNext(); });
-    On(m_stop, kTriggered, "OnStop()", [&transport] { transport.Stop(); });
+void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport, CCommandMap& commands) {
+    commands.On(Command::kPrevious, [&transport](int) { transport.OnPrevious(); });
+    commands.On(Command::kPlayPause, [&transport](int) { transport.OnPlayPause(); });
+    commands.On(Command::kNext, [&transport](int) { transport.OnNext(); });
+    QObject::connect(&m_stop, &QAction::triggered, &m_stop,
+                     [&transport] { Guarded("OnStop()", [&] { transport.Stop(); }); });
     int mode = 0;
-    for (QAction* action : m_playModes.actions())
-        On(*action, kTriggered, "OnPlayMode()",
-           [&transport, number = mode++] { transport.SetPlayMode(number); });
+    for (const int command : kPlayModes)
+        commands.On(command,
+                    [&transport, number = mode++](int) { transport.SetPlayMode(number); });
     ShowPlayMode(transport.GetPlayMode());
     QObject::connect(&m_volume, &QAbstractSlider::valueChanged, &m_volume,
                      [&player](int value) { player.SetVolumeFromSlider(value); });
@@ -88,27 +80,16 @@ void PlayerPanel::ConnectSeek(CMediaPlayer& player) {
                      [this, &player] { player.OnSeekScroll(Scroll::End, m_seek.value()); });
 }
 
-void PlayerPanel::FillMenu(BCMenu& menu) const {
-    menu.addActions(m_playModes.actions());
-}
-
 void PlayerPanel::ShowButtons(const TransportButtons& buttons) {
     const bool plays = buttons.state == TransportState::Playing;
     m_play.button.SetBitmaps(plays ? PictureId::Pause : PictureId::Play);
     m_play.Label(plays ? IDS_BT_PAUSE : IDS_BT_PLAY);
     const bool wakes = buttons.canPlay && !m_play.button.isEnabled();
-    Enable(m_play, buttons.canPlay);
-    Enable(m_previous, buttons.canPrevious);
-    Enable(m_next, buttons.canNext);
+    m_state.SetBit(UiState::kPlayPause, buttons.canPlay);
+    m_state.SetBit(UiState::kPrevious, buttons.canPrevious);
+    m_state.SetBit(UiState::kNext, buttons.canNext);
     if (wakes && m_grid.isHidden()) // the mini player's focus, which it could not take when gray
         m_play.button.setFocus();
-}
-
-void PlayerPanel::Enable(const Control& control, bool enable) {
-    // Left to Qt, the keyboard's focus goes to any other control that can take it.
-    if (!enable && control.button.window()->focusWidget() == &control.button)
-        m_play.button.setFocus();
-    control.button.setEnabled(enable);
 }
 
 void PlayerPanel::ShowPosition(int percent) {
@@ -129,7 +110,7 @@ void PlayerPanel::EnableSeek(bool enable) {
 }
 
 void PlayerPanel::ShowPlayMode(int mode) {
-    m_playModes.actions().at(mode)->setChecked(true);
+    m_state.SetField(UiState::kPlayModeMask, (mode + 1) * UiState::kPlayModeStep);
 }
 
 void PlayerPanel::Beep() {

@@ -3,33 +3,29 @@
 #include "base/Language.h"
 #include "player/TransportDisplay.h"
 
-class BCMenu;
 class CBitmapSlider;
+class CCommandMap;
+class CCommandState;
 class CImageButton;
 class CMediaPlayer;
 class CProgressSlider;
 class CTransport;
 class MainLayout;
 class QAction;
-class QActionGroup;
 class QWidget;
 
-/// The player's controls: its buttons with their keys, the seek bar, the volume, and the choice of
-/// play modes. They show what the player does, and tell it what the user wants.
+/// The player's controls: its buttons with their keys, the seek bar, and the volume. They show what the player does, and tell it what the user wants.
 ///
 /// Thread:   interface thread.
 /// Lifetime: the controls are the window's, which outlives this.
 class PlayerPanel : public ITransportDisplay {
 public:
     /// The keys work wherever the focus is in `window`.
-    PlayerPanel(QWidget& window, const MainLayout& layout);
+    PlayerPanel(QWidget& window, const MainLayout& layout, CCommandState& state);
 
-    /// From now on the controls are those of this player, which gets the volume that they show.
-    /// Both outlive the last input of the user.
-    void Connect(CMediaPlayer& player, CTransport& transport);
-
-    /// Appends the play modes.
-    void FillMenu(BCMenu& menu) const;
+    /// From now on the controls and `commands` are those of this player, which gets the volume that
+    /// is shown. Both outlive the last input of the user.
+    void Connect(CMediaPlayer& player, CTransport& transport, CCommandMap& commands);
 
     void ShowButtons(const TransportButtons& buttons) override;
     void ShowPosition(int percent) override;
@@ -47,7 +43,6 @@ private:
         void Label(StringId text) const;
     };
 
-    void Enable(const Control& control, bool enable);
     void ConnectSeek(CMediaPlayer& player);
 
     const Control m_previous;
@@ -57,5 +52,5 @@ private:
     CProgressSlider& m_seek;
     CBitmapSlider& m_volume;
     const QWidget& m_grid;
-    QActionGroup& m_playModes; ///< in the order of their numbers
+    CCommandState& m_state;
 };

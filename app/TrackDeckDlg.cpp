@@ -9,16 +9,18 @@
 #include "base/Messages.h"
 #include "base/Settings.h"
 #include "dialogs/AboutDlg.h"
+#include "dialogs/Help.h"
 #include "dialogs/ScanPCDlg.h"
 #include "dialogs/ScanningDlg.h"
+#include "dialogs/SetColumnDlg.h"
 #include "dialogs/SplashScreenEx.h"
 #include "grid/GridCtrl.h"
+#include "library/Commands.h"
+#include "library/ListMessages.h"
 #include "platform/Files.h"
 #include "platform/ScratchFolder.h"
-#include "skin/BCMenu.h"
 #include "skin/BitmapSlider.h"
 #include "skin/MenuBar.h"
-#include "skin/PicButton.h"
 #include "skin/Pictures.h"
 #include "skin/ProgressSlider.h"
 
@@ -48,7 +50,6 @@ constexpr FrameStyles kNormalStyle =
 constexpr FrameStyles kMiniStyle = FrameStyle::Fixed;
 
 /// The frame's button between the two forms of the window: its command, and its places.
-constexpr int kMiniCommand = 999;
 constexpr int kMiniButtonX = 130;
 constexpr int kNormalButtonX = 79;
 constexpr int kFormButtonY = 1;
@@ -62,15 +63,20 @@ CTrackDeckDlg::CTrackDeckDlg(QString openFile)
     : CBaseDlg(nullptr, kNormalStyle, Qt::Window)
     , m_strOpenFile(std::move(openFile))
     , m_pMenuBar(new CMenuBar(this))
-    , m_pScanAction(new QAction(this))
-    , m_pAboutAction(new QAction(this))
     , m_layout(*this)
+    , m_commandBar(*this, *m_pMenuBar, m_layout, m_commands)
+    , m_state(m_lists, m_commandBar)
     , m_view(m_lists, m_layout.Grid(), *this)
-    , m_panel(*this, m_layout)
+    , m_menus(m_layout.Grid(), m_commands)
+    , m_panel(*this, m_layout, m_state)
     , m_player([this] { return m_graphs.Make(); }, m_messages.Address(), m_panel)
     , m_transport(m_lists, m_player, m_view, m_panel)
     , m_artwork(m_lists, m_layout.Artwork(), m_transport)
-    , m_scanner(m_lists) {
+    , m_scanner(m_lists)
+    , m_prompts(*this)
+    , m_playlists(Context(), m_commands)
+    , m_viewCommands(Context(), m_commands, m_scanner)
+    , m_trackCommands(Context(), m_commands) {
     // Scans start before the window is up; what they find waits until it has been painted.
     m_messages.SetHeld(true);
     Guarded("OnInitDialog()", [this] { OnInitDialog(); });
@@ -80,11 +86,22 @@ CTrackDeckDlg::~CTrackDeckDlg() {
     m_messages.SetHeld(true); // no message may come while the rest goes
 }
 
+/// What the commands work with, all of which is made before them.
+CommandContext CTrackDeckDlg::Context() {
+    return {m_lists, m_view, m_state, m_transport, m_prompts, *this, m_messages.Address()};
+}
+
+void CTrackDeckDlg::ShowStatus(const QString& text) {
+    m_layout.Status().SetCaption(text);
+}
+
 void CTrackDeckDlg::OnInitDialog() {
     ShowSplash();
     BuildFrame();
+    layout()->setMenuBar(m_pMenuBar);
+    ConnectCommands();
     ConnectMessages();
-    BuildMenus();
+    ConnectView();
     m_strTempFolder = MakeScratchFolder(QStringLiteral("VTD_CDMA"));
     ReadSettings();
     setWindowTitle(LoadString(IDS_MAIN_TITLE));
@@ -95,6 +112,7 @@ void CTrackDeckDlg::OnInitDialog() {
     m_layout.Grid().SetImageList(images);
     m_view.FillGrid();
     OpenFile();
+    m_state.ApplyUiState(0);
     PlaceWindow();
 }
 
@@ -125,26 +143,46 @@ void CTrackDeckDlg::ConnectMessages() {
         return 0;
     });
     m_transport.Listen(m_messages);
-    m_panel.Connect(m_player, m_transport);
+}
+
+void CTrackDeckDlg::ConnectView() {
     m_layout.Grid().SetNotifyHandler([this](GridNotification& notification) {
         Guarded("OnNotify()", [&] {
             m_view.OnNotify(notification);
-            m_transport.UpdateTransport();
+            m_state.UpdateCommands();
         });
         if (notification.code == GVN_ENDLABELEDIT)
             PostListsDone();
     });
     m_view.SetCurrentTrackHandler(
         [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); });
-    m_view.SetPlayHandler(
-        [this](CMediaList& list, int index) { m_transport.PlayTrack(list, index); });
-    m_pScanAction->setText(LoadString(IDS_FILE_SCANPCFORMUSICS));
-    m_pScanAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_F));
-    connect(m_pScanAction, &QAction::triggered, this,
-            [this] { Guarded("OnScanPC()", [this] { OnScanPC(); }); });
-    connect(&m_layout.ScanButton(), &QAbstractButton::clicked, m_pScanAction, &QAction::trigger);
-    m_pAboutAction->setText(LoadString(IDS_HELP_ABOUTVELTRIATRACKDECK));
-    connect(m_pAboutAction, &QAction::triggered, this, &CTrackDeckDlg::OnAbout);
+    m_view.SetPlayHandler([this](CMediaList& list, int index) { OnPlay(list, index); });
+    m_view.SetMenuHandler([this](CCellID cell, const CMediaList* list, int index) {
+        m_state.UpdateCommands();
+        if (list)
+            m_menus.ShowRowMenu(cell, *list, index);
+        else
+            m_menus.ShowHeaderMenu(cell, m_view.GetColumns());
+    });
+    m_playlists.SetViewHandler([this] { m_commandBar.ShowOpenPlaylist(g_bPlaylistOnly); });
+    m_state.SetUpdateHandler([this] { m_transport.UpdateTransport(); });
+}
+
+/// The commands of the window itself; its parts have taken theirs.
+void CTrackDeckDlg::ConnectCommands() {
+    using namespace Command;
+    m_panel.Connect(m_player, m_transport, m_commands);
+    m_commands.On(kScan, [this](int) { OnScanPC(); });
+    m_commands.On(kExit, [this](int) { close(); });
+    m_commands.On(kHelp, [this](int) { OpenHelp(IDS_HELPDOC_TRACKDK, this); });
+    m_commands.On(kAbout, [this](int) { OnAbout(); });
+    m_commands.On(kMiniPlayer, [this](int) { ToggleMiniMode(); });
+    m_commands.On(kBodyPlay, [this](int) { m_view.PlayCurrent(); });
+    m_commands.On(kBodyRename, [this](int) { m_view.EditClickedCell(); });
+    m_commands.On(kFirstColumn, kLastColumn, [this](int column) { m_view.ToggleColumn(column); });
+    for (const int command : {kCustomizeView, kHeaderCustomize})
+        m_commands.On(command, [this](int) { OnCustomizeView(); });
+    m_commandBar.Build();
 }
 
 void CTrackDeckDlg::ShowSplash() {
@@ -154,12 +192,9 @@ void CTrackDeckDlg::ShowSplash() {
 }
 
 void CTrackDeckDlg::BuildFrame() {
-    m_skin.AddFrameButton(PictureId::MiniPlayer, kMiniCommand, kMiniButtonX, kFormButtonY,
+    m_skin.AddFrameButton(PictureId::MiniPlayer, Command::kMiniPlayer, kMiniButtonX, kFormButtonY,
                           LoadString(IDS_MAIN_MINI));
-    m_skin.SetCommandHandler([this](int command) {
-        if (command == kMiniCommand)
-            ToggleMiniMode();
-    });
+    m_skin.SetCommandHandler([this](int command) { m_commands.Run(command); });
     m_skin.SetFrameTips(LoadString(IDS_MAIN_MIN), LoadString(IDS_MAIN_MAX),
                         LoadString(IDS_MAIN_RESTOR), LoadString(IDS_MAIN_CLOSE));
     const QString about = LoadString(IDS_SYS_ABOUTTRACKDECK);
@@ -168,27 +203,6 @@ void CTrackDeckDlg::BuildFrame() {
     auto* action = new QAction(about, this);
     connect(action, &QAction::triggered, this, &CTrackDeckDlg::OnAbout);
     m_skin.AppendToSystemMenu(action);
-}
-
-void CTrackDeckDlg::BuildMenus() {
-    layout()->setMenuBar(m_pMenuBar);
-    BCMenu& file = m_pMenuBar->AddMenu(LoadString(IDS_FILE));
-    file.addAction(m_pScanAction);
-    file.addSeparator();
-    file.addAction(LoadString(IDS_FILE_EXIT), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
-                   &CTrackDeckDlg::close);
-    BCMenu& view = m_pMenuBar->AddMenu(LoadString(IDS_VIEW));
-    view.addAction(LoadString(IDS_VIEW_MYCOLLECTION), QKeySequence(Qt::CTRL | Qt::Key_1), this,
-                   [this] { ShowList(MEDIA_TYPE_COLLECTION); });
-    view.addAction(LoadString(IDS_VIEW_ALLMUSIC), QKeySequence(Qt::CTRL | Qt::Key_2), this,
-                   [this] { ShowList(MEDIA_TYPE_ALL); });
-    view.addSeparator();
-    QAction* mini =
-        view.addAction(LoadString(IDS_SYS_MINIPLAYER), this, &CTrackDeckDlg::ToggleMiniMode);
-    mini->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_M));
-    addAction(mini); // the key works while the menu bar is hidden
-    m_panel.FillMenu(m_pMenuBar->AddMenu(LoadString(IDS_OPTIONS)));
-    m_pMenuBar->AddMenu(LoadString(IDS_HELP)).addAction(m_pAboutAction);
 }
 
 void CTrackDeckDlg::CreateLists() {
@@ -202,7 +216,7 @@ void CTrackDeckDlg::CreateLists() {
     MakeFolder(folder);
     m_pSplash.reset();
     m_lists.SetLocation(collection, folder);
-    m_layout.Status().SetCaption(LoadString(IDS_SCAN_ING));
+    ShowStatus(LoadString(IDS_SCAN_ING));
     m_scanner.ScanList(m_messages.Address(), MEDIA_TYPE_COLLECTION, collection.m_iId, folder);
     m_lists.Add(LoadString(IDS_TYPE_ALL), MEDIA_TYPE_ALL, 1);
 }
@@ -214,22 +228,16 @@ void CTrackDeckDlg::OpenFile() {
         return;
     m_bMiniMode = 1;
     const auto play = [this](CMediaList& list, int index) {
-        if (IsPlaylistFile(m_strOpenFile))
-            return;
         m_view.ActivateList(list.m_iType); // the buttons are those of the active list
-        m_transport.PlayTrack(list, index);
+        OnPlay(list, index);
     };
     if (m_scanner.IsInCollection(m_strOpenFile)) {
         m_scanner.AutoPlay(m_strOpenFile, play);
         return;
     }
     CMediaList& all = *m_lists.FindListByType(MEDIA_TYPE_ALL);
-    auto request = std::make_unique<CMediaFileRequest>();
-    request->m_strPath = m_strOpenFile;
-    request->m_iType = MEDIA_TYPE_ALL;
-    request->m_iListId = all.m_iId;
-    m_messages.Address().Send({WM_TD_ADD_TRACK, 0, 1, std::move(request)});
-    m_messages.Address().Send({WM_TD_LIST_DONE, MEDIA_TYPE_ALL});
+    SendAddTrack(m_messages.Address(), all, m_strOpenFile);
+    SendListDone(m_messages.Address(), MEDIA_TYPE_ALL);
     play(all, all.GetCount() - 1);
 }
 
@@ -249,11 +257,11 @@ void CTrackDeckDlg::SetForm() {
     m_pMenuBar->setVisible(!m_bMiniMode);
     m_layout.SetMiniMode(m_bMiniMode != 0);
     if (m_bMiniMode) {
-        m_skin.ChangeFrameButton(PictureId::NormalWindow, kMiniCommand, kNormalButtonX,
+        m_skin.ChangeFrameButton(PictureId::NormalWindow, Command::kMiniPlayer, kNormalButtonX,
                                  kFormButtonY, LoadString(IDS_MAIN_NORMAL));
         setFixedSize(kMiniSize);
     } else {
-        m_skin.ChangeFrameButton(PictureId::MiniPlayer, kMiniCommand, kMiniButtonX, kFormButtonY,
+        m_skin.ChangeFrameButton(PictureId::MiniPlayer, Command::kMiniPlayer, kMiniButtonX, kFormButtonY,
                                  LoadString(IDS_MAIN_MINI));
         const QSize largest = screen()->availableSize() + QSize(kOverhang, kOverhang);
         setMinimumSize(kSmallestSize);
@@ -300,6 +308,7 @@ void CTrackDeckDlg::PostListsDone() {
 }
 
 void CTrackDeckDlg::OnListDone(int type) {
+    m_scanner.OnListDone(type);
     if (m_layout.Grid().IsEditing()) { // rows built anew would end what is being typed half-way
         m_listsDone.push_back(type);
         return;
@@ -312,24 +321,20 @@ void CTrackDeckDlg::OnListDone(int type) {
     m_view.FillGrid();
     if (type == MEDIA_TYPE_ALL) {
         m_view.ScrollToList(type);
-        EnableScan(true);
+        m_state.SetBit(UiState::kScan, true);
     }
-    m_layout.Status().SetCaption(QString());
+    ShowStatus(QString());
     m_transport.RenewQueue();
-    m_transport.UpdateTransport();
+    m_state.UpdateCommands();
     if (type == MEDIA_TYPE_COLLECTION)
         GstMediaGraphs::WarmUp();
 }
 
-void CTrackDeckDlg::EnableScan(bool enable) {
-    m_pScanAction->setEnabled(enable);
-    m_layout.ScanButton().setEnabled(enable);
-}
-
-void CTrackDeckDlg::ShowList(int type) {
-    m_view.ActivateList(type);
-    m_view.ScrollToList(type);
-    m_transport.UpdateTransport();
+void CTrackDeckDlg::OnPlay(CMediaList& list, int index) {
+    if (IsPlaylistFile(list[index]->m_strPath))
+        m_transport.PlayPlaylist(list, index);
+    else
+        m_transport.PlayTrack(list, index);
 }
 
 void CTrackDeckDlg::OnScanPC() {
@@ -337,17 +342,24 @@ void CTrackDeckDlg::OnScanPC() {
     if (options.exec() != QDialog::Accepted || options.GetFolder().isEmpty())
         return;
     CMediaList* all = m_lists.FindListByType(MEDIA_TYPE_ALL);
-    if (m_transport.GetPlayList() == all)
-        m_transport.StopPlayback();
+    m_transport.ReleaseList(*all);
     all->ClearAll();
     all->m_bVisible = 1;
     all->m_bExpanded = 1;
     // Not again before all that this scan found has come in.
-    EnableScan(false);
+    m_state.SetBit(UiState::kScan, false);
     CScanningDlg scanning(
         m_scanner, {m_messages.Address(), all->m_iId, options.GetFolder(), options.IsRecursive()},
         this);
     scanning.exec();
+}
+
+void CTrackDeckDlg::OnCustomizeView() {
+    CSetColumnDlg columns(m_view.GetColumns(), this);
+    if (columns.exec() != QDialog::Accepted)
+        return;
+    m_view.SetColumns(columns.GetColumns());
+    m_view.FillGrid();
 }
 
 void CTrackDeckDlg::ToggleMiniMode() {
@@ -400,9 +412,14 @@ void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
 /// Takes what the grid leaves to it. No more: a dialog would press its first button for Enter,
 /// wherever the focus is.
 void CTrackDeckDlg::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Delete)) {
+        // Also where the menu has it in gray: it takes tracks out of the open playlist.
+        m_commands.Run(Command::kDelete);
+        return;
+    }
     event->setAccepted(m_layout.Grid().hasFocus() &&
                        m_view.OnKey(event->key(), event->modifiers()));
-    m_transport.UpdateTransport();
+    m_state.UpdateCommands();
 }
 
 void CTrackDeckDlg::SaveOnClose() {

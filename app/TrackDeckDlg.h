@@ -1,13 +1,22 @@
 #pragma once
 
+#include "app/CommandBar.h"
+#include "app/ContextMenus.h"
 #include "app/MainLayout.h"
 #include "app/MprisPlayer.h"
 #include "app/PlayerPanel.h"
 #include "app/TrackArtwork.h"
 #include "base/IPlaybackGuard.h"
+#include "base/IStatusDisplay.h"
+#include "dialogs/Prompts.h"
+#include "library/CommandMap.h"
+#include "library/CommandState.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
+#include "library/Playlists.h"
+#include "library/TrackCommands.h"
 #include "library/TrackView.h"
+#include "library/ViewCommands.h"
 #include "platform/MessageTarget.h"
 #include "player/GstMediaGraph.h"
 #include "player/MediaPlayer.h"
@@ -21,13 +30,12 @@
 
 class CMenuBar;
 class CSplashScreenEx;
-class QAction;
 
 /// The main dialog, which is the program: it makes its parts, lays them out, connects them, and
 /// closes them down.
 ///
 /// Thread: interface thread. Workers reach it by messages alone.
-class CTrackDeckDlg : public CBaseDlg, private IPlaybackGuard {
+class CTrackDeckDlg : public CBaseDlg, private IPlaybackGuard, private IStatusDisplay {
 public:
     /// `openFile`: a document to open at start, or empty.
     explicit CTrackDeckDlg(QString openFile);
@@ -46,13 +54,16 @@ protected:
 
 private:
     void ReleaseFile(const QString& path) override { m_transport.ReleaseFile(path); }
+    void ShowStatus(const QString& text) override;
+    [[nodiscard]] CommandContext Context();
 
     void OnInitDialog();
     void ReadSettings();
     void ConnectMessages();
+    void ConnectView();
+    void ConnectCommands();
     void ShowSplash();
     void BuildFrame();
-    void BuildMenus();
     void CreateLists();
     void OpenFile();
     void PlaceWindow();
@@ -62,9 +73,9 @@ private:
     void ConnectDesktop();
     void PostListsDone();
     void OnListDone(int type);
-    void ShowList(int type);
+    void OnPlay(CMediaList& list, int index);
     void OnScanPC();
-    void EnableScan(bool enable);
+    void OnCustomizeView();
     void ToggleMiniMode();
     void OnAbout();
     void MoveTo(const QRect& place);
@@ -82,10 +93,12 @@ private:
 
     CMediaLists m_lists;
     CMenuBar* m_pMenuBar;
-    QAction* m_pScanAction;
-    QAction* m_pAboutAction;
     MainLayout m_layout;
+    CCommandMap m_commands;
+    CommandBar m_commandBar;
+    CCommandState m_state;
     CTrackView m_view;
+    ContextMenus m_menus;
     PlayerPanel m_panel;
     MessageTarget m_messages;
     GstMediaGraphs m_graphs;
@@ -94,4 +107,8 @@ private:
     std::unique_ptr<MprisPlayer> m_pMpris; ///< none before the window was painted
     TrackArtwork m_artwork;
     CLibraryScanner m_scanner;
+    CPrompts m_prompts;
+    CPlaylists m_playlists;
+    CViewCommands m_viewCommands;
+    CTrackCommands m_trackCommands;
 };

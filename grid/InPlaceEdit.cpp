@@ -67,6 +67,17 @@ bool CInPlaceEdit::EndsEdit(const QKeyEvent& event) const {
     }
 }
 
+/// Select All is the window's, if it has that key: it means all rows. The text is all selected from
+/// the start.
+bool CInPlaceEdit::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::SelectAll)) {
+        event->ignore();
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
 void CInPlaceEdit::keyPressEvent(QKeyEvent* event) {
     if (!EndsEdit(*event)) {
         QLineEdit::keyPressEvent(event);

@@ -38,6 +38,7 @@ Q_SIGNALS:
     void DoubleClicked(QPoint point);
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;

@@ -49,6 +49,7 @@ void CLibraryScanner::ScanList(const MessageAddress& target, int type, int listI
     request->m_iListId = listId;
     request->m_strPath = folder;
     request->m_bRecurse = 1;
+    m_scanning.insert(type);
     Start(std::move(request));
 }
 

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <stop_token>
 
 class CMediaList;
@@ -31,6 +32,12 @@ public:
     /// Scans a folder of the list with all its subfolders, telling `target`.
     void ScanList(const MessageAddress& target, int type, int listId, const QString& folder);
 
+    /// True from ScanList() to the end of that scan.
+    [[nodiscard]] bool IsScanning(int type) const { return m_scanning.contains(type); }
+
+    /// To be called on WM_TD_LIST_DONE.
+    void OnListDone(int type) { m_scanning.erase(type); }
+
     void Start(std::unique_ptr<CScanRequest> request);
 
     /// Tells once when the scan of My Collection adds the file of this path.
@@ -47,6 +54,7 @@ public:
 private:
     CMediaLists& m_lists;
     std::stop_source m_stop;
+    std::set<int> m_scanning; ///< types of the lists that are being scanned
     QString m_strAutoPlayPath; ///< empty: none
     AddedHandler m_pfnAutoPlay;
 };

@@ -67,12 +67,21 @@ void CMediaList::Append(std::unique_ptr<CTrackRecord> record) {
     m_sortOrder.reset();
 }
 
+void CMediaList::RemoveIf(const std::function<bool(const CTrackRecord&)>& goes) {
+    std::erase_if(m_records, [&](const auto& record) { return goes(*record); });
+}
+
 void CMediaList::ClearAll() {
     m_records.clear();
     m_sortOrder.reset();
     m_pCdCache.reset();
     m_bModified = 0;
     m_iSourceType = -1;
+}
+
+int CMediaList::TypeOfSource() const {
+    const bool holdsCopies = m_iType == MEDIA_TYPE_PLAYLIST || m_iType == MEDIA_TYPE_SELECTION;
+    return holdsCopies ? m_iSourceType : m_iType;
 }
 
 bool CMediaList::IsOnScreen() const {

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -48,8 +49,14 @@ public:
 
     void Append(std::unique_ptr<CTrackRecord> record);
 
+    /// Deletes the records for which `goes` says so; the others keep their order.
+    void RemoveIf(const std::function<bool(const CTrackRecord&)>& goes);
+
     /// Deletes all records and the CD cache. Title, type, identifier and colours stay.
     void ClearAll();
+
+    /// The type of the list that the tracks are from: another one's, where they are copies.
+    [[nodiscard]] int TypeOfSource() const;
 
     /// True if the section is on screen in the current view, open or closed.
     [[nodiscard]] bool IsOnScreen() const;
@@ -107,7 +114,7 @@ public:
     Colour m_crRowPlaying = 0xFCE5C5;
     Colour m_crRowText = 0;
     int m_iType = -1;
-    int m_iSourceType = -1;                    ///< of a selection: type of the list it is from
+    int m_iSourceType = -1;                    ///< of copies: type of the list they are from
     const int m_iId;                           ///< unique in the run
     int m_iMenuId = 0;                         ///< of a CD: identifier of its View menu item
     std::unique_ptr<CCdTrackCache> m_pCdCache; ///< of a CD

@@ -7,24 +7,31 @@ namespace {
 using R = CTrackRecord;
 
 constexpr TrackColumn kColumns[] = {
-    {kTitleColumn, &R::m_strTitle, IDS_FEILD_TITLE, SortKey::Text},
-    {0x2, &R::m_strArtist, IDS_FEILD_ARTIST, SortKey::Text},
-    {0x4, &R::m_strAlbum, IDS_FEILD_ALBUM, SortKey::Text},
-    {0x8, &R::m_strGenre, IDS_FEILD_GENRE, SortKey::Text},
-    {0x10, &R::m_strLength, IDS_FEILD_LENGTH, SortKey::Duration},
-    {0x20, &R::m_strSize, IDS_FEILD_SIZE, SortKey::FileSize},
-    {0x40, &R::m_strBPM, IDS_FEILD_BPM, SortKey::Number},
-    {0x80, &R::m_strStatus, IDS_FEILD_STATUS, SortKey::Text},
-    {0x100, &R::m_strBitrate, IDS_FEILD_BITRATE, SortKey::Number},
-    {0x200, &R::m_strComposer, IDS_FEILD_COMPOSER, SortKey::Text},
-    {0x400, &R::m_strDiskNumber, IDS_FEILD_DISKNUM, SortKey::Number},
-    {0x800, &R::m_strFormat, IDS_FEILD_FORMAT, SortKey::Text},
-    {0x1000, &R::m_strPath, IDS_FEILD_PATH, SortKey::Text},
-    {0x2000, &R::m_strSampleRate, IDS_FEILD_SAMPLERATE, SortKey::Number},
-    {0x4000, &R::m_strTempo, IDS_FEILD_TEMPO, SortKey::Text},
-    {0x8000, &R::m_strTrackNumber, IDS_FEILD_TRACKNUM, SortKey::Number},
-    {0x10000, &R::m_strYear, IDS_FEILD_YEAR, SortKey::Number},
+    {kTitleColumn, &R::m_strTitle, "Title", "IDS_FEILD_TITLE", SortKey::Text, 32818},
+    {0x2, &R::m_strArtist, "Artist", "IDS_FEILD_ARTIST", SortKey::Text, 32805},
+    {0x4, &R::m_strAlbum, "Album", "IDS_FEILD_ALBUM", SortKey::Text, 32804},
+    {0x8, &R::m_strGenre, "Genre", "IDS_FEILD_GENRE", SortKey::Text, 32811},
+    {0x10, &R::m_strLength, "Length", "IDS_FEILD_LENGTH", SortKey::Duration, 32812},
+    {0x20, &R::m_strSize, "Size", "IDS_FEILD_SIZE", SortKey::FileSize, 32815},
+    {0x40, &R::m_strBPM, "BPM", "IDS_FEILD_BPM", SortKey::Number, 32806},
+    {0x80, &R::m_strStatus, "Status", "IDS_FEILD_STATUS", SortKey::Text, 32816},
+    {0x100, &R::m_strBitrate, "Bit Rate", "IDS_FEILD_BITRATE", SortKey::Number, 32807},
+    {0x200, &R::m_strComposer, "Composer", "IDS_FEILD_COMPOSER", SortKey::Text, 32808},
+    {0x400, &R::m_strDiskNumber, "Disk Number", "IDS_FEILD_DISKNUM", SortKey::Number, 32809},
+    {0x800, &R::m_strFormat, "Format", "IDS_FEILD_FORMAT", SortKey::Text, 32810},
+    {0x1000, &R::m_strPath, "Path", "IDS_FEILD_PATH", SortKey::Text, 32813},
+    {0x2000, &R::m_strSampleRate, "Sample Rate", "IDS_FEILD_SAMPLERATE", SortKey::Number, 32814},
+    {0x4000, &R::m_strTempo, "Tempo", "IDS_FEILD_TEMPO", SortKey::Text, 32817},
+    {0x8000, &R::m_strTrackNumber, "Track Number", "IDS_FEILD_TRACKNUM", SortKey::Number, 32819},
+    {0x10000, &R::m_strYear, "Year", "IDS_FEILD_YEAR", SortKey::Number, 32820},
 };
+
+template <typename Value>
+const TrackColumn* FindColumn(Value TrackColumn::*field, Value value) {
+    const auto* found = std::find_if(std::begin(kColumns), std::end(kColumns),
+                                     [&](const TrackColumn& row) { return row.*field == value; });
+    return found == std::end(kColumns) ? nullptr : found;
+}
 
 } // namespace
 
@@ -33,8 +40,9 @@ std::span<const TrackColumn> AllTrackColumns() {
 }
 
 const TrackColumn* FindTrackColumn(unsigned bit) {
-    const auto* found =
-        std::find_if(std::begin(kColumns), std::end(kColumns),
-                     [bit](const TrackColumn& column) { return column.bit == bit; });
-    return found == std::end(kColumns) ? nullptr : found;
+    return FindColumn(&TrackColumn::bit, bit);
+}
+
+const TrackColumn* FindTrackColumnOfCommand(int command) {
+    return FindColumn(&TrackColumn::command, command);
 }

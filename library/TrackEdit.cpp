@@ -1,7 +1,10 @@
 #include "library/TrackEdit.h"
 
+#include "base/FileKinds.h"
 #include "base/IPlaybackGuard.h"
 #include "library/MediaList.h"
+#include "platform/Files.h"
+#include "platform/Path.h"
 #include "tags/TrackTags.h"
 
 #include <algorithm>
@@ -15,50 +18,63 @@ using I = CTrackInfo;
 constexpr struct {
     TrackText shown;
     QString CTrackInfo::*stored;
-} kEditableTexts[] = {
-    {&R::m_strTitle, &I::m_strTitle},
-    {&R::m_strArtist, &I::m_strArtist},
-    {&R::m_strAlbum, &I::m_strAlbum},
-    {&R::m_strComposer, &I::m_strComposer},
-    {&R::m_strDiskNumber, &I::m_strDiskNumber},
-    {&R::m_strTrackNumber, &I::m_strTrackNumber},
-    {&R::m_strYear, &I::m_strYear},
+    bool isTyped; ///< not chosen from a menu
+} kStoredTexts[] = {
+    {&R::m_strTitle, &I::m_strTitle, true},
+    {&R::m_strArtist, &I::m_strArtist, true},
+    {&R::m_strAlbum, &I::m_strAlbum, true},
+    {&R::m_strComposer, &I::m_strComposer, true},
+    {&R::m_strDiskNumber, &I::m_strDiskNumber, true},
+    {&R::m_strGenre, &I::m_strGenre, false},
+    {&R::m_strTrackNumber, &I::m_strTrackNumber, true},
+    {&R::m_strYear, &I::m_strYear, true},
 };
 
-/// Null for a text that can't be edited.
-QString CTrackInfo::*StoredText(TrackText shown) {
-    const auto* found = std::find_if(std::begin(kEditableTexts), std::end(kEditableTexts),
+/// Null for a text that the tags don't hold.
+const auto* FindStoredText(TrackText shown) {
+    const auto* found = std::find_if(std::begin(kStoredTexts), std::end(kStoredTexts),
                                      [shown](const auto& text) { return text.shown == shown; });
-    return found == std::end(kEditableTexts) ? nullptr : found->stored;
+    return found == std::end(kStoredTexts) ? nullptr : found;
 }
 
-/// The type of the list that the tracks of a list are from.
-int TypeOfSource(const CMediaList& list) {
-    const bool holdsCopies =
-        list.m_iType == MEDIA_TYPE_PLAYLIST || list.m_iType == MEDIA_TYPE_SELECTION;
-    return holdsCopies ? list.m_iSourceType : list.m_iType;
-}
+constexpr qsizetype kLongestName = 255; // bytes
 
 } // namespace
 
 bool IsEditable(const CMediaList& list, int index, TrackText text) {
     const CTrackRecord* track = list[index];
-    return track && HasWritableTags(track->m_strPath) &&
-           TypeOfSource(list) == MEDIA_TYPE_COLLECTION && StoredText(text);
+    if (!track || list.TypeOfSource() != MEDIA_TYPE_COLLECTION)
+        return false;
+    if (IsPlaylistFile(track->m_strPath))
+        return list.m_iType == MEDIA_TYPE_COLLECTION && text == &R::m_strTitle;
+    const auto* stored = FindStoredText(text);
+    return HasWritableTags(track->m_strPath) && stored && stored->isTyped;
 }
 
 std::optional<QString> StoreTrackText(IPlaybackGuard& guard, const QString& path, TrackText text,
                                       const QString& value) {
-    const auto stored = StoredText(text);
+    const auto* row = FindStoredText(text);
     CTrackInfo info;
-    if (!stored || ReadTrackTags(path, info) != 0)
+    if (!row || ReadTrackTags(path, info) != 0)
         return std::nullopt;
-    info.*stored = value;
+    info.*row->stored = value;
     guard.ReleaseFile(path);
     if (WriteTrackTags(path, info, 0) != 0)
         return std::nullopt;
     CTrackInfo written;
     if (ReadTrackTags(path, written) != 0)
         return std::nullopt;
-    return written.*stored;
+    return written.*row->stored;
+}
+
+std::optional<QString> RenamePlaylist(const QString& path, const QString& title) {
+    QString name = title.trimmed();
+    if (name.isEmpty() || name.startsWith(u'.') || name.contains(u'/') || name.contains(QChar()))
+        return std::nullopt;
+    if (!IsPlaylistFile(name))
+        name += QStringLiteral(".m3u");
+    const QString renamed = Path::Join(Path::Folder(path), name);
+    if (Path::ToBytes(name).size() > kLongestName || !MoveToFreePath(path, renamed))
+        return std::nullopt;
+    return renamed;
 }

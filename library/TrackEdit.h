@@ -15,7 +15,7 @@ class IPlaybackGuard;
 
 /// Whether the user may type another text for a track in the place of this one. Tracks of My
 /// Collection have such texts if their tags can be written, in the open playlist and the selection
-/// too.
+/// too. Of a playlist it is the title.
 [[nodiscard]] bool IsEditable(const CMediaList& list, int index, TrackText text);
 
 /// Writes `value` as this text into the tags of a file, whose other texts stay; `guard` is asked
@@ -23,3 +23,7 @@ class IPlaybackGuard;
 /// place of nothing. No answer if it could not be written; then the file is as it was.
 [[nodiscard]] std::optional<QString> StoreTrackText(IPlaybackGuard& guard, const QString& path,
                                                     TrackText text, const QString& value);
+
+/// Gives the file of a playlist the name that its title tells, in its folder. Returns its new path;
+/// none if that is taken or no name: then all is as it was.
+[[nodiscard]] std::optional<QString> RenamePlaylist(const QString& path, const QString& title);

@@ -22,7 +22,6 @@ constexpr COLORREF kCellBackground = 0xE0FFFF;
 constexpr COLORREF kSelectedBackground = 0xDFBE7A;
 constexpr COLORREF kHeaderText = 0;
 
-constexpr int kTitleGridColumn = 1;
 constexpr int kFirstWidth = 100; ///< until the columns are fitted
 
 COLORREF RowColour(const CMediaList& list, int index) {
@@ -64,6 +63,14 @@ void CTrackView::SetColumns(unsigned columns) {
     for (const TrackColumn& column : AllTrackColumns())
         if (m_dwColumns & column.bit)
             m_columns.push_back(&column);
+}
+
+void CTrackView::ToggleColumn(int command) {
+    const TrackColumn* column = FindTrackColumnOfCommand(command);
+    if (!column)
+        return;
+    SetColumns(m_dwColumns ^ column->bit);
+    FillGrid();
 }
 
 int CTrackView::CountRows() const {
@@ -174,7 +181,9 @@ void CTrackView::FillHeader() {
     item.textClr = kHeaderText;
     for (item.col = 0; item.col < m_grid.GetColumnCount(); ++item.col) {
         item.text =
-            item.col == kCheckColumn ? QString() : LoadString(m_columns[item.col - 1]->header);
+            item.col == kCheckColumn
+                ? QString()
+                : GetLanguageText(QString::fromLatin1(m_columns[item.col - 1]->header));
         m_grid.SetItem(item);
     }
 }
@@ -221,8 +230,7 @@ void CTrackView::WriteTrack(const CMediaList& list, int index, int row) {
     item.textClr = list.m_crRowText;
     item.col = kCheckColumn;
     m_grid.SetItem(item);
-    if (auto* check = dynamic_cast<CGridCellCheck*>(m_grid.GetCell(row, kCheckColumn)))
-        check->SetCheck(track.m_bChecked != 0);
+    WriteCheck(track, row);
     item.mask |= GridMask::Text | GridMask::Image;
     for (item.col = 1; item.col < m_grid.GetColumnCount(); ++item.col) {
         item.text = Path::ForDisplay(track.*m_columns[item.col - 1]->text);
@@ -231,6 +239,11 @@ void CTrackView::WriteTrack(const CMediaList& list, int index, int row) {
             item.image = IsPlaylistFile(track.m_strPath) ? kPlaylistImage : kTrackImage;
         m_grid.SetItem(item);
     }
+}
+
+void CTrackView::WriteCheck(const CTrackRecord& track, int row) {
+    if (auto* check = dynamic_cast<CGridCellCheck*>(m_grid.GetCell(row, kCheckColumn)))
+        check->SetCheck(track.m_bChecked != 0);
 }
 
 void CTrackView::SelectRow(int row, bool select) {
@@ -270,16 +283,22 @@ void CTrackView::ShowPlayingList(const CMediaList* list) {
     RefreshRows(1, list, -1);
 }
 
+void CTrackView::RefreshChecks(const CMediaList& list) {
+    if (list.ShowsTracks()) {
+        for (int index = 0; index < list.GetCount(); ++index)
+            WriteCheck(*list[index], RowOf(list, index));
+        m_grid.Refresh();
+    }
+    RefreshRows(1, &list, -1);
+}
+
 void CTrackView::SortColumn(int gridColumn) {
     CMediaList* list = m_lists.GetActiveList();
     const TrackColumn* column = ColumnAt(gridColumn);
     if (!list || (!column && gridColumn != kCheckColumn))
         return;
-    const CTrackRecord* current = list == m_pCurrentList ? (*list)[m_iCurrentIndex] : nullptr;
     if (list->SortBy(column ? column->bit : 0, CMediaList::kToggleDirection)) {
         list->m_bModified = 1;
-        while (current && (*list)[m_iCurrentIndex] != current)
-            m_iCurrentIndex = (m_iCurrentIndex + 1) % list->GetCount();
         FillGrid();
     }
     MarkSortColumn();
@@ -296,12 +315,29 @@ void CTrackView::SetTrackStatus(const QString& path, const QString& text) {
     }
 }
 
+TrackPlace CTrackView::GetCurrentTrack() const {
+    if (!m_pCurrentList || m_strCurrentPath.isEmpty())
+        return {};
+    const CTrackRecord* track = (*m_pCurrentList)[m_iCurrentIndex];
+    const int index = track && track->m_strPath == m_strCurrentPath
+                          ? m_iCurrentIndex
+                          : m_pCurrentList->FindPath(m_strCurrentPath);
+    return index < 0 ? TrackPlace{} : TrackPlace{m_pCurrentList, index};
+}
+
+void CTrackView::ShowList(int type) {
+    ActivateList(type);
+    ScrollToList(type);
+}
+
 void CTrackView::ActivateList(int type) {
+    const CMediaList* target = m_lists.FindListByType(type);
+    if (g_bPlaylistOnly || !target)
+        return;
     if (g_bSelectionOnly) {
         g_bSelectionOnly = 0;
         FillGrid();
     }
-    const CMediaList* target = m_lists.FindListByType(type);
     for (const auto& list : m_lists.All()) {
         if (list.get() == target) {
             list->m_bActive = 1;

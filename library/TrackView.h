@@ -35,8 +35,12 @@ public:
     /// Takes the track that became the current one.
     using CurrentTrackHandler = std::function<void(const CMediaList& list, int index)>;
 
-    /// Takes a track that is to be played, which is no playlist.
+    /// Takes a track or playlist that is to be played.
     using PlayHandler = std::function<void(CMediaList& list, int index)>;
+
+    /// Takes what was clicked for a menu: a record, a list's title for -1, or no list for the
+    /// header. `cell` is the grid's.
+    using MenuHandler = std::function<void(CCellID cell, const CMediaList* list, int index)>;
 
     /// `guard` is asked before the text of a track is stored.
     CTrackView(CMediaLists& lists, CGridCtrl& grid, IPlaybackGuard& guard);
@@ -45,12 +49,19 @@ public:
     void SetColumns(unsigned columns);
     [[nodiscard]] unsigned GetColumns() const { return m_dwColumns; }
 
+    /// Shows the column of a command, or no longer. The title stays.
+    void ToggleColumn(int command);
+
     /// Builds all rows anew and fits the columns to their texts. The grid scrolls to its head; the
     /// keyboard's focus goes with the track or title that has it, as long as that is shown.
-    void FillGrid();
+    void FillGrid() override;
 
     void RefreshRows(int keepSelection, const CMediaList* list, int index) override;
+    void RefreshChecks(const CMediaList& list) override;
+    void ShowText(const QString& path, TrackText text, const QString& value) override;
     void ShowPlayingList(const CMediaList* list) override;
+    void ShowList(int type) override;
+    [[nodiscard]] TrackPlace GetCurrentTrack() const override;
 
     /// Sorts the active list by a column of the grid, turning the direction each time.
     void SortColumn(int gridColumn);
@@ -58,7 +69,7 @@ public:
     /// Shows `text` as the status of the first track with this path. Empty text clears it.
     void SetTrackStatus(const QString& path, const QString& text);
 
-    /// Makes the first list of a type the active one, leaving the selection view.
+    /// ShowList() without scrolling.
     void ActivateList(int type);
 
     /// Scrolls so far that the title of the first list of a type is at the top, or all behind it is
@@ -69,6 +80,7 @@ public:
         m_pfnCurrentTrack = std::move(handler);
     }
     void SetPlayHandler(PlayHandler handler) { m_pfnPlay = std::move(handler); }
+    void SetMenuHandler(MenuHandler handler) { m_pfnMenu = std::move(handler); }
 
     /// Takes the grid's notifications, allows edits or not, and stores what was typed.
     void OnNotify(GridNotification& notification);
@@ -78,23 +90,21 @@ public:
     /// header of the focused column does. False for any other key.
     bool OnKey(int key, Qt::KeyboardModifiers modifiers);
 
-    /// The cell of the last right click, none before the first.
-    [[nodiscard]] CCellID GetClickedCell() const { return {m_iClickRow, m_iClickColumn}; }
+    /// Plays the current track, as a double click on it does.
+    void PlayCurrent();
 
-    [[nodiscard]] CMediaList* GetCurrentList() const { return m_pCurrentList; }
-    [[nodiscard]] int GetCurrentIndex() const { return m_iCurrentIndex; }
+    /// Opens an edit of the cell of the last right click; of the title where that can't be edited.
+    void EditClickedCell();
 
 private:
     static constexpr int kCheckColumn = 0;
+    static constexpr int kTitleGridColumn = 1;
 
     /// What a click does to the check box of its row.
     enum class CheckMark { Keep, Toggle, Set };
 
-    /// What a row of the grid shows: the track at an index, or the list's title for -1.
-    struct Row {
-        CMediaList* list = nullptr; ///< none: the row shows neither
-        int index = -1;
-    };
+    /// What a row of the grid shows: the track at an index, the list's title for -1, or neither.
+    using Row = TrackPlace;
 
     // TrackView.cpp
     void ConfigureGrid();
@@ -111,6 +121,7 @@ private:
     void FillTrackRow(const CMediaList& list, int index, int row);
     void WriteTitle(const CMediaList& list, int row);
     void WriteTrack(const CMediaList& list, int index, int row);
+    void WriteCheck(const CTrackRecord& track, int row);
     void SelectRow(int row, bool select);
 
     // TrackViewInput.cpp
@@ -119,13 +130,14 @@ private:
     void ClickTrack(CMediaList& list, int index, CheckMark mark);
     void ForgetOtherSelections(CMediaList& list, int clicked);
     void OnRightClick(CCellID cell);
+    void SelectClicked(CCellID cell);
     void OnDoubleClick(int row);
     void ToggleChecks();
     void FoldSection(CMediaList& list);
     void PlayTrack(CMediaList& list, int index);
     [[nodiscard]] bool AllowsEdit(CCellID cell) const;
     void OnEdited(CCellID cell);
-    void ShowText(const QString& path, TrackText text, const QString& value);
+    void OnPlaylistRenamed(const QString& path, const QString& title);
 
     CMediaLists& m_lists;
     CGridCtrl& m_grid;
@@ -135,9 +147,11 @@ private:
 
     CurrentTrackHandler m_pfnCurrentTrack;
     PlayHandler m_pfnPlay;
+    MenuHandler m_pfnMenu;
 
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
     int m_iCurrentIndex = -1;
+    QString m_strCurrentPath; ///< its key: tracks may have been moved or taken out since
     CMediaList* m_pLastList = nullptr;          ///< list of the last click without the control key
     const CMediaList* m_pPlayingList = nullptr; ///< whose title says so
     int m_iClickRow = -1;                       ///< of the last right click

@@ -77,6 +77,7 @@ void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
     list.m_bActive = 1;
     m_pCurrentList = &list;
     m_iCurrentIndex = index;
+    m_strCurrentPath = track.m_strPath;
     if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
         m_pLastList = &list;
     RefreshRows(0, &list, -1);
@@ -97,8 +98,16 @@ void CTrackView::ForgetOtherSelections(CMediaList& list, int clicked) {
 void CTrackView::OnRightClick(CCellID cell) {
     m_iClickRow = cell.row;
     m_iClickColumn = cell.col;
-    if (cell.row == 0)
+    if (cell.row > 0)
+        SelectClicked(cell);
+    if (!m_pfnMenu)
         return;
+    const Row hit = FindRow(cell.row);
+    if (cell.row == 0 || hit.list)
+        m_pfnMenu(cell, hit.list, hit.index);
+}
+
+void CTrackView::SelectClicked(CCellID cell) {
     if (!(m_grid.GetItemState(cell.row, cell.col) & GridState::Selected)) {
         m_grid.SetSelectedRange(cell.row, 0, cell.row, m_grid.GetColumnCount() - 1);
         m_grid.SetFocusCell(cell);
@@ -161,13 +170,23 @@ void CTrackView::FoldSection(CMediaList& list) {
     m_grid.verticalScrollBar()->setValue(vertical);
 }
 
-/// A playlist is chosen only.
 void CTrackView::PlayTrack(CMediaList& list, int index) {
     list[index]->m_bRowSelected = 1;
     list.m_bActive = 1;
     RefreshRows(1, &list, index);
-    if (m_pfnPlay && !IsPlaylistFile(list[index]->m_strPath))
+    if (m_pfnPlay)
         m_pfnPlay(list, index);
+}
+
+void CTrackView::PlayCurrent() {
+    if (const TrackPlace current = GetCurrentTrack(); current.list)
+        PlayTrack(*current.list, current.index);
+}
+
+void CTrackView::EditClickedCell() {
+    const CCellID title{m_iClickRow, kTitleGridColumn};
+    const CCellID clicked{m_iClickRow, m_iClickColumn};
+    m_grid.OnEditCell(AllowsEdit(clicked) ? clicked : title);
 }
 
 bool CTrackView::AllowsEdit(CCellID cell) const {
@@ -184,6 +203,10 @@ void CTrackView::OnEdited(CCellID cell) {
     if (!edited.list || edited.index == -1 || !column || !typed)
         return;
     const QString path = (*edited.list)[edited.index]->m_strPath;
+    if (IsPlaylistFile(path)) {
+        OnPlaylistRenamed(path, typed->GetText());
+        return;
+    }
     const auto stored = StoreTrackText(m_guard, path, column->text, typed->GetText());
     if (stored)
         ShowText(path, column->text, *stored);
@@ -191,8 +214,26 @@ void CTrackView::OnEdited(CCellID cell) {
         RefreshRows(1, edited.list, edited.index);
 }
 
-/// For all tracks of this file, which may be in several lists. Case matters here: on disk it is
-/// part of the name.
+/// Its new name is its title.
+void CTrackView::OnPlaylistRenamed(const QString& path, const QString& title) {
+    const auto renamed = RenamePlaylist(path, title);
+    for (const auto& list : m_lists.All()) {
+        for (int index = 0; index < list->GetCount(); ++index) {
+            CTrackRecord& record = *(*list)[index];
+            if (record.m_strPath != path)
+                continue;
+            if (renamed) {
+                record.m_strPath = *renamed;
+                record.m_strTitle = title;
+            }
+            RefreshRows(1, list.get(), index);
+        }
+    }
+    if (renamed && m_strCurrentPath == path)
+        m_strCurrentPath = *renamed;
+}
+
+/// Case matters here: on disk it is part of the name.
 void CTrackView::ShowText(const QString& path, TrackText text, const QString& value) {
     for (const auto& list : m_lists.All()) {
         for (int index = 0; index < list->GetCount(); ++index) {

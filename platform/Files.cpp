@@ -152,3 +152,7 @@ bool MoveToFreePath(const QString& from, const QString& to) {
     return ::lstat(target.constData(), &status) != 0 && errno == ENOENT &&
            ::rename(source.constData(), target.constData()) == 0;
 }
+
+bool DeleteFile(const QString& path) {
+    return ::unlink(Path::ToBytes(path).constData()) == 0 || errno == ENOENT;
+}

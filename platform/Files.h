@@ -92,3 +92,7 @@ enum class NewFolder { Made, NameTaken, Failed };
 /// Gives a file or folder another path on the same volume. What has that path already is never
 /// replaced: then nothing is done. True if it was moved.
 [[nodiscard]] bool MoveToFreePath(const QString& from, const QString& to);
+
+/// Deletes a file, or the link that leads to one. True if it is gone afterwards, as when there was
+/// none. A folder is never deleted.
+[[nodiscard]] bool DeleteFile(const QString& path);

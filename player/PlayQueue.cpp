@@ -4,7 +4,9 @@
 #include "library/MediaList.h"
 
 #include <algorithm>
+#include <iterator>
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -19,28 +21,41 @@ bool IsRandom(int mode) {
 } // namespace
 
 void CPlayQueue::Build(const CMediaList& list, int startRow, int mode) {
-    Clear();
-    m_iQueueIndex = 0;
-    std::optional<CPlayQueueEntry> first;
+    std::vector<CPlayQueueEntry> tracks;
+    int firstRow = IsRandom(mode) ? startRow : -1;
     for (int row = 0; row < list.GetCount(); ++row) {
         const CTrackRecord& track = *list[row];
         if (IsPlaylistFile(track.m_strPath))
             continue;
-        const bool leads =
-            startRow == -1 ? !first && track.m_bChecked : IsRandom(mode) && row == startRow;
-        if (leads)
-            first = {track.m_strPath, row};
-        else
-            m_queue.push_back({track.m_strPath, row});
+        tracks.push_back({track.m_strPath, row});
+        if (startRow == -1 && firstRow == -1 && track.m_bChecked)
+            firstRow = row;
     }
+    Order(std::move(tracks), firstRow, startRow, mode);
+}
+
+void CPlayQueue::Build(const QStringList& files, int startRow, int mode) {
+    std::vector<CPlayQueueEntry> tracks;
+    for (int row = 0; row < files.size(); ++row)
+        if (!IsPlaylistFile(files[row]))
+            tracks.push_back({files[row], row});
+    Order(std::move(tracks), IsRandom(mode) ? startRow : -1, startRow, mode);
+}
+
+/// The track of `firstRow` comes ahead of all, that of `startRow` is the current one.
+void CPlayQueue::Order(std::vector<CPlayQueueEntry> tracks, int firstRow, int startRow, int mode) {
+    m_queue = std::move(tracks);
+    m_iQueueIndex = 0;
+    const auto find = [this](int row) {
+        return std::find_if(m_queue.begin(), m_queue.end(),
+                            [row](const CPlayQueueEntry& entry) { return entry.iRow == row; });
+    };
+    auto rest = m_queue.begin();
+    if (const auto first = find(firstRow); first != m_queue.end())
+        std::rotate(rest++, first, std::next(first));
     if (IsRandom(mode))
-        std::shuffle(m_queue.begin(), m_queue.end(), std::mt19937(std::random_device()()));
-    if (first)
-        m_queue.insert(m_queue.begin(), *first);
-    const auto start =
-        std::find_if(m_queue.begin(), m_queue.end(),
-                     [startRow](const CPlayQueueEntry& entry) { return entry.iRow == startRow; });
-    if (start != m_queue.end())
+        std::shuffle(rest, m_queue.end(), std::mt19937(std::random_device()()));
+    if (const auto start = find(startRow); start != m_queue.end())
         m_iQueueIndex = static_cast<int>(start - m_queue.begin());
 }
 

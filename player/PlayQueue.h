@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -26,6 +27,9 @@ public:
     /// Makes the order from a list's tracks; playlists are left out. `startRow` is the track to
     /// begin with; for -1 it is the first checked one, if there is any, ahead of the rest.
     void Build(const CMediaList& list, int startRow, int mode);
+
+    /// The same for the files of a playlist, whose rows are their places in it.
+    void Build(const QStringList& files, int startRow, int mode);
     void Clear();
 
     /// One step on, round and round in the continuous modes. False at the end: then no entry is
@@ -48,6 +52,8 @@ public:
     [[nodiscard]] int GetIndex() const { return m_iQueueIndex; }
 
 private:
+    void Order(std::vector<CPlayQueueEntry> tracks, int firstRow, int startRow, int mode);
+
     std::vector<CPlayQueueEntry> m_queue;
     int m_iQueueIndex = -1; ///< of the current entry; -1: finished
 };

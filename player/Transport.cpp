@@ -4,6 +4,7 @@
 #include "base/Messages.h"
 #include "library/ITrackView.h"
 #include "library/MediaLists.h"
+#include "library/PlaylistFile.h"
 #include "platform/MessageTarget.h"
 #include "platform/Path.h"
 #include "player/MediaPlayer.h"
@@ -27,6 +28,11 @@ QString CaptionOf(const CTrackRecord& track) {
     QStringList parts{track.m_strArtist, track.m_strAlbum, track.m_strTitle};
     parts.removeAll(QString());
     return Path::ForDisplay(parts.join(QStringLiteral(" - ")));
+}
+
+/// For a file that is in no list.
+QString NameOf(const QString& path) {
+    return Path::ForDisplay(Path::BaseName(path));
 }
 
 } // namespace
@@ -103,6 +109,19 @@ void CTransport::PlayTrack(CMediaList& list, int index) {
     StartQueue();
 }
 
+void CTransport::PlayPlaylist(CMediaList& list, int index) {
+    const QString path = list[index]->m_strPath;
+    QStringList entries;
+    ReadPlaylist(path, entries, 1);
+    MarkRow(false);
+    m_pPlayList = &list;
+    m_playlist.clear();
+    for (const QString& entry : entries)
+        m_playlist += ResolveEntry(path, entry);
+    m_queue.Build(m_playlist, 0, m_iPlayMode);
+    StartQueue();
+}
+
 void CTransport::SetPlayMode(int mode) {
     if (mode != m_iPlayMode) {
         m_iPlayMode = mode;
@@ -113,7 +132,10 @@ void CTransport::SetPlayMode(int mode) {
 }
 
 void CTransport::RenewQueue() {
-    if (FindNowPlaying()) // which may have moved since
+    const auto current = m_queue.Current();
+    if (!m_playlist.isEmpty() && current)
+        m_queue.Build(m_playlist, current->iRow, m_iPlayMode);
+    else if (m_playlist.isEmpty() && FindNowPlaying()) // which may have moved since
         BuildPlayQueue(nullptr, m_iNowPlayingRow);
 }
 
@@ -121,6 +143,7 @@ void CTransport::RenewQueue() {
 void CTransport::BuildPlayQueue(CMediaList* list, int startRow) {
     if (list)
         m_pPlayList = list;
+    m_playlist.clear();
     m_queue.Build(*m_pPlayList, startRow, m_iPlayMode);
 }
 
@@ -184,6 +207,7 @@ void CTransport::StopPlayback() {
     m_player.CloseFilterGraph();
     m_queue.Clear();
     m_pPlayList = nullptr;
+    m_playlist.clear();
     m_iNowPlayingRow = -1;
     m_strNowPlayingPath.clear();
     m_display.EnableSeek(false);
@@ -192,6 +216,11 @@ void CTransport::StopPlayback() {
 
 void CTransport::ReleaseFile(const QString& path) {
     if (!path.isEmpty() && path == m_strNowPlayingPath)
+        StopPlayback();
+}
+
+void CTransport::ReleaseList(const CMediaList& list) {
+    if (&list == m_pPlayList)
         StopPlayback();
 }
 
@@ -246,11 +275,11 @@ void CTransport::OnGraphEvent(const GraphEvent& event) {
 void CTransport::OnRendered() {
     m_bCanPlay = true;
     m_display.EnableSeek(true);
-    if (CTrackRecord* track = FindNowPlaying()) {
+    CTrackRecord* track = FindNowPlaying();
+    if (track)
         track->m_strStatus.clear();
-        if (m_iTransport != TransportState::Stopped)
-            m_display.ShowCaption(CaptionOf(*track));
-    }
+    if (m_iTransport != TransportState::Stopped)
+        m_display.ShowCaption(track ? CaptionOf(*track) : NameOf(m_strNowPlayingPath));
     ShowLength();
     ShowTransport();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/IPlaybackGuard.h"
+#include "library/ITrackPlayer.h"
 #include "player/PlayQueue.h"
 #include "player/TransportDisplay.h"
 
@@ -26,7 +26,7 @@ struct GraphEvent;
 /// Thread:   interface thread.
 /// Lifetime: what the constructor takes outlives this. A list whose tracks go is left with
 ///           StopPlayback() first.
-class CTransport : public IPlaybackGuard {
+class CTransport : public ITrackPlayer {
 public:
     CTransport(const CMediaLists& lists, CMediaPlayer& player, ITrackView& view,
                ITransportDisplay& display);
@@ -52,16 +52,22 @@ public:
     /// first checked track, if there is one.
     void PlayTrack(CMediaList& list, int index);
 
+    /// Plays the files of the playlist at an index of a list from the first on. One that can't be
+    /// read, or is empty, plays nothing.
+    void PlayPlaylist(CMediaList& list, int index);
+
     /// Another of the play modes; the queue is built anew behind the track that plays.
     void SetPlayMode(int mode);
     [[nodiscard]] int GetPlayMode() const { return m_iPlayMode; }
 
-    /// Takes in what has come to the list that plays, behind the track that plays.
+    /// Takes in what has come to the list that plays, behind the track that plays. A playlist goes
+    /// on as it is.
     void RenewQueue();
 
     /// Stops, closes the file, and forgets the list.
     void StopPlayback();
     void ReleaseFile(const QString& path) override;
+    void ReleaseList(const CMediaList& list) override;
 
     /// Shows the buttons anew, after the active list or its tracks have changed.
     void UpdateTransport();
@@ -109,6 +115,7 @@ private:
     CPlayQueue m_queue;
     int m_iPlayMode = PLAY_SINGLE;
     CMediaList* m_pPlayList = nullptr; ///< the list that is played
+    QStringList m_playlist;            ///< the files, if it is a playlist of that list that plays
     int m_iNowPlayingRow = -1;
     QString m_strNowPlayingPath;
     TransportState m_iTransport = TransportState::Stopped;

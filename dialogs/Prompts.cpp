@@ -1,0 +1,12 @@
+#include "dialogs/Prompts.h"
+
+#include "dialogs/ConfirmationDlg.h"
+#include "dialogs/WarningDlg.h"
+
+bool CPrompts::Confirm(const QString& question) {
+    return CConfirmationDlg(question, &m_window).exec() == PromptResult::kYes;
+}
+
+void CPrompts::Warn(const QString& text) {
+    CWarningDlg(text, &m_window).exec();
+}

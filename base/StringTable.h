@@ -247,4 +247,5 @@
     X(1002, IDS_MAIN_TRACKS)                                                                       \
     X(1003, IDS_BT_PAUSE)                                                                          \
     X(1004, IDS_FEILD_NODECODER)                                                                   \
-    X(1005, IDS_FEILD_NODEVICE)
+    X(1005, IDS_FEILD_NODEVICE)                                                                    \
+    X(1006, IDS_HELP_UNOPENED)

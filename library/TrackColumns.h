@@ -11,10 +11,11 @@ enum class SortKey { Text, Number, Duration, FileSize };
 /// A column of the track view. Columns are named by single bits of a mask; the column of the check
 /// boxes, bit 0, always stands first and is none of these.
 struct TrackColumn {
-    unsigned bit;    ///< one bit, its name in masks
-    TrackText text;  ///< what its cells show
-    StringId header; ///< what its header shows
-    SortKey key;     ///< what it sorts by
+    unsigned bit;     ///< one bit, its name in masks
+    TrackText text;   ///< what its cells show
+    const char* name; ///< English name; with a prefix the key of its texts
+    StringId header;  ///< what its header shows
+    SortKey key;      ///< what it sorts by
 };
 
 inline constexpr unsigned kTitleColumn = 0x1;

@@ -118,7 +118,5 @@ void PlayerPanel::Beep() {
 }
 
 void PlayerPanel::Control::Label(StringId text) const {
-    button.SetTooltipText(LoadString(text));
-    button.setToolTip(QStringLiteral("%1 (%2)").arg(
-        button.accessibleName(), action.shortcut().toString(QKeySequence::NativeText)));
+    button.SetTooltipText(LoadString(text), action.shortcut());
 }

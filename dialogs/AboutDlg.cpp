@@ -1,6 +1,7 @@
 #include "dialogs/AboutDlg.h"
 
 #include "dialogs/DialogLayout.h"
+#include "dialogs/Help.h"
 #include "skin/Colours.h"
 #include "skin/ImageButton.h"
 #include "skin/SkinLabel.h"
@@ -40,6 +41,7 @@ QFont TextFont() {
 CAboutDlg::CAboutDlg(QWidget* parent)
     : CBaseDlg(parent) {
     setWindowTitle(LoadString(IDS_MAIN_ABOUT));
+    AddHelpKey(*this, IDS_HELPDOC_TRACKDK);
     auto* ground = new Ground(this);
     ground->setMinimumSize(kGroundSize);
     auto* whole = new QVBoxLayout(this);

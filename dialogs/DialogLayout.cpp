@@ -1,5 +1,6 @@
 #include "dialogs/DialogLayout.h"
 
+#include "dialogs/Help.h"
 #include "skin/ImageButton.h"
 
 #include <QHBoxLayout>
@@ -22,4 +23,12 @@ CImageButton* DialogLayout::AddButton(PictureId glyph, StringId label,
     QObject::connect(button, &CImageButton::clicked, button, action);
     m_pButtons->addWidget(button);
     return button;
+}
+
+void DialogLayout::AddHelpButton(StringId topic) {
+    QWidget* dialog = parentWidget();
+    AddButton(PictureId::Help, IDS_BT_HELP, [=] {
+        OpenHelp(topic, dialog);
+    })->SetTooltipText(LoadString(IDS_BT_HELP), QKeySequence::HelpContents);
+    AddHelpKey(*dialog, topic);
 }

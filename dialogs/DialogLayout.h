@@ -22,6 +22,9 @@ public:
     /// Appends a button to the row; the first call puts the row under what the column has by then.
     CImageButton* AddButton(PictureId glyph, StringId label, const std::function<void()>& action);
 
+    /// Appends a button for the help on a topic, and gives the dialog the key for it.
+    void AddHelpButton(StringId topic);
+
 private:
     QHBoxLayout* m_pButtons = nullptr;
 };

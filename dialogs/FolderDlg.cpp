@@ -2,6 +2,7 @@
 
 #include "base/Language.h"
 #include "dialogs/DialogLayout.h"
+#include "dialogs/Help.h"
 #include "skin/ImageButton.h"
 
 #include <QScreen>
@@ -11,6 +12,7 @@ CFolderDlg::CFolderDlg(const QString& path, QWidget* parent, const std::vector<F
     , m_strPath(path)
     , m_pTree(new CFolderTree(roots, this)) {
     setWindowTitle(LoadString(IDS_DLGTITLE_FOLDER));
+    AddHelpKey(*this, IDS_HELPDOC_TRACKDK);
     m_pTree->setAccessibleName(windowTitle());
     m_pTree->setMinimumSize(240, 160);
     m_pTree->SelectPath(path);

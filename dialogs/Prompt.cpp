@@ -1,6 +1,7 @@
 #include "dialogs/Prompt.h"
 
 #include "dialogs/DialogLayout.h"
+#include "dialogs/Help.h"
 #include "skin/ImageButton.h"
 #include "skin/SkinLabel.h"
 
@@ -59,6 +60,7 @@ Prompt::Prompt(PictureId sign, const QString& text, const std::vector<Answer>& a
     : CBaseDlg(parent)
     , m_escapeResult(answers.back().result) {
     setAccessibleDescription(text);
+    AddHelpKey(*this, IDS_HELPDOC_TRACKDK);
     auto* signLabel = new QLabel(this);
     signLabel->setPixmap(LoadPicture(sign, devicePixelRatioF()));
     auto* message = new QHBoxLayout;

@@ -34,6 +34,7 @@ CScanPCDlg::CScanPCDlg(QWidget* parent)
     layout->addWidget(m_pSubfolders);
     auto* start = layout->AddButton(PictureId::StartScan, IDS_SCAN_START, [this] { accept(); });
     layout->AddButton(PictureId::No, IDS_BT_CANCEL, [this] { reject(); });
+    layout->AddHelpButton(IDS_HELPDOC_SCANNING);
     start->setDefault(true);
     start->setEnabled(IsFolderThere());
     connect(m_pFolder, &QLineEdit::textChanged, start,

@@ -3,6 +3,7 @@
 #include "base/Language.h"
 #include "base/Messages.h"
 #include "dialogs/DialogLayout.h"
+#include "dialogs/Help.h"
 #include "grid/GridFont.h"
 #include "library/FolderScan.h"
 #include "library/LibraryScanner.h"
@@ -21,6 +22,7 @@ CScanningDlg::CScanningDlg(CLibraryScanner& scanner, Job job, QWidget* parent)
     , m_pFolderText(new CSkinLabel({}, this))
     , m_pFoundText(new CSkinLabel(LoadString(IDS_SCAN_0FOUND), this)) {
     setWindowTitle(LoadString(IDS_SCAN_ING));
+    AddHelpKey(*this, IDS_HELPDOC_SCANNING);
     auto* layout = new DialogLayout(this);
     for (CSkinLabel* label : {m_pFolderText, m_pFoundText}) {
         label->setFixedWidth(440);

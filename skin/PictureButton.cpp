@@ -23,10 +23,12 @@ PictureButton::PictureButton(const QString& tooltip, QWidget* parent)
     connect(&m_fade, &QVariantAnimation::valueChanged, this, [this] { update(); });
 }
 
-void PictureButton::SetTooltipText(const QString& text) {
+void PictureButton::SetTooltipText(const QString& text, const QKeySequence& key) {
     const QString label = QString(text).remove(u'&').remove(QStringLiteral("..."));
-    setToolTip(label);
     setAccessibleName(label);
+    setToolTip(key.isEmpty()
+                   ? label
+                   : QStringLiteral("%1 (%2)").arg(label, key.toString(QKeySequence::NativeText)));
 }
 
 qreal PictureButton::HoverStrength() const {

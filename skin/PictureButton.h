@@ -2,6 +2,7 @@
 
 #include "skin/Pictures.h"
 
+#include <QKeySequence>
 #include <QPushButton>
 #include <QVariantAnimation>
 
@@ -15,8 +16,8 @@
 class PictureButton : public QPushButton {
 public:
     /// The label: tool tip and accessible name. It may be a menu's text: mnemonic and ellipsis are
-    /// left out.
-    void SetTooltipText(const QString& text);
+    /// left out. The tool tip names the key that does the same, if there is one.
+    void SetTooltipText(const QString& text, const QKeySequence& key = {});
 
     [[nodiscard]] QSize sizeHint() const override { return {45, 44}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }

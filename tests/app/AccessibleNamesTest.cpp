@@ -6,6 +6,7 @@
 #include "dialogs/FolderDlg.h"
 #include "dialogs/ScanPCDlg.h"
 #include "dialogs/ScanningDlg.h"
+#include "dialogs/SetColumnDlg.h"
 #include "dialogs/WarningDlg.h"
 #include "tests/fixtures/Environment.h"
 #include "tests/fixtures/ScratchFolder.h"
@@ -51,5 +52,6 @@ TEST(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
     EXPECT_EQ(Nameless(CWarningDlg(text.repeated(2'000), nullptr)), "");
     EXPECT_EQ(Nameless(CFolderDlg(scratch.Path(), nullptr)), "");
     EXPECT_EQ(Nameless(CScanPCDlg(nullptr)), "");
+    EXPECT_EQ(Nameless(CSetColumnDlg(0, nullptr)), "");
     EXPECT_EQ(Nameless(CScanningDlg(scanner, {{}, 0, scratch.Path(), false}, nullptr)), "");
 }

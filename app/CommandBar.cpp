@@ -41,8 +41,8 @@ void CommandBar::Build() {
 
 void CommandBar::BuildMenus() {
     for (const Menu& menu : kMainMenus) {
-        BCMenu& popup = m_menuBar.AddMenu(
-            GetMenuText(QStringLiteral("IDS_"), QString::fromLatin1(menu.name)));
+        BCMenu& popup =
+            m_menuBar.AddMenu(GetMenuText(QStringLiteral("IDS_"), QString::fromLatin1(menu.name)));
         for (const MenuItem& item : menu.items) {
             if (item.command == 0)
                 popup.addSeparator();

@@ -61,8 +61,7 @@ void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport, CCommandM
                      [&transport] { Guarded("OnStop()", [&] { transport.Stop(); }); });
     int mode = 0;
     for (const int command : kPlayModes)
-        commands.On(command,
-                    [&transport, number = mode++](int) { transport.SetPlayMode(number); });
+        commands.On(command, [&transport, number = mode++](int) { transport.SetPlayMode(number); });
     ShowPlayMode(transport.GetPlayMode());
     QObject::connect(&m_volume, &QAbstractSlider::valueChanged, &m_volume,
                      [&player](int value) { player.SetVolumeFromSlider(value); });

@@ -14,7 +14,8 @@ class MainLayout;
 class QAction;
 class QWidget;
 
-/// The player's controls: its buttons with their keys, the seek bar, and the volume. They show what the player does, and tell it what the user wants.
+/// The player's controls: its buttons with their keys, the seek bar, and the volume. They show what
+/// the player does, and tell it what the user wants.
 ///
 /// Thread:   interface thread.
 /// Lifetime: the controls are the window's, which outlives this.

@@ -261,8 +261,8 @@ void CTrackDeckDlg::SetForm() {
                                  kFormButtonY, LoadString(IDS_MAIN_NORMAL));
         setFixedSize(kMiniSize);
     } else {
-        m_skin.ChangeFrameButton(PictureId::MiniPlayer, Command::kMiniPlayer, kMiniButtonX, kFormButtonY,
-                                 LoadString(IDS_MAIN_MINI));
+        m_skin.ChangeFrameButton(PictureId::MiniPlayer, Command::kMiniPlayer, kMiniButtonX,
+                                 kFormButtonY, LoadString(IDS_MAIN_MINI));
         const QSize largest = screen()->availableSize() + QSize(kOverhang, kOverhang);
         setMinimumSize(kSmallestSize);
         setMaximumSize(largest.expandedTo(m_rcNormal.size()));

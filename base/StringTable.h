@@ -248,7 +248,7 @@
     X(1003, IDS_BT_PAUSE)                                                                          \
     X(1004, IDS_FEILD_NODECODER)                                                                   \
     X(1005, IDS_FEILD_NODEVICE)                                                                    \
-    X(1007, IDS_PLAYLIST_UNREADABLE)                                                               \
     X(1006, IDS_HELP_UNOPENED)                                                                     \
+    X(1007, IDS_PLAYLIST_UNREADABLE)                                                               \
     X(1008, IDS_PLAYLIST_UNWRITABLE)                                                               \
     X(1009, IDS_PROGRESS_DELETING)

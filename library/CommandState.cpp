@@ -40,14 +40,10 @@ constexpr BitOfCommand kBits[] = {
     {kCopy, Command::kCopy},
 };
 constexpr BitOfCommand kMarks[] = {
-    {1 * kPlayModeStep, Command::kPlaySingle},
-    {2 * kPlayModeStep, Command::kPlayContinuous},
-    {3 * kPlayModeStep, Command::kPlayRandom},
-    {4 * kPlayModeStep, Command::kPlayRandomContinuous},
-    {kViewPhone, Command::kViewPhone},
-    {kViewCollection, Command::kViewCollection},
-    {kViewAllMusic, Command::kViewAllMusic},
-    {kViewSelection, Command::kViewSelection},
+    {1 * kPlayModeStep, Command::kPlaySingle}, {2 * kPlayModeStep, Command::kPlayContinuous},
+    {3 * kPlayModeStep, Command::kPlayRandom}, {4 * kPlayModeStep, Command::kPlayRandomContinuous},
+    {kViewPhone, Command::kViewPhone},         {kViewCollection, Command::kViewCollection},
+    {kViewAllMusic, Command::kViewAllMusic},   {kViewSelection, Command::kViewSelection},
 };
 
 int CommandOfMark(std::uint32_t value) {
@@ -70,7 +66,8 @@ struct Rules {
     When toCollection = When::Never;
 };
 constexpr Rules kNoCommands{};
-constexpr Rules kPhone{.createPlaylist = When::Tracks, .copy = When::Any, .toCollection = When::Any};
+constexpr Rules kPhone{
+    .createPlaylist = When::Tracks, .copy = When::Any, .toCollection = When::Any};
 constexpr Rules kCollection{.createPlaylist = When::Tracks,
                             .remove = When::Any,
                             .convert = When::AnyButPlaylists,

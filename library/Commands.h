@@ -140,8 +140,8 @@ inline constexpr MenuItem kButtonItems[] = {
 
 /// The menus of the window's menu bar.
 inline constexpr Menu kMainMenus[] = {
-    {"File", "IDS_FILE_", kFileItems},          {"Edit", "IDS_EDIT_", kEditItems},
-    {"View", "IDS_VIEW_", kViewItems},          {"Options", "IDS_OPTIONS_", kOptionsItems},
+    {"File", "IDS_FILE_", kFileItems}, {"Edit", "IDS_EDIT_", kEditItems},
+    {"View", "IDS_VIEW_", kViewItems}, {"Options", "IDS_OPTIONS_", kOptionsItems},
     {"Help", "IDS_HELP_", kHelpItems},
 };
 

@@ -54,7 +54,7 @@ public:
 private:
     CMediaLists& m_lists;
     std::stop_source m_stop;
-    std::set<int> m_scanning; ///< types of the lists that are being scanned
+    std::set<int> m_scanning;  ///< types of the lists that are being scanned
     QString m_strAutoPlayPath; ///< empty: none
     AddedHandler m_pfnAutoPlay;
 };

@@ -75,8 +75,8 @@ void CPlaylists::CreatePlaylist() {
         return;
     auto record = NewPlaylistIn(m_context.lists.GetLocation(list->m_iId));
     if (!WritePlaylist(record->m_strPath, CheckedTracks(*list))) {
-        m_context.prompts.Warn(FormatText(LoadString(IDS_PLAYLIST_UNWRITABLE),
-                                          {Path::ForDisplay(record->m_strPath)}));
+        m_context.prompts.Warn(
+            FormatText(LoadString(IDS_PLAYLIST_UNWRITABLE), {Path::ForDisplay(record->m_strPath)}));
         return;
     }
     if (const auto status = GetFileStatus(record->m_strPath))
@@ -127,8 +127,7 @@ void CPlaylists::AddEntry(CMediaList& playlist, const QString& entry) {
 }
 
 void CPlaylists::ClosePlaylist() {
-    if (OpenList().m_bModified &&
-        m_context.prompts.Confirm(LoadString(IDS_PLAYLIST_MODPROMPT)))
+    if (OpenList().m_bModified && m_context.prompts.Confirm(LoadString(IDS_PLAYLIST_MODPROMPT)))
         SaveOpenPlaylist();
     else
         Leave();

@@ -20,8 +20,7 @@ namespace {
 
 /// Whether the tracks of a list can be deleted, or taken out of it.
 bool IsDeletable(const CMediaList& list) {
-    return list.m_iType == MEDIA_TYPE_PLAYLIST ||
-           list.TypeOfSource() == MEDIA_TYPE_COLLECTION;
+    return list.m_iType == MEDIA_TYPE_PLAYLIST || list.TypeOfSource() == MEDIA_TYPE_COLLECTION;
 }
 
 } // namespace
@@ -64,8 +63,8 @@ void CTrackCommands::TakeOut(CMediaList& playlist) {
     playlist.m_bModified = 1;
 }
 
-/// Deletes the files of the checked tracks, which go from all lists. Returns the paths of those that
-/// could not be deleted and stay.
+/// Deletes the files of the checked tracks, which go from all lists. Returns the paths of those
+/// that could not be deleted and stay.
 QStringList CTrackCommands::DeleteFiles(CMediaList& list) {
     QSet<QString> deleted;
     QStringList kept;

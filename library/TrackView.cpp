@@ -2,6 +2,7 @@
 
 #include "base/FileKinds.h"
 #include "base/Guard.h"
+#include "base/Language.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"
@@ -180,10 +181,9 @@ void CTrackView::FillHeader() {
     item.backClr = kPage;
     item.textClr = kHeaderText;
     for (item.col = 0; item.col < m_grid.GetColumnCount(); ++item.col) {
-        item.text =
-            item.col == kCheckColumn
-                ? QString()
-                : GetLanguageText(QString::fromLatin1(m_columns[item.col - 1]->header));
+        item.text = item.col == kCheckColumn
+                        ? QString()
+                        : GetLanguageText(QString::fromLatin1(m_columns[item.col - 1]->header));
         m_grid.SetItem(item);
     }
 }

@@ -151,8 +151,8 @@ private:
 
     CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
     int m_iCurrentIndex = -1;
-    QString m_strCurrentPath; ///< its key: tracks may have been moved or taken out since
-    CMediaList* m_pLastList = nullptr;          ///< list of the last click without the control key
+    QString m_strCurrentPath;          ///< its key: tracks may have been moved or taken out since
+    CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
     const CMediaList* m_pPlayingList = nullptr; ///< whose title says so
     int m_iClickRow = -1;                       ///< of the last right click
     int m_iClickColumn = -1;

@@ -84,7 +84,7 @@ void CommandBar::TakeButtons() {
     TakeButton(kNext, m_layout.Next());
 }
 
-void CommandBar::TakeButton(int command, QAbstractButton& button) {
+void CommandBar::TakeButton(int command, PictureButton& button) {
     m_buttons[command] = &button;
     button.setEnabled(m_commands.Has(command));
     QObject::connect(&button, &QAbstractButton::clicked, &button,
@@ -97,9 +97,8 @@ void CommandBar::LabelButton(int command) const {
     const auto action = m_actions.find(command);
     if (action == m_actions.end() || action->second->shortcut().isEmpty())
         return;
-    QAbstractButton& button = *m_buttons.at(command);
-    button.setToolTip(QStringLiteral("%1 (%2)").arg(
-        button.accessibleName(), action->second->shortcut().toString(QKeySequence::NativeText)));
+    PictureButton& button = *m_buttons.at(command);
+    button.SetTooltipText(button.accessibleName(), action->second->shortcut());
 }
 
 void CommandBar::EnableCommand(int command, bool enable) {
@@ -111,7 +110,7 @@ void CommandBar::EnableCommand(int command, bool enable) {
 }
 
 /// Left to Qt, the keyboard's focus would go from a button that turns gray to any other control.
-void CommandBar::Enable(QAbstractButton& button, bool enable) {
+void CommandBar::Enable(PictureButton& button, bool enable) {
     if (!enable && m_window.focusWidget() == &button) {
         const bool isPlayers = button.parentWidget() == m_layout.Play().parentWidget();
         if (isPlayers)

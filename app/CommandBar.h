@@ -7,7 +7,7 @@
 class CCommandMap;
 class CMenuBar;
 class MainLayout;
-class QAbstractButton;
+class PictureButton;
 class QAction;
 class QActionGroup;
 class QWidget;
@@ -35,15 +35,15 @@ public:
 private:
     void BuildMenus();
     void TakeButtons();
-    void TakeButton(int command, QAbstractButton& button);
-    void Enable(QAbstractButton& button, bool enable);
+    void TakeButton(int command, PictureButton& button);
+    void Enable(PictureButton& button, bool enable);
     void LabelButton(int command) const;
 
     QWidget& m_window;
     CMenuBar& m_menuBar;
     const MainLayout& m_layout;
     const CCommandMap& m_commands;
-    std::map<int, QAction*> m_actions;         ///< by command
-    std::map<int, QAbstractButton*> m_buttons; ///< by command
+    std::map<int, QAction*> m_actions;       ///< by command
+    std::map<int, PictureButton*> m_buttons; ///< by command
     std::map<const QActionGroup*, QAction*> m_marked;
 };

@@ -1,13 +1,15 @@
 #include "app/PlayerPanel.h"
 
+#include "app/CommandBar.h"
 #include "app/MainLayout.h"
-#include "library/ITrackView.h"
+#include "library/CommandMap.h"
 #include "library/MediaLists.h"
 #include "player/MediaPlayer.h"
 #include "player/Transport.h"
-#include "skin/BCMenu.h"
 #include "skin/ImageButton.h"
+#include "skin/MenuBar.h"
 #include "skin/ProgressSlider.h"
+#include "tests/fixtures/NoView.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/player/ScriptedGraph.h"
 
@@ -16,11 +18,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-struct NoView : ITrackView {
-    void RefreshRows(int, const CMediaList*, int) override {}
-    void ShowPlayingList(const CMediaList*) override {}
-};
 
 /// The controls of a player in a window; three tracks, each 100 s long, wait in the active list.
 class PlayerPanelTest : public ::testing::Test {
@@ -36,7 +33,9 @@ protected:
         }
         m_transport.Listen(m_messages);
         m_layout.Volume().setValue(50);
-        m_panel.Connect(m_player, m_transport);
+        m_panel.Connect(m_player, m_transport, m_commands);
+        m_bar.Build();
+        m_state.ApplyUiState(0);
         m_transport.UpdateTransport();
         m_window.show();
         QApplication::setActiveWindow(&m_window);
@@ -70,7 +69,11 @@ protected:
     NoView m_view;
     ScriptedGraph::Script m_script;
     MessageTarget m_messages;
-    PlayerPanel m_panel{m_window, m_layout};
+    CCommandMap m_commands;
+    CMenuBar m_menuBar{&m_window};
+    CommandBar m_bar{m_window, m_menuBar, m_layout, m_commands};
+    CCommandState m_state{m_lists, m_bar};
+    PlayerPanel m_panel{m_window, m_layout, m_state};
     CMediaPlayer m_player{m_script.Factory(), m_messages.Address(), m_panel};
     CTransport m_transport{m_lists, m_player, m_view, m_panel};
 };
@@ -191,16 +194,15 @@ TEST_F(PlayerPanelTest, VolumeAndPlayModesAreThePlayers) {
     m_layout.Volume().setValue(100);
     EXPECT_EQ(Log(), "Volume 0");
 
-    BCMenu menu;
-    m_panel.FillMenu(menu);
-    const auto marked = [&menu] {
+    const QList<QAction*> options = m_menuBar.actions()[3]->menu()->actions();
+    const auto marked = [&options] {
         std::string marks;
-        for (const QAction* mode : menu.actions())
+        for (const QAction* mode : options.first(4))
             marks += mode->isChecked() ? '*' : '-';
         return marks;
     };
     EXPECT_EQ(marked(), "*---");
-    menu.actions()[PLAY_RANDOM]->trigger();
+    options[PLAY_RANDOM]->trigger();
     EXPECT_EQ(m_transport.GetPlayMode(), PLAY_RANDOM);
     m_transport.SetPlayMode(PLAY_RANDOM_CONTINUOUS);
     EXPECT_EQ(marked(), "---*");

@@ -136,7 +136,7 @@ class Walk:
 
     def view_menu(self):
         before = self.geometry()
-        self.press("alt+v", "p")
+        self.press("alt+v", "i")
         self.deck.wait_for_geometry(self.deck.MINI_SIZE)
         self.press("ctrl+m")
         self.deck.wait_for_geometry(*before)

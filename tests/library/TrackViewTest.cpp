@@ -31,6 +31,9 @@ protected:
         m_view.SetPlayHandler([this](const CMediaList& list, int index) {
             m_played += list[index]->m_strTitle.toStdString() + ' ';
         });
+        m_view.SetMenuHandler([this](CCellID, const CMediaList* list, int index) {
+            m_menu = list ? list->m_strName.toStdString() + ' ' + std::to_string(index) : "header";
+        });
         m_view.FillGrid();
         m_grid.resize(800, 400);
     }
@@ -86,6 +89,7 @@ protected:
     ReleasedFiles m_released;
     CTrackView m_view{m_lists, m_grid, m_released};
     std::string m_played; ///< titles of the tracks that were to be played
+    std::string m_menu;   ///< what the last menu was for
 };
 
 } // namespace
@@ -120,12 +124,12 @@ TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
     EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
     EXPECT_EQ(m_grid.GetCell(1, 0)->GetBackClr(), m_collection.m_crTitleActive);
-    EXPECT_EQ(m_view.GetCurrentIndex(), 1);
+    EXPECT_EQ(m_view.GetCurrentTrack().index, 1);
 
     Click(6, 2);
     EXPECT_EQ(m_all[0]->m_bChecked, 0) << "only the first column checks";
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-    EXPECT_EQ(m_view.GetCurrentList(), &m_all);
+    EXPECT_EQ(m_view.GetCurrentTrack().list, &m_all);
     EXPECT_EQ(SelectedRows(), "6");
     EXPECT_EQ(m_grid.GetCell(1, 0)->GetBackClr(), m_collection.m_crTitle);
 
@@ -163,17 +167,18 @@ TEST_F(TrackViewTest, RightClickChecksAndSelects) {
     RightClick(7, 0);
     EXPECT_EQ(SelectedRows(), "7");
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{7, 0}));
-    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{7, 0}));
+    EXPECT_EQ(m_menu, "All 1");
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
     RightClick(7, 0);
     EXPECT_TRUE(IsChecked(7)) << "marked, not turned";
 
     RightClick(1, 2);
+    EXPECT_EQ(m_menu, "Mine -1");
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
     AddTrack(m_all, "without a row yet", "/a/");
     RightClick(0, 1);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection) << "the header is no track";
-    EXPECT_EQ(m_view.GetClickedCell(), (CCellID{0, 1}));
+    EXPECT_EQ(m_menu, "header");
 }
 
 TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
@@ -208,15 +213,15 @@ TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
 TEST_F(TrackViewTest, KeysChooseTheCurrentTrackAndASortKeepsIt) {
     Click(2, 1);
     QTest::keyClick(&m_grid, Qt::Key_Down);
-    EXPECT_EQ(m_view.GetCurrentIndex(), 1);
+    EXPECT_EQ(m_view.GetCurrentTrack().index, 1);
     EXPECT_TRUE(m_collection[1]->m_bRowSelected && !m_collection[0]->m_bRowSelected);
     EXPECT_FALSE(m_collection[1]->m_bChecked);
     Click(0, 1);
-    EXPECT_EQ(m_collection[m_view.GetCurrentIndex()]->m_strTitle, QStringLiteral("gamma"));
+    EXPECT_EQ(m_collection[m_view.GetCurrentTrack().index]->m_strTitle, QStringLiteral("gamma"));
     m_grid.SetFocusCell({4, 1});
     QTest::keyClick(&m_grid, Qt::Key_Down);
     QTest::keyClick(&m_grid, Qt::Key_Down);
-    EXPECT_EQ(m_view.GetCurrentList(), &m_all);
+    EXPECT_EQ(m_view.GetCurrentTrack().list, &m_all);
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
 }
 
@@ -279,7 +284,7 @@ TEST_F(TrackViewTest, DoubleClickPlaysATrack) {
     DoubleClick(3);
     m_collection.m_iType = MEDIA_TYPE_PHONE;
     DoubleClick(4);
-    EXPECT_EQ(m_played, "beta one ");
+    EXPECT_EQ(m_played, "beta one gamma ") << "a playlist too, but nothing on a phone";
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
 }
 

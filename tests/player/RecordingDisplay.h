@@ -1,7 +1,7 @@
 #pragma once
 
-#include "library/ITrackView.h"
 #include "player/TransportDisplay.h"
+#include "tests/fixtures/NoView.h"
 
 #include <QString>
 
@@ -25,7 +25,7 @@ struct RecordingDisplay : ITransportDisplay {
     int beeps = 0;
 };
 
-struct RecordingView : ITrackView {
+struct RecordingView : NoView {
     void RefreshRows(int, const CMediaList* list, int index) override {
         refreshed.insert({list, index});
     }

@@ -1,0 +1,218 @@
+#include "library/CommandState.h"
+
+#include "library/BodyMenu.h"
+#include "library/CommandMap.h"
+#include "library/Commands.h"
+#include "library/MediaLists.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+#include <string>
+
+namespace {
+
+using namespace Command;
+
+struct RecordingCommands : ICommandDisplay {
+    void EnableCommand(int command, bool enable) override { enabled[command] = enable; }
+    void MarkCommand(int command) override { marked = command; }
+    void ShowCopyDirection(bool phone) override { toPhone = phone; }
+
+    std::map<int, bool> enabled;
+    int marked = 0;
+    bool toPhone = false;
+};
+
+/// A list of two tracks and two playlists, of which as many are checked.
+void Fill(CMediaList& list, int checkedTracks, int checkedPlaylists) {
+    list.ClearAll();
+    for (int i = 0; i < 4; ++i) {
+        auto record = std::make_unique<CTrackRecord>();
+        const bool isPlaylist = i >= 2;
+        record->m_strPath = QStringLiteral("/%1.%2").arg(i).arg(
+            isPlaylist ? QStringLiteral("M3U") : QStringLiteral("mp3"));
+        record->m_bChecked = isPlaylist ? i - 2 < checkedPlaylists : i < checkedTracks;
+        list.Append(std::move(record));
+    }
+}
+
+struct CheckedRows {
+    int tracks;
+    int playlists;
+};
+constexpr CheckedRows kCombinations[] = {{0, 0}, {2, 0}, {1, 1}, {0, 2}};
+
+class CommandStateTest : public ::testing::Test {
+protected:
+    ~CommandStateTest() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
+
+    /// Those of the list's commands that can be given: new playlist, delete, convert, copy button,
+    /// to the phone, to the collection.
+    [[nodiscard]] std::string Enabled() const {
+        const std::pair<char, int> letters[] = {
+            {'n', kCreatePlaylist}, {'d', kDelete},      {'c', kConvert},
+            {'b', kCopy},           {'p', kCopyToPhone}, {'o', kCopyToCollection}};
+        std::string enabled;
+        for (const auto& [letter, command] : letters)
+            if (m_display.enabled.at(command))
+                enabled += letter;
+        return enabled;
+    }
+
+    CMediaLists m_lists;
+    CMediaList& m_list = m_lists.Add(QStringLiteral("List"), MEDIA_TYPE_COLLECTION, 1);
+    RecordingCommands m_display;
+    CCommandState m_state{m_lists, m_display};
+};
+
+} // namespace
+
+TEST_F(CommandStateTest, FollowsTheListAndItsChecks) {
+    const struct {
+        int type;
+        int sourceType;
+        int view; ///< the item that is marked; 0: as before
+        const char* alone[4];
+        const char* withPhone[4];
+    } rows[] = {
+        {MEDIA_TYPE_COLLECTION, -1, kViewCollection, {"", "ndc", "d", "d"},
+         {"", "ndcbp", "dbp", "dbp"}},
+        {MEDIA_TYPE_ALL, -1, kViewAllMusic, {"", "bo", "bo", "bo"}, {"", "bpo", "bpo", "bpo"}},
+        {MEDIA_TYPE_CD, -1, kFirstCd + 3, {"", "bo", "bo", "bo"}, {"", "bpo", "bpo", "bpo"}},
+        {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, 0, {"", "", "", ""}, {"", "", "", ""}},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, 0, {"", "", "", ""}, {"", "", "", ""}},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, 0, {"", "", "", ""}, {"", "", "", ""}},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_PHONE, 0, {"", "nbo", "bo", "bo"},
+         {"", "nbo", "bo", "bo"}},
+        {MEDIA_TYPE_PHONE, -1, kViewPhone, {}, {"", "nbo", "bo", "bo"}},
+    };
+    const auto check = [&](const auto& row, const char* const (&expected)[4]) {
+        m_list.m_iType = row.type;
+        m_list.m_bActive = 1;
+        m_list.m_iMenuId = kFirstCd + 3;
+        g_bPlaylistOnly = row.type == MEDIA_TYPE_PLAYLIST;
+        g_bSelectionOnly = row.type == MEDIA_TYPE_SELECTION;
+        const bool isFromPhone =
+            row.type == MEDIA_TYPE_PHONE || row.sourceType == MEDIA_TYPE_PHONE;
+        for (int i = 0; i < 4 && expected[i]; ++i) {
+            Fill(m_list, kCombinations[i].tracks, kCombinations[i].playlists);
+            m_list.m_iSourceType = row.sourceType;
+            m_display.marked = 0;
+            m_state.UpdateCommands();
+            EXPECT_EQ(Enabled(), expected[i]) << row.type << ' ' << row.sourceType << ' ' << i;
+            EXPECT_EQ(m_display.marked, row.view) << row.type;
+            EXPECT_EQ(m_display.toPhone, m_lists.HasPhoneList() && !isFromPhone) << row.type;
+        }
+    };
+    for (const auto& row : rows)
+        check(row, row.alone);
+    m_list.m_iType = -1;
+    m_lists.Add(QStringLiteral("Phone"), MEDIA_TYPE_PHONE, 1);
+    for (const auto& row : rows) // the phone's own list is the first one
+        check(row, row.withPhone);
+}
+
+TEST_F(CommandStateTest, WithoutActiveListNothingChanges) {
+    Fill(m_list, 2, 0);
+    m_list.m_bActive = 1;
+    m_state.UpdateCommands();
+    const auto before = m_state.GetUiState();
+    m_list.m_bActive = 0;
+    m_list.ClearAll();
+    m_display.enabled.clear();
+    int updates = 0;
+    m_state.SetUpdateHandler([&] { ++updates; });
+    m_state.UpdateCommands();
+    EXPECT_EQ(m_state.GetUiState(), before);
+    EXPECT_TRUE(m_display.enabled.empty());
+    EXPECT_EQ(updates, 1);
+}
+
+TEST_F(CommandStateTest, WordShowsWhole) {
+    EXPECT_EQ(m_state.GetUiState(), 0x2u | 0x200 | 0x400 | 0x2000 | 0x8000 | 0x200000 | 0x2000000);
+    m_state.ApplyUiState(0);
+    std::set<int> on;
+    for (const auto& [command, enabled] : m_display.enabled)
+        if (enabled)
+            on.insert(command);
+    EXPECT_EQ(on, (std::set<int>{kScan, kSelectAll, kDeselectAll, kPrevious, kNext}));
+    EXPECT_EQ(m_display.enabled.size(), 17u) << "the four that wait for nothing among them";
+    EXPECT_EQ(m_display.marked, kViewCollection) << "the last mark";
+
+    const std::pair<std::uint32_t, int> modes[] = {{0x100000, 32791},
+                                                   {0x200000, 32792},
+                                                   {0x300000, 32793},
+                                                   {0x400000, 33134}};
+    for (const auto& [mode, command] : modes) {
+        m_state.SetField(UiState::kPlayModeMask, mode);
+        EXPECT_EQ(m_display.marked, command);
+        EXPECT_EQ(m_state.GetUiState() & 0xF00000, mode);
+    }
+    m_state.SetField(UiState::kViewMask, UiState::kViewCd + 5);
+    EXPECT_EQ(m_state.GetUiState() & 0xF01FFFF, 0x5000000u | 0x2 | 0x200 | 0x400 | 0x2000 | 0x8000);
+    m_display.marked = 0;
+    m_state.ApplyUiState(0);
+    EXPECT_EQ(m_display.marked, kFirstCd + 5);
+}
+
+TEST(BodyMenuTest, HasWhatItsListAllows) {
+    // edit, play, delete, cancel, add to playlist, genre, rename, select all, deselect all:
+    // enabled '+', gray '-', gone ' '. One track is checked.
+    const struct {
+        int type;
+        int sourceType;
+        const char* track;
+        const char* playlist;
+        bool opens;
+    } rows[] = {
+        {MEDIA_TYPE_COLLECTION, -1, "+++-++ ++", "+++-+-+++", true},
+        {MEDIA_TYPE_PHONE, -1, "+-+-+-+++", "+-+-+-+++", true},
+        {MEDIA_TYPE_ALL, -1, " + --- ++", " + --- ++", false},
+        {MEDIA_TYPE_CD, -1, "++ --+ ++", "++ --+ ++", false},
+        {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, "+++-+- ++", "+++-+- ++", false},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, "+++-++ ++", "+++-+-+++", true},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, " + --- ++", " + --- ++", false},
+    };
+    const auto signs = [](const BodyMenu& menu) {
+        std::string text;
+        for (const int command : {kBodyEdit, kBodyPlay, kBodyDelete, kBodyCancel, kFirstPlaylist,
+                                  kFirstGenre, kBodyRename, kBodySelectAll, kBodyDeselectAll})
+            text += " -+"[static_cast<int>(menu.items.at(command))];
+        return text;
+    };
+    for (const auto& row : rows) {
+        CMediaList list(QString(), row.type, 1);
+        Fill(list, 1, 0);
+        list.m_iSourceType = row.sourceType;
+        EXPECT_EQ(signs(MakeBodyMenu(list, 0)), row.track) << row.type << ' ' << row.sourceType;
+        EXPECT_EQ(signs(MakeBodyMenu(list, 3)), row.playlist) << row.type;
+        EXPECT_FALSE(MakeBodyMenu(list, 0).opens);
+        EXPECT_EQ(MakeBodyMenu(list, 3).opens, row.opens);
+    }
+
+    CMediaList list(QString(), MEDIA_TYPE_COLLECTION, 1);
+    const auto canAdd = [&](int tracks, int playlists) {
+        Fill(list, tracks, playlists);
+        return MakeBodyMenu(list, 0).items.at(kFirstPlaylist) == ItemState::Enabled;
+    };
+    EXPECT_TRUE(canAdd(2, 0));
+    EXPECT_FALSE(canAdd(0, 0)) << "nothing to add";
+    EXPECT_FALSE(canAdd(2, 1)) << "a playlist can't be added";
+    list.RemoveIf([](const CTrackRecord& record) { return record.m_strPath.endsWith(u'U'); });
+    EXPECT_EQ(MakeBodyMenu(list, 0).items.at(kFirstPlaylist), ItemState::Gray) << "nowhere to";
+    EXPECT_EQ(MakeBodyMenu(list, 0).items.at(kBodySelectAll), ItemState::Gone) << "all are";
+}
+
+TEST(CommandMapTest, FindsRanges) {
+    CCommandMap map;
+    std::vector<int> run;
+    map.On(100, 102, [&run](int command) { run.push_back(command); });
+    map.On(5, [](int) { throw std::runtime_error("no harm"); });
+    for (const int command : {99, 100, 102, 103, 5, 4})
+        map.Run(command);
+    EXPECT_EQ(run, (std::vector<int>{100, 102}));
+    EXPECT_TRUE(map.Has(5) && map.Has(101));
+    EXPECT_FALSE(map.Has(6) || map.Has(103) || map.Has(-1));
+}

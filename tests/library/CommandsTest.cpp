@@ -1,0 +1,77 @@
+// What the tables of menus promise a user.
+
+#include "library/Commands.h"
+
+#include "base/Language.h"
+#include "library/TrackColumns.h"
+#include "tests/fixtures/Printers.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <vector>
+
+namespace {
+
+/// The items of a menu that have a text, lines left out.
+QStringList TextsOf(std::span<const MenuItem> items, const char* prefix) {
+    QStringList texts;
+    for (const MenuItem& item : items)
+        if (item.command != 0)
+            texts += GetMenuText(QString::fromLatin1(prefix), QString::fromLatin1(item.name));
+    return texts;
+}
+
+/// Each text has a letter that picks it, and no other of these has the same.
+void ExpectLetters(const QStringList& texts) {
+    std::set<QChar> letters;
+    for (const QString& text : texts) {
+        const qsizetype sign = text.indexOf(u'&');
+        ASSERT_TRUE(sign >= 0 && sign + 1 < text.size()) << text.toStdString();
+        EXPECT_TRUE(letters.insert(text[sign + 1].toLower()).second) << text.toStdString();
+    }
+}
+
+} // namespace
+
+TEST(CommandsTest, EveryMenuItemHasALetterOfItsOwn) {
+    SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg"));
+    QStringList titles;
+    std::multiset<int> keys;
+    for (const Menu& menu : kMainMenus) {
+        ExpectLetters(TextsOf(menu.items, menu.prefix));
+        titles += GetMenuText(QStringLiteral("IDS_"), QString::fromLatin1(menu.name));
+        for (const MenuItem& item : menu.items)
+            keys.insert(item.key.toCombined());
+    }
+    ExpectLetters(titles);
+    ExpectLetters(TextsOf(kBodyItems, "IDS_BODY_"));
+    for (const MenuItem& item : kButtonItems) {
+        EXPECT_NE(item.key.key(), 0) << item.name;
+        keys.insert(item.key.toCombined());
+    }
+    for (const int key : keys)
+        EXPECT_TRUE(key == 0 || keys.count(key) == 1) << key;
+
+    QStringList columns{GetMenuText(QStringLiteral("IDS_HEADER_"), QStringLiteral("Customize"))};
+    for (const TrackColumn& column : AllTrackColumns()) {
+        columns += GetMenuText(QStringLiteral("IDS_HEADER_"), QString::fromLatin1(column.name));
+        const QString key = QString::fromLatin1(column.header);
+        EXPECT_NE(GetLanguageText(key), key);
+    }
+    ExpectLetters(columns);
+}
+
+TEST(CommandsTest, ColumnsHaveTheCommandsOfTheirMenu) {
+    const std::pair<int, unsigned> rows[] = {
+        {32804, 0x4},    {32805, 0x2},    {32806, 0x40}, {32807, 0x100},  {32808, 0x200},
+        {32809, 0x400},  {32810, 0x800},  {32811, 0x8},  {32812, 0x10},   {32813, 0x1000},
+        {32814, 0x2000}, {32815, 0x20},   {32816, 0x80}, {32817, 0x4000}, {32818, 0x1},
+        {32819, 0x8000}, {32820, 0x10000}};
+    for (const auto& [command, bit] : rows) {
+        const TrackColumn* column = FindTrackColumnOfCommand(command);
+        ASSERT_TRUE(column) << command;
+        EXPECT_EQ(column->bit, bit);
+    }
+    EXPECT_FALSE(FindTrackColumnOfCommand(32821));
+}

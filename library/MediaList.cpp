@@ -3,6 +3,7 @@
 #include "base/DecimalValue.h"
 #include "base/FileKinds.h"
 #include "library/MergeSort.h"
+#include "library/PlaylistFile.h"
 #include "library/TrackColumns.h"
 
 #include <algorithm>
@@ -184,4 +185,11 @@ int CMediaList::MoveChecked(std::vector<int>& changedFlags, int first, int step)
         moved = 1;
     }
     return moved;
+}
+
+bool CMediaList::SavePlaylist() const {
+    QStringList tracks;
+    for (const auto& record : m_records)
+        tracks += record->m_strPath;
+    return WritePlaylist(m_strPath, tracks);
 }

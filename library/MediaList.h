@@ -98,6 +98,10 @@ public:
     int MoveCheckedUp(std::vector<int>& changedFlags);
     int MoveCheckedDown(std::vector<int>& changedFlags);
 
+    /// Writes the playlist file `m_strPath` of all tracks in their order. False if it could not be
+    /// written; then it is as it was.
+    [[nodiscard]] bool SavePlaylist() const;
+
     QString m_strName;
     Colour m_crTitle = 0xE4E4E4;
     Colour m_crTitleActive = 0xFFA064;

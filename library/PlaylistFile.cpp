@@ -1,0 +1,112 @@
+#include "library/PlaylistFile.h"
+
+#include "platform/FileReplacement.h"
+#include "platform/Files.h"
+#include "platform/Path.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qsizetype kMaxFile = 64LL * 1024 * 1024; ///< bytes
+constexpr qsizetype kMaxPiece = 259;               ///< bytes of a line that are read at once
+
+/// Takes the next line off the head of `text`, and returns it without its end. What is behind a
+/// byte of 0 could not be seen by the system's calls.
+QByteArrayView TakeLine(QByteArrayView& text) {
+    const qsizetype end = text.indexOf('\n');
+    QByteArrayView line = end < 0 ? text : text.first(end);
+    text = text.sliced(end < 0 ? text.size() : end + 1);
+    if (end >= 0 && line.endsWith('\r'))
+        line.chop(1);
+    const qsizetype zero = line.indexOf('\0');
+    return zero < 0 ? line : line.first(zero);
+}
+
+/// The next piece of a line, taken off its head.
+QByteArrayView TakePiece(QByteArrayView& line) {
+    const QByteArrayView piece = line.first(std::min(line.size(), kMaxPiece));
+    line = line.sliced(piece.size());
+    return piece;
+}
+
+/// Empty for what is not valid UTF-8, whose bytes Path keeps as lone surrogates.
+QString Decode(QByteArrayView piece) {
+    QString entry = Path::FromBytes(piece);
+    return entry.isValidUtf16() ? entry : QString();
+}
+
+bool IsFile(const QString& path) {
+    const std::optional<FileStatus> status =
+        path.startsWith(u'/') ? GetFileStatus(path) : std::nullopt;
+    return status && status->kind == FileKind::Regular;
+}
+
+/// Whether an entry counts from the playlist's folder.
+bool IsRelative(const QString& entry) {
+    static const QRegularExpression root(
+        QStringLiteral(R"(^(?:[/\\]|[A-Za-z]:|[A-Za-z][A-Za-z0-9+.-]*://))"));
+    return !entry.isEmpty() && !root.match(entry).hasMatch();
+}
+
+} // namespace
+
+int ReadPlaylist(const QString& path, QStringList& entries, int allowDuplicates) {
+    entries.clear();
+    const std::optional<QByteArray> content = ReadWholeFile(path, kMaxFile);
+    if (!content)
+        return 0;
+    QByteArrayView text = *content;
+    constexpr QByteArrayView kByteOrderMark("\xEF\xBB\xBF");
+    if (text.startsWith(kByteOrderMark))
+        text = text.sliced(kByteOrderMark.size());
+    QSet<QString> seen; // stays empty where duplicates are allowed
+    while (!text.isEmpty()) {
+        QByteArrayView line = TakeLine(text);
+        do {
+            const QByteArrayView piece = TakePiece(line);
+            const QString entry = Decode(piece);
+            if (piece.startsWith('#') || seen.contains(entry))
+                continue;
+            entries += entry;
+            if (!allowDuplicates)
+                seen += entry;
+        } while (!line.isEmpty());
+    }
+    return 1;
+}
+
+QString ResolveEntry(const QString& playlistPath, const QString& entry) {
+    QString slashed = entry;
+    slashed.replace(u'\\', u'/');
+    if (!IsRelative(entry))
+        return !IsFile(entry) && IsFile(slashed) ? slashed : entry;
+    const QString folder = playlistPath.first(playlistPath.lastIndexOf(u'/') + 1);
+    const QString written = QDir::cleanPath(folder + entry);
+    return IsFile(written) ? written : QDir::cleanPath(folder + slashed);
+}
+
+bool WritePlaylist(const QString& path, const QStringList& tracks) {
+    QByteArray text("#EXTM3U\r\n");
+    for (const QString& track : tracks)
+        text += "#EXTINF:0, \r\n" + Path::ToBytes(track) + "\r\n";
+    std::optional<FileReplacement> file = FileReplacement::BeginOrCreate(path);
+    return file && file->Append(text) && file->Commit();
+}
+
+bool AppendToPlaylist(const QString& playlistPath, const QStringList& tracks) {
+    std::optional<FileReplacement> file = FileReplacement::Begin(playlistPath);
+    if (!file)
+        return false;
+    const std::uint64_t size = file->OriginalSize();
+    QByteArray text;
+    if (size > 0 && ReadAt(file->Original(), size - 1, 1) != "\n")
+        text += "\r\n"; // the last entry would run into the first new one
+    for (const QString& track : tracks)
+        text += Path::ToBytes(track) + "\r\n";
+    return file->AppendOriginal(0, size) && file->Append(text) && file->Commit();
+}

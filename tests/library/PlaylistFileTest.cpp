@@ -1,0 +1,191 @@
+#include "library/PlaylistFile.h"
+
+#include "library/MediaList.h"
+#include "platform/Files.h"
+#include "platform/Path.h"
+#include "tests/fixtures/InterruptedWrite.h"
+#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <random>
+
+namespace {
+
+class PlaylistFileTest : public ::testing::Test {
+protected:
+    /// The entries of a playlist file with these bytes.
+    [[nodiscard]] QStringList Read(const QByteArray& bytes, int allowDuplicates = 1) const {
+        QStringList entries{QStringLiteral("of another file")};
+        EXPECT_EQ(ReadPlaylist(m_scratch.Write(QStringLiteral("read.m3u"), bytes), entries,
+                               allowDuplicates),
+                  1);
+        return entries;
+    }
+
+    const ScratchFolder m_scratch;
+    const QString m_strPath = m_scratch.File(QStringLiteral("list.m3u"));
+};
+
+const QStringList kTracks{QStringLiteral("/music/one.mp3"), QStringLiteral("/music/Öl & 水.mp3")};
+
+} // namespace
+
+TEST_F(PlaylistFileTest, ReadsEntries) {
+    const QString piece(259, u'x');
+    const QByteArray longest(259, 'x');
+    const QString empty;
+    const QString a = QStringLiteral("a");
+    const QString b = QStringLiteral("b");
+    const struct {
+        QByteArray bytes;
+        QStringList entries;
+    } cases[] = {
+        {"", {}},
+        {"#EXTM3U\r\n", {}},
+        {"#EXTM3U\r\n#EXTINF:0, \r\na\r\n#EXTINF:0, \r\nb\r\n", {a, b}},
+        {"a\nb", {a, b}},
+        {"a\r\n\r\nb\n\n", {a, empty, b, empty}},
+        {"a\rb\r\r\nb\r", {QStringLiteral("a\rb\r"), QStringLiteral("b\r")}},
+        {"b\na\nb\n", {b, a, b}},
+        {" #a\n", {QStringLiteral(" #a")}},
+        {"\xEF\xBB\xBF#EXTM3U\na", {a}},
+        {"a\n\xEF\xBB\xBF"
+         "b",
+         {a, QStringLiteral("\uFEFFb")}},
+        {"\xC3\x96\n\xF0\x9F\x8E\xB5\n", {QStringLiteral("Ö"), QStringLiteral("🎵")}},
+        {"\xFF\n\xC3\n\xED\xB2\x80\n\xC0\xAF\na\n", {empty, empty, empty, empty, a}},
+        {QByteArray("a\0hidden\r\n\0b\n#\0b\nb\0", 20), {a, empty, b}},
+        {longest + "\r\na", {piece, a}},
+        {longest + "a\r\n" + longest + longest + "\n", {piece, a, piece, piece}},
+        {longest + "#a\n#" + longest + "\n", {piece, QStringLiteral("x")}},
+        {longest.chopped(1) + "\xC3\x96", {empty, empty}},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(Read(test.bytes), test.entries) << test.bytes.toStdString();
+    EXPECT_EQ(Read("b\n\na\nb\n\nA\n", 0), QStringList({b, empty, a, QStringLiteral("A")}));
+}
+
+TEST_F(PlaylistFileTest, ReadsLargeFilesAndRubbish) {
+    QByteArray bytes;
+    for (int i = 0; bytes.size() < 10'000'000; ++i)
+        bytes += "/music/" + QByteArray::number(i) + ".mp3\n";
+    const qsizetype count = bytes.count('\n');
+    EXPECT_EQ(Read(bytes, 0).size(), count);
+    EXPECT_EQ(Read(bytes + bytes, 0).size(), count);
+    EXPECT_EQ(Read(bytes.replace('\n', 'x')).size(), (bytes.size() + 258) / 259);
+
+    std::minstd_rand random(1);
+    bytes.resize(1'000'000);
+    for (char& byte : bytes)
+        byte = static_cast<char>(random() % 130); // mostly text, with ends of lines and worse
+    const QStringList entries = Read(bytes);
+    ASSERT_GT(entries.size(), 1000);
+    ASSERT_TRUE(WritePlaylist(m_strPath, entries));
+    EXPECT_EQ(Read(ReadFile(m_strPath)), entries);
+}
+
+TEST_F(PlaylistFileTest, OpensRegularFilesOnly) {
+    const QString pipe = m_scratch.File(QStringLiteral("pipe.m3u"));
+    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
+    const QString large = m_scratch.Write(QStringLiteral("large.m3u"), "a\n");
+    ASSERT_EQ(::truncate(Path::ToBytes(large), (64 << 20) + 1), 0);
+    for (const QString& path : {m_strPath, pipe, m_scratch.Path(), large}) {
+        QStringList entries{QStringLiteral("of another file")};
+        EXPECT_EQ(ReadPlaylist(path, entries, 1), 0) << path.toStdString();
+        EXPECT_TRUE(entries.isEmpty());
+    }
+    for (const QString& path : {pipe, m_scratch.Path()})
+        EXPECT_FALSE(WritePlaylist(path, kTracks) || AppendToPlaylist(path, kTracks));
+}
+
+TEST_F(PlaylistFileTest, FindsTheFileOfAnEntry) {
+    const QString folder = m_scratch.MakeFolder(QStringLiteral("lists"));
+    const QString playlist = Path::Join(folder, QStringLiteral("list.m3u"));
+    const QString plain = m_scratch.Write(QStringLiteral("music/a.mp3"), {});
+    const QString odd = m_scratch.Write(QStringLiteral("lists/odd\\b.mp3"), {});
+    m_scratch.Write(QStringLiteral("lists/odd/b.mp3"), {});
+    m_scratch.MakeFolder(QStringLiteral("lists/odd\\folder"));
+    const auto backslashed = [](QString path) { return path.replace(u'/', u'\\'); };
+    const struct {
+        QString entry;
+        QString path;
+    } cases[] = {
+        {plain, plain},
+        {backslashed(plain), plain},
+        {u'/' + backslashed(plain.sliced(1)), plain},
+        {odd, odd},
+        {QStringLiteral("/none\\a.mp3"), QStringLiteral("/none\\a.mp3")},
+        {QStringLiteral("\\none\\a.mp3"), QStringLiteral("\\none\\a.mp3")},
+        {QStringLiteral("c:\\music\\a.mp3"), QStringLiteral("c:\\music\\a.mp3")},
+        {QStringLiteral("http://host/a\\b.mp3"), QStringLiteral("http://host/a\\b.mp3")},
+        {{}, {}},
+        {QStringLiteral("../music/a.mp3"), plain},
+        {QStringLiteral(".\\..\\music\\a.mp3"), plain},
+        {QStringLiteral("odd\\b.mp3"), odd},
+        {QStringLiteral("odd\\folder"), folder + QStringLiteral("/odd/folder")},
+        {QStringLiteral("none\\x: y.mp3"), folder + QStringLiteral("/none/x: y.mp3")},
+        {QStringLiteral("Ö.mp3"), folder + QStringLiteral("/Ö.mp3")},
+    };
+    for (const auto& test : cases)
+        EXPECT_EQ(ResolveEntry(playlist, test.entry), test.path) << test.entry.toStdString();
+}
+
+TEST_F(PlaylistFileTest, WritesTheTracksOfAListInOrder) {
+    CMediaList list(QStringLiteral("Playlist"), MEDIA_TYPE_PLAYLIST, 1);
+    list.m_strPath = m_strPath;
+    EXPECT_TRUE(list.SavePlaylist());
+    EXPECT_EQ(ReadFile(m_strPath), "#EXTM3U\r\n");
+    for (const QString& path : {kTracks[1], Path::FromBytes("/\xE9.m3u"), kTracks[1]}) {
+        list.Append(std::make_unique<CTrackRecord>());
+        list[list.GetCount() - 1]->m_strPath = path;
+    }
+    EXPECT_TRUE(list.SavePlaylist());
+    EXPECT_EQ(ReadFile(m_strPath), "#EXTM3U\r\n"
+                                   "#EXTINF:0, \r\n/music/\xC3\x96l & \xE6\xB0\xB4.mp3\r\n"
+                                   "#EXTINF:0, \r\n/\xE9.m3u\r\n"
+                                   "#EXTINF:0, \r\n/music/\xC3\x96l & \xE6\xB0\xB4.mp3\r\n");
+    list.m_strPath = m_scratch.File(QStringLiteral("none/list.m3u"));
+    EXPECT_FALSE(list.SavePlaylist());
+}
+
+TEST_F(PlaylistFileTest, AppendsToTheEnd) {
+    EXPECT_FALSE(AppendToPlaylist(m_strPath, kTracks));
+    EXPECT_TRUE(ListFolder(m_scratch.Path())->empty());
+    const QByteArray added = "/music/one.mp3\r\n/music/\xC3\x96l & \xE6\xB0\xB4.mp3\r\n";
+    for (const auto& [before, after] : {std::pair<QByteArray, QByteArray>{"", added},
+                                        {"#EXTM3U\r\n", "#EXTM3U\r\n" + added},
+                                        {"\xFF\nb\n", "\xFF\nb\n" + added},
+                                        {"b", "b\r\n" + added}}) {
+        WriteFile(m_strPath, before);
+        EXPECT_TRUE(AppendToPlaylist(m_strPath, kTracks));
+        EXPECT_EQ(ReadFile(m_strPath), after);
+    }
+}
+
+TEST_F(PlaylistFileTest, AnInterruptedWriteLeavesTheOldOrTheNewFile) {
+    const struct {
+        const char* name;
+        bool (*write)(const QString&, const QStringList&);
+        bool isThere;
+    } cases[] = {
+        {"save", WritePlaylist, true},
+        {"create", WritePlaylist, false},
+        {"append", AppendToPlaylist, true},
+    };
+    for (const auto& test : cases) {
+        for (const Fault fault : {Fault::Kill, Fault::Refuse}) {
+            SCOPED_TRACE(test.name);
+            const ScratchFolder folder;
+            const QString path = folder.File(QStringLiteral("list.m3u"));
+            if (test.isThere)
+                WriteFile(path, "old");
+            ExpectOldOrNewFile(
+                path, [&] { return test.write(path, kTracks); }, fault);
+        }
+    }
+}

@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr qsizetype kMaxFile = 64 * 1024 * 1024; ///< bytes
+constexpr qsizetype kMaxFile = 16 * 1024 * 1024; ///< bytes
 constexpr qsizetype kMaxPiece = 259;             ///< bytes of a line that are read at once
 
 /// Takes the next line off the head of `text`, and returns it without its end. What is behind a

@@ -14,6 +14,7 @@ namespace {
 
 constexpr qsizetype kMaxFile = 16 * 1024 * 1024; ///< bytes
 constexpr qsizetype kMaxPiece = 259;             ///< bytes of a line that are read at once
+constexpr qsizetype kMaxEntries = 250'000;       ///< each becomes a track in memory
 
 /// Takes the next line off the head of `text`, and returns it without its end. What is behind a
 /// byte of 0 could not be seen by the system's calls.
@@ -72,6 +73,10 @@ int ReadPlaylist(const QString& path, QStringList& entries, int allowDuplicates)
             const QString entry = Decode(piece);
             if (piece.startsWith('#') || seen.contains(entry))
                 continue;
+            if (entries.size() == kMaxEntries) {
+                entries.clear();
+                return 0;
+            }
             entries += entry;
             if (!allowDuplicates)
                 seen += entry;

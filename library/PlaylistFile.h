@@ -9,7 +9,8 @@
 /// file. Errors: told by the result; none throws.
 
 /// Reads the entries of a playlist; `entries` is emptied first. Returns 1 if the file could be
-/// opened, else 0: also for what is no regular file and for one larger than 16 MB.
+/// opened, else 0: also for what is no regular file, and for one larger than 16 MB or of more than
+/// 250,000 entries.
 ///
 /// Lines end at LF or CR LF and at the end of the file, a byte-order mark in front is passed over,
 /// and lines that start with '#' are skipped. A line longer than 259 bytes comes as several, and a

@@ -31,8 +31,8 @@ void Fill(CMediaList& list, int checkedTracks, int checkedPlaylists) {
     for (int i = 0; i < 4; ++i) {
         auto record = std::make_unique<CTrackRecord>();
         const bool isPlaylist = i >= 2;
-        record->m_strPath = QStringLiteral("/%1.%2").arg(i).arg(
-            isPlaylist ? QStringLiteral("M3U") : QStringLiteral("mp3"));
+        record->m_strPath = QStringLiteral("/%1.%2").arg(i).arg(isPlaylist ? QStringLiteral("M3U")
+                                                                           : QStringLiteral("mp3"));
         record->m_bChecked = isPlaylist ? i - 2 < checkedPlaylists : i < checkedTracks;
         list.Append(std::move(record));
     }
@@ -51,9 +51,9 @@ protected:
     /// Those of the list's commands that can be given: new playlist, delete, convert, copy button,
     /// to the phone, to the collection.
     [[nodiscard]] std::string Enabled() const {
-        const std::pair<char, int> letters[] = {
-            {'n', kCreatePlaylist}, {'d', kDelete},      {'c', kConvert},
-            {'b', kCopy},           {'p', kCopyToPhone}, {'o', kCopyToCollection}};
+        const std::pair<char, int> letters[] = {{'n', kCreatePlaylist}, {'d', kDelete},
+                                                {'c', kConvert},        {'b', kCopy},
+                                                {'p', kCopyToPhone},    {'o', kCopyToCollection}};
         std::string enabled;
         for (const auto& [letter, command] : letters)
             if (m_display.enabled.at(command))
@@ -77,25 +77,30 @@ TEST_F(CommandStateTest, FollowsTheListAndItsChecks) {
         const char* alone[4];
         const char* withPhone[4];
     } rows[] = {
-        {MEDIA_TYPE_COLLECTION, -1, kViewCollection, {"", "ndc", "d", "d"},
+        {MEDIA_TYPE_COLLECTION,
+         -1,
+         kViewCollection,
+         {"", "ndc", "d", "d"},
          {"", "ndcbp", "dbp", "dbp"}},
         {MEDIA_TYPE_ALL, -1, kViewAllMusic, {"", "bo", "bo", "bo"}, {"", "bpo", "bpo", "bpo"}},
         {MEDIA_TYPE_CD, -1, kFirstCd + 3, {"", "bo", "bo", "bo"}, {"", "bpo", "bpo", "bpo"}},
         {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, 0, {"", "", "", ""}, {"", "", "", ""}},
         {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, 0, {"", "", "", ""}, {"", "", "", ""}},
         {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, 0, {"", "", "", ""}, {"", "", "", ""}},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_PHONE, 0, {"", "nbo", "bo", "bo"},
+        {MEDIA_TYPE_SELECTION,
+         MEDIA_TYPE_PHONE,
+         0,
+         {"", "nbo", "bo", "bo"},
          {"", "nbo", "bo", "bo"}},
         {MEDIA_TYPE_PHONE, -1, kViewPhone, {}, {"", "nbo", "bo", "bo"}},
     };
-    const auto check = [&](const auto& row, const char* const (&expected)[4]) {
+    const auto check = [&](const auto& row, const char* const(&expected)[4]) {
         m_list.m_iType = row.type;
         m_list.m_bActive = 1;
         m_list.m_iMenuId = kFirstCd + 3;
         g_bPlaylistOnly = row.type == MEDIA_TYPE_PLAYLIST;
         g_bSelectionOnly = row.type == MEDIA_TYPE_SELECTION;
-        const bool isFromPhone =
-            row.type == MEDIA_TYPE_PHONE || row.sourceType == MEDIA_TYPE_PHONE;
+        const bool isFromPhone = row.type == MEDIA_TYPE_PHONE || row.sourceType == MEDIA_TYPE_PHONE;
         for (int i = 0; i < 4 && expected[i]; ++i) {
             Fill(m_list, kCombinations[i].tracks, kCombinations[i].playlists);
             m_list.m_iSourceType = row.sourceType;
@@ -141,10 +146,8 @@ TEST_F(CommandStateTest, WordShowsWhole) {
     EXPECT_EQ(m_display.enabled.size(), 17u) << "the four that wait for nothing among them";
     EXPECT_EQ(m_display.marked, kViewCollection) << "the last mark";
 
-    const std::pair<std::uint32_t, int> modes[] = {{0x100000, 32791},
-                                                   {0x200000, 32792},
-                                                   {0x300000, 32793},
-                                                   {0x400000, 33134}};
+    const std::pair<std::uint32_t, int> modes[] = {
+        {0x100000, 32791}, {0x200000, 32792}, {0x300000, 32793}, {0x400000, 33134}};
     for (const auto& [mode, command] : modes) {
         m_state.SetField(UiState::kPlayModeMask, mode);
         EXPECT_EQ(m_display.marked, command);

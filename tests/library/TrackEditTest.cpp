@@ -105,8 +105,10 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
             columns.push_back(column);
     EXPECT_EQ(columns, (std::vector<int>{Title, Artist, Album, Composer, Disk, TrackNumber, Year}));
     AddTrack(m_collection, QStringLiteral("/c/without a row yet.mp3"));
-    for (const int row : {0, 1, 3, 4, 5, 99})
+    for (const int row : {0, 1, 4, 5, 99})
         EXPECT_FALSE(Allows(row, Title)) << row;
+    EXPECT_TRUE(Allows(3, Title)) << "the name of a playlist";
+    EXPECT_FALSE(Allows(3, Artist));
 
     CMediaList& copies = m_lists.Add(QStringLiteral("Copies"), MEDIA_TYPE_SELECTION, 1);
     AddTrack(copies, m_path);

@@ -199,11 +199,19 @@ TEST_F(StartTest, DocumentOfTheCollectionPlaysOnceItIsRead) {
     EXPECT_EQ(dialog->GetLists().FindListByType(MEDIA_TYPE_ALL)->GetCount(), 0);
 }
 
-TEST_F(StartTest, PlaylistFromOutsideIsListedOnly) {
-    Open(1, "outside.m3u");
-    const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
-    ASSERT_EQ(all.GetCount(), 1);
-    EXPECT_FALSE(all[0]->m_bPlaying);
+TEST_F(StartTest, PlaylistFromOutsidePlaysItsTracks) {
+    const ScratchFolder outside;
+    const QString track = outside.Write(QStringLiteral("named by it alone.mp3"),
+                                        ReadFile(MediaFile(QStringLiteral("vbr.mp3"))));
+    document = outside.Write(QStringLiteral("outside.m3u"), "gone.mp3\r\n" + track.toUtf8());
+    OpenAndRead(1, 1);
+    const auto bars = dialog->findChildren<QAbstractSlider*>();
+    EXPECT_TRUE(RunUntil([&] {
+        return std::any_of(bars.begin(), bars.end(), [](const QAbstractSlider* bar) {
+            return bar->accessibleDescription() == u"named by it alone";
+        });
+    }));
+    EXPECT_EQ(dialog->size(), QSize(400, 89));
 }
 
 TEST_F(StartTest, ClickShowsTheArtworkOfTheTrack) {

@@ -132,6 +132,31 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
     }
 }
 
+TEST_F(TrackEditTest, PlaylistIsRenamed) {
+    const QString taken = m_scratch.Write(QStringLiteral("taken.m3u"), "t");
+    m_collection[1]->m_strPath = m_scratch.Write(QStringLiteral("list.m3u"), "#EXTM3U");
+    m_collection[1]->m_strTitle = QStringLiteral("list");
+    m_view.FillGrid();
+    const struct {
+        QString typed;
+        QString name; ///< of the file afterwards
+        QString title;
+    } rows[] = {
+        {QStringLiteral("Morning"), QStringLiteral("Morning.m3u"), {}},
+        {QStringLiteral("Évening.M3U"), QStringLiteral("Évening.M3U"), {}},
+        {QStringLiteral("taken"), QStringLiteral("Évening.M3U"), QStringLiteral("Évening.M3U")},
+        {QStringLiteral("../out"), QStringLiteral("Évening.M3U"), QStringLiteral("Évening.M3U")},
+        {QStringLiteral(" "), QStringLiteral("Évening.M3U"), QStringLiteral("Évening.M3U")},
+        {QString(300, u'x'), QStringLiteral("Évening.M3U"), QStringLiteral("Évening.M3U")}};
+    for (const auto& row : rows) {
+        Edit(3, Title, row.typed);
+        EXPECT_EQ(m_collection[1]->m_strPath, m_scratch.File(row.name)) << row.typed.toStdString();
+        EXPECT_EQ(Text(3, Title), row.title.isEmpty() ? row.typed : row.title);
+        EXPECT_EQ(ReadFile(m_scratch.File(row.name)), "#EXTM3U");
+    }
+    EXPECT_EQ(ReadFile(taken), "t");
+}
+
 TEST_F(TrackEditTest, EditGoesIntoTheFileAndIntoEveryList) {
     CTrackInfo expected = Tags();
     Edit(2, Artist, QStringLiteral("old"));

@@ -4,6 +4,7 @@
 #include "library/MediaLists.h"
 #include "player/MediaPlayer.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/ScratchFolder.h"
 #include "tests/player/RecordingDisplay.h"
 #include "tests/player/ScriptedGraph.h"
 
@@ -103,6 +104,46 @@ TEST_F(TransportTest, PlaysTheListToItsEndByMode) {
         EXPECT_EQ(m_display.buttons.state, c.state);
         EXPECT_EQ(m_view.playingList, c.state == Stopped ? nullptr : &m_collection);
     }
+}
+
+TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
+    const ScratchFolder scratch;
+    auto record = std::make_unique<CTrackRecord>();
+    record->m_strPath =
+        scratch.Write(QStringLiteral("list.m3u"), "#EXTM3U\r\n/c.mp3\r\n/z.mp3\r\n/a.mp3\r\n"
+                                                  "/nested.m3u\r\n/c.mp3\r\n");
+    m_collection.Append(std::move(record));
+    m_transport.PlayPlaylist(m_collection, 3);
+    Deliver();
+    EXPECT_EQ(Marked(), "c");
+    EXPECT_EQ(m_view.playingList, &m_collection);
+    Finish();
+    EXPECT_EQ(Marked(), "") << "a file that is in no list";
+    EXPECT_EQ(m_display.caption, "z");
+    m_transport.SetPlayMode(PLAY_CONTINUOUS); // which is no reason to leave the playlist
+    for (int i = 0; i < 3; ++i)
+        Finish();
+    EXPECT_EQ(Loaded(), "czacc");
+    m_transport.PlayTrack(m_collection, 1);
+    Deliver();
+    Finish();
+    EXPECT_EQ(Loaded(), "bc") << "the list again";
+
+    m_transport.SetPlayMode(PLAY_RANDOM);
+    m_transport.PlayPlaylist(m_collection, 3);
+    Deliver();
+    EXPECT_EQ(Marked(), "c") << "it begins with the first";
+    m_transport.ReleaseList(m_all);
+    EXPECT_EQ(m_transport.GetState(), Playing);
+    m_transport.ReleaseList(m_collection);
+    EXPECT_EQ(m_transport.GetPlayList(), nullptr);
+    Loaded();
+
+    m_collection[3]->m_strPath = scratch.File(QStringLiteral("gone.m3u"));
+    m_transport.PlayPlaylist(m_collection, 3);
+    Deliver();
+    EXPECT_EQ(m_transport.GetState(), Stopped);
+    EXPECT_EQ(Loaded(), "");
 }
 
 TEST_F(TransportTest, TheEndOfATrackThatWasLeftIsNone) {

@@ -82,6 +82,7 @@ private:
     void TakeNormalPlace();
     void SaveOnClose();
 
+    // The window
     std::unique_ptr<CSplashScreenEx> m_pSplash; ///< while it is up
     QString m_strOpenFile;
     QString m_strTempFolder;
@@ -89,26 +90,30 @@ private:
     QRect m_rcNormal;
     QRect m_rcMini;
 
-    std::vector<int> m_listsDone; ///< types of lists to show once an edit has ended
-
+    // The music, and the table that shows it
     CMediaLists m_lists;
     CMenuBar* m_pMenuBar;
     MainLayout m_layout;
-    CCommandMap m_commands;
-    CommandBar m_commandBar;
-    CCommandState m_state;
+    CCommandMap m_commands;  ///< what is done for each item, key and button
+    CommandBar m_commandBar; ///< those of the menu bar and the band
+    CCommandState m_state;   ///< which of them can be given now
     CTrackView m_view;
-    ContextMenus m_menus;
+    ContextMenus m_menus; ///< those of the rows
     PlayerPanel m_panel;
-    MessageTarget m_messages;
+    std::vector<int> m_listsDone; ///< types of lists to show once an edit has ended
+
+    // The player
+    MessageTarget m_messages; ///< by which workers reach this thread
     GstMediaGraphs m_graphs;
     CMediaPlayer m_player;
     CTransport m_transport;
     std::unique_ptr<MprisPlayer> m_pMpris; ///< none before the window was painted
+
+    // What is done with the music
     TrackArtwork m_artwork;
     CLibraryScanner m_scanner;
     CPrompts m_prompts;
     CPlaylists m_playlists;
-    CViewCommands m_viewCommands;
-    CTrackCommands m_trackCommands;
+    CViewCommands m_viewCommands;   ///< select all, the views, refresh
+    CTrackCommands m_trackCommands; ///< delete, genres
 };

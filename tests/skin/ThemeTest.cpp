@@ -211,7 +211,9 @@ TEST(ThemeTest, RefusesWhatIsIncompleteOrHostile) {
         EXPECT_FALSE(files.Load()) << what;
         EXPECT_LT(memory.PeakMegabytes(), kMostMegabytes) << what;
     }
+}
 
+TEST(ThemeTest, RefusesWhatIsNoThemeAndScalesThatAreNone) {
     const SyntheticTheme files;
     ASSERT_TRUE(files.Load());
     for (const char* name : {"none.ini", ".", "top.png"})

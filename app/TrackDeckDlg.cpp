@@ -17,6 +17,7 @@
 #include "grid/GridCtrl.h"
 #include "library/Commands.h"
 #include "library/ListMessages.h"
+#include "library/TrackColumns.h"
 #include "platform/Files.h"
 #include "platform/ScratchFolder.h"
 #include "skin/BitmapSlider.h"
@@ -171,6 +172,12 @@ void CTrackDeckDlg::ConnectView() {
 /// The commands of the window itself; its parts have taken theirs.
 void CTrackDeckDlg::ConnectCommands() {
     using namespace Command;
+    m_commands.SetBeforeHandler([this](int command) {
+        // What is being typed is kept: all others may build the rows anew.
+        if (command != kSelectAll && command != kPlayPause && command != kPrevious &&
+            command != kNext)
+            m_layout.Grid().EndEdit();
+    });
     m_panel.Connect(m_player, m_transport, m_commands);
     m_commands.On(kScan, [this](int) { OnScanPC(); });
     m_commands.On(kExit, [this](int) { close(); });
@@ -179,7 +186,8 @@ void CTrackDeckDlg::ConnectCommands() {
     m_commands.On(kMiniPlayer, [this](int) { ToggleMiniMode(); });
     m_commands.On(kBodyPlay, [this](int) { m_view.PlayCurrent(); });
     m_commands.On(kBodyRename, [this](int) { m_view.EditClickedCell(); });
-    m_commands.On(kFirstColumn, kLastColumn, [this](int column) { m_view.ToggleColumn(column); });
+    for (const TrackColumn& column : AllTrackColumns())
+        m_commands.On(column.command, [this](int command) { m_view.ToggleColumn(command); });
     for (const int command : {kCustomizeView, kHeaderCustomize})
         m_commands.On(command, [this](int) { OnCustomizeView(); });
     m_commandBar.Build();
@@ -412,7 +420,7 @@ void CTrackDeckDlg::closeEvent(QCloseEvent* event) {
 /// Takes what the grid leaves to it. No more: a dialog would press its first button for Enter,
 /// wherever the focus is.
 void CTrackDeckDlg::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Delete)) {
+    if (event->matches(QKeySequence::Delete) && m_layout.Grid().isVisible()) {
         // Also where the menu has it in gray: it takes tracks out of the open playlist.
         m_commands.Run(Command::kDelete);
         return;

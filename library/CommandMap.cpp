@@ -17,6 +17,12 @@ const CCommandMap::Handler* CCommandMap::Find(int command) const {
 }
 
 void CCommandMap::Run(int command) const {
-    if (const Handler* handler = Find(command))
-        Guarded("OnCommand()", [&] { (*handler)(command); });
+    const Handler* handler = Find(command);
+    if (!handler)
+        return;
+    Guarded("OnCommand()", [&] {
+        if (m_pfnBefore)
+            m_pfnBefore(command);
+        (*handler)(command);
+    });
 }

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <map>
+#include <utility>
 
 /// What is done for each command, by its number. A command that nothing is done for has no entry:
 /// its items and buttons are gray.
@@ -15,6 +16,9 @@ public:
 
     /// The same for all numbers from `first` to `last`.
     void On(int first, int last, Handler handler);
+
+    /// Called before each command.
+    void SetBeforeHandler(Handler handler) { m_pfnBefore = std::move(handler); }
 
     [[nodiscard]] bool Has(int command) const { return Find(command) != nullptr; }
 
@@ -30,4 +34,5 @@ private:
     [[nodiscard]] const Handler* Find(int command) const;
 
     std::map<int, Range> m_ranges; ///< by their first number
+    Handler m_pfnBefore;
 };

@@ -5,7 +5,7 @@
 #include <span>
 
 /// Numbers of the commands. A menu item and a button that do the same share one. They are a
-/// contract.
+/// contract. TrackColumns and GenreMenu have some more.
 namespace Command {
 enum Id : int {
     kMiniPlayer = 999,
@@ -42,8 +42,6 @@ enum Id : int {
     kAbout = 32797,
     kExit = 32801,
     kViewPhone = 32802,
-    kFirstColumn = 32804, ///< of those that TrackColumns names
-    kLastColumn = 32820,
     kHeaderCustomize = 32823,
     kFirstGenre = 32865, ///< of those that GenreMenu names
     kTitleRefresh = 33111,

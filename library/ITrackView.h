@@ -19,7 +19,8 @@ public:
     virtual void FillGrid() = 0;
 
     /// Writes one row anew: that of the record at `index`, or the title for -1. Nothing if the row
-    /// is not on screen. With `keepSelection` 0 the row is no longer selected afterwards.
+    /// is not on screen. With `keepSelection` 0 the row is selected afterwards if its record is,
+    /// and a title is not.
     virtual void RefreshRows(int keepSelection, const CMediaList* list, int index) = 0;
 
     /// Writes the check boxes of all rows of a list anew, and its title.

@@ -2,6 +2,7 @@
 
 #include "base/FileKinds.h"
 #include "base/IPrompts.h"
+#include "base/IStatusDisplay.h"
 #include "base/Language.h"
 #include "base/SizeText.h"
 #include "library/CommandMap.h"
@@ -112,6 +113,7 @@ void CPlaylists::OpenPlaylist(const QString& path) {
     g_bPlaylistOnly = 1;
     g_bSelectionOnly = 0;
     SendListDone(m_context.messages, MEDIA_TYPE_PLAYLIST);
+    m_context.status.ShowStatus(Path::ForDisplay(Path::BaseName(path)));
     m_pfnViewChanged();
 }
 
@@ -147,6 +149,7 @@ void CPlaylists::Leave() {
     g_bPlaylistOnly = 0;
     playlist.ClearAll();
     m_context.view.FillGrid();
+    m_context.status.ShowStatus(QString());
     m_pfnViewChanged();
     m_context.state.UpdateCommands();
 }
@@ -159,7 +162,7 @@ void CPlaylists::MoveChecked(Move move) {
     playlist.m_bModified = 1;
     for (int index = 0; index < playlist.GetCount(); ++index)
         if (changedFlags[index])
-            m_context.view.RefreshRows(1, &playlist, index);
+            m_context.view.RefreshRows(0, &playlist, index);
 }
 
 void CPlaylists::AddToPlaylist(int number) {

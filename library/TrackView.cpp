@@ -269,7 +269,7 @@ void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int inde
     else
         return;
     if (!keepSelection)
-        SelectRow(row, false);
+        SelectRow(row, index >= 0 && (*list)[index]->m_bRowSelected);
     if (index >= 0 && m_pLastList != m_pCurrentList && (*list)[index]->m_bRowSelected)
         SelectRow(row, true);
     m_grid.RedrawRow(row);

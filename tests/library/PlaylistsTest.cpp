@@ -156,8 +156,11 @@ TEST_F(PlaylistsTest, ChangesAreSavedOrNot) {
 
     open();
     Check(m_playlist, {1});
+    Click(m_playlist, 1);
+    m_view.FillGrid();
     m_commands.Run(Command::kMoveUp);
     EXPECT_EQ(m_grid.GetCell(1, 1)->GetText(), u"a") << "the rows show it";
+    EXPECT_TRUE(m_grid.GetCell(1, 1)->IsSelected() && !m_grid.GetCell(2, 1)->IsSelected());
     ASSERT_TRUE(QFile::remove(m_file) && QDir().mkpath(m_file + QStringLiteral("/in the way")));
     for (const int command : {Command::kSavePlaylist, Command::kClosePlaylist}) {
         m_commands.Run(command);

@@ -20,6 +20,7 @@ CImageButton* DialogLayout::AddButton(PictureId glyph, StringId label,
         addLayout(m_pButtons);
     }
     auto* button = new CImageButton(glyph, LoadString(label), parentWidget());
+    button->SetLabel(LoadString(label));
     QObject::connect(button, &CImageButton::clicked, button, action);
     m_pButtons->addWidget(button);
     return button;

@@ -20,6 +20,7 @@ CScanPCDlg::CScanPCDlg(QWidget* parent)
     label->setBuddy(m_pFolder);
     m_pFolder->setMinimumWidth(360);
     auto* browse = new CImageButton(PictureId::Browse, LoadString(IDS_BT_BROWSING), this);
+    browse->SetLabel(LoadString(IDS_BT_BROWSING));
     connect(browse, &CImageButton::clicked, this, &CScanPCDlg::Browse);
     m_pSubfolders = new QCheckBox(LoadString(IDS_SCAN_SUBFOLDER), this);
     m_pSubfolders->setChecked(GetSettings().m_bScanSubfolders != 0);

@@ -31,6 +31,11 @@ void PictureButton::SetTooltipText(const QString& text, const QKeySequence& key)
                    : QStringLiteral("%1 (%2)").arg(label, key.toString(QKeySequence::NativeText)));
 }
 
+void PictureButton::SetLabel(const QString& text) {
+    setShortcut(QKeySequence::mnemonic(text));
+    SetTooltipText(text, shortcut());
+}
+
 qreal PictureButton::HoverStrength() const {
     if (!isEnabled())
         return 0;

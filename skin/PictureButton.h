@@ -19,6 +19,9 @@ public:
     /// left out. The tool tip names the key that does the same, if there is one.
     void SetTooltipText(const QString& text, const QKeySequence& key = {});
 
+    /// The same, and the mnemonic of `text` is the button's key, with Alt.
+    void SetLabel(const QString& text);
+
     [[nodiscard]] QSize sizeHint() const override { return {45, 44}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 

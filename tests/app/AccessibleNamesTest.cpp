@@ -11,7 +11,10 @@
 #include "tests/fixtures/Environment.h"
 #include "tests/fixtures/ScratchFolder.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
+#include <QPushButton>
+#include <QShortcut>
 #include <gtest/gtest.h>
 
 namespace {
@@ -33,9 +36,29 @@ std::string Nameless(const QWidget& window) {
     return found;
 }
 
+/// The buttons in a window that no key presses, but for Tab and Space. Enter is the default
+/// button's, Escape that of those that leave.
+std::string Keyless(const QWidget& window) {
+    const QStringList leaving{LoadString(IDS_BT_CANCEL), LoadString(IDS_BT_CLOSE)};
+    std::string found;
+    for (const auto* button : window.findChildren<QAbstractButton*>()) {
+        const auto* push = qobject_cast<const QPushButton*>(button);
+        const bool hasKey = !button->shortcut().isEmpty() || button->findChild<QShortcut*>() ||
+                            (push && push->isDefault()) || button->toolTip().endsWith(u')') ||
+                            leaving.contains(button->accessibleName());
+        if (!hasKey && button->focusPolicy() != Qt::NoFocus)
+            found += (button->accessibleName() + button->text()).toStdString() + '\n';
+    }
+    return found;
+}
+
+std::string Unreachable(const QWidget& window) {
+    return Nameless(window) + Keyless(window);
+}
+
 } // namespace
 
-TEST(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
+TEST(AccessibleNamesTest, EveryControlOfEveryWindowHasOneAndEveryButtonAKey) {
     const ScratchFolder scratch;
     const ScopedVariable home("HOME", scratch.Path());
     const ScopedVariable config("XDG_CONFIG_HOME", scratch.Path());
@@ -46,12 +69,12 @@ TEST(AccessibleNamesTest, EveryControlOfEveryWindowHasOne) {
     CMediaLists lists;
     CLibraryScanner scanner(lists);
 
-    EXPECT_EQ(Nameless(CTrackDeckDlg({})), "");
-    EXPECT_EQ(Nameless(CAboutDlg(nullptr)), "");
-    EXPECT_EQ(Nameless(CConfirmationDlg(text, nullptr)), "");
-    EXPECT_EQ(Nameless(CWarningDlg(text.repeated(2'000), nullptr)), "");
-    EXPECT_EQ(Nameless(CFolderDlg(scratch.Path(), nullptr)), "");
-    EXPECT_EQ(Nameless(CScanPCDlg(nullptr)), "");
-    EXPECT_EQ(Nameless(CSetColumnDlg(0, nullptr)), "");
-    EXPECT_EQ(Nameless(CScanningDlg(scanner, {{}, 0, scratch.Path(), false}, nullptr)), "");
+    EXPECT_EQ(Unreachable(CTrackDeckDlg({})), "");
+    EXPECT_EQ(Unreachable(CAboutDlg(nullptr)), "");
+    EXPECT_EQ(Unreachable(CConfirmationDlg(text, nullptr)), "");
+    EXPECT_EQ(Unreachable(CWarningDlg(text.repeated(2'000), nullptr)), "");
+    EXPECT_EQ(Unreachable(CFolderDlg(scratch.Path(), nullptr)), "");
+    EXPECT_EQ(Unreachable(CScanPCDlg(nullptr)), "");
+    EXPECT_EQ(Unreachable(CSetColumnDlg(0, nullptr)), "");
+    EXPECT_EQ(Unreachable(CScanningDlg(scanner, {{}, 0, scratch.Path(), false}, nullptr)), "");
 }

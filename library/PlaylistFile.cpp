@@ -92,13 +92,16 @@ int ReadPlaylist(const QString& path, QStringList& entries, int allowDuplicates)
 }
 
 QString ResolveEntry(const QString& playlistPath, const QString& entry) {
+    const bool isRelative = IsRelative(entry);
+    const QString folder = playlistPath.first(playlistPath.lastIndexOf(u'/') + 1);
+    const QString written = isRelative ? QDir::cleanPath(folder + entry) : entry;
+    if (!entry.contains(u'\\') || IsFile(written))
+        return written;
     QString slashed = entry;
     slashed.replace(u'\\', u'/');
-    if (!IsRelative(entry))
-        return !IsFile(entry) && IsFile(slashed) ? slashed : entry;
-    const QString folder = playlistPath.first(playlistPath.lastIndexOf(u'/') + 1);
-    const QString written = QDir::cleanPath(folder + entry);
-    return IsFile(written) ? written : QDir::cleanPath(folder + slashed);
+    if (isRelative)
+        return QDir::cleanPath(folder + slashed);
+    return IsFile(slashed) ? slashed : entry;
 }
 
 bool WritePlaylist(const QString& path, const QStringList& tracks) {

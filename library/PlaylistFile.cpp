@@ -16,6 +16,12 @@ constexpr qsizetype kMaxFile = 16 * 1024 * 1024; ///< bytes
 constexpr qsizetype kMaxPiece = 259;             ///< bytes of a line that are read at once
 constexpr qsizetype kMaxEntries = 250'000;       ///< each becomes a track in memory
 
+/// A name with an end of line in it would come back as two.
+bool FitIntoLines(const QStringList& tracks) {
+    return std::none_of(tracks.begin(), tracks.end(),
+                        [](const QString& track) { return track.contains(u'\n'); });
+}
+
 /// Takes the next line off the head of `text`, and returns it without its end. What is behind a
 /// byte of 0 could not be seen by the system's calls.
 QByteArrayView TakeLine(QByteArrayView& text) {
@@ -86,19 +92,24 @@ int ReadPlaylist(const QString& path, QStringList& entries, int allowDuplicates)
 }
 
 QString ResolveEntry(const QString& playlistPath, const QString& entry) {
+    const bool isRelative = IsRelative(entry);
+    const QString folder = playlistPath.first(playlistPath.lastIndexOf(u'/') + 1);
+    const QString written = isRelative ? QDir::cleanPath(folder + entry) : entry;
+    if (!entry.contains(u'\\') || IsFile(written))
+        return written;
     QString slashed = entry;
     slashed.replace(u'\\', u'/');
-    if (!IsRelative(entry))
-        return !IsFile(entry) && IsFile(slashed) ? slashed : entry;
-    const QString folder = playlistPath.first(playlistPath.lastIndexOf(u'/') + 1);
-    const QString written = QDir::cleanPath(folder + entry);
-    return IsFile(written) ? written : QDir::cleanPath(folder + slashed);
+    if (isRelative)
+        return QDir::cleanPath(folder + slashed);
+    return IsFile(slashed) ? slashed : entry;
 }
 
 bool WritePlaylist(const QString& path, const QStringList& tracks) {
     QByteArray text("#EXTM3U\r\n");
     for (const QString& track : tracks)
         text += "#EXTINF:0, \r\n" + Path::ToBytes(track) + "\r\n";
+    if (text.size() > kMaxFile || tracks.size() > kMaxEntries || !FitIntoLines(tracks))
+        return false;
     std::optional<FileReplacement> file = FileReplacement::BeginOrCreate(path);
     return file && file->Append(text) && file->Commit();
 }
@@ -113,5 +124,7 @@ bool AppendToPlaylist(const QString& playlistPath, const QStringList& tracks) {
         text += "\r\n"; // the last entry would run into the first new one
     for (const QString& track : tracks)
         text += Path::ToBytes(track) + "\r\n";
+    if (size + static_cast<std::uint64_t>(text.size()) > kMaxFile || !FitIntoLines(tracks))
+        return false;
     return file->AppendOriginal(0, size) && file->Append(text) && file->Commit();
 }

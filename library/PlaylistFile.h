@@ -26,9 +26,11 @@ int ReadPlaylist(const QString& path, QStringList& entries, int allowDuplicates)
 [[nodiscard]] QString ResolveEntry(const QString& playlistPath, const QString& entry);
 
 /// Writes a playlist of these tracks, in the place of an old one or as a new file. False if it
-/// could not be written; then the old one is as it was.
+/// could not be written, or not be read again, as with a line end in a name; then the old one is as
+/// it was.
 [[nodiscard]] bool WritePlaylist(const QString& path, const QStringList& tracks);
 
-/// Adds tracks at the end of a playlist that is there. False if it could not be written, and then
-/// it is as it was. Takes all at once so that the file is written once.
+/// Adds tracks at the end of a playlist that is there. False if it could not be written, as above
+/// but for the number of entries; then it is as it was. Takes all at once so that the file is
+/// written once.
 bool AppendToPlaylist(const QString& playlistPath, const QStringList& tracks);

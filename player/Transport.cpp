@@ -30,6 +30,22 @@ QString CaptionOf(const CTrackRecord& track) {
     return Path::ForDisplay(parts.join(QStringLiteral(" - ")));
 }
 
+/// The marked one of the tracks of a file. While none is marked it is the one at `row`, else the
+/// first; -1 if there is none.
+int FindTrack(const CMediaList& list, const QString& path, int row) {
+    const auto isOne = [&](int i) { return list[i] && list[i]->m_strPath == path; };
+    int found = isOne(row) ? row : -1;
+    for (int i = 0; i < list.GetCount(); ++i) {
+        if (!isOne(i))
+            continue;
+        if (list[i]->m_bPlaying)
+            return i;
+        if (found < 0)
+            found = i;
+    }
+    return found;
+}
+
 /// For a file that is in no list.
 QString NameOf(const QString& path) {
     return Path::ForDisplay(Path::BaseName(path));
@@ -125,13 +141,19 @@ void CTransport::PlayPlaylist(CMediaList& list, int index) {
 void CTransport::SetPlayMode(int mode) {
     if (mode != m_iPlayMode) {
         m_iPlayMode = mode;
-        RenewQueue();
+        RebuildQueue();
     }
     m_display.ShowPlayMode(mode);
     ShowTransport();
 }
 
 void CTransport::RenewQueue() {
+    if (m_pPlayList && m_playlist.isEmpty() &&
+        m_pPlayList->GetCount() - m_pPlayList->CountPlaylists() > m_queue.GetCount())
+        RebuildQueue();
+}
+
+void CTransport::RebuildQueue() {
     const auto current = m_queue.Current();
     if (!m_playlist.isEmpty() && current)
         m_queue.Build(m_playlist, current->iRow, m_iPlayMode);
@@ -341,12 +363,10 @@ const CTrackRecord* CTransport::GetNowPlaying() {
 CTrackRecord* CTransport::FindNowPlaying() {
     if (!m_pPlayList || m_strNowPlayingPath.isEmpty())
         return nullptr;
-    CTrackRecord* track = (*m_pPlayList)[m_iNowPlayingRow];
-    if (!track || track->m_strPath != m_strNowPlayingPath) {
-        m_iNowPlayingRow = m_pPlayList->FindPath(m_strNowPlayingPath);
-        track = (*m_pPlayList)[m_iNowPlayingRow];
-    }
-    return track;
+    const CTrackRecord* track = (*m_pPlayList)[m_iNowPlayingRow];
+    if (!track || !track->m_bPlaying || track->m_strPath != m_strNowPlayingPath)
+        m_iNowPlayingRow = FindTrack(*m_pPlayList, m_strNowPlayingPath, m_iNowPlayingRow);
+    return (*m_pPlayList)[m_iNowPlayingRow];
 }
 
 void CTransport::MarkRow(bool playing) {

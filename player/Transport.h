@@ -60,8 +60,8 @@ public:
     void SetPlayMode(int mode);
     [[nodiscard]] int GetPlayMode() const { return m_iPlayMode; }
 
-    /// Takes in what has come to the list that plays, behind the track that plays. A playlist goes
-    /// on as it is.
+    /// Takes in what has come to the list that plays, behind the track that plays. What plays goes
+    /// on in its order if nothing has, and so does a playlist.
     void RenewQueue();
 
     /// Stops, closes the file, and forgets the list.
@@ -85,6 +85,7 @@ private:
     enum class Direction { Forward, Back };
 
     void BuildPlayQueue(CMediaList* list, int startRow);
+    void RebuildQueue();
     void StartQueue();
     void OnTrackFinished();
     void Step(Direction direction);

@@ -168,6 +168,21 @@ TEST_F(PlaylistFileTest, AppendsToTheEnd) {
     }
 }
 
+TEST_F(PlaylistFileTest, WritesNothingThatCouldNotBeReadAgain) {
+    const QStringList cases[] = {
+        QStringList(250'001, QStringLiteral("/a")),
+        QStringList(200'000, u'/' + QString(80, u'a')),
+        {kTracks[0], QStringLiteral("/music/two\nlines.mp3")},
+    };
+    WriteFile(m_strPath, "old");
+    for (const QStringList& tracks : cases)
+        EXPECT_FALSE(WritePlaylist(m_strPath, tracks)) << tracks[1].toStdString();
+    EXPECT_FALSE(AppendToPlaylist(m_strPath, cases[1] + cases[0]));
+    EXPECT_FALSE(AppendToPlaylist(m_strPath, cases[2]));
+    EXPECT_EQ(ReadFile(m_strPath), "old");
+    EXPECT_EQ(ListFolder(m_scratch.Path())->size(), 1U);
+}
+
 TEST_F(PlaylistFileTest, AnInterruptedWriteLeavesTheOldOrTheNewFile) {
     const struct {
         const char* name;

@@ -441,6 +441,43 @@ TEST_F(TransportTest, TakesInWhatHasComeToTheList) {
     EXPECT_EQ(Marked(), "d");
 }
 
+TEST_F(TransportTest, WhatPlaysAtRandomIsNotShuffledAgain) {
+    const ScratchFolder scratch;
+    Fill(m_collection, "defghijklm");
+    auto record = std::make_unique<CTrackRecord>();
+    record->m_strPath =
+        scratch.Write(QStringLiteral("list.m3u"),
+                      "/a.mp3\n/b.mp3\n/c.mp3\n/d.mp3\n/e.mp3\n/f.mp3\n/g.mp3\n/h.mp3\n");
+    m_collection.Append(std::move(record));
+    m_transport.SetPlayMode(PLAY_RANDOM);
+    for (const bool isPlaylist : {false, true}) {
+        isPlaylist ? m_transport.PlayPlaylist(m_collection, 13) : Play(0);
+        std::string all;
+        while (m_transport.GetState() == Playing) {
+            m_transport.RenewQueue(); // nothing has come to the list
+            Finish();
+            ASSERT_LT((all += Loaded()).size(), 14U);
+        }
+        EXPECT_EQ(std::set<char>(all.begin(), all.end()).size(), isPlaylist ? 8U : 13U) << all;
+    }
+}
+
+TEST_F(TransportTest, TheMarkFollowsAmongTracksOfOneFile) {
+    Fill(m_collection, "aA");
+    m_transport.SetPlayMode(PLAY_CONTINUOUS);
+    std::vector<int> changed;
+    for (const int row : {3, 4}) { // the second of a file, and one whose name differs in case
+        Play(row);
+        Track(row).m_bChecked = 1;
+        m_collection.MoveCheckedUp(changed);
+        Track(row - 1).m_bChecked = 0;
+        m_transport.OnNext();
+        m_transport.OnPrevious();
+        Deliver();
+        EXPECT_EQ(Marked().size(), 1U) << Marked();
+    }
+}
+
 TEST_F(TransportTest, AListOfPlaylistsPlaysNothing) {
     Play(0);
     EXPECT_EQ(Loaded(), "a");

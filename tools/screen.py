@@ -38,6 +38,14 @@ def wait_for(probe, what):
     raise StepFailed(f"waited {PATIENCE} s for {what}")
 
 
+def wait_until(look, wanted):
+    """Waits until `look` answers what is wanted."""
+    try:
+        wait_for(lambda: look() == wanted, "it")
+    except StepFailed:
+        raise StepFailed(f"{look()} instead of {wanted}") from None
+
+
 def output(*command):
     result = subprocess.run(command, capture_output=True, timeout=PATIENCE, check=False)
     return result.stdout
@@ -65,10 +73,10 @@ class Screen:
         wait_for(up.exists, "the window manager")
 
     @staticmethod
-    def find(title):
-        """The window of that title that is on the screen, or None."""
+    def find(title, beside=None):
+        """The window of that title that is on the screen, or None; another one than `beside`."""
         found = output("xdotool", "search", "--onlyvisible", "--name", f"^{re.escape(title)}$")
-        return int(found.split()[0]) if found else None
+        return next((window for window in map(int, found.split()) if window != beside), None)
 
     @staticmethod
     def find_untitled(program):

@@ -1,5 +1,7 @@
 """The program as walks meet it: its windows, its texts, and where things stand in them."""
 
+import os
+import pathlib
 import re
 
 from screen import StepFailed, check, start, wait_for
@@ -18,7 +20,8 @@ class TrackDeck:
     GRID_TOP = 54
     ROW_HEIGHT = 22
     LAST_ROW = 15  # that is seen whole
-    TITLES = (45, 120)  # left and width of texts in a column
+    CHECK_BOXES = (8, 12)  # left and width of what a column shows
+    TITLES = (45, 120)
     ARTISTS = (220, 120)
 
     # Parts of the window: width, height, left and top.
@@ -29,6 +32,7 @@ class TrackDeck:
     SEEK_BAR = (390, 16, 166, 535)
 
     SCAN_BUTTON = (83, 491)
+    MOVE_UP_BUTTON = (328, 491)  # of an open playlist
     IN_MID_TRACK = (340, 543)  # on the seek bar
     CAPTION = (400, 15)  # a place that tells and does nothing under a mouse at rest
 
@@ -62,6 +66,30 @@ class TrackDeck:
 
     def wait_until_gone(self, key):
         wait_for(lambda: not self.find(key), f'the end of the window "{self.texts[key]}"')
+
+    def open(self, title, *keys):
+        """Opens a dialog; the next keys go there."""
+        self.screen.press(keys)
+        self.screen.activate(self.wait_for_window(title))
+
+    def close(self, title, *keys, under="IDS_MAIN_TITLE"):
+        """Closes a dialog; the next keys go to the window under it."""
+        self.screen.press(keys)
+        self.wait_until_gone(title)
+        self.screen.activate(self.find(under))
+
+    def find_prompt(self):
+        """A question or a warning, or None: they have the window's own title."""
+        return self.screen.find(self.texts["IDS_MAIN_TITLE"], beside=self.window)
+
+    def answer(self, *keys):
+        """Answers one question or warning after the other; the next keys go to the window."""
+        for key in keys:
+            prompt = wait_for(self.find_prompt, "a question")
+            self.screen.activate(prompt)
+            self.screen.press([key])
+            wait_for(lambda: self.find_prompt() != prompt, "the end of the question")
+        self.screen.activate(self.window)
 
     def find_popup(self):
         """A menu or a tip that is open, or None: the program's other windows have titles."""
@@ -103,8 +131,19 @@ class TrackDeck:
 
     def has_text(self, column, first, last=None):
         """Whether text stands in the cells."""
-        pixels = self.cells(column, first, last or first)
-        return any(max(pixel) < INK for pixel in zip(*[iter(pixels)] * 3))
+        return any(self.ink(column, first, last or first))
+
+    def ink(self, column, first, last):
+        """For each row, where ink is in its cell of a column; without the frame of the focus."""
+        pixels = zip(*[iter(self.cells(column, first, last))] * 3)
+        inked = [max(pixel) < INK for pixel in pixels]
+        size = len(inked) // (last - first + 1)
+        frame = size // self.ROW_HEIGHT * 3
+        places = range(frame, size - frame)
+        return [
+            {place for place in places if inked[start + place]}
+            for start in range(0, len(inked), size)
+        ]
 
     def pixels(self, part):
         """Those of a part of the window: width, height, left and top."""
@@ -118,3 +157,10 @@ class TrackDeck:
 
     def seek_bar(self):
         return self.pixels(self.SEEK_BAR)
+
+    @staticmethod
+    def check_setting(line):
+        """Checks that the program's settings have this line."""
+        file = pathlib.Path(os.environ["HOME"]) / ".config" / "Veltria" / "Track Deck.ini"
+        lines = file.read_text().splitlines()
+        check(line in lines, f"no {line} in {lines}")

@@ -9,7 +9,7 @@ import pathlib
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
-from screen import Screen, check, take_walk, wait_for
+from screen import Screen, take_walk, wait_for, wait_until
 from trackdeck import TrackDeck
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
@@ -21,8 +21,6 @@ FIRST_TRACK = 2  # its row in the grid
 NEW_TITLE = "Typed without a mouse"
 NEW_FOLDER = "Made without a mouse"
 VOLUME = 7
-
-CHECK_BOXES = (6, 16)  # left and width
 
 
 class Walk:
@@ -39,17 +37,6 @@ class Walk:
     def press(self, *keys):
         self.screen.press(keys)
 
-    def open(self, title, *keys):
-        """Opens a dialog; the next keys go there."""
-        self.press(*keys)
-        self.screen.activate(self.deck.wait_for_window(title))
-
-    def close(self, title, *keys, under="IDS_MAIN_TITLE"):
-        """Closes a dialog; the next keys go to the window under it."""
-        self.press(*keys)
-        self.deck.wait_until_gone(title)
-        self.screen.activate(self.deck.find(under))
-
     def geometry(self):
         return self.screen.geometry(self.deck.window)
 
@@ -58,7 +45,7 @@ class Walk:
         wait_for(lambda: self.deck.has_text(self.deck.TITLES, FIRST_TRACK), "a track")
 
     def title_is_edited(self):
-        self.press("ctrl+Home", "Down", "Right", "F2", "ctrl+a")
+        self.press("ctrl+Home", "Down", "Right", "F2")
         self.screen.type(NEW_TITLE)
         self.press("Return")
         wait_for(lambda: NEW_TITLE.encode() in self.track.read_bytes(), "the title in the file")
@@ -72,11 +59,13 @@ class Walk:
         wait_for(lambda: self.deck.play_glyph() == glyph, "the button for playing")
 
     def track_is_checked(self):
+        def is_checked():
+            return self.deck.has_text(TrackDeck.CHECK_BOXES, FIRST_TRACK)
+
         self.press("ctrl+Home", "Down")
-        self.screen.settle()
-        before = self.deck.cells(CHECK_BOXES, FIRST_TRACK, FIRST_TRACK)
-        self.press("space")
-        wait_for(lambda: self.deck.cells(CHECK_BOXES, FIRST_TRACK, FIRST_TRACK) != before, "the tick")
+        for checked in (True, False):
+            self.press("space")
+            wait_until(is_checked, checked)
 
     def list_is_sorted(self):
         header = (26, 700)
@@ -101,8 +90,8 @@ class Walk:
         self.press("Down", "Right")
 
     def tab_reaches_the_scan_button(self):
-        self.open("IDS_SCAN_TITLE", "Tab", "space")
-        self.close("IDS_SCAN_TITLE", "Escape")
+        self.deck.open("IDS_SCAN_TITLE", "Tab", "space")
+        self.deck.close("IDS_SCAN_TITLE", "Escape")
 
     def tab_reaches_the_play_button(self):
         self.press("Tab")
@@ -125,14 +114,14 @@ class Walk:
 
     def tab_comes_back_to_the_grid(self):
         title = NEW_TITLE.upper()
-        self.press("Tab", "F2", "ctrl+a")
+        self.press("Tab", "F2")
         self.screen.type(title)
         self.press("Return")
         wait_for(lambda: title.encode() in self.track.read_bytes(), "the title in the file")
 
     def file_menu(self):
-        self.open("IDS_SCAN_TITLE", "alt+f", "s")
-        self.close("IDS_SCAN_TITLE", "Escape")
+        self.deck.open("IDS_SCAN_TITLE", "alt+f", "s")
+        self.deck.close("IDS_SCAN_TITLE", "Escape")
 
     def view_menu(self):
         before = self.geometry()
@@ -142,14 +131,14 @@ class Walk:
         self.deck.wait_for_geometry(*before)
 
     def help_menu(self):
-        self.open("IDS_MAIN_ABOUT", "alt+h", "a")
-        self.close("IDS_MAIN_ABOUT", "Return")
+        self.deck.open("IDS_MAIN_ABOUT", "alt+h", "a")
+        self.deck.close("IDS_MAIN_ABOUT", "Return")
 
     def menu_bar(self):
         self.press("F10", "Down")
         self.deck.wait_for_popup()
-        self.open("IDS_MAIN_ABOUT", "Left", "Return")
-        self.close("IDS_MAIN_ABOUT", "Escape")
+        self.deck.open("IDS_MAIN_ABOUT", "Left", "Up", "Return")
+        self.deck.close("IDS_MAIN_ABOUT", "Escape")
 
     def system_menu(self):
         before = self.geometry()
@@ -160,39 +149,34 @@ class Walk:
             self.deck.wait_for_geometry(*wanted)
 
     def folder_is_made(self):
-        self.open("IDS_SCAN_TITLE", "ctrl+f")
+        self.deck.open("IDS_SCAN_TITLE", "ctrl+f")
         self.press("ctrl+a")
         self.screen.type(str(self.home))
-        self.open("IDS_DLGTITLE_FOLDER", "Tab", "space")
+        self.deck.open("IDS_DLGTITLE_FOLDER", "Tab", "space")
         self.press("Right", "Down", "Tab", "space")  # its first folder, and the button
         self.screen.type(NEW_FOLDER)
         self.press("Return")
         wait_for(self.folder.is_dir, f"the folder {self.folder}")
 
     def folder_is_chosen(self):
-        self.close("IDS_DLGTITLE_FOLDER", "Return", under="IDS_SCAN_TITLE")
+        self.deck.close("IDS_DLGTITLE_FOLDER", "Return", under="IDS_SCAN_TITLE")
         self.press("alt+s", "alt+f", "Return")
         self.screen.activate(self.deck.wait_for_window("IDS_SCAN_COMPLET"))
-        self.close("IDS_SCAN_COMPLET", "space")
-        self.check_setting(f"SearchDir={self.folder}")
-        self.check_setting("ScanSubfolders=1")
+        self.deck.close("IDS_SCAN_COMPLET", "space")
+        self.deck.check_setting(f"SearchDir={self.folder}")
+        self.deck.check_setting("ScanSubfolders=1")
 
     def program_ends(self):
         self.press("ctrl+q")
         self.deck.wait_until_ended()
-        self.check_setting(f"Volume={VOLUME}")
-        self.check_setting("Playmode=2")
-
-    def check_setting(self, line):
-        settings = self.home / ".config" / "Veltria" / "Track Deck.ini"
-        lines = settings.read_text().splitlines()
-        check(line in lines, f"no {line} in {lines}")
+        self.deck.check_setting(f"Volume={VOLUME}")
+        self.deck.check_setting("Playmode=2")
 
     STEPS = [
         (program_starts, "the program starts and lists a track"),
         (title_is_edited, "the keys of the grid edit a title"),
         (track_is_played, "Enter plays a track, and another key makes a pause"),
-        (track_is_checked, "Space checks a track"),
+        (track_is_checked, "Space checks a track, and again no longer"),
         (list_is_sorted, "Shift and Enter sort by the column"),
         (list_is_folded, "Enter folds and unfolds a list"),
         (tab_reaches_the_scan_button, "Tab reaches the button for scans"),

@@ -13,6 +13,7 @@ import urllib.parse
 import xml.etree.ElementTree as ElementTree
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from music import make_track
 from screen import Screen, check, output, start, take_walk, wait_for
 from trackdeck import TrackDeck
 
@@ -37,17 +38,6 @@ SECONDS = 120
 FIRST_TRACK = 2  # its row in the grid
 
 
-def make_track(path, title):
-    """Real music with a picture."""
-    command = ["ffmpeg", "-nostdin", "-loglevel", "error"]
-    command += ["-f", "lavfi", "-i", f"sine=duration={SECONDS}"]
-    command += ["-f", "lavfi", "-i", "color=orange:size=64x48:duration=1:rate=1"]
-    command += ["-map", "0", "-map", "1", "-c:a", "libmp3lame", "-b:a", "32k", "-id3v2_version", "3"]
-    for tag in (f"title={title}", "artist=Hollin Brae", "album=Salt Road"):
-        command += ["-metadata", tag]
-    subprocess.run([*command, path], check=True)
-
-
 def playerctl(*arguments):
     return output("playerctl", "--player=trackdeck", *arguments).decode().strip()
 
@@ -63,7 +53,8 @@ class Walk:
         self.music = home / "Music" / "Veltria Track Deck"
         self.music.mkdir(parents=True)
         for title in TITLES:
-            make_track(self.music / f"{title}.mp3", title)
+            tags = {"title": title, "artist": "Hollin Brae", "album": "Salt Road"}
+            make_track(self.music / f"{title}.mp3", SECONDS, tags)
         self.order = []  # of the titles, as the list has them
         self.bus = self.start_bus(cleanup)
         self.screen = Screen(cleanup, scratch, TrackDeck.SCREEN)

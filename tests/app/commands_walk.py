@@ -1,0 +1,350 @@
+#!/usr/bin/env python3
+"""Works with playlists, selections, columns, genres and files by mouse and keyboard, on real music,
+and holds the screen, the files and the settings to what each command means.
+
+Usage: commands_walk.py PROGRAM
+"""
+
+import os
+import pathlib
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from music import make_track
+from screen import Screen, check, output, take_walk, wait_for, wait_until
+from trackdeck import TrackDeck
+
+PROGRAM = pathlib.Path(sys.argv[1]).resolve()
+
+# Titles in their order, of such lengths that the next column begins where ARTISTS is.
+ATTIC, BROOK, CLIFF, DUNES, EMBER, FJORD = TITLES = [
+    "Attic Window Singers",
+    "Brook below the Mill",
+    "Cliff without a Path",
+    "Dunes of Last Winter",
+    "Ember in a Snowfall",
+    "Fjord before Morning",
+]
+ARTISTS = ["Quarry", "Alder"]  # by turns
+PLAYLIST = "Playlist1"
+
+# Where a column begins in rows and header.
+CHECK_BOX, TITLE, ARTIST = 14, 100, 205
+
+FIRST_TRACK = 2  # its row in the grid
+HEADER = (26, 700)  # left and width
+
+OPEN_ITEM = (40, 39)  # in the menu of a playlist
+LAST_BUTTON = (43, 40)  # of a dialog, from its right and its bottom
+
+# A desktop's browser that leaves what it is to open.
+BROWSER = """#!/bin/sh
+printf '%s' "$1" >'{opened}.part' && mv '{opened}.part' '{opened}'
+"""
+
+COLUMNS = 0xFF & ~0x40 & ~0x4 | 0x1000  # as at first, without BPM and Album, with Path
+
+
+class Walk:
+    def __init__(self, cleanup, scratch, home):
+        self.music = home / "Music" / "Veltria Track Deck"
+        self.music.mkdir(parents=True)
+        for number, title in enumerate(TITLES):
+            tags = {"title": title, "artist": ARTISTS[number % 2], "genre": "Blues"}
+            make_track(self.path(title), 30, tags)
+        self.playlist = self.music / f"{PLAYLIST}.m3u"
+        self.saved = b""  # what the playlist holds
+        self.opened = scratch / "opened"
+        self.make_browser(scratch / "bin")
+        self.looks = {}  # of titles: where they have ink
+        self.header = b""
+        self.screen = Screen(cleanup, scratch, TrackDeck.SCREEN)
+        self.deck = TrackDeck(PROGRAM, self.screen, cleanup, scale=1)
+
+    def make_browser(self, folder):
+        folder.mkdir()
+        browser = folder / "xdg-open"
+        browser.write_text(BROWSER.format(opened=self.opened))
+        browser.chmod(0o755)
+        os.environ["PATH"] = f"{folder}:{os.environ['PATH']}"
+
+    def path(self, title):
+        return self.music / f"{title}.mp3"
+
+    def press(self, *keys):
+        self.screen.press(keys)
+
+    def learn(self, titles, row):
+        """Learns what titles look like, which stand in the rows from `row` on."""
+        self.screen.settle()
+        looks = self.deck.ink(self.deck.TITLES, row, row + len(titles) - 1)
+        self.looks.update(zip(titles, looks))
+
+    def title_of(self, ink):
+        """The title that looks like this, or None. The ground of a row changes the look a little."""
+        for title, look in self.looks.items():
+            if len(ink ^ look) * 4 < len(look):
+                return title
+        return None
+
+    def rows(self):
+        """The titles in the rows of the grid, None for others."""
+        inks = self.deck.ink(self.deck.TITLES, 0, self.deck.LAST_ROW)
+        return [self.title_of(ink) for ink in inks]
+
+    def shown(self):
+        return [title for title in self.rows() if title]
+
+    def checked(self):
+        ticks = self.deck.ink(self.deck.CHECK_BOXES, 0, self.deck.LAST_ROW)
+        return [title for title, tick in zip(self.rows(), ticks) if title and tick]
+
+    def click(self, title, left, button=1):
+        rows = self.rows()
+        check(title in rows, f"no {title} in {rows}")
+        self.screen.click(self.deck.window, self.deck.row(rows.index(title), left), button)
+
+    def focus_playlist(self):
+        self.press("Home", "ctrl+End", "Up")  # the first gives the focus to any cell
+
+    def click_header(self, left, button=1):
+        self.screen.click(self.deck.window, self.deck.row(0, left), button)
+
+    def check_by_mouse(self, *titles):
+        """Checks these tracks and no others."""
+        self.press("ctrl+d")
+        for title in titles:
+            self.click(title, CHECK_BOX)
+        wait_until(lambda: set(self.checked()), set(titles))
+
+    def wait_for_saved(self, *titles):
+        """Waits for a playlist of these tracks that was written whole."""
+        lines = ["#EXTM3U"]
+        for title in titles:
+            lines += ["#EXTINF:0, ", str(self.path(title))]
+        self.saved = "".join(f"{line}\r\n" for line in lines).encode()
+        wait_for(self.playlist.exists, "the playlist")
+        wait_until(self.playlist.read_bytes, self.saved)
+
+    def header_now(self):
+        return self.deck.cells(HEADER, 0, 0)
+
+    def wait_for_another_header(self):
+        wait_for(lambda: self.header_now() != self.header, "another header")
+        self.screen.settle()
+        self.header = self.header_now()
+
+    def program_starts(self):
+        self.deck.start()
+        last = FIRST_TRACK + len(TITLES) - 1
+        wait_for(lambda: self.deck.has_text(self.deck.TITLES, last), "the tracks")
+        self.screen.settle()
+
+    def columns_are_chosen(self):
+        self.header = self.header_now()
+        self.deck.open("IDS_DLGTITLE_COLUMN", "ctrl+l")
+        self.deck.close("IDS_DLGTITLE_COLUMN", "alt+h", "alt+p", "Return")
+        self.wait_for_another_header()
+        self.click_header(TITLE, button=3)
+        self.deck.wait_for_popup()
+        self.press("b")
+        self.wait_for_another_header()
+
+    def columns_are_kept(self):
+        self.program_ends()
+        self.deck.check_setting(f"ColumnDef={COLUMNS}")
+        self.program_starts()
+        wait_until(lambda: self.header_now() == self.header, True)
+
+    def list_is_sorted_twice(self):
+        self.click_header(TITLE)
+        self.learn(TITLES, FIRST_TRACK)
+        self.click_header(ARTIST)
+        wait_until(self.shown, [ATTIC, CLIFF, EMBER, BROOK, DUNES, FJORD])
+        self.click_header(TITLE)
+        wait_until(self.shown, TITLES)
+
+    def playlist_is_made(self):
+        self.check_by_mouse(BROOK, DUNES)
+        self.click(EMBER, TITLE)
+        self.press("space")
+        wait_until(self.checked, [BROOK, DUNES, EMBER])
+        self.press("ctrl+n")
+        self.wait_for_saved(BROOK, DUNES, EMBER)
+        self.learn([PLAYLIST], FIRST_TRACK + len(TITLES))
+        wait_until(self.shown, [*TITLES, PLAYLIST])
+        wait_until(self.checked, [])
+
+    def playlist_is_opened_by_mouse(self):
+        self.click(PLAYLIST, TITLE, button=3)
+        self.screen.click(self.deck.wait_for_popup(), OPEN_ITEM)
+        wait_until(self.shown, [BROOK, DUNES, EMBER])
+
+    def tracks_are_moved(self):
+        self.check_by_mouse(EMBER)
+        self.press("alt+Up")
+        wait_until(self.shown, [BROOK, EMBER, DUNES])
+        self.screen.click(self.deck.window, self.deck.MOVE_UP_BUTTON)
+        wait_until(self.shown, [EMBER, BROOK, DUNES])
+
+    def track_is_taken_out(self):
+        self.check_by_mouse(DUNES)
+        self.press("Delete")
+        self.deck.answer("y")
+        wait_until(self.shown, [EMBER, BROOK])
+        check(self.path(DUNES).exists(), "its file is gone")
+
+    def playlist_is_saved(self):
+        wait_until(self.playlist.read_bytes, self.saved)
+        self.press("ctrl+s")
+        self.wait_for_saved(EMBER, BROOK)
+        wait_until(self.shown, [*TITLES, PLAYLIST])
+
+    def changes_are_dropped(self):
+        self.focus_playlist()
+        self.press("Menu")
+        self.deck.wait_for_popup()
+        self.press("o")
+        wait_until(self.shown, [EMBER, BROOK])
+        self.check_by_mouse(EMBER)
+        self.press("alt+Down")
+        wait_until(self.shown, [BROOK, EMBER])
+        self.press("ctrl+w")
+        self.deck.answer("n")
+        wait_until(self.shown, [*TITLES, PLAYLIST])
+        check(self.playlist.read_bytes() == self.saved, "the file has changed")
+
+    def track_is_added(self):
+        self.check_by_mouse(ATTIC)
+        self.press("Menu")
+        self.deck.wait_for_popup()
+        self.press("l", "p")
+        self.saved += f"{self.path(ATTIC)}\r\n".encode()
+        wait_until(self.playlist.read_bytes, self.saved)
+
+    def open_files(self):
+        """The names of the files that the program has open."""
+        links = pathlib.Path(f"/proc/{self.deck.process.pid}/fd").iterdir()
+        return [pathlib.Path(os.readlink(link)).name for link in links if link.is_symlink()]
+
+    def playlist_is_played(self):
+        glyph = self.deck.play_glyph()
+        self.focus_playlist()
+        self.press("Return")
+        wait_for(lambda: self.deck.play_glyph() != glyph, "the button for a pause")
+        wait_for(lambda: self.path(EMBER).name in self.open_files(), "its first track")
+        self.press("ctrl+p")
+        wait_for(lambda: self.deck.play_glyph() == glyph, "the button for playing")
+
+    def selection_is_shown(self):
+        self.check_by_mouse(CLIFF, FJORD)
+        self.press("ctrl+3")
+        wait_until(self.shown, [CLIFF, FJORD])
+        wait_until(self.checked, [CLIFF, FJORD])
+        self.press("ctrl+1")
+        wait_until(self.shown, [*TITLES, PLAYLIST])
+
+    def tag(self, title, name):
+        """A tag of a track's file."""
+        entry = f"format_tags={name}"
+        command = ["ffprobe", "-loglevel", "error", "-show_entries", entry, "-of", "csv=p=0"]
+        return output(*command, str(self.path(title))).decode().strip()
+
+    def genre_is_chosen(self):
+        self.click(BROOK, TITLE)
+        self.press("Menu")
+        self.deck.wait_for_popup()
+        self.press("g", "f", "t")
+        wait_until(lambda: self.tag(BROOK, "genre"), "Traditional Folk")
+        check(self.tag(DUNES, "genre") == "Blues", "another track has it, too")
+
+    def all_are_checked(self):
+        self.press("ctrl+d")
+        wait_until(self.checked, [])
+        self.press("ctrl+a")
+        wait_until(self.checked, [*TITLES, PLAYLIST])
+
+    def edit_has_its_own_delete(self):
+        self.press("ctrl+d")
+        self.click(ATTIC, ARTIST)
+        self.press("F2", "ctrl+a")
+        wait_until(self.checked, [*TITLES, PLAYLIST])
+        self.press("Home", "Delete", "Return")
+        wait_until(lambda: self.tag(ATTIC, "artist"), ARTISTS[0][1:])
+        check(not self.deck.find_prompt(), "a question came up")
+        check(all(self.path(title).exists() for title in TITLES), "a file is gone")
+
+    def file_is_deleted(self):
+        self.check_by_mouse(FJORD)
+        self.press("Delete")
+        self.deck.answer("n")
+        check(self.path(FJORD).exists(), "it is gone in spite of the answer")
+        self.press("Delete")
+        self.deck.answer("y")
+        wait_until(self.path(FJORD).exists, False)
+        wait_until(self.shown, [*TITLES[:-1], PLAYLIST])
+
+    def what_can_not_be_deleted_stays(self):
+        self.path(CLIFF).unlink()
+        (self.path(CLIFF) / "full").mkdir(parents=True)
+        self.check_by_mouse(CLIFF, DUNES)
+        self.press("Delete")
+        self.deck.answer("y", "Return")  # the question, then the warning
+        wait_until(self.shown, [ATTIC, BROOK, CLIFF, EMBER, PLAYLIST])
+        wait_until(self.checked, [CLIFF])
+        check(self.path(CLIFF).is_dir() and not self.path(DUNES).exists(), "another one is gone")
+
+    def wait_for_help(self, page):
+        wait_for(self.opened.exists, f"the help's {page}")
+        wanted = (PROGRAM.parent / "help" / page).as_uri()
+        check(self.opened.read_text() == wanted, f"{self.opened.read_text()} is not {wanted}")
+        self.opened.unlink()
+
+    def dialog_helps(self, title, page):
+        """By the key and by the last button of an open dialog, which is closed."""
+        self.press("F1")
+        self.wait_for_help(page)
+        dialog = self.deck.find(title)
+        (width, height), _ = self.screen.geometry(dialog)
+        self.screen.click(dialog, (width - LAST_BUTTON[0], height - LAST_BUTTON[1]))
+        self.wait_for_help(page)
+        self.deck.close(title, "Escape")
+
+    def help_is_opened(self):
+        self.press("F1")
+        self.wait_for_help("index.html")
+        self.deck.open("IDS_SCAN_TITLE", "ctrl+f")
+        self.dialog_helps("IDS_SCAN_TITLE", "scanning.html")
+        self.deck.open("IDS_DLGTITLE_COLUMN", "ctrl+l")
+        self.dialog_helps("IDS_DLGTITLE_COLUMN", "customize-view.html")
+
+    def program_ends(self):
+        self.press("ctrl+q")
+        self.deck.wait_until_ended()
+
+    STEPS = [
+        (program_starts, "the program starts and lists the tracks"),
+        (columns_are_chosen, "Customize View and the header's menu choose columns"),
+        (columns_are_kept, "the next start shows the same columns"),
+        (list_is_sorted_twice, "the header sorts by one column, and keeps that order by the next"),
+        (playlist_is_made, "a playlist is made of tracks checked by mouse and by Space"),
+        (playlist_is_opened_by_mouse, "its menu opens it by mouse"),
+        (tracks_are_moved, "a checked track is moved up by key and by button"),
+        (track_is_taken_out, "a checked track is taken out, and its file stays"),
+        (playlist_is_saved, "the playlist is saved in its new order"),
+        (changes_are_dropped, "it is opened by keys, changed, and closed without saving"),
+        (track_is_added, "a track is added from its menu"),
+        (playlist_is_played, "Enter plays the playlist's first track"),
+        (selection_is_shown, "My Selection shows the checked tracks, My Collection all"),
+        (genre_is_chosen, "a genre is chosen from menus, and written to the file"),
+        (all_are_checked, "all tracks are checked, and none"),
+        (edit_has_its_own_delete, "in an edit Ctrl+A checks all, and Delete deletes text alone"),
+        (file_is_deleted, "No keeps a file, Yes deletes it with its row"),
+        (what_can_not_be_deleted_stays, "what can't be deleted is told, and stays checked"),
+        (help_is_opened, "F1 and the Help buttons open their pages"),
+        (program_ends, "the program ends"),
+    ]
+
+
+if __name__ == "__main__":
+    sys.exit(1 if take_walk(Walk) else 0)

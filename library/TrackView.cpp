@@ -14,6 +14,7 @@
 
 #include <QScrollBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -326,8 +327,12 @@ TrackPlace CTrackView::GetCurrentTrack() const {
 }
 
 void CTrackView::ShowList(int type) {
+    const CMediaList* list = m_lists.FindListByType(type);
+    if (g_bPlaylistOnly || !list)
+        return;
     ActivateList(type);
     ScrollToList(type);
+    m_grid.SetFocusCell({list->m_iTitleRow, std::max(m_grid.GetFocusCell().col, kTitleGridColumn)});
 }
 
 void CTrackView::ActivateList(int type) {

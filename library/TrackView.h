@@ -93,7 +93,8 @@ public:
     /// Plays the current track, as a double click on it does.
     void PlayCurrent();
 
-    /// Opens an edit of the cell of the last right click; of the title where that can't be edited.
+    /// Opens an edit of the current track, in the column of the last right click; of its title
+    /// where that can't be edited.
     void EditClickedCell();
 
 private:

@@ -145,6 +145,10 @@ TEST_F(ListCommandsTest, SelectionHoldsCopiesOfTheCheckedTracks) {
     m_commands.Run(Command::kViewCollection);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
     EXPECT_EQ(m_marked, Command::kViewCollection);
+    m_all.m_bExpanded = 0;
+    m_commands.Run(Command::kViewAllMusic);
+    EXPECT_EQ(m_marked, Command::kViewAllMusic) << "folded, it is viewed all the same";
+    EXPECT_EQ(m_grid.GetFocusCell().row, m_all.m_iTitleRow) << "keys go on from there";
 }
 
 TEST_F(ListCommandsTest, RefreshReadsTheFolderAnew) {

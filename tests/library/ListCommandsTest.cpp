@@ -98,6 +98,13 @@ TEST_F(ListCommandsTest, GenreGoesIntoTheTags) {
     m_commands.Run(kOperaGenre);
     EXPECT_EQ(m_collection[1]->m_strGenre, u"Old") << "it could not be written";
 
+    const QByteArray music = ReadFile(path);
+    const QString namesake = AddFile("A.mp3", music);
+    Click(m_collection, 0);
+    m_collection.RemoveIf([&path](const CTrackRecord& track) { return track.m_strPath == path; });
+    m_commands.Run(kOperaGenre + 1);
+    EXPECT_EQ(ReadFile(namesake), music) << "case tells files apart";
+
     SendAddTrack(m_messages.Address(), m_all, m_scratch.Write(QStringLiteral("x.mp3"), "x"));
     m_view.FillGrid();
     Click(m_all, 0);

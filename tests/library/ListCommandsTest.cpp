@@ -31,6 +31,7 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     EXPECT_EQ(m_prompts.Take(), "") << "nothing is checked";
 
     m_collection[0]->m_bPlaying = 1;
+    m_collection[2]->m_strStatus = QStringLiteral("told before");
     Check(m_collection, {0, 2, 3, 4});
     m_prompts.answer = false;
     m_commands.Run(Command::kDelete);
@@ -46,7 +47,7 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     EXPECT_EQ(Names(m_selection), "") << "gone from every list";
     EXPECT_FALSE(QFile::exists(playing) || QFile::exists(list));
     EXPECT_TRUE(QFile::exists(stuck + QStringLiteral("/in the way")));
-    EXPECT_EQ(m_collection[1]->m_strStatus, QString());
+    EXPECT_EQ(m_collection[1]->m_strStatus, u"told before");
     EXPECT_EQ(m_released.value(0), playing);
     EXPECT_FALSE(m_enabled.at(Command::kDelete));
 }

@@ -159,7 +159,6 @@ void CTrackDeckDlg::ConnectView() {
         [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); });
     m_view.SetPlayHandler([this](CMediaList& list, int index) { OnPlay(list, index); });
     m_view.SetMenuHandler([this](CCellID cell, const CMediaList* list, int index) {
-        m_state.UpdateCommands();
         if (list)
             m_menus.ShowRowMenu(cell, *list, index);
         else

@@ -12,6 +12,8 @@ QAction* MakeCommandAction(const MenuItem& item, const char* prefix, const CComm
         GetMenuText(QString::fromLatin1(prefix), QString::fromLatin1(item.name)), owner);
     if (item.key.key() != 0)
         action->setShortcut(item.key);
+    // One page of help for a key that is held; only moves go on.
+    action->setAutoRepeat(item.command == Command::kMoveUp || item.command == Command::kMoveDown);
     action->setEnabled(commands.Has(item.command));
     QObject::connect(action, &QAction::triggered, action,
                      [&commands, command = item.command] { commands.Run(command); });

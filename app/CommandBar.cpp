@@ -67,10 +67,8 @@ void CommandBar::BuildMenus() {
 }
 
 void CommandBar::TakeButtons() {
-    for (const MenuItem& item : kButtonItems) {
+    for (const MenuItem& item : kButtonItems)
         m_actions[item.command] = MakeCommandAction(item, "", m_commands, &m_window);
-        m_window.addAction(m_actions[item.command]);
-    }
     TakeButton(kCreatePlaylist, m_layout.NewPlaylist());
     TakeButton(kScan, m_layout.ScanButton());
     TakeButton(kCopy, m_layout.Copy());
@@ -82,6 +80,8 @@ void CommandBar::TakeButtons() {
     TakeButton(kPrevious, m_layout.Previous());
     TakeButton(kPlayPause, m_layout.Play());
     TakeButton(kNext, m_layout.Next());
+    for (const MenuItem& item : kButtonItems) // their keys work as long as they are seen
+        m_buttons.at(item.command)->addAction(m_actions.at(item.command));
 }
 
 void CommandBar::TakeButton(int command, PictureButton& button) {

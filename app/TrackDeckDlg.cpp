@@ -159,7 +159,6 @@ void CTrackDeckDlg::ConnectView() {
         [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); });
     m_view.SetPlayHandler([this](CMediaList& list, int index) { OnPlay(list, index); });
     m_view.SetMenuHandler([this](CCellID cell, const CMediaList* list, int index) {
-        m_state.UpdateCommands();
         if (list)
             m_menus.ShowRowMenu(cell, *list, index);
         else
@@ -324,8 +323,10 @@ void CTrackDeckDlg::OnListDone(int type) {
     // Read in the background, the collection leaves the buttons to a document that plays.
     const bool othersPlay = m_transport.GetState() != TransportState::Stopped &&
                             m_transport.GetPlayList()->m_iType != type;
-    if (type == MEDIA_TYPE_ALL || (type == MEDIA_TYPE_COLLECTION && !othersPlay))
+    if (type == MEDIA_TYPE_ALL || (type == MEDIA_TYPE_COLLECTION && !othersPlay)) {
         m_view.ActivateList(type);
+        m_state.MarkView(*m_lists.FindListByType(type));
+    }
     m_view.FillGrid();
     if (type == MEDIA_TYPE_ALL) {
         m_view.ScrollToList(type);

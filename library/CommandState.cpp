@@ -123,11 +123,16 @@ void CCommandState::UpdateCommands() {
         const bool phone = m_lists.HasPhoneList();
         m_display.ShowCopyDirection(phone && !IsFromPhone(*list));
         SetListBits(*list, phone);
-        if (const auto view = ViewOf(*list))
-            SetField(kViewMask, *view);
+        MarkView(*list);
     }
     if (m_pfnUpdated)
         m_pfnUpdated();
+}
+
+void CCommandState::MarkView(const CMediaList& list) {
+    const auto view = ViewOf(list);
+    if (view && list.IsOnScreen())
+        SetField(kViewMask, *view);
 }
 
 void CCommandState::SetListBits(const CMediaList& list, bool phone) {

@@ -61,6 +61,10 @@ public:
     /// To be called after every change of the active list or of checks.
     void UpdateCommands();
 
+    /// Marks the view of a list that is on screen, even if it is folded and thus not the active
+    /// one.
+    void MarkView(const CMediaList& list);
+
     /// Called at the end of each UpdateCommands(), for what else follows the active list.
     void SetUpdateHandler(std::function<void()> handler) { m_pfnUpdated = std::move(handler); }
 

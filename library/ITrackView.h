@@ -33,7 +33,8 @@ public:
     virtual void ShowPlayingList(const CMediaList* list) = 0;
 
     /// Makes the first list of a type the active one, leaving the selection view, and scrolls to
-    /// it. Nothing while a playlist is open, or without such a list.
+    /// it; the keyboard's focus goes to its title. Nothing while a playlist is open, or without
+    /// such a list.
     virtual void ShowList(int type) = 0;
 
     /// The track that was clicked last, while it is there.

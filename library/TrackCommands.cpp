@@ -72,12 +72,13 @@ QStringList CTrackCommands::DeleteFiles(CMediaList& list) {
         CTrackRecord& track = *list[index];
         if (!track.m_bChecked)
             continue;
+        const QString status = track.m_strStatus;
         LetGo(list, index);
         if (DeleteFile(track.m_strPath)) {
             deleted += track.m_strPath;
         } else {
             kept += Path::ForDisplay(track.m_strPath);
-            track.m_strStatus.clear();
+            track.m_strStatus = status;
         }
     }
     for (const auto& other : m_context.lists.All())

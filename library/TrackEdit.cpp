@@ -46,7 +46,7 @@ bool IsEditable(const CMediaList& list, int index, TrackText text) {
     if (!track || list.TypeOfSource() != MEDIA_TYPE_COLLECTION)
         return false;
     if (IsPlaylistFile(track->m_strPath))
-        return list.m_iType == MEDIA_TYPE_COLLECTION && text == &R::m_strTitle;
+        return list.m_iType != MEDIA_TYPE_PLAYLIST && text == &R::m_strTitle;
     const auto* stored = FindStoredText(text);
     return HasWritableTags(track->m_strPath) && stored && stored->isTyped;
 }

@@ -15,7 +15,7 @@ class IPlaybackGuard;
 
 /// Whether the user may type another text for a track in the place of this one. Tracks of My
 /// Collection have such texts if their tags can be written, in the open playlist and the selection
-/// too. Of a playlist it is the title.
+/// too. Of a playlist it is the title, though not where it is an entry of the open one.
 [[nodiscard]] bool IsEditable(const CMediaList& list, int index, TrackText text);
 
 /// Writes `value` as this text into the tags of a file, whose other texts stay; `guard` is asked

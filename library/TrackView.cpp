@@ -14,6 +14,7 @@
 
 #include <QScrollBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -318,16 +319,26 @@ void CTrackView::SetTrackStatus(const QString& path, const QString& text) {
 TrackPlace CTrackView::GetCurrentTrack() const {
     if (!m_pCurrentList || m_strCurrentPath.isEmpty())
         return {};
-    const CTrackRecord* track = (*m_pCurrentList)[m_iCurrentIndex];
-    const int index = track && track->m_strPath == m_strCurrentPath
-                          ? m_iCurrentIndex
-                          : m_pCurrentList->FindPath(m_strCurrentPath);
-    return index < 0 ? TrackPlace{} : TrackPlace{m_pCurrentList, index};
+    const auto isAt = [this](int index) {
+        const CTrackRecord* track = (*m_pCurrentList)[index];
+        return track && track->m_strPath == m_strCurrentPath;
+    };
+    if (isAt(m_iCurrentIndex))
+        return {m_pCurrentList, m_iCurrentIndex};
+    // A path that differs in case is another file's.
+    for (int index = 0; index < m_pCurrentList->GetCount(); ++index)
+        if (isAt(index))
+            return {m_pCurrentList, index};
+    return {};
 }
 
 void CTrackView::ShowList(int type) {
+    const CMediaList* list = m_lists.FindListByType(type);
+    if (g_bPlaylistOnly || !list)
+        return;
     ActivateList(type);
     ScrollToList(type);
+    m_grid.SetFocusCell({list->m_iTitleRow, std::max(m_grid.GetFocusCell().col, kTitleGridColumn)});
 }
 
 void CTrackView::ActivateList(int type) {

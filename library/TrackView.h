@@ -69,7 +69,7 @@ public:
     /// Shows `text` as the status of the first track with this path. Empty text clears it.
     void SetTrackStatus(const QString& path, const QString& text);
 
-    /// ShowList() without scrolling.
+    /// ShowList() without scrolling and the focus.
     void ActivateList(int type);
 
     /// Scrolls so far that the title of the first list of a type is at the top, or all behind it is
@@ -93,7 +93,8 @@ public:
     /// Plays the current track, as a double click on it does.
     void PlayCurrent();
 
-    /// Opens an edit of the cell of the last right click; of the title where that can't be edited.
+    /// Opens an edit of the current track, in the column of the last right click; of its title
+    /// where that can't be edited.
     void EditClickedCell();
 
 private:
@@ -154,7 +155,6 @@ private:
     QString m_strCurrentPath;          ///< its key: tracks may have been moved or taken out since
     CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
     const CMediaList* m_pPlayingList = nullptr; ///< whose title says so
-    int m_iClickRow = -1;                       ///< of the last right click
-    int m_iClickColumn = -1;
+    int m_iClickColumn = -1;                    ///< of the last right click
     CCellID m_idFocus; ///< where the keyboard was last; the grid's own goes on header clicks
 };

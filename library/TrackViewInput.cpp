@@ -96,7 +96,6 @@ void CTrackView::ForgetOtherSelections(CMediaList& list, int clicked) {
 }
 
 void CTrackView::OnRightClick(CCellID cell) {
-    m_iClickRow = cell.row;
     m_iClickColumn = cell.col;
     if (cell.row > 0)
         SelectClicked(cell);
@@ -184,9 +183,13 @@ void CTrackView::PlayCurrent() {
 }
 
 void CTrackView::EditClickedCell() {
-    const CCellID title{m_iClickRow, kTitleGridColumn};
-    const CCellID clicked{m_iClickRow, m_iClickColumn};
-    m_grid.OnEditCell(AllowsEdit(clicked) ? clicked : title);
+    // Since the click it may have got another row.
+    const TrackPlace current = GetCurrentTrack();
+    if (!current.list)
+        return;
+    const int row = RowOf(*current.list, current.index);
+    const CCellID clicked{row, m_iClickColumn};
+    m_grid.OnEditCell(AllowsEdit(clicked) ? clicked : CCellID{row, kTitleGridColumn});
 }
 
 bool CTrackView::AllowsEdit(CCellID cell) const {

@@ -52,6 +52,7 @@ void CViewCommands::CheckAll(int checked) {
 
 void CViewCommands::ShowList(int type) {
     m_context.view.ShowList(type);
+    m_context.state.MarkView(*m_context.lists.FindListByType(type));
     m_context.state.UpdateCommands();
 }
 

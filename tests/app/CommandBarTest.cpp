@@ -75,6 +75,7 @@ TEST_F(CommandBarTest, ItemsKeysAndButtonsAreOne) {
     for (const char* placeholder : {"Random Transfer", "Calculate Tempo", "Refresh"})
         EXPECT_FALSE(Find(placeholder)->isEnabled()) << placeholder;
     EXPECT_TRUE(Find("Settings...")->isEnabled()) << "has no bit";
+    EXPECT_FALSE(Find("Help Topics")->autoRepeat()) << "one page for a key that is held";
 
     m_state.SetBit(UiState::kCreatePlaylist, true);
     EXPECT_TRUE(m_layout.NewPlaylist().isEnabled());
@@ -127,6 +128,10 @@ TEST_F(CommandBarTest, OpenPlaylistHasItsButtonsAndNoOtherView) {
         button.click();
         QTest::keyClick(&m_window, Qt::Key(key), modifier);
         EXPECT_EQ(m_run, QList<int>(2, command));
+        m_layout.SetMiniMode(true);
+        QTest::keyClick(&m_window, Qt::Key(key), modifier);
+        EXPECT_EQ(m_run.size(), 2) << "nothing happens to what is not seen";
+        m_layout.SetMiniMode(false);
     }
     m_bar.ShowOpenPlaylist(false);
     EXPECT_FALSE(m_layout.ClosePlaylist().isVisible());

@@ -31,6 +31,7 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     EXPECT_EQ(m_prompts.Take(), "") << "nothing is checked";
 
     m_collection[0]->m_bPlaying = 1;
+    m_collection[2]->m_strStatus = QStringLiteral("told before");
     Check(m_collection, {0, 2, 3, 4});
     m_prompts.answer = false;
     m_commands.Run(Command::kDelete);
@@ -46,7 +47,7 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     EXPECT_EQ(Names(m_selection), "") << "gone from every list";
     EXPECT_FALSE(QFile::exists(playing) || QFile::exists(list));
     EXPECT_TRUE(QFile::exists(stuck + QStringLiteral("/in the way")));
-    EXPECT_EQ(m_collection[1]->m_strStatus, QString());
+    EXPECT_EQ(m_collection[1]->m_strStatus, u"told before");
     EXPECT_EQ(m_released.value(0), playing);
     EXPECT_FALSE(m_enabled.at(Command::kDelete));
 }
@@ -98,6 +99,13 @@ TEST_F(ListCommandsTest, GenreGoesIntoTheTags) {
     m_commands.Run(kOperaGenre);
     EXPECT_EQ(m_collection[1]->m_strGenre, u"Old") << "it could not be written";
 
+    const QByteArray music = ReadFile(path);
+    const QString namesake = AddFile("A.mp3", music);
+    Click(m_collection, 0);
+    m_collection.RemoveIf([&path](const CTrackRecord& track) { return track.m_strPath == path; });
+    m_commands.Run(kOperaGenre + 1);
+    EXPECT_EQ(ReadFile(namesake), music) << "case tells files apart";
+
     SendAddTrack(m_messages.Address(), m_all, m_scratch.Write(QStringLiteral("x.mp3"), "x"));
     m_view.FillGrid();
     Click(m_all, 0);
@@ -145,6 +153,10 @@ TEST_F(ListCommandsTest, SelectionHoldsCopiesOfTheCheckedTracks) {
     m_commands.Run(Command::kViewCollection);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
     EXPECT_EQ(m_marked, Command::kViewCollection);
+    m_all.m_bExpanded = 0;
+    m_commands.Run(Command::kViewAllMusic);
+    EXPECT_EQ(m_marked, Command::kViewAllMusic) << "folded, it is viewed all the same";
+    EXPECT_EQ(m_grid.GetFocusCell().row, m_all.m_iTitleRow) << "keys go on from there";
 }
 
 TEST_F(ListCommandsTest, RefreshReadsTheFolderAnew) {

@@ -113,6 +113,7 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
     CMediaList& copies = m_lists.Add(QStringLiteral("Copies"), MEDIA_TYPE_SELECTION, 1);
     AddTrack(copies, m_path);
     AddTrack(copies, QStringLiteral("/c/unwritable.m4a"));
+    AddTrack(copies, QStringLiteral("/c/list.m3u"));
     const struct {
         int type;
         int sourceType;
@@ -129,6 +130,8 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
         m_view.FillGrid();
         EXPECT_EQ(Allows(copies[0]->m_iRow, Title), row.allows) << row.type << row.sourceType;
         EXPECT_FALSE(Allows(copies[1]->m_iRow, Title));
+        const bool isEntry = row.type == MEDIA_TYPE_PLAYLIST;
+        EXPECT_EQ(Allows(copies[2]->m_iRow, Title), row.allows && !isEntry) << row.type;
     }
 }
 
@@ -155,6 +158,17 @@ TEST_F(TrackEditTest, PlaylistIsRenamed) {
         EXPECT_EQ(ReadFile(m_scratch.File(row.name)), "#EXTM3U");
     }
     EXPECT_EQ(ReadFile(taken), "t");
+
+    GridNotification click{.code = NM_RCLICK, .row = 3, .col = Album};
+    m_view.OnNotify(click);
+    EXPECT_TRUE(m_collection[1]->m_bChecked);
+    m_collection.RemoveIf([this](const CTrackRecord& track) { return track.m_strPath == m_path; });
+    m_view.FillGrid();
+    m_view.EditClickedCell();
+    ASSERT_TRUE(m_grid.IsEditing()) << "the title, in the row that it has now";
+    QTest::keyClicks(m_grid.focusWidget(), QStringLiteral("Night"));
+    m_grid.EndEdit();
+    EXPECT_EQ(m_collection[0]->m_strPath, m_scratch.File(QStringLiteral("Night.m3u")));
 }
 
 TEST_F(TrackEditTest, EditGoesIntoTheFileAndIntoEveryList) {

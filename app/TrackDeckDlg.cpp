@@ -315,11 +315,11 @@ void CTrackDeckDlg::PostListsDone() {
 }
 
 void CTrackDeckDlg::OnListDone(int type) {
-    m_scanner.OnListDone(type);
     if (m_layout.Grid().IsEditing()) { // rows built anew would end what is being typed half-way
         m_listsDone.push_back(type);
         return;
     }
+    m_scanner.OnListDone(type);
     // Read in the background, the collection leaves the buttons to a document that plays.
     const bool othersPlay = m_transport.GetState() != TransportState::Stopped &&
                             m_transport.GetPlayList()->m_iType != type;

@@ -91,12 +91,30 @@ void CTrackView::FillGrid() {
         const CCellID focus = m_grid.GetFocusCell().IsValid() ? m_grid.GetFocusCell() : m_idFocus;
         const Row focused = FindRow(focus.row);
         BuildRows();
-        m_idFocus = {};
-        if (focused.list && RowOf(*focused.list, focused.index) > 0)
-            m_idFocus = {RowOf(*focused.list, focused.index), focus.col};
+        m_idFocus = FocusAfter(focus, focused);
+        m_bExclusive = IsExclusiveView();
         m_grid.SetFocusCell(m_idFocus);
         m_grid.Refresh();
     });
+}
+
+/// The cell for the keyboard once the rows are built, which was at `before` on what `focused` is:
+/// on the same again, or on the neighbour of a track that has gone. An exclusive view begins at its
+/// first track, and leads back to where the keyboard was before it.
+CCellID CTrackView::FocusAfter(CCellID before, const Row& focused) {
+    const bool exclusive = IsExclusiveView();
+    CCellID after = before;
+    if (exclusive && !m_bExclusive) {
+        m_idBeforeExclusive = before;
+        after = {1, kTitleGridColumn};
+    } else if (!exclusive && m_bExclusive) {
+        after = m_idBeforeExclusive;
+    } else if (focused.list) {
+        after.row = RowOf(*focused.list, focused.index);
+    }
+    const int rows = m_grid.GetRowCount();
+    return after.row < 1 || rows < 2 ? CCellID{}
+                                     : CCellID{std::min(after.row, rows - 1), after.col};
 }
 
 void CTrackView::BuildRows() {

@@ -53,7 +53,8 @@ public:
     void ToggleColumn(int command);
 
     /// Builds all rows anew and fits the columns to their texts. The grid scrolls to its head; the
-    /// keyboard's focus goes with the track or title that has it, as long as that is shown.
+    /// keyboard's focus goes with the track or title that has it, as long as that is shown, and
+    /// from a track that has gone to the next one.
     void FillGrid() override;
 
     void RefreshRows(int keepSelection, const CMediaList* list, int index) override;
@@ -111,6 +112,7 @@ private:
     void ConfigureGrid();
     [[nodiscard]] int CountRows() const;
     void BuildRows();
+    [[nodiscard]] CCellID FocusAfter(CCellID before, const Row& focused);
     void ForgetRows();
     [[nodiscard]] Row FindRow(int row) const;
     [[nodiscard]] const TrackColumn* ColumnAt(int gridColumn) const;
@@ -156,5 +158,7 @@ private:
     CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
     const CMediaList* m_pPlayingList = nullptr; ///< whose title says so
     int m_iClickColumn = -1;                    ///< of the last right click
+    bool m_bExclusive = false;                  ///< the last FillGrid() was for an exclusive view
+    CCellID m_idBeforeExclusive;                ///< where the keyboard was before it
     CCellID m_idFocus; ///< where the keyboard was last; the grid's own goes on header clicks
 };

@@ -40,7 +40,9 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     EXPECT_EQ(m_released, QStringList());
 
     m_prompts.answer = true;
+    m_grid.SetFocusCell({2, 1});
     m_commands.Run(Command::kDelete);
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 1})) << "on the track that follows";
     EXPECT_EQ(m_prompts.Take(), "IDS_CONFIRM_DELETE IDS_PROMPT_UNDEL");
     EXPECT_EQ(Names(m_collection), "b.mp3 c.mp3*");
     EXPECT_EQ(m_grid.GetRowCount(), 5) << "header, two titles, two tracks";

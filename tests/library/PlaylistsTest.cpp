@@ -64,6 +64,7 @@ TEST_F(PlaylistsTest, NewOneHoldsTheCheckedTracksUnderTheFirstFreeName) {
 
 TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     AddFile("a.mp3");
+    m_grid.SetFocusCell({2, 3});
     Open("list.m3u",
          {QStringLiteral("a.mp3"), QStringLiteral("a.mp3"), QStringLiteral("gone.mp3")});
     EXPECT_EQ(Names(m_playlist), "a.mp3 a.mp3 gone.mp3");
@@ -74,6 +75,7 @@ TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     EXPECT_EQ(m_playlist[2]->m_strTitle, u"gone");
     EXPECT_EQ(m_playlist.m_iSourceType, MEDIA_TYPE_COLLECTION);
     EXPECT_EQ(m_viewChanges, 1);
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{1, 1}));
     m_playlists.OpenPlaylist(m_folder + QStringLiteral("/other.m3u"));
     m_commands.Run(Command::kViewSelection);
     m_view.ShowList(MEDIA_TYPE_ALL);
@@ -84,6 +86,7 @@ TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     m_commands.Run(Command::kSavePlaylist); // unchanged: only closes
     EXPECT_EQ(ReadFile(m_file), before);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 3})) << "the keyboard is where it was";
     EXPECT_EQ(m_playlist.GetCount(), 0);
     EXPECT_EQ(m_viewChanges, 2);
     EXPECT_EQ(m_released, QStringList{QStringLiteral("Playlist")}) << "before its tracks went";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <vector>
 
 /// Milliseconds that a call takes.
@@ -11,6 +12,14 @@ double MeasureMs(Call call) {
     call();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
         .count();
+}
+
+/// Milliseconds of one core that a call takes of the whole process.
+template <typename Call>
+double ProcessorMs(Call call) {
+    const std::clock_t start = std::clock();
+    call();
+    return (std::clock() - start) * 1000.0 / CLOCKS_PER_SEC;
 }
 
 inline double Median(std::vector<double> values) {

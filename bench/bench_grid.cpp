@@ -1,13 +1,17 @@
 // Cost of the grid with 100,000 tracks by 9 columns: filling it and fitting the columns, sorting,
-// painting a window of 60 rows, memory; and filling and fitting against a QTableWidget.
+// painting a window of 60 rows, memory; and filling and fitting against a QTableWidget. Then the
+// checks of as many tracks in the view of the lists.
 //
 //   bench_grid
+//   bench_grid --checks   the checks only
 //   bench_grid --paint    the windows of the grid and of a QTableWidget only, at QT_SCALE_FACTOR
 //
 // Runs without a display, and starts itself to paint at 100 % and 200 %. Times are processor time
 // of the whole process, that is of one core, so that other work on the machine does not count.
 
 #include "bench/Clock.h"
+#include "bench/Collection.h"
+#include "bench/GridChecks.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"
@@ -24,96 +28,12 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <ctime>
 #include <fstream>
-#include <random>
 #include <string>
 
 namespace {
 
-constexpr int kTracks = 100'000;
-constexpr int kColumns = 9;
 constexpr int kFirstTrack = 2; // below the header and the title of the list
-constexpr int kTitle = 1;
-constexpr int kSize = 6;
-
-using Track = std::array<QString, kColumns>;
-
-struct Words {
-    QStringList list;
-    int weight; ///< of 100 titles
-};
-
-/// What a collection is made of: mostly Latin, with other scripts, accents that combine, and
-/// scripts that need a layout.
-const std::vector<Words>& Vocabulary() {
-    static const std::vector<Words> words = {
-        {QStringLiteral("Morning Light Over the Harbour Blue Train Waltz for Debby Night and Day "
-                        "Silent River Stone Autumn Leaves Black Coffee Paper Moon Dancing Ghost "
-                        "Winter Sun Electric Garden Broken Mirror Hotel Avenue Midnight Radio")
-             .split(u' '),
-         80},
-        {QStringLiteral("Für Elise Après un rêve Señorita Åse Dvořák Smörgåsbord Noël Čas Łódź")
-             .split(u' '),
-         10},
-        {QStringLiteral("Подмосковные вечера Калинка Белая ночь Θάλασσα Μίσιρλου").split(u' '), 4},
-        {QStringLiteral("上を向いて歩こう 月亮代表我的心 아리랑 さくら").split(u' '), 3},
-        {QStringLiteral("نسم علينا الهوى הבה נגילה").split(u' '), 2},
-        {QStringLiteral("Cafe\u0301 Re\u0301sume\u0301 \U0001F3B5 Song").split(u' '), 1},
-    };
-    return words;
-}
-
-class Collection {
-public:
-    Collection() {
-        QStringList artists;
-        for (int i = 0; i < 1500; ++i)
-            artists += Phrase(2);
-        QStringList albums;
-        for (int i = 0; i < 8000; ++i)
-            albums += Phrase(3);
-        const QStringList genres =
-            QStringLiteral("Rock Jazz Classical Folk Pop Ambient").split(u' ');
-        m_tracks.reserve(kTracks);
-        for (int i = 0; i < kTracks; ++i) {
-            const int album = Number(albums.size());
-            const int seconds = 60 + Number(500);
-            m_tracks.push_back(
-                {QString(), Phrase(2 + Number(4)), artists[album % artists.size()], albums[album],
-                 genres[album % genres.size()],
-                 QStringLiteral("%1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0')),
-                 QStringLiteral("%1 KB").arg(500 + Number(20'000)),
-                 QString::number(60 + Number(120)), QString()});
-        }
-    }
-
-    [[nodiscard]] const std::vector<Track>& Tracks() const { return m_tracks; }
-
-private:
-    int Number(qsizetype below) { return static_cast<int>(m_random() % below); }
-
-    QString Phrase(int words) {
-        int lot = Number(100);
-        auto kind = Vocabulary().begin();
-        while (lot >= kind->weight)
-            lot -= (kind++)->weight;
-        QStringList phrase;
-        for (int i = 0; i < words; ++i)
-            phrase += kind->list[Number(kind->list.size())];
-        return phrase.join(u' ');
-    }
-
-    std::mt19937 m_random{20'26};
-    std::vector<Track> m_tracks;
-};
-
-template <class Work>
-double ProcessorMs(Work work) {
-    const std::clock_t start = std::clock();
-    work();
-    return (std::clock() - start) * 1000.0 / CLOCKS_PER_SEC;
-}
 
 int ResidentMegabytes() {
     std::ifstream status("/proc/self/status");
@@ -246,12 +166,12 @@ double MeasurePaint(QAbstractScrollArea& area, int height) {
 /// Prints what a window of 60 rows costs the grid, a QTableWidget with rows of the same height, and
 /// the grid when it scrolls on by a row.
 int RunPaint() {
-    const Collection collection;
+    const std::vector<Track> tracks = MakeCollection();
     CGridCtrl grid;
     Configure(grid);
-    Fill(grid, collection.Tracks());
+    Fill(grid, tracks);
     QTableWidget table;
-    FillTable(table, collection.Tracks());
+    FillTable(table, tracks);
     const int row = grid.GetRowHeight(kFirstTrack);
     table.verticalHeader()->setMinimumSectionSize(1);
     table.verticalHeader()->setDefaultSectionSize(row);
@@ -284,20 +204,22 @@ std::array<double, 3> PaintAt(const char* scale) {
 }
 
 int Run() {
-    const Collection collection;
+    const std::vector<Track> tracks = MakeCollection();
     CGridCtrl grid;
     Configure(grid);
     std::vector<double> fills;
     for (int round = 0; round < 5; ++round)
-        fills.push_back(ProcessorMs([&] { Fill(grid, collection.Tracks()); }));
+        fills.push_back(ProcessorMs([&] { Fill(grid, tracks); }));
     const double sort = MeasureSort(grid);
     const int resident = ResidentMegabytes();
 
     QTableWidget table;
     std::vector<double> tableFills;
     for (int round = 0; round < 3; ++round)
-        tableFills.push_back(ProcessorMs([&] { FillTable(table, collection.Tracks()); }));
+        tableFills.push_back(ProcessorMs([&] { FillTable(table, tracks); }));
     std::printf("qtablewidget fill_ms=%.0f\n", Median(tableFills));
+
+    MeasureChecks(tracks);
 
     const auto [paint, line, reference] = PaintAt("1");
     const auto [paint2, line2, reference2] = PaintAt("2");
@@ -317,6 +239,12 @@ int Run() {
 int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    return application.arguments().contains(QStringLiteral("--paint")) ? RunPaint() : Run();
+    const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.contains(QStringLiteral("--paint")))
+        return RunPaint();
+    if (!arguments.contains(QStringLiteral("--checks")))
+        return Run();
+    MeasureChecks(MakeCollection());
+    return 0;
 }

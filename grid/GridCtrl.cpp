@@ -276,12 +276,15 @@ void CGridCtrl::SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol,
     const bool none = !selectCells || minRow < 0 || minCol < 0;
     const QRect range =
         none ? QRect() : QRect(QPoint(minCol, minRow), QPoint(maxCol, maxRow)) & BodyCells();
-    m_selection.DeselectBeside(range);
-    m_selection.SelectRange(range);
+    Select(range, false);
     if (forceRedraw)
         viewport()->repaint();
-    else
-        Refresh();
+}
+
+void CGridCtrl::Select(const QRect& range, bool keepOthers) {
+    if (!keepOthers)
+        UpdateRows(m_selection.DeselectBeside(range));
+    UpdateRows(m_selection.SelectRange(range));
 }
 
 /// All cells but the fixed ones, columns as x and rows as y.
@@ -352,7 +355,11 @@ int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr d
 }
 
 void CGridCtrl::SetSortColumn(int col, bool ascending) {
-    m_nSortColumn = col >= 0 && col < m_nCols ? col : -1;
+    if (col < 0 || col >= m_nCols)
+        col = -1;
+    if (col == m_nSortColumn && ascending == m_bAscending)
+        return;
+    m_nSortColumn = col;
     m_bAscending = ascending;
     RedrawRow(0);
 }

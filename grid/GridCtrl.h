@@ -34,9 +34,10 @@ inline constexpr int HeaderMarks = 4; ///< no lines, but ticks between the heade
 /// Owner:    the grid owns its cells. A pointer to a cell holds until its row goes or its type is
 ///           set; a pointer to a default cell as long as the grid.
 /// Answers:  operations on cells return 1 when done and 0 for indexes out of range, with no effect.
-/// Repaint:  what changes the table as a whole repaints by itself; after changes of single cells
-///           the caller asks for it (RedrawCell, RedrawRow, Refresh).
-/// Cost:     painting touches the visible cells only; a lookup by position is O(log rows).
+/// Repaint:  what changes the table as a whole, the selection or the focus repaints by itself;
+/// after
+///           other changes of single cells the caller asks for it (RedrawCell, RedrawRow, Refresh).
+/// Cost:     painting touches the cells to be repainted only; a lookup by position is O(log rows).
 /// Notices:  clicks and changes of the selection go to the notify handler, which may rebuild the
 ///           grid on the spot, but not delete it.
 class CGridCtrl : public QAbstractScrollArea {
@@ -212,6 +213,7 @@ private:
     };
 
     // GridCtrl.cpp
+    void Select(const QRect& range, bool keepOthers);
     [[nodiscard]] Cell MakeCell(GridCellClass cellClass, int row, int col);
     int Rebuild(int rows, int cols);
     [[nodiscard]] quint32 FixedBits(int row, int col) const;
@@ -231,6 +233,9 @@ private:
     [[nodiscard]] QRect CellArea() const;
     [[nodiscard]] Span VisibleRows(const QRect& area) const;
     [[nodiscard]] Span VisibleColumns(const QRect& area) const;
+    [[nodiscard]] QRect RowRect(int row) const;
+    void UpdateRows(const QRect& range);
+    void DrawArea(QPainter& painter, const QRect& area) const;
     void DrawCells(QPainter& painter, Span rows, Span cols) const;
     void FillCells(QPainter& painter, int row, const std::vector<int>& columns) const;
     void DrawLines(QPainter& painter, Span rows, Span cols) const;

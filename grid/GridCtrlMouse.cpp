@@ -170,11 +170,7 @@ void CGridCtrl::SelectTo(CCellID cell) {
 void CGridCtrl::SelectByInput(const QRect& range) {
     if (!m_bEnableSelection)
         return;
-    const QRect cells = range & BodyCells();
-    if (!m_bCtrlDown)
-        m_selection.DeselectBeside(cells);
-    m_selection.SelectRange(cells);
-    Refresh();
+    Select(range & BodyCells(), m_bCtrlDown);
 }
 
 void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {

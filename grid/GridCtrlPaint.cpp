@@ -11,13 +11,22 @@
 
 void CGridCtrl::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    const QRect area = event->rect();
+    // Apart: a title and a track far below it are not all that lies between them.
+    for (const QRect& area : event->region())
+        DrawArea(painter, area);
+
+    painter.setCompositionMode(QPainter::CompositionMode_Difference); // with white: inverts
+    painter.fillRect(m_sizing.Line(), Qt::white);
+}
+
+/// Draws the cells that reach into an area of the viewport.
+void CGridCtrl::DrawArea(QPainter& painter, const QRect& area) const {
     for (const QRect& beside : QRegion(area) - CellArea())
         painter.fillRect(beside, ToQColor(m_crGridBkColour));
     if (m_nRows == 0 || m_nCols == 0)
         return;
 
-    const Span fixedRows{0, m_nFixedRows - 1};
+    const Span fixedRows{0, area.top() < FixedHeight() ? m_nFixedRows - 1 : -1};
     const Span fixedCols{0, m_nFixedCols - 1};
     const Span rows = VisibleRows(area);
     const Span cols = VisibleColumns(area);
@@ -36,9 +45,6 @@ void CGridCtrl::paintEvent(QPaintEvent* event) {
     painter.setClipping(false);
     DrawLines(painter, fixedRows, fixedCols);
     DrawLines(painter, rows, cols);
-
-    painter.setCompositionMode(QPainter::CompositionMode_Difference); // with white: inverts
-    painter.fillRect(m_sizing.Line(), Qt::white);
 }
 
 QRect CGridCtrl::CellArea() const {
@@ -115,9 +121,7 @@ void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {
     const QRect all = CellArea();
     if (m_nGridLines == GridLines::Horizontal || m_nGridLines == GridLines::Both) {
         for (int row = rows.first; row <= rows.last; ++row) {
-            QRect rect = GetCellRect({row, 0});
-            rect.setLeft(0);
-            rect.setWidth(viewport()->width());
+            const QRect rect = RowRect(row);
             if (!rect.isEmpty())
                 GridPainting::DrawLine(painter, rect, Qt::BottomEdge, colour);
         }
@@ -174,9 +178,18 @@ void CGridCtrl::RedrawCell(int row, int col) {
 void CGridCtrl::RedrawRow(int row) {
     if (m_pAccessible)
         m_pAccessible->OnCellsRedrawn();
-    QRect rect = GetCellRect({row, 0});
-    rect.setLeft(0);
-    rect.setRight(viewport()->width() - 1);
     if (IsValid({row, 0}))
-        viewport()->update(rect);
+        UpdateRows({0, row, 1, 1});
+}
+
+/// Repaints the rows of a range, in which columns are x and rows y.
+void CGridCtrl::UpdateRows(const QRect& range) {
+    if (!range.isEmpty())
+        viewport()->update(RowRect(range.top()) | RowRect(range.bottom()));
+}
+
+/// The row from edge to edge of the viewport.
+QRect CGridCtrl::RowRect(int row) const {
+    const QRect cell = GetCellRect({row, 0});
+    return {0, cell.top(), viewport()->width(), cell.height()};
 }

@@ -18,12 +18,15 @@ public:
     explicit GridSelection(CGridCtrl& grid)
         : m_grid(grid) {}
 
-    void SelectCell(CCellID cell, bool selected);
-    void SelectRange(const QRect& range);
+    /// Returns whether it was not so before.
+    bool SelectCell(CCellID cell, bool selected);
+
+    /// Returns the range that all changes lie in, as DeselectBeside() does.
+    QRect SelectRange(const QRect& range);
 
     /// Deselects all cells outside a range. What stays selected is left alone, so that a long
     /// selection that grows by a row costs little.
-    void DeselectBeside(const QRect& range);
+    QRect DeselectBeside(const QRect& range);
 
     void Clear() { DeselectBeside(QRect()); }
 

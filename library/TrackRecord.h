@@ -12,7 +12,11 @@ class CTrackRecord {
 public:
     virtual ~CTrackRecord() = default;
 
-    int m_bChecked = 0; ///< the check box; what every count of selected tracks counts
+    // Beside each other in memory, for a click looks at them in all tracks of a list.
+    int m_bChecked = 0;     ///< the check box; what every count of selected tracks counts
+    int m_bPlaying = 0;     ///< the track being played or prepared
+    int m_bRowSelected = 0; ///< selected in the grid; a rebuild selects it again
+    int m_iRow = 0;         ///< grid row at the last rebuild
 
     QString m_strAlbum;
     QString m_strArtist;
@@ -31,10 +35,6 @@ public:
     QString m_strTitle; ///< the file name until tags are read
     QString m_strTrackNumber;
     QString m_strYear;
-
-    int m_bPlaying = 0;     ///< the track being played or prepared
-    int m_bRowSelected = 0; ///< selected in the grid; a rebuild selects it again
-    int m_iRow = 0;         ///< grid row at the last rebuild
 
     std::uint64_t m_nDuration = 0; ///< milliseconds; 0 until playback has opened the track
     std::uint64_t m_nFileSize = 0; ///< bytes

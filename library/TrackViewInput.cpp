@@ -152,8 +152,10 @@ void CTrackView::ToggleChecks() {
     const bool check = std::any_of(selected.begin(), selected.end(),
                                    [&](int index) { return !(*list)[index]->m_bChecked; });
     for (const int index : selected) {
-        (*list)[index]->m_bChecked = check;
-        RefreshRows(1, list, index);
+        CTrackRecord& track = *(*list)[index];
+        track.m_bChecked = check;
+        WriteCheck(track, track.m_iRow);
+        m_grid.RedrawRow(track.m_iRow);
     }
     RefreshRows(1, list, -1);
 }

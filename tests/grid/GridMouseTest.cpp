@@ -1,4 +1,5 @@
 #include "grid/TitleTip.h"
+#include "tests/fixtures/PaintedRows.h"
 #include "tests/grid/GridInputFixture.h"
 
 #include <QDialog>
@@ -145,6 +146,54 @@ TEST_F(GridInput, CtrlKeepsTheSelectionAndShiftExtendsIt) {
     Click({2, 1});
     Click({4, 2}, Qt::ShiftModifier);
     EXPECT_EQ(m_grid->GetSelectedCount(), 6);
+}
+
+TEST_F(GridInput, ASelectionPaintsTheRowsThatItChanges) {
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        std::vector<int> rows;
+    } cases[] = {
+        {"first",
+         [&] {
+             Click({2, 1});
+         },
+         {2}},
+        {"another",
+         [&] {
+             Click({9, 1});
+         },
+         {2, 9}},
+        {"one more",
+         [&] {
+             Click({5, 1}, Qt::ControlModifier);
+         },
+         {5, 9}},
+        {"up to",
+         [&] {
+             Click({7, 1}, Qt::ShiftModifier);
+         },
+         {5, 6, 7, 9}},
+        {"the next", [&] { Press(Qt::Key_Down); }, {5, 6, 7, 8}},
+        {"down out of sight", [&] { m_grid->SetSelectedRange(8, 0, 150, 3); }, {9, 10, 11, 12}},
+        {"none", [&] { m_grid->SetSelectedRange(-1, -1, -1, -1); }, {8, 9, 10, 11, 12}},
+    };
+    m_grid->resize(400, m_grid->GetCellRect({12, 0}).bottom() + 1);
+    const auto picture = [&](int row) {
+        const QRect cell = m_grid->GetCellRect({row, 0});
+        return m_grid->viewport()->grab(QRect(0, cell.top(), 400, cell.height())).toImage();
+    };
+    std::vector<QImage> before(13);
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.what);
+        for (int row = 0; row < 13; ++row)
+            before[row] = picture(row);
+        PaintedRows painted(*m_grid);
+        test.act();
+        EXPECT_EQ(painted.Take(), test.rows);
+        for (int row = 0; row < 13; ++row)
+            EXPECT_TRUE(picture(row) == before[row] || std::ranges::count(test.rows, row)) << row;
+    }
 }
 
 TEST_F(GridInput, TheSelectionFollowsTheHeldMouseAndStaysWhereThereIsNoCell) {

@@ -7,6 +7,7 @@
 #include "library/MediaLists.h"
 #include "library/TrackColumns.h"
 #include "platform/Path.h"
+#include "tests/fixtures/PaintedRows.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ReleasedFiles.h"
 
@@ -138,6 +139,17 @@ TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
     EXPECT_EQ(m_all[0]->m_bRowSelected, 0);
     Click(3, 0);
     EXPECT_FALSE(IsChecked(3));
+}
+
+TEST_F(TrackViewTest, ACheckPaintsItsRowAndItsTitle) {
+    m_grid.show();
+    Click(3, 0);
+    PaintedRows painted(m_grid);
+    Click(3, 0);
+    EXPECT_EQ(painted.Take(), (std::vector<int>{1, 3}));
+    m_view.OnKey(Qt::Key_Space, {});
+    EXPECT_EQ(painted.Take(), (std::vector<int>{1, 3}));
+    EXPECT_TRUE(IsChecked(3));
 }
 
 TEST_F(TrackViewTest, SeveralRowsStaySelected) {

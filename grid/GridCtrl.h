@@ -34,9 +34,8 @@ inline constexpr int HeaderMarks = 4; ///< no lines, but ticks between the heade
 /// Owner:    the grid owns its cells. A pointer to a cell holds until its row goes or its type is
 ///           set; a pointer to a default cell as long as the grid.
 /// Answers:  operations on cells return 1 when done and 0 for indexes out of range, with no effect.
-/// Repaint:  what changes the table as a whole, the selection or the focus repaints by itself;
-/// after
-///           other changes of single cells the caller asks for it (RedrawCell, RedrawRow, Refresh).
+/// Repaint:  what changes the table, the selection or the focus repaints by itself; after other
+///           changes of single cells the caller asks for it (RedrawCell, RedrawRow, Refresh).
 /// Cost:     painting touches the cells to be repainted only; a lookup by position is O(log rows).
 /// Notices:  clicks and changes of the selection go to the notify handler, which may rebuild the
 ///           grid on the spot, but not delete it.

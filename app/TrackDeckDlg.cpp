@@ -85,6 +85,7 @@ CTrackDeckDlg::CTrackDeckDlg(QString openFile)
 
 CTrackDeckDlg::~CTrackDeckDlg() {
     m_messages.SetHeld(true); // no message may come while the rest goes
+    hide();                   // and an open edit ends while there is what stores it
 }
 
 /// What the commands work with, all of which is made before them.

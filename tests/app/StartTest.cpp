@@ -287,16 +287,21 @@ TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
     const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
     // The two dialogs of the scan come before and after the edit, which they would else end.
     std::optional<KeptFocus> keptFocus(std::in_place);
-    Scan(elsewhere, [&] {
+    const auto edit = [&] {
         for (int row = 2; !grid->IsEditing(); ++row)
             grid->OnEditCell({row, 1});
-    });
+    };
+    Scan(elsewhere, edit);
     keptFocus.reset();
     EXPECT_EQ(all.GetCount(), 1);
     EXPECT_TRUE(grid->IsEditing());
     EXPECT_EQ(grid->GetRowCount(), rows);
-    grid->EndEdit();
+    QApplication::setActiveWindow(&*dialog);
+    QTest::keyClick(dialog->focusWidget(), Qt::Key_D, Qt::ControlModifier); // as any command does
+    EXPECT_FALSE(grid->IsEditing());
     EXPECT_TRUE(RunUntil([&] { return grid->GetRowCount() == rows + 1; }));
+    edit();
+    dialog.reset(); // which ends one, too
 }
 
 TEST_F(StartTest, ScanForAllMusicEndsWhatPlaysOfIt) {

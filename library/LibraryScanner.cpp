@@ -24,6 +24,8 @@ void CopyTags(const CTrackInfo& info, CTrackRecord& track) {
     track.m_strYear = info.m_strYear;
 }
 
+} // namespace
+
 std::unique_ptr<CTrackRecord> MakeTrack(const CMediaFileRequest& request) {
     auto track = std::make_unique<CTrackRecord>();
     track->m_strTitle = Path::FileName(request.m_strPath);
@@ -38,8 +40,6 @@ std::unique_ptr<CTrackRecord> MakeTrack(const CMediaFileRequest& request) {
     track->m_bChecked = request.m_bChecked;
     return track;
 }
-
-} // namespace
 
 void CLibraryScanner::ScanList(const MessageAddress& target, int type, int listId,
                                const QString& folder) {

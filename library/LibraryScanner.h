@@ -11,6 +11,11 @@
 
 class CMediaList;
 class CMediaLists;
+class CTrackRecord;
+
+/// The record of a file, with what the file system and its tags tell. What can't be read stays a
+/// track with its file name as title.
+[[nodiscard]] std::unique_ptr<CTrackRecord> MakeTrack(const CMediaFileRequest& request);
 
 /// Fills the lists from the disk: starts the scans, and takes the files that they find.
 ///

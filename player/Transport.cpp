@@ -3,6 +3,7 @@
 #include "base/Language.h"
 #include "base/Messages.h"
 #include "library/ITrackView.h"
+#include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
 #include "library/PlaylistFile.h"
 #include "platform/MessageTarget.h"
@@ -44,11 +45,6 @@ int FindTrack(const CMediaList& list, const QString& path, int row) {
             found = i;
     }
     return found;
-}
-
-/// For a file that is in no list.
-QString NameOf(const QString& path) {
-    return Path::ForDisplay(Path::BaseName(path));
 }
 
 } // namespace
@@ -193,6 +189,12 @@ void CTransport::StartEntry(bool play) {
         return StopTransport();
     m_iNowPlayingRow = entry->iRow;
     m_strNowPlayingPath = entry->strPath;
+    m_pStray.reset();
+    if (!m_playlist.isEmpty() && !FindNowPlaying()) {
+        CMediaFileRequest request;
+        request.m_strPath = entry->strPath;
+        m_pStray = MakeTrack(request);
+    }
     MarkRow(true);
     LoadAndPlayFile(entry->strPath, play);
 }
@@ -297,11 +299,11 @@ void CTransport::OnGraphEvent(const GraphEvent& event) {
 void CTransport::OnRendered() {
     m_bCanPlay = true;
     m_display.EnableSeek(true);
-    CTrackRecord* track = FindNowPlaying();
-    if (track)
+    if (CTrackRecord* track = FindNowPlaying()) {
         track->m_strStatus.clear();
-    if (m_iTransport != TransportState::Stopped)
-        m_display.ShowCaption(track ? CaptionOf(*track) : NameOf(m_strNowPlayingPath));
+        if (m_iTransport != TransportState::Stopped)
+            m_display.ShowCaption(CaptionOf(*track));
+    }
     ShowLength();
     ShowTransport();
 }
@@ -366,7 +368,8 @@ CTrackRecord* CTransport::FindNowPlaying() {
     const CTrackRecord* track = (*m_pPlayList)[m_iNowPlayingRow];
     if (!track || !track->m_bPlaying || track->m_strPath != m_strNowPlayingPath)
         m_iNowPlayingRow = FindTrack(*m_pPlayList, m_strNowPlayingPath, m_iNowPlayingRow);
-    return (*m_pPlayList)[m_iNowPlayingRow];
+    CTrackRecord* found = (*m_pPlayList)[m_iNowPlayingRow];
+    return found ? found : m_pStray.get();
 }
 
 void CTransport::MarkRow(bool playing) {

@@ -1,18 +1,19 @@
 #pragma once
 
 #include "library/ITrackPlayer.h"
+#include "library/TrackRecord.h"
 #include "player/PlayQueue.h"
 #include "player/TransportDisplay.h"
 
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <utility>
 
 class CMediaList;
 class CMediaLists;
 class CMediaPlayer;
-class CTrackRecord;
 class ITrackView;
 class MessageTarget;
 struct GraphEvent;
@@ -119,6 +120,7 @@ private:
     QStringList m_playlist;            ///< the files, if it is a playlist of that list that plays
     int m_iNowPlayingRow = -1;
     QString m_strNowPlayingPath;
+    std::unique_ptr<CTrackRecord> m_pStray; ///< what plays, if it is in no list but in a playlist
     TransportState m_iTransport = TransportState::Stopped;
     bool m_bCanPlay = true; ///< false after a file that could not be played
     Direction m_lastStep = Direction::Forward;

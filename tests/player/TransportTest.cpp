@@ -120,6 +120,8 @@ TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     Finish();
     EXPECT_EQ(Marked(), "") << "a file that is in no list";
     EXPECT_EQ(m_display.caption, "z");
+    ASSERT_TRUE(m_transport.GetNowPlaying());
+    EXPECT_EQ(m_transport.GetNowPlaying()->m_strPath, u"/z.mp3");
     m_transport.SetPlayMode(PLAY_CONTINUOUS); // which is no reason to leave the playlist
     for (int i = 0; i < 3; ++i)
         Finish();

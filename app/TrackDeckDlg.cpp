@@ -26,8 +26,8 @@
 #include "skin/ProgressSlider.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QDir>
 #include <QKeyEvent>
 #include <QLayout>
@@ -321,10 +321,12 @@ void CTrackDeckDlg::OnListDone(int type) {
         return;
     }
     m_scanner.OnListDone(type);
-    // Read in the background, the collection leaves the buttons to a document that plays.
+    // Read in the background, the collection leaves the buttons to a document that plays, and the
+    // commands of a menu that is open to its list.
     const bool othersPlay = m_transport.GetState() != TransportState::Stopped &&
                             m_transport.GetPlayList()->m_iType != type;
-    if (type == MEDIA_TYPE_ALL || (type == MEDIA_TYPE_COLLECTION && !othersPlay)) {
+    const bool isFree = !othersPlay && !QApplication::activePopupWidget();
+    if (type == MEDIA_TYPE_ALL || (type == MEDIA_TYPE_COLLECTION && isFree)) {
         m_view.ActivateList(type);
         m_state.MarkView(*m_lists.FindListByType(type));
     }

@@ -67,8 +67,7 @@ bool CInPlaceEdit::EndsEdit(const QKeyEvent& event) const {
     }
 }
 
-/// Select All is the window's, if it has that key: it means all rows. The text is all selected from
-/// the start.
+/// Select All is the window's, if it has that key: it means all rows.
 bool CInPlaceEdit::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride &&
         static_cast<QKeyEvent*>(event)->matches(QKeySequence::SelectAll)) {

@@ -14,7 +14,7 @@ public:
 
     void On(int command, Handler handler) { On(command, command, std::move(handler)); }
 
-    /// The same for all numbers from `first` to `last`.
+    /// The same for all numbers from `first` to `last`. Ranges don't overlap.
     void On(int first, int last, Handler handler);
 
     /// Called before each command.

@@ -23,7 +23,11 @@ class CommandBarTest : public ::testing::Test {
 protected:
     CommandBarTest() {
         SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg"));
-        m_commands.On(0, 40'000, [this](int command) { m_run += command; });
+        m_commands.On(0, 40'000, [this](int command) {
+            m_run += command;
+            if (command == m_iWorking)
+                m_state.SetField(UiState::kViewMask, UiState::kViewSelection);
+        });
         m_bar.Build();
         m_state.ApplyUiState(0);
         m_window.show();
@@ -67,6 +71,7 @@ protected:
     CCommandState m_state{m_lists, m_bar};
     ContextMenus m_menus{m_layout.Grid(), m_commands};
     QList<int> m_run;
+    int m_iWorking = 0; ///< a command that views the selection
 };
 
 } // namespace

@@ -61,17 +61,3 @@ TEST(CommandsTest, EveryMenuItemHasALetterOfItsOwn) {
     }
     ExpectLetters(columns);
 }
-
-TEST(CommandsTest, ColumnsHaveTheCommandsOfTheirMenu) {
-    const std::pair<int, unsigned> rows[] = {
-        {32804, 0x4},    {32805, 0x2},    {32806, 0x40}, {32807, 0x100},  {32808, 0x200},
-        {32809, 0x400},  {32810, 0x800},  {32811, 0x8},  {32812, 0x10},   {32813, 0x1000},
-        {32814, 0x2000}, {32815, 0x20},   {32816, 0x80}, {32817, 0x4000}, {32818, 0x1},
-        {32819, 0x8000}, {32820, 0x10000}};
-    for (const auto& [command, bit] : rows) {
-        const TrackColumn* column = FindTrackColumnOfCommand(command);
-        ASSERT_TRUE(column) << command;
-        EXPECT_EQ(column->bit, bit);
-    }
-    EXPECT_FALSE(FindTrackColumnOfCommand(32821));
-}

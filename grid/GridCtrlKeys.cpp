@@ -63,6 +63,7 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     } else if (MoveByKey(key, event->modifiers())) {
         // done
     } else if (!ctrl && !m_bLMouseButtonDown && !text.isEmpty() &&
+               !event->isAutoRepeat() && // held since it was meant for another window
                (text[0].isPrint() || text[0].isSurrogate())) {
         EditWith(m_idCurrentCell, text);
     } else {

@@ -211,6 +211,10 @@ TEST_F(GridEdit, WhereTheFocusGoesWithAndAfterAnEdit) {
     Press(Qt::Key_F2);
     Press(Qt::Key_Tab); // not the grid's own: what is typed next may not go into it
     EXPECT_TRUE(behind.hasFocus());
+    m_grid->setFocus();
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Y, {}, QStringLiteral("y"), true);
+    QApplication::sendEvent(&*m_grid, &held);
+    EXPECT_FALSE(m_grid->IsEditing()) << "it answered a question, and is still held";
     m_grid->setParent(nullptr);
 }
 

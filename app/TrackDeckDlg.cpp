@@ -335,7 +335,8 @@ void CTrackDeckDlg::OnListDone(int type) {
         m_view.ScrollToList(type);
         m_state.SetBit(UiState::kScan, true);
     }
-    ShowStatus(QString());
+    if (!g_bPlaylistOnly) // whose name stands there
+        ShowStatus(QString());
     m_transport.RenewQueue();
     m_state.UpdateCommands();
     if (type == MEDIA_TYPE_COLLECTION)

@@ -19,7 +19,7 @@ CImageButton* DialogLayout::AddButton(PictureId glyph, StringId label,
         m_pButtons->addStretch();
         addLayout(m_pButtons);
     }
-    auto* button = new CImageButton(glyph, LoadString(label), parentWidget());
+    auto* button = new CImageButton(glyph, QString(), parentWidget());
     button->SetLabel(LoadString(label));
     QObject::connect(button, &CImageButton::clicked, button, action);
     m_pButtons->addWidget(button);

@@ -19,7 +19,7 @@ CScanPCDlg::CScanPCDlg(QWidget* parent)
     auto* label = new CSkinLabel(LoadString(IDS_SCAN_DIR), this);
     label->setBuddy(m_pFolder);
     m_pFolder->setMinimumWidth(360);
-    auto* browse = new CImageButton(PictureId::Browse, LoadString(IDS_BT_BROWSING), this);
+    auto* browse = new CImageButton(PictureId::Browse, QString(), this);
     browse->SetLabel(LoadString(IDS_BT_BROWSING));
     connect(browse, &CImageButton::clicked, this, &CScanPCDlg::Browse);
     m_pSubfolders = new QCheckBox(LoadString(IDS_SCAN_SUBFOLDER), this);

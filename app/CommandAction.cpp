@@ -5,6 +5,7 @@
 #include "library/Commands.h"
 
 #include <QAction>
+#include <QMenu>
 
 QAction* MakeCommandAction(const MenuItem& item, const char* prefix, const CCommandMap& commands,
                            QObject* owner) {
@@ -16,7 +17,10 @@ QAction* MakeCommandAction(const MenuItem& item, const char* prefix, const CComm
     action->setAutoRepeat(item.command == Command::kMoveUp || item.command == Command::kMoveDown);
     action->setEnabled(commands.Has(item.command));
     QObject::connect(action, &QAction::triggered, action,
-                     [&commands, command = item.command] { commands.Run(command); });
+                     [&commands, action, command = item.command] {
+                         if (!action->menu()) // which a screen reader may press, too
+                             commands.Run(command);
+                     });
     return action;
 }
 

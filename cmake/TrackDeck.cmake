@@ -8,7 +8,8 @@ if(NOT CMAKE_BUILD_TYPE)
   set(CMAKE_BUILD_TYPE Release)
 endif()
 
-add_compile_options(-Wall -Wextra -Wpedantic -Werror)
+# -pthread for all, because it changes what precompiled headers are good for.
+add_compile_options(-Wall -Wextra -Wpedantic -Werror -pthread)
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS QT_NO_FOREACH
                         QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
@@ -31,16 +32,41 @@ if(TRACKDECK_COVERAGE)
   add_link_options(--coverage)
 endif()
 
-# trackdeck_library(name LINK lib... SOURCES file...)
+# The headers that most files include are compiled once for each kind of target. The fuzz targets do
+# without, and thereby show what a file forgot to include.
+function(trackdeck_precompiled_headers name)
+  cmake_parse_arguments(ARG "" "" "LINK;HEADERS;OPTIONS" ${ARGN})
+  file(WRITE ${CMAKE_BINARY_DIR}/${name}.cpp "")
+  add_library(${name} OBJECT EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/${name}.cpp)
+  target_link_libraries(${name} PRIVATE ${ARG_LINK})
+  target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+  target_compile_options(${name} PRIVATE ${ARG_OPTIONS})
+endfunction()
+
+function(trackdeck_reuse_headers target name)
+  if(NOT TRACKDECK_FUZZ)
+    target_precompile_headers(${target} REUSE_FROM ${name})
+  endif()
+endfunction()
+
+# trackdeck_library(name [WIDGETS] [MOC] LINK lib... SOURCES file...)
 #
 # The static library of one folder. Includes are written from the top of the tree ("grid/GridCtrl.h").
 function(trackdeck_library name)
-  cmake_parse_arguments(ARG "MOC" "" "LINK;SOURCES" ${ARGN})
+  cmake_parse_arguments(ARG "MOC;WIDGETS" "" "LINK;SOURCES" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})
   target_link_libraries(${name} PUBLIC ${ARG_LINK})
   set_target_properties(${name} PROPERTIES AUTOMOC ${ARG_MOC})
+  if(ARG_WIDGETS)
+    trackdeck_reuse_headers(${name} widget_headers)
+  else()
+    trackdeck_reuse_headers(${name} core_headers)
+  endif()
 endfunction()
+
+# What a test measures is in the libraries: its own code is built in no time, and not to be fast.
+set(TRACKDECK_TEST_OPTIONS -O0)
 
 # trackdeck_test(name LINK lib... SOURCES file... [LABELS label...] [WIDGETS] [SERIAL])
 #
@@ -51,11 +77,14 @@ add_custom_target(thread_tests)
 function(trackdeck_test name)
   cmake_parse_arguments(ARG "WIDGETS;SERIAL" "" "LINK;SOURCES;LABELS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
+  target_compile_options(${name} PRIVATE ${TRACKDECK_TEST_OPTIONS})
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
   if(ARG_WIDGETS)
     target_link_libraries(${name} PRIVATE ${ARG_LINK} fixtures_widgets fixtures)
+    trackdeck_reuse_headers(${name} widget_test_headers)
   else()
     target_link_libraries(${name} PRIVATE ${ARG_LINK} fixtures_main fixtures)
+    trackdeck_reuse_headers(${name} core_test_headers)
   endif()
   set(properties TIMEOUT 300 ENVIRONMENT QT_QPA_PLATFORM=offscreen)
   if(ARG_LABELS)

@@ -17,8 +17,7 @@ namespace {
 
 using namespace Command;
 
-/// What one of several items of a menu holds for.
-constexpr int kPlayModes[] = {kPlaySingle, kPlayContinuous, kPlayRandom, kPlayRandomContinuous};
+/// The views, of which one holds.
 constexpr int kViews[] = {kViewPhone, kViewCollection, kViewAllMusic, kViewSelection};
 
 /// What can be done while the menu bar is hidden.

@@ -17,11 +17,7 @@
 
 namespace {
 
-/// In the order of their numbers.
-constexpr int kPlayModes[] = {Command::kPlaySingle, Command::kPlayContinuous, Command::kPlayRandom,
-                              Command::kPlayRandomContinuous};
-
-/// The first of the keys is the one that is told.
+/// The first of the keys is the one that the button's tip names.
 QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
     auto* action = new QAction(&window);
     action->setShortcuts(keys);
@@ -60,7 +56,7 @@ void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport, CCommandM
     QObject::connect(&m_stop, &QAction::triggered, &m_stop,
                      [&transport] { Guarded("OnStop()", [&] { transport.Stop(); }); });
     int mode = 0;
-    for (const int command : kPlayModes)
+    for (const int command : Command::kPlayModes)
         commands.On(command, [&transport, number = mode++](int) { transport.SetPlayMode(number); });
     ShowPlayMode(transport.GetPlayMode());
     QObject::connect(&m_volume, &QAbstractSlider::valueChanged, &m_volume,

@@ -34,17 +34,14 @@ QString CaptionOf(const CTrackRecord& track) {
 /// The marked one of the tracks of a file. While none is marked it is the one at `row`, else the
 /// first; -1 if there is none.
 int FindTrack(const CMediaList& list, const QString& path, int row) {
+    const int first = list.FindPath(path);
+    if (first < 0)
+        return -1;
     const auto isOne = [&](int i) { return list[i] && list[i]->m_strPath == path; };
-    int found = isOne(row) ? row : -1;
-    for (int i = 0; i < list.GetCount(); ++i) {
-        if (!isOne(i))
-            continue;
-        if (list[i]->m_bPlaying)
+    for (int i = first; i < list.GetCount(); ++i)
+        if (list[i]->m_bPlaying && isOne(i))
             return i;
-        if (found < 0)
-            found = i;
-    }
-    return found;
+    return isOne(row) ? row : first;
 }
 
 } // namespace
@@ -255,7 +252,8 @@ void CTransport::UpdateTransport() {
 
 void CTransport::ShowTransport() {
     m_display.ShowButtons(GetButtons());
-    m_view.ShowPlayingList(m_iTransport == TransportState::Stopped ? nullptr : m_pPlayList);
+    m_view.ShowPlayingList(
+        m_iTransport == TransportState::Stopped || !m_pPlayList ? -1 : m_pPlayList->m_iId);
     TellChange();
 }
 
@@ -269,6 +267,11 @@ TransportButtons CTransport::GetButtons() const {
     const bool hasWork = m_iTransport != TransportState::Stopped || (active && active->GetCount());
     return {m_iTransport, m_queue.CanPrevious(m_iPlayMode), m_bCanPlay && hasWork,
             m_queue.CanNext(m_iPlayMode)};
+}
+
+PlayerCommands CTransport::GetCommands() const {
+    const TransportButtons buttons = GetButtons();
+    return {buttons.canPrevious, buttons.canPlay, buttons.canNext, m_iPlayMode};
 }
 
 void CTransport::OnGraphEvent(const GraphEvent& event) {

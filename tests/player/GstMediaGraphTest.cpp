@@ -447,8 +447,8 @@ TEST_F(RealTransportTest, OneTrackFollowsTheOther) {
 
 TEST_F(RealTransportTest, PassesOverWhatIsMissingAndStopsAtWhatIsBroken) {
     const ScratchFolder scratch;
-    m_list[1]->m_strPath = scratch.File(QStringLiteral("missing.mp3"));
-    m_list[2]->m_strPath = scratch.Write(QStringLiteral("empty.mp3"), {});
+    m_list.SetPath(1, scratch.File(QStringLiteral("missing.mp3")));
+    m_list.SetPath(2, scratch.Write(QStringLiteral("empty.mp3"), {}));
     m_transport.PlayTrack(m_list, 0);
     EXPECT_EQ(PlayToTheEnd(), 0);
     ASSERT_TRUE(RunUntil([this] { return m_transport.GetState() == TransportState::Stopped; },

@@ -201,7 +201,7 @@ TEST(TransportStepsTest, LeadFromTrackToTrack) {
         EXPECT_EQ(deck.Marked(), c.marked);
         const bool isStopped = deck.transport.GetState() == Stopped;
         EXPECT_EQ(deck.display.caption, isStopped ? "" : c.marked);
-        EXPECT_EQ(deck.view.playingList == nullptr, isStopped);
+        EXPECT_EQ(deck.view.playingList == -1, isStopped);
         EXPECT_EQ(deck.display.canSeek, deck.player.HasGraph());
         EXPECT_TRUE(isStopped || deck.script.current->GetState() != GraphState::Stopped);
         EXPECT_EQ(deck.display.beeps, 0);
@@ -223,12 +223,12 @@ TEST_F(TransportTest, StopGoesBackToTheBeginning) {
 TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     const ScratchFolder scratch;
     Fill(collection, ".");
-    collection[3]->m_strPath =
-        scratch.Write(QStringLiteral("list.m3u"), "#EXTM3U\r\n/c.mp3\r\n/z.mp3\r\n/a.mp3\r\n"
-                                                  "/nested.m3u\r\n/c.mp3\r\n");
+    collection.SetPath(3, scratch.Write(QStringLiteral("list.m3u"),
+                                        "#EXTM3U\r\n/c.mp3\r\n/z.mp3\r\n/a.mp3\r\n"
+                                        "/nested.m3u\r\n/c.mp3\r\n"));
     Do("playlist");
     EXPECT_EQ(Marked(), "c");
-    EXPECT_EQ(view.playingList, &collection);
+    EXPECT_EQ(view.playingList, collection.m_iId);
     Do("finish");
     EXPECT_EQ(Marked(), "") << "a file that is in no list";
     EXPECT_EQ(display.caption, "z");
@@ -247,7 +247,7 @@ TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     EXPECT_EQ(transport.GetPlayList(), nullptr);
     Loaded();
 
-    collection[3]->m_strPath = scratch.File(QStringLiteral("gone.m3u"));
+    collection.SetPath(3, scratch.File(QStringLiteral("gone.m3u")));
     Do("playlist");
     EXPECT_EQ(transport.GetState(), Stopped);
     EXPECT_EQ(Loaded(), "");
@@ -334,9 +334,9 @@ TEST_F(TransportTest, AFileThatCantBePlayedEndsThePlaying) {
 TEST_F(TransportTest, WhatPlaysAtRandomIsNotShuffledAgain) {
     const ScratchFolder scratch;
     Fill(collection, ".defghijklm");
-    collection[3]->m_strPath =
-        scratch.Write(QStringLiteral("list.m3u"),
-                      "/a.mp3\n/b.mp3\n/c.mp3\n/d.mp3\n/e.mp3\n/f.mp3\n/g.mp3\n/h.mp3\n");
+    collection.SetPath(
+        3, scratch.Write(QStringLiteral("list.m3u"),
+                         "/a.mp3\n/b.mp3\n/c.mp3\n/d.mp3\n/e.mp3\n/f.mp3\n/g.mp3\n/h.mp3\n"));
     for (const auto& [start, count] : {std::pair("mode:2 play:a", 13U), {"playlist", 8U}}) {
         Do(start);
         std::string played;

@@ -117,7 +117,10 @@ void CommandBar::Enable(PictureButton& button, bool enable) {
         else
             m_layout.Grid().setFocus();
     }
+    const bool wakes = enable && !button.isEnabled();
     button.setEnabled(enable);
+    if (wakes && &button == &m_layout.Play() && m_layout.Grid().isHidden())
+        button.setFocus(); // the mini player's, which could not take it when gray
 }
 
 void CommandBar::MarkCommand(int command) {

@@ -69,7 +69,7 @@ CTrackDeckDlg::CTrackDeckDlg(QString openFile)
     , m_state(m_lists, m_commandBar)
     , m_view(m_lists, m_layout.Grid(), *this)
     , m_menus(m_layout.Grid(), m_commands)
-    , m_panel(*this, m_layout, m_state)
+    , m_panel(*this, m_layout)
     , m_player([this] { return m_graphs.Make(); }, m_messages.Address(), m_panel)
     , m_transport(m_lists, m_player, m_view, m_panel)
     , m_artwork(m_lists, m_layout.Artwork(), m_transport)
@@ -166,7 +166,9 @@ void CTrackDeckDlg::ConnectView() {
             m_menus.ShowHeaderMenu(cell, m_view.GetColumns());
     });
     m_playlists.SetViewHandler([this] { m_commandBar.ShowOpenPlaylist(g_bPlaylistOnly); });
+    m_state.SetPlayer(m_transport);
     m_state.SetUpdateHandler([this] { m_transport.UpdateTransport(); });
+    m_playerChanges = m_transport.OnChange([this] { m_state.UpdatePlayer(); });
 }
 
 /// The commands of the window itself; its parts have taken theirs.
@@ -303,8 +305,6 @@ void CTrackDeckDlg::ConnectDesktop() {
                     [&volume] { return volume.value(); },
                     [&volume](int position) { volume.setValue(position); }},
         m_strTempFolder);
-    m_transport.SetChangeHandler([this] { m_pMpris->Update(); });
-    m_player.SetSeekHandler([this](std::int64_t position) { m_pMpris->OnSeek(position); });
     connect(&volume, &QAbstractSlider::valueChanged, this, [this] { m_pMpris->Update(); });
     m_pMpris->Start();
 }

@@ -8,6 +8,7 @@
 #include "app/TrackArtwork.h"
 #include "base/IPlaybackGuard.h"
 #include "base/IStatusDisplay.h"
+#include "base/Listeners.h"
 #include "dialogs/Prompts.h"
 #include "library/CommandMap.h"
 #include "library/CommandState.h"
@@ -107,6 +108,7 @@ private:
     GstMediaGraphs m_graphs;
     CMediaPlayer m_player;
     CTransport m_transport;
+    CListening m_playerChanges;
     std::unique_ptr<MprisPlayer> m_pMpris; ///< none before the window was painted
 
     // What is done with the music

@@ -1,6 +1,7 @@
 #include "library/CommandState.h"
 
 #include "library/Commands.h"
+#include "library/ITrackPlayer.h"
 #include "library/MediaLists.h"
 
 #include <algorithm>
@@ -129,6 +130,22 @@ void CCommandState::UpdateCommands() {
     }
     if (m_pfnUpdated)
         m_pfnUpdated();
+}
+
+void CCommandState::SetPlayer(const ITrackPlayer& player) {
+    m_pPlayer = &player;
+    UpdatePlayer();
+}
+
+/// The play button first: it takes over the focus from the others when they turn gray.
+void CCommandState::UpdatePlayer() {
+    if (!m_pPlayer)
+        return;
+    const PlayerCommands commands = m_pPlayer->GetCommands();
+    SetBit(kPlayPause, commands.canPlay);
+    SetBit(kPrevious, commands.canPrevious);
+    SetBit(kNext, commands.canNext);
+    SetField(kPlayModeMask, static_cast<std::uint32_t>(commands.playMode + 1) * kPlayModeStep);
 }
 
 void CCommandState::MarkView(const CMediaList& list) {

@@ -6,6 +6,7 @@
 
 class CMediaList;
 class CMediaLists;
+class ITrackPlayer;
 
 /// The bits of the state word. Each of the lower ones says that a command can be given.
 namespace UiState {
@@ -61,6 +62,13 @@ public:
     /// To be called after every change of the active list or of checks.
     void UpdateCommands();
 
+    /// From now on the player's commands and the play mode are asked of `player`, which outlives
+    /// this.
+    void SetPlayer(const ITrackPlayer& player);
+
+    /// Asks the player anew. To be called after it has changed.
+    void UpdatePlayer();
+
     /// Marks the view of a list that is on screen, even if it is folded and thus not the active
     /// one.
     void MarkView(const CMediaList& list);
@@ -84,6 +92,7 @@ private:
 
     const CMediaLists& m_lists;
     ICommandDisplay& m_display;
+    const ITrackPlayer* m_pPlayer = nullptr; ///< not this one's; none: its bits are left alone
     std::function<void()> m_pfnUpdated;
     std::uint32_t m_dwUiState;
     std::uint32_t m_iViewedCd = 0; ///< ordinal of the drive when a CD is viewed

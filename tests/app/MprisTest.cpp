@@ -122,8 +122,6 @@ protected:
         for (const char* name : {"one.mp3", "two.mp3", "three.mp3"})
             AddTrack(QString::fromLatin1(name));
         m_list.m_bActive = 1;
-        m_transport.SetChangeHandler([this] { m_mpris->Update(); });
-        m_player.SetSeekHandler([this](std::int64_t position) { m_mpris->OnSeek(position); });
         m_mpris.emplace(m_transport, m_player,
                         MprisWindow{[this] { m_done += QStringLiteral("raise"); },
                                     [this] { m_done += QStringLiteral("quit"); },
@@ -159,11 +157,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([this] { return m_panel->Get("CanSeek").toBool(); }));
         m_panel->m_changes.clear();
     }
-    void End() {
-        m_transport.SetChangeHandler({});
-        m_player.SetSeekHandler({});
-        m_mpris.reset();
-    }
+    void End() { m_mpris.reset(); }
     static void WaitForThread(const char* name) {
         EXPECT_TRUE(QTest::qWaitFor([name] { return !HasThread(::getpid(), name); }, 60'000));
         QCoreApplication::processEvents();

@@ -35,6 +35,8 @@ protected:
         m_layout.Volume().setValue(50);
         m_panel.Connect(m_player, m_transport, m_commands);
         m_bar.Build();
+        m_state.SetPlayer(m_transport);
+        m_changes = m_transport.OnChange([this] { m_state.UpdatePlayer(); });
         m_state.ApplyUiState(0);
         m_transport.UpdateTransport();
         m_window.show();
@@ -73,9 +75,10 @@ protected:
     CMenuBar m_menuBar{&m_window};
     CommandBar m_bar{m_window, m_menuBar, m_layout, m_commands};
     CCommandState m_state{m_lists, m_bar};
-    PlayerPanel m_panel{m_window, m_layout, m_state};
+    PlayerPanel m_panel{m_window, m_layout};
     CMediaPlayer m_player{m_script.Factory(), m_messages.Address(), m_panel};
     CTransport m_transport{m_lists, m_player, m_view, m_panel};
+    CListening m_changes;
 };
 
 } // namespace

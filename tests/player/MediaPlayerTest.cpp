@@ -163,7 +163,7 @@ TEST_F(MediaPlayerTest, ShowsThePositionInPercent) {
 
 TEST_F(MediaPlayerTest, GoesToAPositionInsideTheFileAndTells) {
     std::vector<std::int64_t> seeks;
-    m_player.SetSeekHandler([&](std::int64_t position) { seeks.push_back(position); });
+    const auto listening = m_player.OnSeek([&](auto position) { seeks.push_back(position); });
     Do("load seek:50");
     EXPECT_EQ(m_display.position, 50);
     Do("seek:-1 seek:101");

@@ -4,12 +4,16 @@
 #include "library/MediaLists.h"
 #include "player/MediaPlayer.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
+#include "tests/fixtures/Threads.h"
 #include "tests/player/RecordingDisplay.h"
 #include "tests/player/ScriptedGraph.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
+
+#include <unistd.h>
 
 #include <algorithm>
 #include <functional>
@@ -69,7 +73,7 @@ struct Deck {
     /// The tracks that are marked, of both lists.
     [[nodiscard]] std::string Marked() const {
         QString marked;
-        for (const CMediaList* list : {&collection, &all})
+        for (const auto& list : lists.All())
             for (int i = 0; i < list->GetCount(); ++i)
                 if ((*list)[i]->m_bPlaying)
                     marked += (*list)[i]->m_strTitle;
@@ -86,10 +90,9 @@ struct Deck {
     /// The state, and the buttons that do anything: "playing <|>".
     [[nodiscard]] std::string Shown() const {
         const char* const states[] = {"stopped", "playing", "paused"};
-        const TransportButtons& buttons = display.buttons;
-        return std::string(states[static_cast<int>(buttons.state)]) + ' ' +
-               (buttons.canPrevious ? "<" : "") + (buttons.canPlay ? "|" : "") +
-               (buttons.canNext ? ">" : "");
+        return std::string(states[static_cast<int>(display.state)]) + ' ' +
+               (told.canPrevious ? "<" : "") + (told.canPlay ? "|" : "") +
+               (told.canNext ? ">" : "");
     }
 
     CMediaLists lists;
@@ -101,6 +104,8 @@ struct Deck {
     MessageTarget messages;
     CMediaPlayer player{script.Factory(), messages.Address(), display};
     CTransport transport{lists, player, view, display};
+    PlayerCommands told;
+    const CListening listening = transport.OnChange([this] { told = transport.GetCommands(); });
 
     using Argument = const std::string&;
     const std::map<std::string, std::function<void(Argument)>> steps{
@@ -123,6 +128,14 @@ struct Deck {
              script.current->Tell({Code::Complete});
              player.OnGraphNotify();
              transport.OnNext();
+         }},
+        {"remove", [this](Argument) { lists.Remove(collection.m_iId); }},
+        {"await", // what is read
+         [](Argument) {
+             const auto isReading = [](const char* thread) {
+                 return HasThread(::getpid(), thread);
+             };
+             EXPECT_TRUE(RunUntil([&] { return !isReading("playlist") && !isReading("track"); }));
          }},
         {"fill", [this](Argument a) { Fill(collection, a); }},
         {"clear", [this](Argument) { collection.ClearAll(); }},
@@ -187,6 +200,7 @@ TEST(TransportStepsTest, LeadFromTrackToTrack) {
         // The list may change under the track that plays.
         {"", "play:a clear fill:bc finish", "ab", "playing <|>", "b"},
         {"", "play:c fill:d renew finish", "cd", "playing <|", "d"},
+        {"", "play:b remove next previous button", "b", "stopped ", ""},
         // A file that is to be written is let go of.
         {"", "play:b release:a", "b", "playing <|>", "b"},
         {"", "play:b release:b next previous", "b", "stopped |", ""},
@@ -226,10 +240,10 @@ TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     collection.SetPath(3, scratch.Write(QStringLiteral("list.m3u"),
                                         "#EXTM3U\r\n/c.mp3\r\n/z.mp3\r\n/a.mp3\r\n"
                                         "/nested.m3u\r\n/c.mp3\r\n"));
-    Do("playlist");
+    Do("playlist await");
     EXPECT_EQ(Marked(), "c");
     EXPECT_EQ(view.playingList, collection.m_iId);
-    Do("finish");
+    Do("finish await");
     EXPECT_EQ(Marked(), "") << "a file that is in no list";
     EXPECT_EQ(display.caption, "z");
     ASSERT_TRUE(transport.GetNowPlaying());
@@ -239,17 +253,28 @@ TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     Do("play:b finish");
     EXPECT_EQ(Loaded(), "bc") << "the list again";
 
-    Do("mode:2 playlist");
+    Do("mode:2 playlist await");
     EXPECT_EQ(Marked(), "c") << "it begins with the first";
     transport.ReleaseList(all);
     EXPECT_EQ(transport.GetState(), Playing);
     transport.ReleaseList(collection);
     EXPECT_EQ(transport.GetPlayList(), nullptr);
-    Loaded();
+    EXPECT_EQ(Loaded(), "c");
 
+    for (const char* later : {"pause", "stop", "button", "next", "previous", "play:b"}) {
+        Do("play:a playlist");
+        Loaded();
+        Do(later);
+        Loaded();
+        Do("await");
+        EXPECT_EQ(Loaded(), "") << later << " came after the playlist was asked for";
+    }
     collection.SetPath(3, scratch.File(QStringLiteral("gone.m3u")));
-    Do("playlist");
-    EXPECT_EQ(transport.GetState(), Stopped);
+    Do("play:a playlist await");
+    EXPECT_EQ(Shown(), "stopped |");
+    EXPECT_EQ(Loaded(), "a");
+    collection.SetPath(3, scratch.File(QStringLiteral("list.m3u")));
+    Do("playlist remove await");
     EXPECT_EQ(Loaded(), "");
 }
 
@@ -258,8 +283,8 @@ TEST_F(TransportTest, AnotherModeKeepsTheTrackThatPlays) {
     Track('b').m_strTitle = QStringLiteral("Z"); // sorted, it moves to the end
     collection.SortBy(0x1, 1);
     Do("mode:2");
-    EXPECT_EQ(display.mode, PLAY_RANDOM);
-    EXPECT_FALSE(transport.GetButtons().canPrevious);
+    EXPECT_EQ(told.playMode, PLAY_RANDOM);
+    EXPECT_FALSE(told.canPrevious);
     Do("finish finish");
     EXPECT_EQ(transport.GetState(), Playing);
     Do("finish");
@@ -337,7 +362,7 @@ TEST_F(TransportTest, WhatPlaysAtRandomIsNotShuffledAgain) {
     collection.SetPath(
         3, scratch.Write(QStringLiteral("list.m3u"),
                          "/a.mp3\n/b.mp3\n/c.mp3\n/d.mp3\n/e.mp3\n/f.mp3\n/g.mp3\n/h.mp3\n"));
-    for (const auto& [start, count] : {std::pair("mode:2 play:a", 13U), {"playlist", 8U}}) {
+    for (const auto& [start, count] : {std::pair("mode:2 play:a", 13U), {"playlist await", 8U}}) {
         Do(start);
         std::string played;
         while (transport.GetState() == Playing) {

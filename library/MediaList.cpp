@@ -64,15 +64,44 @@ CTrackRecord* CMediaList::operator[](int index) const {
 }
 
 void CMediaList::Append(std::unique_ptr<CTrackRecord> record) {
+    record->m_iIndex = GetCount();
+    m_byPath.insert(record.get());
     m_records.push_back(std::move(record));
     m_sortOrder.reset();
 }
 
-void CMediaList::RemoveIf(const std::function<bool(const CTrackRecord&)>& goes) {
-    std::erase_if(m_records, [&](const auto& record) { return goes(*record); });
+std::vector<int> CMediaList::RemoveIf(const std::function<bool(const CTrackRecord&)>& goes) {
+    std::vector<int> removed;
+    std::erase_if(m_records, [&](const auto& record) {
+        if (!goes(*record))
+            return false;
+        removed.push_back(record->m_iIndex);
+        Unindex(*record);
+        return true;
+    });
+    Number();
+    return removed;
+}
+
+void CMediaList::SetPath(int index, const QString& path) {
+    CTrackRecord& record = *m_records.at(index);
+    Unindex(record);
+    record.m_strPath = path;
+    m_byPath.insert(&record);
+}
+
+void CMediaList::Unindex(CTrackRecord& record) {
+    const auto [first, behind] = m_byPath.equal_range(&record);
+    m_byPath.erase(std::find(first, behind, &record));
+}
+
+void CMediaList::Number() {
+    for (int index = 0; index < GetCount(); ++index)
+        m_records[index]->m_iIndex = index;
 }
 
 void CMediaList::ClearAll() {
+    m_byPath.clear();
     m_records.clear();
     m_sortOrder.reset();
     m_pCdCache.reset();
@@ -109,13 +138,11 @@ int CMediaList::BodyHit(int row) const {
     return found == m_records.end() ? -1 : static_cast<int>(found - m_records.begin());
 }
 
-/// The sizes come first, for texts that are equal without regard to case are equally long.
 int CMediaList::FindPath(const QString& path) const {
-    const auto found = std::find_if(m_records.begin(), m_records.end(), [&](const auto& record) {
-        return record->m_strPath.size() == path.size() &&
-               record->m_strPath.compare(path, Qt::CaseInsensitive) == 0;
-    });
-    return found == m_records.end() ? -1 : static_cast<int>(found - m_records.begin());
+    const auto [begin, end] = m_byPath.equal_range(path);
+    const auto first = std::min_element(
+        begin, end, [](const auto* a, const auto* b) { return a->m_iIndex < b->m_iIndex; });
+    return first == end ? -1 : (*first)->m_iIndex;
 }
 
 int CMediaList::CountChecked(int excludePlaylists) const {
@@ -165,6 +192,7 @@ int CMediaList::SortBy(unsigned columnBit, int direction) {
         const int order = CompareBy(*a, *b, column);
         return direction ? order > 0 : order < 0;
     });
+    Number();
     return !std::equal(m_records.begin(), m_records.end(), before.begin(),
                        [](const auto& record, const auto* old) { return record.get() == old; });
 }
@@ -188,6 +216,7 @@ int CMediaList::MoveChecked(std::vector<int>& changedFlags, int first, int step)
             m_records[other]->m_bChecked)
             continue;
         std::swap(m_records[i]->m_iRow, m_records[other]->m_iRow);
+        std::swap(m_records[i]->m_iIndex, m_records[other]->m_iIndex);
         std::swap(m_records[i], m_records[other]);
         changedFlags[i] = changedFlags[other] = 1;
         m_sortOrder.reset();

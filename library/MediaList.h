@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_set>
 #include <vector>
 
 /// What a list holds. The numbers are stored in requests and are the picture numbers of titles.
@@ -49,8 +50,12 @@ public:
 
     void Append(std::unique_ptr<CTrackRecord> record);
 
-    /// Deletes the records for which `goes` says so; the others keep their order.
-    void RemoveIf(const std::function<bool(const CTrackRecord&)>& goes);
+    /// Deletes the records for which `goes` says so; the others keep their order. Returns the
+    /// indices that they had, in rising order.
+    std::vector<int> RemoveIf(const std::function<bool(const CTrackRecord&)>& goes);
+
+    /// Gives the record at an index another path.
+    void SetPath(int index, const QString& path);
 
     /// Deletes all records and the CD cache. Title, type, identifier and colours stay.
     void ClearAll();
@@ -70,7 +75,7 @@ public:
     /// Index of the track in a grid row, or -1. The first match wins.
     [[nodiscard]] int BodyHit(int row) const;
 
-    /// Index of the first track with this path, compared without regard to case, or -1.
+    /// Index of the first track with this path, or -1, found without a walk over the tracks.
     [[nodiscard]] int FindPath(const QString& path) const;
 
     [[nodiscard]] int CountChecked(int excludePlaylists) const;
@@ -131,8 +136,20 @@ public:
     int m_iTitleRow = -1;                      ///< grid row of the title at the last rebuild
 
 private:
+    /// Finds records by their paths. The case counts, as it does on disk.
+    struct ByPath {
+        using is_transparent = void;
+        static const QString& PathOf(const QString& path) { return path; }
+        static const QString& PathOf(const CTrackRecord* record) { return record->m_strPath; }
+        std::size_t operator()(const auto& key) const { return qHash(PathOf(key)); }
+        bool operator()(const auto& a, const auto& b) const { return PathOf(a) == PathOf(b); }
+    };
+
     int MoveChecked(std::vector<int>& changedFlags, int first, int step);
+    void Unindex(CTrackRecord& record);
+    void Number();
 
     std::vector<std::unique_ptr<CTrackRecord>> m_records;
+    std::unordered_multiset<CTrackRecord*, ByPath, ByPath> m_byPath;
     std::optional<SortOrder> m_sortOrder;
 };

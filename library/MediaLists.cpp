@@ -17,6 +17,16 @@ CMediaList& CMediaLists::Add(const QString& name, int type, int expanded) {
     return *m_lists.emplace_back(std::make_unique<CMediaList>(name, type, expanded));
 }
 
+void CMediaLists::Remove(int id) {
+    const auto found = std::find_if(m_lists.begin(), m_lists.end(),
+                                    [id](const auto& list) { return list->m_iId == id; });
+    if (found == m_lists.end())
+        return;
+    m_removing.Tell(**found);
+    std::erase_if(m_listEntries, [id](const auto& entry) { return entry.m_iListId == id; });
+    m_lists.erase(found);
+}
+
 CMediaList* CMediaLists::GetActiveList() const {
     if (g_bPlaylistOnly)
         return FindListByType(MEDIA_TYPE_PLAYLIST);

@@ -90,8 +90,9 @@ void CPlaylists::CreatePlaylist() {
 
 void CPlaylists::OpenCurrent() {
     const TrackPlace current = m_context.view.GetCurrentTrack();
-    if (current.list && IsPlaylistFile((*current.list)[current.index]->m_strPath))
-        OpenPlaylist((*current.list)[current.index]->m_strPath);
+    const CMediaList* list = m_context.lists.FindListById(current.listId);
+    if (list && IsPlaylistFile((*list)[current.index]->m_strPath))
+        OpenPlaylist((*list)[current.index]->m_strPath);
 }
 
 void CPlaylists::OpenPlaylist(const QString& path) {
@@ -166,7 +167,7 @@ void CPlaylists::MoveChecked(Move move) {
 }
 
 void CPlaylists::AddToPlaylist(int number) {
-    const CMediaList* list = m_context.view.GetCurrentTrack().list;
+    const CMediaList* list = m_context.lists.FindListById(m_context.view.GetCurrentTrack().listId);
     if (!list || list->m_iType != MEDIA_TYPE_COLLECTION)
         return;
     if (const QString path = PlaylistPath(*list, number); !path.isEmpty())

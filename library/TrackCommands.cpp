@@ -99,9 +99,10 @@ void CTrackCommands::LetGo(const CMediaList& list, int index) {
 
 void CTrackCommands::SelectGenre(int command) {
     const TrackPlace current = m_context.view.GetCurrentTrack();
-    if (!current.list || current.list->TypeOfSource() != MEDIA_TYPE_COLLECTION)
+    const CMediaList* list = m_context.lists.FindListById(current.listId);
+    if (!list || list->TypeOfSource() != MEDIA_TYPE_COLLECTION)
         return;
-    const QString path = (*current.list)[current.index]->m_strPath;
+    const QString path = (*list)[current.index]->m_strPath;
     const TrackText genre = &CTrackRecord::m_strGenre;
     if (const auto stored =
             StoreTrackText(m_context.player, path, genre, GenreMenu::Entry(command)))

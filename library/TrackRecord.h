@@ -4,6 +4,10 @@
 
 #include <cstdint>
 
+/// Where the file of a track is. Only those of this computer may be asked of its disk: a phone's
+/// "/Music/a.mp3" can be the name of another file here.
+enum class TrackOrigin { Computer, Phone, Disc };
+
 /// One track of a list: what is known of a file, and what the view shows of it. All texts are empty
 /// and all numbers zero until somebody fills them.
 ///
@@ -17,6 +21,7 @@ public:
     int m_bPlaying = 0;     ///< the track being played or prepared
     int m_bRowSelected = 0; ///< selected in the grid; a rebuild selects it again
     int m_iRow = 0;         ///< grid row at the last rebuild
+    int m_iIndex = -1;      ///< in its list, which keeps it
 
     QString m_strAlbum;
     QString m_strArtist;
@@ -27,7 +32,7 @@ public:
     QString m_strFormat; ///< extension in upper case without the point
     QString m_strGenre;
     QString m_strLength; ///< "mm:ss" once known
-    QString m_strPath;   ///< full path, the key of all lookups, compared without regard to case
+    QString m_strPath;   ///< full path, the key of all lookups; of a listed track the list sets it
     QString m_strSampleRate;
     QString m_strSize;   ///< text of m_nFileSize
     QString m_strStatus; ///< what is being done with the track
@@ -38,6 +43,8 @@ public:
 
     std::uint64_t m_nDuration = 0; ///< milliseconds; 0 until playback has opened the track
     std::uint64_t m_nFileSize = 0; ///< bytes
+
+    TrackOrigin m_origin = TrackOrigin::Computer;
 };
 
 /// Names one of the texts of a track.

@@ -231,7 +231,7 @@ void CTrackView::WriteTitle(const CMediaList& list, int row) {
         m_grid.SetItem(item);
     item.mask |= GridMask::Text | GridMask::Image;
     item.text = list.GetTitleText();
-    item.image = &list == m_pPlayingList ? kPlayingListImage : list.m_iType;
+    item.image = list.m_iId == m_iPlayingListId ? kPlayingListImage : list.m_iType;
     m_grid.SetItem(item);
 }
 
@@ -291,17 +291,17 @@ void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int inde
         return;
     if (!keepSelection)
         SelectRow(row, index >= 0 && (*list)[index]->m_bRowSelected);
-    if (index >= 0 && m_pLastList != m_pCurrentList && (*list)[index]->m_bRowSelected)
+    if (index >= 0 && m_iLastListId != m_current.listId && (*list)[index]->m_bRowSelected)
         SelectRow(row, true);
     m_grid.RedrawRow(row);
 }
 
-void CTrackView::ShowPlayingList(const CMediaList* list) {
-    if (m_pPlayingList == list)
+void CTrackView::ShowPlayingList(int listId) {
+    if (m_iPlayingListId == listId)
         return;
-    const CMediaList* before = std::exchange(m_pPlayingList, list);
-    RefreshRows(1, before, -1);
-    RefreshRows(1, list, -1);
+    const int before = std::exchange(m_iPlayingListId, listId);
+    RefreshRows(1, m_lists.FindListById(before), -1);
+    RefreshRows(1, m_lists.FindListById(listId), -1);
 }
 
 void CTrackView::RefreshChecks(const CMediaList& list) {
@@ -337,32 +337,27 @@ void CTrackView::SetTrackStatus(const QString& path, const QString& text) {
 }
 
 TrackPlace CTrackView::GetCurrentTrack() const {
-    if (!m_pCurrentList || m_strCurrentPath.isEmpty())
+    const CMediaList* list = m_lists.FindListById(m_current.listId);
+    if (!list || m_strCurrentPath.isEmpty())
         return {};
-    const auto isAt = [this](int index) {
-        const CTrackRecord* track = (*m_pCurrentList)[index];
-        return track && track->m_strPath == m_strCurrentPath;
-    };
-    if (isAt(m_iCurrentIndex))
-        return {m_pCurrentList, m_iCurrentIndex};
-    // A path that differs in case is another file's.
-    for (int index = 0; index < m_pCurrentList->GetCount(); ++index)
-        if (isAt(index))
-            return {m_pCurrentList, index};
-    return {};
+    const CTrackRecord* track = (*list)[m_current.index];
+    if (track && track->m_strPath == m_strCurrentPath)
+        return m_current;
+    const int index = list->FindPath(m_strCurrentPath);
+    return index < 0 ? TrackPlace{} : TrackPlace{m_current.listId, index};
 }
 
-void CTrackView::ShowList(int type) {
-    const CMediaList* list = m_lists.FindListByType(type);
+void CTrackView::ShowList(int listId) {
+    const CMediaList* list = m_lists.FindListById(listId);
     if (g_bPlaylistOnly || !list)
         return;
-    ActivateList(type);
-    ScrollToList(type);
+    ActivateList(listId);
+    ScrollToList(listId);
     m_grid.SetFocusCell({list->m_iTitleRow, std::max(m_grid.GetFocusCell().col, kTitleGridColumn)});
 }
 
-void CTrackView::ActivateList(int type) {
-    const CMediaList* target = m_lists.FindListByType(type);
+void CTrackView::ActivateList(int listId) {
+    const CMediaList* target = m_lists.FindListById(listId);
     if (g_bPlaylistOnly || !target)
         return;
     if (g_bSelectionOnly) {
@@ -383,8 +378,8 @@ void CTrackView::ActivateList(int type) {
     MarkSortColumn();
 }
 
-void CTrackView::ScrollToList(int type) {
-    const CMediaList* list = m_lists.FindListByType(type);
+void CTrackView::ScrollToList(int listId) {
+    const CMediaList* list = m_lists.FindListById(listId);
     if (!list || !list->IsOnScreen() || IsExclusiveView())
         return;
     const int header = m_grid.GetCellRect({0, 0}).bottom();

@@ -57,25 +57,26 @@ public:
     /// from a track that has gone to the next one.
     void FillGrid() override;
 
+    void OnTracksAppended(const CMediaList&, int) override { FillGrid(); }
+    void OnTracksRemoved(const CMediaList&, const std::vector<int>&) override { FillGrid(); }
+    void RefillSection(const CMediaList&) override { FillGrid(); }
     void RefreshRows(int keepSelection, const CMediaList* list, int index) override;
     void RefreshChecks(const CMediaList& list) override;
     void ShowText(const QString& path, TrackText text, const QString& value) override;
-    void ShowPlayingList(const CMediaList* list) override;
-    void ShowList(int type) override;
+    void ShowPlayingList(int listId) override;
+    void ShowList(int listId) override;
     [[nodiscard]] TrackPlace GetCurrentTrack() const override;
 
     /// Sorts the active list by a column of the grid, turning the direction each time.
     void SortColumn(int gridColumn);
 
-    /// Shows `text` as the status of the first track with this path. Empty text clears it.
-    void SetTrackStatus(const QString& path, const QString& text);
+    void SetTrackStatus(const QString& path, const QString& text) override;
 
     /// ShowList() without scrolling and the focus.
-    void ActivateList(int type);
+    void ActivateList(int listId);
 
-    /// Scrolls so far that the title of the first list of a type is at the top, or all behind it is
-    /// on screen.
-    void ScrollToList(int type);
+    /// Scrolls so far that the title of a list is at the top, or all behind it is on screen.
+    void ScrollToList(int listId);
 
     void SetCurrentTrackHandler(CurrentTrackHandler handler) {
         m_pfnCurrentTrack = std::move(handler);
@@ -106,7 +107,10 @@ private:
     enum class CheckMark { Keep, Toggle, Set };
 
     /// What a row of the grid shows: the track at an index, the list's title for -1, or neither.
-    using Row = TrackPlace;
+    struct Row {
+        CMediaList* list = nullptr;
+        int index = -1;
+    };
 
     // TrackView.cpp
     void ConfigureGrid();
@@ -152,13 +156,12 @@ private:
     PlayHandler m_pfnPlay;
     MenuHandler m_pfnMenu;
 
-    CMediaList* m_pCurrentList = nullptr; ///< list of the track that was clicked last
-    int m_iCurrentIndex = -1;
-    QString m_strCurrentPath;          ///< its key: tracks may have been moved or taken out since
-    CMediaList* m_pLastList = nullptr; ///< list of the last click without the control key
-    const CMediaList* m_pPlayingList = nullptr; ///< whose title says so
-    int m_iClickColumn = -1;                    ///< of the last right click
-    bool m_bExclusive = false;                  ///< the last FillGrid() was for an exclusive view
-    CCellID m_idBeforeExclusive;                ///< where the keyboard was before it
+    TrackPlace m_current;        ///< the track that was clicked last
+    QString m_strCurrentPath;    ///< its key: tracks may have been moved or taken out since
+    int m_iLastListId = -1;      ///< list of the last click without the control key
+    int m_iPlayingListId = -1;   ///< whose title says so
+    int m_iClickColumn = -1;     ///< of the last right click
+    bool m_bExclusive = false;   ///< the last FillGrid() was for an exclusive view
+    CCellID m_idBeforeExclusive; ///< where the keyboard was before it
     CCellID m_idFocus; ///< where the keyboard was last; the grid's own goes on header clicks
 };

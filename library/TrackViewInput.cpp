@@ -75,11 +75,10 @@ void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
         track.m_bChecked = mark == CheckMark::Set || !track.m_bChecked;
     track.m_bRowSelected = 1;
     list.m_bActive = 1;
-    m_pCurrentList = &list;
-    m_iCurrentIndex = index;
+    m_current = {list.m_iId, index};
     m_strCurrentPath = track.m_strPath;
     if (!QGuiApplication::keyboardModifiers().testFlag(Qt::ControlModifier))
-        m_pLastList = &list;
+        m_iLastListId = list.m_iId;
     RefreshRows(0, &list, -1);
     RefreshRows(1, &list, index);
     if (m_pfnCurrentTrack)
@@ -180,16 +179,18 @@ void CTrackView::PlayTrack(CMediaList& list, int index) {
 }
 
 void CTrackView::PlayCurrent() {
-    if (const TrackPlace current = GetCurrentTrack(); current.list)
-        PlayTrack(*current.list, current.index);
+    const TrackPlace current = GetCurrentTrack();
+    if (CMediaList* list = m_lists.FindListById(current.listId))
+        PlayTrack(*list, current.index);
 }
 
 void CTrackView::EditClickedCell() {
     // Since the click it may have got another row.
     const TrackPlace current = GetCurrentTrack();
-    if (!current.list)
+    const CMediaList* list = m_lists.FindListById(current.listId);
+    if (!list)
         return;
-    const int row = RowOf(*current.list, current.index);
+    const int row = RowOf(*list, current.index);
     const CCellID clicked{row, m_iClickColumn};
     m_grid.OnEditCell(AllowsEdit(clicked) ? clicked : CCellID{row, kTitleGridColumn});
 }
@@ -228,7 +229,7 @@ void CTrackView::OnPlaylistRenamed(const QString& path, const QString& title) {
             if (record.m_strPath != path)
                 continue;
             if (renamed) {
-                record.m_strPath = *renamed;
+                list->SetPath(index, *renamed);
                 record.m_strTitle = title;
             }
             RefreshRows(1, list.get(), index);

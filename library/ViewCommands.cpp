@@ -51,8 +51,9 @@ void CViewCommands::CheckAll(int checked) {
 }
 
 void CViewCommands::ShowList(int type) {
-    m_context.view.ShowList(type);
-    m_context.state.MarkView(*m_context.lists.FindListByType(type));
+    const CMediaList& list = *m_context.lists.FindListByType(type);
+    m_context.view.ShowList(list.m_iId);
+    m_context.state.MarkView(list);
     m_context.state.UpdateCommands();
 }
 

@@ -255,7 +255,8 @@ void CTransport::UpdateTransport() {
 
 void CTransport::ShowTransport() {
     m_display.ShowButtons(GetButtons());
-    m_view.ShowPlayingList(m_iTransport == TransportState::Stopped ? nullptr : m_pPlayList);
+    m_view.ShowPlayingList(
+        m_iTransport == TransportState::Stopped || !m_pPlayList ? -1 : m_pPlayList->m_iId);
     TellChange();
 }
 
@@ -269,6 +270,11 @@ TransportButtons CTransport::GetButtons() const {
     const bool hasWork = m_iTransport != TransportState::Stopped || (active && active->GetCount());
     return {m_iTransport, m_queue.CanPrevious(m_iPlayMode), m_bCanPlay && hasWork,
             m_queue.CanNext(m_iPlayMode)};
+}
+
+PlayerCommands CTransport::GetCommands() const {
+    const TransportButtons buttons = GetButtons();
+    return {buttons.canPrevious, buttons.canPlay, buttons.canNext, m_iPlayMode};
 }
 
 void CTransport::OnGraphEvent(const GraphEvent& event) {

@@ -69,6 +69,7 @@ public:
     void StopPlayback();
     void ReleaseFile(const QString& path) override;
     void ReleaseList(const CMediaList& list) override;
+    [[nodiscard]] PlayerCommands GetCommands() const override;
 
     /// Shows the buttons anew, after the active list or its tracks have changed.
     void UpdateTransport();

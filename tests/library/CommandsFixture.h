@@ -76,6 +76,7 @@ protected:
     void ShowCopyDirection(bool) override {}
     void ReleaseFile(const QString& path) override { m_released += path; }
     void ReleaseList(const CMediaList& list) override { m_released += list.m_strName; }
+    [[nodiscard]] PlayerCommands GetCommands() const override { return {}; }
     void ShowStatus(const QString&) override {}
 
     ScratchFolder m_scratch;

@@ -57,10 +57,17 @@ TEST(MediaListTest, CountsAndTitle) {
     EXPECT_EQ(list.CountChecked(1), 1);
     EXPECT_EQ(list.CountPlaylists(), 2);
     EXPECT_EQ(list.CountCheckedPlaylists(), 1);
-    EXPECT_EQ(list.FindPath(QStringLiteral("/B.m3u")), 1);
-    EXPECT_EQ(list.FindPath(QStringLiteral("/d.m3u")), -1);
+    EXPECT_EQ(list.FindPath(QStringLiteral("/b.m3u")), -1); // the case counts
+    AddTrack(list, {}, QStringLiteral("/c.m3u"));
+    EXPECT_EQ(list.FindPath(QStringLiteral("/c.m3u")), 2); // the first of both
+    list.SetPath(2, QStringLiteral("/z.m3u"));
+    EXPECT_EQ(list.FindPath(QStringLiteral("/c.m3u")), 4);
+    EXPECT_EQ(list.RemoveIf([](const CTrackRecord& track) { return track.m_iIndex % 2 == 0; }),
+              (std::vector<int>{0, 2, 4}));
+    EXPECT_EQ(list.FindPath(QStringLiteral("/100%.mp3")), 1);
+    EXPECT_EQ(list.FindPath(QStringLiteral("/z.m3u")), -1);
     EXPECT_EQ(list[-1], nullptr);
-    EXPECT_EQ(list[4], nullptr);
+    EXPECT_EQ(list[2], nullptr);
 
     list.m_pCdCache = std::make_unique<CCdTrackCache>();
     list.m_bModified = list.m_iSourceType = 1;

@@ -57,7 +57,7 @@ TEST_F(PlaylistsTest, NewOneHoldsTheCheckedTracksUnderTheFirstFreeName) {
     m_commands.Run(Command::kCreatePlaylist);
     EXPECT_EQ(m_prompts.Take(), "IDS_PLAYLIST_UNWRITABLE");
     EXPECT_EQ(m_collection.GetCount(), 6) << "no row for what is not there";
-    m_view.ShowList(MEDIA_TYPE_ALL);
+    m_view.ShowList(m_all.m_iId);
     m_commands.Run(Command::kCreatePlaylist);
     EXPECT_EQ(m_prompts.Take(), "") << "only in the collection";
 }
@@ -78,7 +78,7 @@ TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{1, 1}));
     m_playlists.OpenPlaylist(m_folder + QStringLiteral("/other.m3u"));
     m_commands.Run(Command::kViewSelection);
-    m_view.ShowList(MEDIA_TYPE_ALL);
+    m_view.ShowList(m_all.m_iId);
     EXPECT_EQ(m_lists.GetActiveList(), &m_playlist) << "there is one at a time, and no other list";
 
     const QByteArray before = ReadFile(m_file);

@@ -130,7 +130,7 @@ TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
     Click(6, 2);
     EXPECT_EQ(m_all[0]->m_bChecked, 0) << "only the first column checks";
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-    EXPECT_EQ(m_view.GetCurrentTrack().list, &m_all);
+    EXPECT_EQ(m_view.GetCurrentTrack().listId, m_all.m_iId);
     EXPECT_EQ(SelectedRows(), "6");
     EXPECT_EQ(m_grid.GetCell(1, 0)->GetBackClr(), m_collection.m_crTitle);
 
@@ -233,7 +233,7 @@ TEST_F(TrackViewTest, KeysChooseTheCurrentTrackAndASortKeepsIt) {
     m_grid.SetFocusCell({4, 1});
     QTest::keyClick(&m_grid, Qt::Key_Down);
     QTest::keyClick(&m_grid, Qt::Key_Down);
-    EXPECT_EQ(m_view.GetCurrentTrack().list, &m_all);
+    EXPECT_EQ(m_view.GetCurrentTrack().listId, m_all.m_iId);
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
 }
 
@@ -305,13 +305,13 @@ TEST_F(TrackViewTest, TitleOfTheListThatPlaysHasItsOwnPicture) {
         const int last = m_grid.GetColumnCount() - 1;
         return std::pair(m_grid.GetCell(1, last)->GetImage(), m_grid.GetCell(5, last)->GetImage());
     };
-    m_view.ShowPlayingList(&m_all);
+    m_view.ShowPlayingList(m_all.m_iId);
     EXPECT_EQ(images(), std::pair(1, 7));
-    m_view.ShowPlayingList(&m_collection);
+    m_view.ShowPlayingList(m_collection.m_iId);
     EXPECT_EQ(images(), std::pair(7, 2));
     m_view.FillGrid();
     EXPECT_EQ(images(), std::pair(7, 2));
-    m_view.ShowPlayingList(nullptr);
+    m_view.ShowPlayingList(-1);
     EXPECT_EQ(images(), std::pair(1, 2));
 }
 
@@ -388,14 +388,14 @@ TEST_F(TrackViewTest, ActivatedListComesIntoSight) {
     }
     m_grid.show();
     m_view.FillGrid();
-    m_view.ActivateList(MEDIA_TYPE_ALL);
-    m_view.ScrollToList(MEDIA_TYPE_ALL);
+    m_view.ActivateList(m_all.m_iId);
+    m_view.ScrollToList(m_all.m_iId);
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
     EXPECT_EQ(m_grid.GetCellRect({m_all.m_iTitleRow, 0}).top(),
               m_grid.GetCellRect({0, 0}).bottom() + 1);
 
     g_bSelectionOnly = 1;
-    m_view.ActivateList(MEDIA_TYPE_COLLECTION);
+    m_view.ActivateList(m_collection.m_iId);
     EXPECT_EQ(g_bSelectionOnly, 0);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
 }

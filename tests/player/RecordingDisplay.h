@@ -29,8 +29,8 @@ struct RecordingView : NoView {
     void RefreshRows(int, const CMediaList* list, int index) override {
         refreshed.insert({list, index});
     }
-    void ShowPlayingList(const CMediaList* list) override { playingList = list; }
+    void ShowPlayingList(int listId) override { playingList = listId; }
 
     std::set<std::pair<const CMediaList*, int>> refreshed;
-    const CMediaList* playingList = nullptr;
+    int playingList = -1;
 };

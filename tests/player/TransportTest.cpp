@@ -102,7 +102,7 @@ TEST_F(TransportTest, PlaysTheListToItsEndByMode) {
         EXPECT_EQ(m_transport.GetState(), c.state);
         EXPECT_EQ(Marked(), c.marked);
         EXPECT_EQ(m_display.buttons.state, c.state);
-        EXPECT_EQ(m_view.playingList, c.state == Stopped ? nullptr : &m_collection);
+        EXPECT_EQ(m_view.playingList, c.state == Stopped ? -1 : m_collection.m_iId);
     }
 }
 
@@ -116,7 +116,7 @@ TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     m_transport.PlayPlaylist(m_collection, 3);
     Deliver();
     EXPECT_EQ(Marked(), "c");
-    EXPECT_EQ(m_view.playingList, &m_collection);
+    EXPECT_EQ(m_view.playingList, m_collection.m_iId);
     Finish();
     EXPECT_EQ(Marked(), "") << "a file that is in no list";
     EXPECT_EQ(m_display.caption, "z");

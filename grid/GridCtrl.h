@@ -96,6 +96,10 @@ public:
     /// Row by row.
     [[nodiscard]] std::vector<CCellID> GetSelectedCells() const { return m_selection.GetCells(); }
     [[nodiscard]] bool IsSelected(CCellID cell) const { return m_selection.Contains(cell); }
+    /// The rows with selected cells, in order.
+    [[nodiscard]] std::vector<int> GetSelectedRows() const { return m_selection.GetRows(); }
+    /// Selects all cells of rows below the header, or deselects them, besides the others.
+    void SelectRow(int row, bool selected);
     /// Selects, or deselects, the cells from `first` to `last` besides the others, and tells the
     /// owner as for a click. False where they are not there, or nothing can be selected.
     bool SelectBesides(CCellID first, CCellID last, bool selected);
@@ -127,6 +131,9 @@ public:
     /// sort arrow counted in.
     int AutoSizeColumn(int col, GridFit fit = GridFit::All);
     void AutoSizeColumns(GridFit fit = GridFit::All);
+    /// Widens columns to what as many rows need, but for those whose width is not the one that
+    /// they were fitted to.
+    void FitToRows(int first, int count);
     int AutoSizeRow(int row);
     void AutoSize();
 
@@ -242,6 +249,7 @@ private:
     // GridCtrlLayout.cpp
     [[nodiscard]] GridSpan RowsToFit(GridFit fit) const;
     void FitColumns(GridSpan cols, GridFit fit);
+    [[nodiscard]] std::vector<int> WidthsNeeded(GridSpan rows, GridSpan cols);
     void FitRow(int row);
     void ResetScrollBars();
     void RelayOut();
@@ -304,8 +312,9 @@ private:
     int m_nDefaultRowHeight = 0;
     GridAxis m_arRowHeights;
     GridAxis m_arColWidths;
-    mutable std::vector<Row> m_rows; ///< a row is empty until its cells are needed
-    mutable int m_iFilledRow = -1;   ///< the row that the filler is at
+    std::vector<int> m_arFittedWidths; ///< of the columns, as the last fit left them; 0: not fitted
+    mutable std::vector<Row> m_rows;   ///< a row is empty until its cells are needed
+    mutable int m_iFilledRow = -1;     ///< the row that the filler is at
     GridRowFiller m_pfnFill;
 
     GridCompare m_pfnCompare = nullptr;

@@ -58,9 +58,8 @@ GridSpan CGridCtrl::RowsToFit(GridFit fit) const {
             fit == GridFit::Header ? m_nFixedRows - 1 : m_nRows - 1};
 }
 
-void CGridCtrl::FitColumns(GridSpan cols, GridFit fit) {
+std::vector<int> CGridCtrl::WidthsNeeded(GridSpan rows, GridSpan cols) {
     std::vector<int> widths(m_nCols, 0);
-    const GridSpan rows = RowsToFit(fit);
     // Row by row, as the cells lie in memory.
     for (int row = rows.first; row <= rows.last; ++row) {
         const bool kept = HasCells(row);
@@ -74,8 +73,30 @@ void CGridCtrl::FitColumns(GridSpan cols, GridFit fit) {
         if (!kept)
             m_rows[row] = Row();
     }
-    for (int col = cols.first; col <= cols.last; ++col)
+    return widths;
+}
+
+void CGridCtrl::FitColumns(GridSpan cols, GridFit fit) {
+    const std::vector<int> widths = WidthsNeeded(RowsToFit(fit), cols);
+    m_arFittedWidths.resize(m_nCols);
+    for (int col = cols.first; col <= cols.last; ++col) {
         m_arColWidths.SetSize(col, widths[col]);
+        m_arFittedWidths[col] = widths[col];
+    }
+    RelayOut();
+}
+
+void CGridCtrl::FitToRows(int first, int count) {
+    if (first < 0 || count < 0 || first > m_nRows - count)
+        return;
+    const std::vector<int> widths = WidthsNeeded({first, first + count - 1}, {0, m_nCols - 1});
+    m_arFittedWidths.resize(m_nCols);
+    for (int col = 0; col < m_nCols; ++col) {
+        if (GetColumnWidth(col) == m_arFittedWidths[col] && widths[col] > m_arFittedWidths[col]) {
+            m_arColWidths.SetSize(col, widths[col]);
+            m_arFittedWidths[col] = widths[col];
+        }
+    }
     RelayOut();
 }
 

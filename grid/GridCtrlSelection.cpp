@@ -50,6 +50,11 @@ void CGridCtrl::SetStateBit(CCellID id, quint32 bit, bool on) const {
     cell.SetState(on ? cell.GetState() | bit : cell.GetState() & ~bit);
 }
 
+void CGridCtrl::SelectRow(int row, bool selected) {
+    const QRect range = QRect(m_nFixedCols, row, m_nCols, 1) & BodyCells();
+    UpdateRows(Mark(selected ? m_selection.Add(range) : m_selection.Remove(range), selected));
+}
+
 bool CGridCtrl::SelectBesides(CCellID first, CCellID last, bool selected) {
     if (!m_bEnableSelection || !IsValid(first) || !IsValid(last))
         return false;

@@ -37,6 +37,18 @@ std::vector<CCellID> GridSelection::GetCells() const {
     return cells;
 }
 
+std::vector<int> GridSelection::GetRows() const {
+    std::vector<int> rows;
+    for (const QRect& range : m_cells) {
+        // Several ranges of the same rows stand beside each other.
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            if (rows.empty() || rows.back() < row)
+                rows.push_back(row);
+        }
+    }
+    return rows;
+}
+
 QRegion GridSelection::GetRow(int row, int columns) const {
     return m_cells & QRect(0, row, columns, 1);
 }

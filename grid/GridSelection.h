@@ -19,6 +19,9 @@ public:
     /// The selected cells, row by row.
     [[nodiscard]] std::vector<CCellID> GetCells() const;
 
+    /// The rows with selected cells, in order.
+    [[nodiscard]] std::vector<int> GetRows() const;
+
     /// The selected ones of a row, as columns and a height of 1.
     [[nodiscard]] QRegion GetRow(int row, int columns) const;
 

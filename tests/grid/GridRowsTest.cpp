@@ -130,8 +130,8 @@ TEST_F(GridRows, TheMouseHoldsWhatItHeld) {
     const int height = m_grid->GetRowHeight(3);
     Down({9, end});
     m_grid->InsertRows(2, 1);
-    Up({9, end + height + 29});
-    EXPECT_EQ(m_grid->GetRowHeight(4), height + 30);
+    Up({9, end + height + 30});
+    EXPECT_EQ(m_grid->GetRowHeight(4), height + 29);
     Down({9, m_grid->GetCellRect({3, 0}).bottom()});
     m_grid->DeleteRows(3, 1);
     EXPECT_EQ(m_grid->GetMouseMode(), GridMouseMode::Nothing);

@@ -32,7 +32,7 @@ QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
 
 } // namespace
 
-PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout, CCommandState& state)
+PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
     : m_previous{layout.Previous(),
                  AddAction(window, {Qt::ALT | Qt::Key_Left, Qt::Key_MediaPrevious})}
     , m_play{layout.Play(), AddAction(window, {Qt::CTRL | Qt::Key_P, Qt::Key_MediaPlay,
@@ -41,8 +41,7 @@ PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout, CCommandStat
     , m_stop(AddAction(window, {Qt::Key_MediaStop}))
     , m_seek(layout.Seek())
     , m_volume(layout.Volume())
-    , m_grid(layout.Grid())
-    , m_state(state) {
+    , m_grid(layout.Grid()) {
     // The actions stay enabled: a key whose action is not goes to the control with the focus.
     for (const Control& control : {m_previous, m_play, m_next})
         QObject::connect(&control.action, &QAction::triggered, &control.button,
@@ -84,9 +83,6 @@ void PlayerPanel::ShowButtons(const TransportButtons& buttons) {
     m_play.button.SetBitmaps(plays ? PictureId::Pause : PictureId::Play);
     m_play.Label(plays ? IDS_BT_PAUSE : IDS_BT_PLAY);
     const bool wakes = buttons.canPlay && !m_play.button.isEnabled();
-    m_state.SetBit(UiState::kPlayPause, buttons.canPlay);
-    m_state.SetBit(UiState::kPrevious, buttons.canPrevious);
-    m_state.SetBit(UiState::kNext, buttons.canNext);
     if (wakes && m_grid.isHidden()) // the mini player's focus, which it could not take when gray
         m_play.button.setFocus();
 }
@@ -108,9 +104,7 @@ void PlayerPanel::EnableSeek(bool enable) {
         ShowPosition(0);
 }
 
-void PlayerPanel::ShowPlayMode(int mode) {
-    m_state.SetField(UiState::kPlayModeMask, (mode + 1) * UiState::kPlayModeStep);
-}
+void PlayerPanel::ShowPlayMode(int) {}
 
 void PlayerPanel::Beep() {
     QApplication::beep();

@@ -5,7 +5,6 @@
 
 class CBitmapSlider;
 class CCommandMap;
-class CCommandState;
 class CImageButton;
 class CMediaPlayer;
 class CProgressSlider;
@@ -22,7 +21,7 @@ class QWidget;
 class PlayerPanel : public ITransportDisplay {
 public:
     /// The keys work wherever the focus is in `window`.
-    PlayerPanel(QWidget& window, const MainLayout& layout, CCommandState& state);
+    PlayerPanel(QWidget& window, const MainLayout& layout);
 
     /// From now on the controls and `commands` are those of this player, which gets the volume that
     /// is shown. Both outlive the last input of the user.
@@ -53,5 +52,4 @@ private:
     CProgressSlider& m_seek;
     CBitmapSlider& m_volume;
     const QWidget& m_grid;
-    CCommandState& m_state;
 };

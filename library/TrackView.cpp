@@ -35,10 +35,9 @@ COLORREF RowColour(const CMediaList& list, int index) {
 
 } // namespace
 
-CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid, IPlaybackGuard& guard)
+CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid)
     : m_lists(lists)
-    , m_grid(grid)
-    , m_guard(guard) {
+    , m_grid(grid) {
     SetColumns(kDefaultColumns);
     ConfigureGrid();
     m_removing = m_lists.OnRemoving([this](const CMediaList& list) { OnRemoving(list); });
@@ -375,6 +374,10 @@ void CTrackView::ActivateList(int listId) {
         }
     }
     MarkSortColumn();
+}
+
+void CTrackView::FitColumns() {
+    m_grid.AutoSizeColumns();
 }
 
 void CTrackView::ScrollToList(int listId) {

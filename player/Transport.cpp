@@ -2,10 +2,11 @@
 
 #include "base/Language.h"
 #include "base/Messages.h"
+#include "library/FolderScan.h"
 #include "library/ITrackView.h"
-#include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
 #include "library/PlaylistFile.h"
+#include "library/TrackFile.h"
 #include "platform/MessageTarget.h"
 #include "platform/Path.h"
 #include "player/MediaPlayer.h"

@@ -134,6 +134,9 @@ public:
     /// Widens columns to what as many rows need, but for those whose width is not the one that
     /// they were fitted to.
     void FitToRows(int first, int count);
+    /// Fits the columns again to all rows, but for those whose width is not the one that they were
+    /// fitted to. In a large grid this goes on from the event loop, in steps of a few milliseconds.
+    void RefitColumns();
     int AutoSizeRow(int row);
     void AutoSize();
 
@@ -250,6 +253,7 @@ private:
     [[nodiscard]] GridSpan RowsToFit(GridFit fit) const;
     void FitColumns(GridSpan cols, GridFit fit);
     [[nodiscard]] std::vector<int> WidthsNeeded(GridSpan rows, GridSpan cols);
+    void RefitStep();
     void FitRow(int row);
     void ResetScrollBars();
     void RelayOut();
@@ -326,8 +330,11 @@ private:
     GridMouse m_mouse;
     GridSizing m_sizing;
     QBasicTimer m_scrollTimer;
-    int m_nTimerInterval = 25; ///< of the scrolling at the edges, in milliseconds
-    int m_nWheelRestX = 0;     ///< what the wheel has turned but not scrolled
+    QBasicTimer m_refitTimer;
+    int m_iRefitRow = 0;              ///< the next row that RefitColumns() looks at
+    std::vector<int> m_arRefitWidths; ///< what the rows before it need
+    int m_nTimerInterval = 25;        ///< of the scrolling at the edges, in milliseconds
+    int m_nWheelRestX = 0;            ///< what the wheel has turned but not scrolled
     int m_nWheelRestY = 0;
     ZTitleTip* m_pTitleTip = nullptr;
     CInPlaceEdit* m_pEditWnd = nullptr; ///< there while a cell is edited

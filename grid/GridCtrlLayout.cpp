@@ -4,10 +4,17 @@
 #include "grid/GridFont.h"
 #include "grid/GridPainting.h"
 
-#include <QEvent>
+#include <QElapsedTimer>
 #include <QScrollBar>
 
 #include <algorithm>
+
+namespace {
+
+constexpr int kRefitStepMs = 5;
+constexpr int kRefitRows = 200; ///< between two looks at the clock
+
+} // namespace
 
 void CGridCtrl::OnDefaultsChanged() {
     const int line = std::max(m_cellDefault.GetFontObject().Height(),
@@ -96,6 +103,37 @@ void CGridCtrl::FitToRows(int first, int count) {
             m_arColWidths.SetSize(col, widths[col]);
             m_arFittedWidths[col] = widths[col];
         }
+    }
+    RelayOut();
+}
+
+void CGridCtrl::RefitColumns() {
+    m_iRefitRow = 0;
+    m_arRefitWidths.assign(m_nCols, 0);
+    RefitStep();
+}
+
+void CGridCtrl::RefitStep() {
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (m_iRefitRow < m_nRows && elapsed.elapsed() < kRefitStepMs) {
+        const int last = std::min(m_iRefitRow + kRefitRows, m_nRows) - 1;
+        const std::vector<int> widths = WidthsNeeded({m_iRefitRow, last}, {0, m_nCols - 1});
+        for (int col = 0; col < m_nCols; ++col)
+            m_arRefitWidths[col] = std::max(m_arRefitWidths[col], widths[col]);
+        m_iRefitRow = last + 1;
+    }
+    if (m_iRefitRow < m_nRows) {
+        m_refitTimer.start(0, this);
+        return;
+    }
+    m_refitTimer.stop();
+    m_arFittedWidths.resize(m_nCols);
+    for (int col = 0; col < m_nCols; ++col) {
+        if (GetColumnWidth(col) != m_arFittedWidths[col])
+            continue;
+        m_arColWidths.SetSize(col, m_arRefitWidths[col]);
+        m_arFittedWidths[col] = m_arRefitWidths[col];
     }
     RelayOut();
 }

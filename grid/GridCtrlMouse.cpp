@@ -313,7 +313,9 @@ void CGridCtrl::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != m_scrollTimer.timerId())
+    if (event->timerId() == m_refitTimer.timerId())
+        RefitStep();
+    else if (event->timerId() != m_scrollTimer.timerId())
         QAbstractScrollArea::timerEvent(event);
     else if (m_mouse.IsSelecting() && IsValid(m_idCurrentCell))
         ScrollSelection();

@@ -58,6 +58,7 @@ int CGridCtrl::SetFixedColumnCount(int fixedCols) {
 int CGridCtrl::Rebuild(int rows, int cols) {
     EndEdit(); // while its cell is there
     LetGo();
+    m_refitTimer.stop();
     DropMarks();
     m_mouse.m_LeftClickDownCell = {};
     m_nFixedRows = std::min(m_nFixedRows, rows);
@@ -152,6 +153,8 @@ void CGridCtrl::ShiftRows(GridRowShift shift, int scroll) {
     if (m_pEditWnd)
         m_pEditWnd->SetCell(shift.Moved(m_pEditWnd->Cell()));
     HideTitleTip();
+    if (m_refitTimer.isActive())
+        m_iRefitRow = std::min(m_iRefitRow, shift.first); // the new ones are looked at, too
     if (m_pWatcher) {
         m_pWatcher->OnRowsShifted(shift);
         if (m_selection.GetCount() != selected)

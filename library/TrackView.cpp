@@ -377,7 +377,7 @@ void CTrackView::ActivateList(int listId) {
 }
 
 void CTrackView::FitColumns() {
-    m_grid.AutoSizeColumns();
+    m_grid.RefitColumns();
 }
 
 void CTrackView::ScrollToList(int listId) {

@@ -148,7 +148,7 @@ private:
     [[nodiscard]] Section* FindSection(const CMediaList& list);
     void InsertRows(int first, int count);
     void DeleteRows(int first, int count);
-    void NumberRows();
+    void NumberRows(int firstRow = 0);
     void SelectMarked(const Section& section, const CMediaList& list, int first);
     void ShowNewTracks(Section& section, const CMediaList& list);
     void HideTracks(Section& section);

@@ -50,14 +50,15 @@ void CTrackView::DeleteRows(int first, int count) {
     m_grid.DeleteRows(first, count);
 }
 
-/// Lists and records remember their rows. What is not shown has none.
-void CTrackView::NumberRows() {
+/// Lists and records remember their rows, from `firstRow` on. What is not shown has none.
+void CTrackView::NumberRows(int firstRow) {
     for (const Section& section : m_sections) {
         CMediaList* list = m_lists.FindListById(section.listId);
         if (!list)
             continue;
         list->m_iTitleRow = IsExclusiveView() ? -1 : section.titleRow;
-        for (int index = 0; index < list->GetCount(); ++index)
+        for (int index = std::max(0, firstRow - section.RowOf(0)); index < list->GetCount();
+             ++index)
             (*list)[index]->m_iRow = index < section.tracks ? section.RowOf(index) : 0;
     }
 }
@@ -77,7 +78,7 @@ void CTrackView::ShowNewTracks(Section& section, const CMediaList& list) {
         return;
     section.tracks += count;
     InsertRows(section.RowOf(first), count);
-    NumberRows();
+    NumberRows(section.RowOf(first));
     SelectMarked(section, list, first);
     const int known = std::max(first, section.fitted);
     m_grid.FitToRows(section.RowOf(known), section.tracks - known);
@@ -87,7 +88,7 @@ void CTrackView::ShowNewTracks(Section& section, const CMediaList& list) {
 void CTrackView::HideTracks(Section& section) {
     const int count = std::exchange(section.tracks, 0);
     DeleteRows(section.RowOf(0), count);
-    NumberRows();
+    NumberRows(section.RowOf(0));
 }
 
 void CTrackView::OnTracksAppended(const CMediaList& list, int) {
@@ -129,7 +130,7 @@ void CTrackView::OnTracksRemoved(const CMediaList& list, const std::vector<int>&
         // Colours go by the index.
         const int first = std::min(indices.front(), section->tracks);
         m_grid.RenewRows(section->RowOf(first), section->tracks - first);
-        NumberRows();
+        NumberRows(section->RowOf(first));
     }
     if (focusGoes) {
         m_idFocus = {std::min(next.row, m_grid.GetRowCount() - 1), next.col};

@@ -80,17 +80,8 @@ public:
             m_view.OnNotify(notification);
             m_state.UpdateCommands();
         });
-        for (const Track& texts : tracks) {
-            auto track = std::make_unique<CTrackRecord>();
-            track->m_strTitle = texts[kTitle];
-            track->m_strArtist = texts[kArtist];
-            track->m_strAlbum = texts[kAlbum];
-            track->m_strSize = texts[kSize];
-            track->m_strPath = QStringLiteral("/home/user/Music/%1/%2.mp3")
-                                   .arg(texts[kAlbum])
-                                   .arg(m_collection.GetCount());
-            m_collection.Append(std::move(track));
-        }
+        for (const Track& texts : tracks)
+            AddTrack(texts);
         m_collection.m_bActive = 1;
         m_view.FillGrid();
         m_grid.resize(1200, m_grid.GetRowHeight(0) + kRowsInWindow * RowHeight());
@@ -125,6 +116,49 @@ public:
         QTest::mouseRelease(m_grid.viewport(), Qt::LeftButton, {}, box);
         QApplication::processEvents();
     }
+
+    void AddTrack(const Track& texts) {
+        auto track = std::make_unique<CTrackRecord>();
+        track->m_strTitle = texts[kTitle];
+        track->m_strArtist = texts[kArtist];
+        track->m_strAlbum = texts[kAlbum];
+        track->m_strSize = texts[kSize];
+        track->m_strPath = QStringLiteral("/home/user/Music/%1/%2.mp3")
+                               .arg(texts[kAlbum])
+                               .arg(m_collection.GetCount());
+        m_collection.Append(std::move(track));
+    }
+
+    /// As on the header of the titles.
+    void ClickHeader() {
+        m_collection.m_bActive = 1;
+        m_view.SortColumn(kTitle);
+    }
+
+    void Fold() {
+        GridNotification title{.code = NM_DBLCLK, .row = 1, .col = 1};
+        m_view.OnNotify(title);
+    }
+
+    void DeleteTrack(int index) {
+        const CTrackRecord* track = m_collection[index];
+        m_view.OnTracksRemoved(
+            m_collection,
+            m_collection.RemoveIf([track](const CTrackRecord& one) { return &one == track; }));
+    }
+
+    void Append(const std::vector<Track>& tracks, int count) {
+        const int first = m_collection.GetCount();
+        for (int i = 0; i < count; ++i)
+            AddTrack(tracks[(first + i) % kTracks]);
+        m_view.OnTracksAppended(m_collection, first);
+    }
+
+    void SetStatus(int index) {
+        m_view.SetTrackStatus(m_collection[index]->m_strPath, QStringLiteral("Copying"));
+    }
+
+    [[nodiscard]] int CountTracks() const { return m_collection.GetCount(); }
 
     /// Since the last call, in rows of the window's width.
     double TakePaintedRows() {
@@ -214,4 +248,31 @@ void MeasureChecks(const std::vector<Track>& tracks) {
                 "ratio_to_qtablewidget=%.3f\n",
                 kTracks, checked.processor, checked.wall, unchecked.processor, space.processor,
                 space.wall, table.processor, checked.processor / table.processor);
+}
+
+void MeasureRows(const std::vector<Track>& tracks) {
+    CollectionWindow window(tracks);
+    const auto paint = [] { QApplication::processEvents(); };
+    const Times sort = Measure(paint, [&] { window.ClickHeader(); });
+    const Times fold = Measure(
+        [&, round = 0]() mutable {
+            if (round++ > 0)
+                window.Fold();
+            paint();
+        },
+        [&] { window.Fold(); });
+    const Times unfold = Measure(
+        [&, round = 0]() mutable {
+            if (round++ > 0)
+                window.Fold();
+            paint();
+        },
+        [&] { window.Fold(); });
+    const Times remove = Measure(paint, [&] { window.DeleteTrack(window.CountTracks() / 2); });
+    const Times append = Measure(paint, [&] { window.Append(tracks, 100); });
+    const Times status = Measure(paint, [&] { window.SetStatus(window.CountTracks() / 3); });
+    std::printf("rows rows=%d header_click_ms=%.1f fold_ms=%.2f unfold_ms=%.2f delete_one_ms=%.2f "
+                "append_100_ms=%.2f status_ms=%.3f\n",
+                kTracks, sort.processor, fold.processor, unfold.processor, remove.processor,
+                append.processor, status.processor);
 }

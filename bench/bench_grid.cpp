@@ -1,9 +1,10 @@
 // Cost of the grid with 100,000 tracks by 9 columns: filling it and fitting the columns, sorting,
-// painting a window of 60 rows, memory; and filling and fitting against a QTableWidget. Then the
-// checks of as many tracks in the view of the lists.
+// painting a window of 60 rows, memory; and filling and fitting against a QTableWidget. Then, of
+// as many tracks in the view of the lists, the checks, and rows that come, go and change places.
 //
 //   bench_grid
 //   bench_grid --checks   the checks only
+//   bench_grid --rows     the rows that come, go and change places, only
 //   bench_grid --paint    the windows of the grid and of a QTableWidget only, at QT_SCALE_FACTOR
 //
 // Runs without a display, and starts itself to paint at 100 % and 200 %. Times are processor time
@@ -220,6 +221,7 @@ int Run() {
     std::printf("qtablewidget fill_ms=%.0f\n", Median(tableFills));
 
     MeasureChecks(tracks);
+    MeasureRows(tracks);
 
     const auto [paint, line, reference] = PaintAt("1");
     const auto [paint2, line2, reference2] = PaintAt("2");
@@ -243,8 +245,11 @@ int main(int argc, char** argv) {
     const QStringList arguments = QApplication::arguments();
     if (arguments.contains(QStringLiteral("--paint")))
         return RunPaint();
-    if (!arguments.contains(QStringLiteral("--checks")))
+    if (arguments.contains(QStringLiteral("--checks")))
+        MeasureChecks(MakeCollection());
+    else if (arguments.contains(QStringLiteral("--rows")))
+        MeasureRows(MakeCollection());
+    else
         return Run();
-    MeasureChecks(MakeCollection());
     return 0;
 }

@@ -1,12 +1,12 @@
 #include "grid/GridAccessible.h"
 
 #include "grid/GridAccessibleCell.h"
-#include "grid/GridCellBar.h"
 #include "grid/GridCtrl.h"
 
 #include <QApplication>
 
 #include <algorithm>
+#include <cstdlib>
 #include <limits>
 #include <utility>
 
@@ -23,7 +23,7 @@ QAccessibleInterface* GridAccessible::Make(const QString& className, QObject* ob
 
 GridAccessible::GridAccessible(CGridCtrl& grid)
     : QAccessibleWidget(&grid, QAccessible::Table) {
-    grid.m_pAccessible = this;
+    grid.SetWatcher(this);
     m_announcing.setSingleShot(true);
     QObject::connect(&m_announcing, &QTimer::timeout, &m_announcing, [this] { Tell(); });
     // A reader is told that the grid has the focus; which cell of it has it comes after that.
@@ -36,7 +36,7 @@ GridAccessible::GridAccessible(CGridCtrl& grid)
 
 GridAccessible::~GridAccessible() {
     DropAll();
-    Grid().m_pAccessible = nullptr;
+    Grid().SetWatcher(nullptr);
 }
 
 void GridAccessible::OnGridGoes() {
@@ -45,26 +45,6 @@ void GridAccessible::OnGridGoes() {
 
 CGridCtrl& GridAccessible::Grid() const {
     return *static_cast<CGridCtrl*>(object());
-}
-
-bool GridAccessible::IsTitleRow(int row) const {
-    const CGridCtrl& grid = Grid();
-    return row >= grid.GetFixedRowCount() &&
-           dynamic_cast<const CGridCellBar*>(grid.GetCell(row, grid.GetColumnCount() - 1));
-}
-
-bool GridAccessible::IsSelectable() const {
-    return Grid().m_bEnableSelection;
-}
-
-QRect GridAccessible::AreaOf(CCellID cell) const {
-    const CGridCtrl& grid = Grid();
-    QRect area = grid.viewport()->rect();
-    if (cell.row >= grid.m_nFixedRows)
-        area.setTop(grid.FixedHeight());
-    if (cell.col >= grid.m_nFixedCols)
-        area.setLeft(grid.FixedWidth());
-    return area;
 }
 
 // --- cells
@@ -76,13 +56,13 @@ qint64 GridAccessible::NumberOf(CCellID cell) const {
 GridAccessibleCell* GridAccessible::CellFor(CCellID cell) const {
     if (!Grid().IsValid(cell))
         return nullptr;
-    if (IsTitleRow(cell.row))
+    if (GridAccessibleCell::IsTitleRow(Grid(), cell.row))
         cell.col = columnCount() - 1;
     QAccessible::Id& id = m_cells[NumberOf(cell)];
     if (auto* known = QAccessible::accessibleInterface(id))
         return static_cast<GridAccessibleCell*>(known);
     // Reading a table leaves it as it is; a cell leads back to it, though, and from there to all.
-    auto* made = new GridAccessibleCell(const_cast<GridAccessible&>(*this), cell);
+    auto* made = new GridAccessibleCell(const_cast<GridAccessible&>(*this), Grid(), cell);
     id = QAccessible::registerAccessibleInterface(made);
     return made;
 }
@@ -95,6 +75,17 @@ void GridAccessible::Drop(CCellID cell) {
 void GridAccessible::DropAll() {
     for (const QAccessible::Id id : std::exchange(m_cells, {}))
         QAccessible::deleteAccessibleInterface(id);
+}
+
+void GridAccessible::DropRows(int first, int count) {
+    const qint64 from = NumberOf({first, 0});
+    const qint64 behind = NumberOf({first + count, 0});
+    m_cells.removeIf([&](const auto& entry) {
+        if (entry.key() < from || entry.key() >= behind)
+            return false;
+        QAccessible::deleteAccessibleInterface(entry.value());
+        return true;
+    });
 }
 
 int GridAccessible::childCount() const {
@@ -111,7 +102,7 @@ QAccessibleInterface* GridAccessible::child(int index) const {
 
 int GridAccessible::indexOfChild(const QAccessibleInterface* child) const {
     const auto* cell = dynamic_cast<const GridAccessibleCell*>(child);
-    if (!cell || &cell->Table() != this)
+    if (!cell || cell->parent() != this)
         return -1;
     return static_cast<int>(NumberOf({cell->Place().row, cell->columnIndex()}));
 }
@@ -131,8 +122,8 @@ QAccessibleInterface* GridAccessible::focusChild() const {
 
 QAccessible::State GridAccessible::state() const {
     QAccessible::State state = QAccessibleWidget::state();
-    state.multiSelectable = IsSelectable();
-    state.extSelectable = IsSelectable();
+    state.multiSelectable = Grid().IsSelectionEnabled();
+    state.extSelectable = Grid().IsSelectionEnabled();
     return state;
 }
 
@@ -174,12 +165,12 @@ const GridAccessible::Selection& GridAccessible::GetSelection() const {
     Selection& selection = m_selection.emplace();
     int row = -1;
     bool title = false;
-    for (const CCellID cell : grid.m_selection.GetCells()) {
+    for (const CCellID cell : grid.GetSelectedCells()) {
         if (cell.row != row) {
             row = cell.row;
-            title = IsTitleRow(row);
-            if (isRowSelected(row - grid.m_nFixedRows))
-                selection.rows.append(row - grid.m_nFixedRows);
+            title = GridAccessibleCell::IsTitleRow(Grid(), row);
+            if (isRowSelected(row - grid.GetFixedRowCount()))
+                selection.rows.append(row - grid.GetFixedRowCount());
         }
         if (!title || cell.col == columnCount() - 1)
             selection.cells.append(cell);
@@ -210,10 +201,11 @@ bool GridAccessible::isRowSelected(int row) const {
     const CGridCtrl& grid = Grid();
     const int gridRow = GridRow(row);
     const int cols = columnCount();
-    int col = IsTitleRow(gridRow) ? cols - 1 : grid.m_nFixedCols;
+    int col =
+        GridAccessibleCell::IsTitleRow(Grid(), gridRow) ? cols - 1 : grid.GetFixedColumnCount();
     if (gridRow < 0 || col >= cols)
         return false;
-    while (col < cols && grid.GetCell(gridRow, col)->IsSelected())
+    while (col < cols && grid.IsSelected({gridRow, col}))
         ++col;
     return col == cols;
 }
@@ -233,13 +225,13 @@ QList<int> GridAccessible::selectedColumns() const {
 
 bool GridAccessible::isColumnSelected(int column) const {
     const CGridCtrl& grid = Grid();
-    if (grid.m_bListMode || column < 0 || column >= columnCount() || rowCount() == 0 ||
+    if (grid.IsListMode() || column < 0 || column >= columnCount() || rowCount() == 0 ||
         grid.GetSelectedCount() < rowCount())
         return false;
-    int row = grid.m_nFixedRows;
-    while (row < grid.m_nRows && grid.GetCell(row, column)->IsSelected())
+    int row = grid.GetFixedRowCount();
+    while (row < grid.GetRowCount() && grid.IsSelected({row, column}))
         ++row;
-    return row == grid.m_nRows;
+    return row == grid.GetRowCount();
 }
 
 bool GridAccessible::selectRow(int row) {
@@ -260,29 +252,14 @@ bool GridAccessible::unselectColumn(int column) {
 
 bool GridAccessible::SelectRow(int row, bool selected) {
     const int gridRow = GridRow(row);
-    return Select({gridRow, Grid().m_nFixedCols}, {gridRow, columnCount() - 1}, selected);
+    return Grid().SelectBesides({gridRow, Grid().GetFixedColumnCount()},
+                                {gridRow, columnCount() - 1}, selected);
 }
 
 bool GridAccessible::SelectColumn(int column, bool selected) {
-    const CGridCtrl& grid = Grid();
-    return !grid.m_bListMode &&
-           Select({grid.m_nFixedRows, column}, {grid.m_nRows - 1, column}, selected);
-}
-
-bool GridAccessible::Select(CCellID first, CCellID last, bool selected) {
     CGridCtrl& grid = Grid();
-    if (!IsSelectable() || !grid.IsValid(first) || !grid.IsValid(last))
-        return false;
-    grid.Notify(GVN_SELCHANGING, first);
-    if (!grid.IsValid(last)) // gone in the notification
-        return false;
-    for (int row = first.row; row <= last.row; ++row) {
-        for (int col = first.col; col <= last.col; ++col)
-            grid.m_selection.SelectCell({row, col}, selected);
-    }
-    grid.Refresh();
-    grid.Notify(GVN_SELCHANGED, first);
-    return true;
+    return !grid.IsListMode() && grid.SelectBesides({grid.GetFixedRowCount(), column},
+                                                    {grid.GetRowCount() - 1, column}, selected);
 }
 
 // --- changes
@@ -290,7 +267,30 @@ bool GridAccessible::Select(CCellID first, CCellID last, bool selected) {
 void GridAccessible::OnTableChanges() {
     DropAll();
     m_selection.reset();
+    m_shifts.clear();
     Announce(TableChange);
+}
+
+void GridAccessible::OnRowsShifted(GridRowShift shift) {
+    m_selection.reset();
+    DropRows(shift.first, -shift.count);
+    QHash<qint64, QAccessible::Id> moved;
+    for (const QAccessible::Id id : std::exchange(m_cells, {})) {
+        // Qt may have dropped it.
+        if (auto* cell = static_cast<GridAccessibleCell*>(QAccessible::accessibleInterface(id))) {
+            cell->SetPlace(shift.Moved(cell->Place()));
+            moved[NumberOf(cell->Place())] = id;
+        }
+    }
+    m_cells = moved;
+    if (QAccessible::isActive() && !(m_changes & TableChange))
+        m_shifts.append(shift);
+    Announce(RowChange);
+}
+
+void GridAccessible::OnRowsReplaced(int first, int count) {
+    DropRows(first, count);
+    Announce(CellChange);
 }
 
 void GridAccessible::OnCellReplaced(CCellID cell) {
@@ -333,6 +333,15 @@ void GridAccessible::Tell() {
                                                QAccessibleTableModelChangeEvent::ModelReset);
         QAccessible::updateAccessibility(&event);
     }
+    for (const auto [first, count] : std::exchange(m_shifts, {})) {
+        QAccessibleTableModelChangeEvent event(
+            &Grid(), count > 0 ? QAccessibleTableModelChangeEvent::RowsInserted
+                               : QAccessibleTableModelChangeEvent::RowsRemoved);
+        const int row = first - Grid().GetFixedRowCount();
+        event.setFirstRow(row);
+        event.setLastRow(row + std::abs(count) - 1);
+        QAccessible::updateAccessibility(&event);
+    }
     if (changes & SelectionChange) {
         QAccessibleEvent event(&Grid(), QAccessible::SelectionWithin);
         QAccessible::updateAccessibility(&event);
@@ -346,7 +355,7 @@ void GridAccessible::Tell() {
 }
 
 void GridAccessible::TellCells() {
-    const CGridCtrl::Span rows = Grid().VisibleRows(Grid().viewport()->rect());
+    const GridSpan rows = Grid().GetGeometry().VisibleRows(Grid().viewport()->rect());
     for (int row = rows.first; row <= rows.last; ++row) {
         for (int col = 0; col < columnCount(); ++col) {
             const auto id = m_cells.value(NumberOf({row, col}));

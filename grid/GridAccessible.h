@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/GridTypes.h"
+#include "grid/IGridWatcher.h"
 
 #include <QAccessibleWidget>
 #include <QHash>
@@ -16,8 +16,8 @@ class GridAccessibleCell;
 ///
 /// Children are all cells, row by row, the header's among them: child row * columns + column. Each
 /// is made when it is asked for and answers from then on, until the table is built anew or sorted,
-/// its type is set, or the grid goes. A title that is drawn over its whole row is one cell, which
-/// answers for every column; its own number is that of column 0.
+/// its type is set, its row goes, or the grid does. A title that is drawn over its whole row is one
+/// cell, which answers for every column; its own number is that of column 0.
 ///
 /// Selecting here adds to the selection and tells the grid's owner as a key press does. In list
 /// mode rows are selected, never columns.
@@ -28,34 +28,24 @@ class GridAccessibleCell;
 ///
 /// Thread: interface thread. Owner: Qt's table of interfaces; the grid knows it while it lives, and
 ///         takes it along at its own end.
-class GridAccessible final : public QAccessibleWidget, public QAccessibleTableInterface {
+class GridAccessible final : public QAccessibleWidget,
+                             public QAccessibleTableInterface,
+                             public IGridWatcher {
 public:
     /// Lets Qt find this class for grids. Once is enough, more do no harm.
     static void Install();
 
-    // --- what the grid tells
+    // --- IGridWatcher
 
-    /// Rows, columns or their order are about to change: no cell keeps its place.
-    void OnTableChanges();
-    void OnCellReplaced(CCellID cell);
-    void OnSelectionChanged();
-    void OnFocusMoved();
-    /// What cells show may have changed.
-    void OnCellsRedrawn();
+    void OnTableChanges() override;
+    void OnRowsShifted(GridRowShift shift) override;
+    void OnCellReplaced(CCellID cell) override;
+    void OnRowsReplaced(int first, int count) override;
+    void OnSelectionChanged() override;
+    void OnFocusMoved() override;
+    void OnCellsRedrawn() override;
     /// Deletes this.
-    void OnGridGoes();
-
-    // --- for its cells
-
-    [[nodiscard]] CGridCtrl& Grid() const;
-    /// Whether the row is one title from edge to edge; `row` counts the header, too.
-    [[nodiscard]] bool IsTitleRow(int row) const;
-    [[nodiscard]] bool IsSelectable() const;
-    /// The part of the viewport, in its pixels, that a cell can be seen in: what scrolls passes
-    /// behind the header.
-    [[nodiscard]] QRect AreaOf(CCellID cell) const;
-    /// Null outside the grid. `cell` counts the header, too.
-    [[nodiscard]] GridAccessibleCell* CellFor(CCellID cell) const;
+    void OnGridGoes() override;
 
     /// How many cells have been asked for.
     [[nodiscard]] qsizetype CountKnownCells() const { return m_cells.size(); }
@@ -105,7 +95,8 @@ private:
         TableChange = 1,
         SelectionChange = 2,
         FocusChange = 4,
-        CellChange = 8
+        CellChange = 8,
+        RowChange = 16
     };
 
     explicit GridAccessible(CGridCtrl& grid);
@@ -113,14 +104,17 @@ private:
 
     static QAccessibleInterface* Make(const QString& className, QObject* object);
 
+    [[nodiscard]] CGridCtrl& Grid() const;
+    /// Null outside the grid. `cell` counts the header, too.
+    [[nodiscard]] GridAccessibleCell* CellFor(CCellID cell) const;
     [[nodiscard]] int GridRow(int row) const;
     [[nodiscard]] qint64 NumberOf(CCellID cell) const;
     [[nodiscard]] const Selection& GetSelection() const;
     bool SelectRow(int row, bool selected);
     bool SelectColumn(int column, bool selected);
-    bool Select(CCellID first, CCellID last, bool selected);
     void Drop(CCellID cell);
     void DropAll();
+    void DropRows(int first, int count);
     void Announce(Change change);
     void Tell();
     void TellCells();
@@ -128,5 +122,6 @@ private:
     mutable QHash<qint64, QAccessible::Id> m_cells; ///< by their number
     mutable std::optional<Selection> m_selection;   ///< none: to be counted
     unsigned m_changes = 0;                         ///< still to be told
+    QList<GridRowShift> m_shifts;                   ///< still to be told
     QTimer m_announcing;
 };

@@ -1,32 +1,50 @@
 #include "grid/GridAccessibleCell.h"
 
-#include "grid/GridAccessible.h"
+#include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCtrl.h"
 
 #include <utility>
 
-GridAccessibleCell::GridAccessibleCell(GridAccessible& table, CCellID place)
+GridAccessibleCell::GridAccessibleCell(QAccessibleInterface& table, const CGridCtrl& grid,
+                                       CCellID place)
     : m_table(table)
+    , m_grid(grid)
     , m_place(place)
     , m_told(ToTell()) {}
 
 const CGridCellBase& GridAccessibleCell::Cell() const {
-    return *m_table.Grid().GetCell(m_place.row, m_place.col);
+    return *m_grid.GetCell(m_place.row, m_place.col);
+}
+
+bool GridAccessibleCell::IsTitleRow(const CGridCtrl& grid, int row) {
+    return row >= grid.GetFixedRowCount() &&
+           dynamic_cast<const CGridCellBar*>(grid.GetCell(row, grid.GetColumnCount() - 1));
 }
 
 bool GridAccessibleCell::IsTitle() const {
-    return m_table.IsTitleRow(m_place.row);
+    return IsTitleRow(m_grid, m_place.row);
 }
 
 bool GridAccessibleCell::IsHidden() const {
-    const CGridCtrl& grid = m_table.Grid();
+    const CGridCtrl& grid = m_grid;
     return !grid.isVisible() || grid.GetRowHeight(m_place.row) == 0 ||
            (!IsTitle() && grid.GetColumnWidth(m_place.col) == 0);
 }
 
+/// What scrolls passes behind the header.
+bool GridAccessibleCell::IsInSight() const {
+    const GridGeometry geometry = m_grid.GetGeometry();
+    QRect area = m_grid.viewport()->rect();
+    if (m_place.row >= geometry.fixedRows)
+        area.setTop(geometry.FixedHeight());
+    if (m_place.col >= geometry.fixedCols)
+        area.setLeft(geometry.FixedWidth());
+    return ViewportRect().intersects(area);
+}
+
 bool GridAccessibleCell::IsCurrent() const {
-    const CCellID current = m_table.Grid().GetFocusCell();
+    const CCellID current = m_grid.GetFocusCell();
     return IsTitle() ? current.row == m_place.row : current == m_place;
 }
 
@@ -72,7 +90,7 @@ QString GridAccessibleCell::text(QAccessible::Text kind) const {
 }
 
 QRect GridAccessibleCell::ViewportRect() const {
-    const CGridCtrl& grid = m_table.Grid();
+    const CGridCtrl& grid = m_grid;
     QRect rect = grid.GetCellRect(m_place);
     if (IsTitle())
         rect.setLeft(0);
@@ -83,7 +101,7 @@ QRect GridAccessibleCell::ViewportRect() const {
 
 QRect GridAccessibleCell::rect() const {
     const QRect rect = ViewportRect();
-    return QRect(m_table.Grid().viewport()->mapToGlobal(rect.topLeft()), rect.size());
+    return QRect(m_grid.viewport()->mapToGlobal(rect.topLeft()), rect.size());
 }
 
 QAccessible::Role GridAccessibleCell::role() const {
@@ -95,19 +113,19 @@ QAccessible::Role GridAccessibleCell::role() const {
 QAccessible::State GridAccessibleCell::state() const {
     QAccessible::State state;
     state.invisible = IsHidden();
-    state.offscreen = !IsHidden() && !ViewportRect().intersects(m_table.AreaOf(m_place));
+    state.offscreen = !IsHidden() && !IsInSight();
     if (role() != QAccessible::Cell)
         return state;
     const auto* check = dynamic_cast<const CGridCellCheck*>(&Cell());
     state.checkable = check != nullptr;
     state.checked = check && check->GetCheck();
     state.readOnly = Cell().IsReadOnly();
-    state.editable = m_table.Grid().IsEditable(m_place);
-    state.selectable = m_table.IsSelectable();
+    state.editable = m_grid.IsEditable(m_place);
+    state.selectable = m_grid.IsSelectionEnabled();
     state.selected = isSelected();
     state.focusable = true;
     state.active = IsCurrent();
-    state.focused = IsCurrent() && m_table.Grid().hasFocus();
+    state.focused = IsCurrent() && m_grid.hasFocus();
     return state;
 }
 
@@ -121,12 +139,16 @@ bool GridAccessibleCell::isSelected() const {
     return Cell().IsSelected();
 }
 
+QAccessibleInterface* GridAccessibleCell::Sibling(CCellID place) const {
+    return m_table.child(place.row * m_grid.GetColumnCount() + place.col);
+}
+
 QList<QAccessibleInterface*> GridAccessibleCell::columnHeaderCells() const {
     QList<QAccessibleInterface*> headers;
     if (Cell().IsFixedRow() || IsTitle()) // a title stands under all of them
         return headers;
-    for (int row = 0; row < m_table.Grid().GetFixedRowCount(); ++row)
-        headers.append(m_table.CellFor({row, m_place.col}));
+    for (int row = 0; row < m_grid.GetFixedRowCount(); ++row)
+        headers.append(Sibling({row, m_place.col}));
     return headers;
 }
 
@@ -134,8 +156,8 @@ QList<QAccessibleInterface*> GridAccessibleCell::rowHeaderCells() const {
     QList<QAccessibleInterface*> headers;
     if (Cell().IsFixedCol() || IsTitle())
         return headers;
-    for (int col = 0; col < m_table.Grid().GetFixedColumnCount(); ++col)
-        headers.append(m_table.CellFor({m_place.row, col}));
+    for (int col = 0; col < m_grid.GetFixedColumnCount(); ++col)
+        headers.append(Sibling({m_place.row, col}));
     return headers;
 }
 
@@ -144,9 +166,9 @@ int GridAccessibleCell::columnIndex() const {
 }
 
 int GridAccessibleCell::rowIndex() const {
-    return m_place.row - m_table.Grid().GetFixedRowCount();
+    return m_place.row - m_grid.GetFixedRowCount();
 }
 
 int GridAccessibleCell::columnExtent() const {
-    return IsTitle() ? m_table.columnCount() : 1;
+    return IsTitle() ? m_grid.GetColumnCount() : 1;
 }

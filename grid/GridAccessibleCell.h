@@ -5,22 +5,26 @@
 #include <QAccessible>
 
 class CGridCellBase;
-class GridAccessible;
+class CGridCtrl;
 
 /// One cell of the grid for a screen reader, or a title with its whole row.
 ///
 /// Its name is the cell's text. Row and column are those of the table, where a header cell stands
 /// above row 0; header cells are neither selectable nor focusable.
 ///
-/// Thread: interface thread. Owner: Qt's table of interfaces; its GridAccessible has it deleted
-///         before the place of the cell means another one.
+/// Thread: interface thread. Owner: Qt's table of interfaces; its table has it deleted before
+///          the place of the cell means another one.
 class GridAccessibleCell final : public QAccessibleInterface, public QAccessibleTableCellInterface {
 public:
     /// `place` counts the header, too; of a title it is the last cell of its row.
-    GridAccessibleCell(GridAccessible& table, CCellID place);
+    GridAccessibleCell(QAccessibleInterface& table, const CGridCtrl& grid, CCellID place);
 
-    [[nodiscard]] const GridAccessible& Table() const { return m_table; }
+    /// Whether the row is one title from edge to edge; `row` counts the header, too.
+    [[nodiscard]] static bool IsTitleRow(const CGridCtrl& grid, int row);
+
     [[nodiscard]] CCellID Place() const { return m_place; }
+    /// Its row has moved.
+    void SetPlace(CCellID place) { m_place = place; }
 
     /// Raises events for what has changed since the last time, or since this was made.
     void TellChanges();
@@ -65,11 +69,14 @@ private:
     [[nodiscard]] const CGridCellBase& Cell() const;
     [[nodiscard]] bool IsTitle() const;
     [[nodiscard]] bool IsHidden() const;
+    [[nodiscard]] bool IsInSight() const;
     [[nodiscard]] bool IsCurrent() const;
     [[nodiscard]] QRect ViewportRect() const;
+    [[nodiscard]] QAccessibleInterface* Sibling(CCellID place) const;
     [[nodiscard]] Told ToTell() const;
 
-    GridAccessible& m_table;
+    QAccessibleInterface& m_table;
+    const CGridCtrl& m_grid;
     CCellID m_place;
     Told m_told;
 };

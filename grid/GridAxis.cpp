@@ -7,6 +7,16 @@ void GridAxis::SetCount(int count, quint32 size) {
     m_bStale = true;
 }
 
+void GridAxis::Insert(int first, int count, quint32 size) {
+    m_arSizes.insert(m_arSizes.begin() + first, count, size);
+    m_bStale = true;
+}
+
+void GridAxis::Remove(int first, int count) {
+    m_arSizes.erase(m_arSizes.begin() + first, m_arSizes.begin() + first + count);
+    m_bStale = true;
+}
+
 void GridAxis::SetSize(int index, quint32 size) {
     m_arSizes[index] = size;
     m_bStale = true;

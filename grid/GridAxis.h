@@ -16,6 +16,10 @@ public:
     /// Cuts the end off, or appends entries of `size`.
     void SetCount(int count, quint32 size);
 
+    /// Entries of `size` come before entry `first`, the others keep their sizes.
+    void Insert(int first, int count, quint32 size);
+    void Remove(int first, int count);
+
     [[nodiscard]] quint32 Size(int index) const { return m_arSizes[index]; }
     void SetSize(int index, quint32 size);
 

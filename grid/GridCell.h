@@ -4,9 +4,11 @@
 
 #include <QPainter>
 
+#include <memory>
+
 /// A cell of text with an image before it.
 ///
-/// Its own four colours, format, font and size may be unset; the default cell's count then.
+/// Its own four colours, format, font and size may be unset; those of the look count then.
 /// The cell's width is: left margin, image and a gap (where it has one), text, right margin, and
 /// the room of the marks between header cells.
 /// Its height is the higher of text line and image, a quarter of that as air, and the margins.
@@ -17,21 +19,21 @@ public:
 
     void SetText(const QString& text) override { m_strText = text; }
     void SetImage(int image) override { m_nImage = image; }
-    void SetData(qint32 data) override { m_lParam = data; }
-    void SetState(quint32 state) override { m_nState = state; }
-    void SetFormat(quint32 format) override { m_nFormat = format; }
+    void SetData(qint32 data) override;
+    void SetState(quint32 state) override { m_nState = static_cast<quint16>(state); }
+    void SetFormat(quint32 format) override;
     void SetTextClr(COLORREF colour) override { m_crTextClr = colour; }
     void SetBackClr(COLORREF colour) override { m_crBackClr = colour; }
-    void SetSelTextClr(COLORREF colour) override { m_crSelTextClr = colour; }
-    void SetSelBackClr(COLORREF colour) override { m_crSelBackClr = colour; }
+    void SetSelTextClr(COLORREF colour) override;
+    void SetSelBackClr(COLORREF colour) override;
     void SetFont(const QFont* font) override;
-    void SetCoords(int width, int height) override { m_Size = QSize(width, height); }
-    void SetGrid(CGridCtrl* grid) override { m_pGrid = grid; }
+    void SetCoords(int width, int height) override;
+    void SetLook(const GridLook* look) override { m_pLook = look; }
 
     [[nodiscard]] const QString& GetText() const override { return m_strText; }
     [[nodiscard]] QString GetTipText() const override { return m_strText; }
     [[nodiscard]] int GetImage() const override { return m_nImage; }
-    [[nodiscard]] qint32 GetData() const override { return m_lParam; }
+    [[nodiscard]] qint32 GetData() const override;
     [[nodiscard]] quint32 GetState() const override { return m_nState; }
     [[nodiscard]] quint32 GetFormat() const override;
     [[nodiscard]] COLORREF GetTextClr() const override;
@@ -41,8 +43,6 @@ public:
     [[nodiscard]] const QFont& GetFont() const override;
     [[nodiscard]] const GridFont& GetFontObject() const override;
     [[nodiscard]] QSize GetSize() const override;
-    [[nodiscard]] CGridCtrl* GetGrid() const override { return m_pGrid; }
-    [[nodiscard]] const CGridDefaultCell* GetDefaultCell() const override;
 
     bool Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) override;
     [[nodiscard]] std::optional<COLORREF> GetFlatColour() const override;
@@ -60,21 +60,12 @@ protected:
     /// The width of what stands inside the margins.
     [[nodiscard]] virtual int ContentWidth() const;
 
-    // Unset values are the constants of GridTypes.h, a null font and the size (-1, -1).
-    CGridCtrl* m_pGrid = nullptr;
-    QString m_strText;
-    std::unique_ptr<GridFont> m_plfFont;
-    quint32 m_nState = 0;
-    qint32 m_lParam = 0;
-    qint32 m_nImage = -1;
-    quint32 m_nFormat = FORMAT_DEFAULT;
-    COLORREF m_crTextClr = CLR_DEFAULT;
-    COLORREF m_crBackClr = CLR_DEFAULT;
-    COLORREF m_crSelTextClr = CLR_DEFAULT;
-    COLORREF m_crSelBackClr = CLR_DEFAULT;
-    QSize m_Size{-1, -1};
+    const GridLook* m_pLook = nullptr;
 
 private:
+    struct Own;
+
+    [[nodiscard]] Own& MakeOwn();
     void DrawFixedEdges(QPainter& painter, CCellID cell, const QRect& rect,
                         const QColor& background) const;
     void DrawText(QPainter& painter, const QRect& rect) const;
@@ -83,4 +74,12 @@ private:
     [[nodiscard]] bool ShowsImage(const QRect& content) const;
     [[nodiscard]] QRect BesideImage(QRect content) const;
     [[nodiscard]] bool HasHeaderMarks() const;
+
+    // A large grid has a million cells: what few of them have lies apart.
+    QString m_strText;
+    std::unique_ptr<Own> m_pOwn; ///< null: nothing of it is set
+    COLORREF m_crTextClr = CLR_DEFAULT;
+    COLORREF m_crBackClr = CLR_DEFAULT;
+    qint32 m_nImage = -1;
+    quint16 m_nState = 0;
 };

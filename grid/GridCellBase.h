@@ -8,9 +8,8 @@
 
 #include <optional>
 
-class CGridCtrl;
-class CGridDefaultCell;
 class GridFont;
+struct GridLook;
 class QFont;
 class QPainter;
 
@@ -43,14 +42,15 @@ public:
     /// The room, in pixels, that the cell takes around its content: both sides together. Half of
     /// it is the margin on each side. (-1, -1) means the default cell's.
     virtual void SetCoords(int width, int height) = 0;
-    virtual void SetGrid(CGridCtrl* grid) = 0;
+    /// The look of the grid that the cell belongs to, which outlives it.
+    virtual void SetLook(const GridLook* look) = 0;
 
     [[nodiscard]] virtual const QString& GetText() const = 0;
     [[nodiscard]] virtual QString GetTipText() const = 0;
     [[nodiscard]] virtual int GetImage() const = 0;
     [[nodiscard]] virtual qint32 GetData() const = 0;
     [[nodiscard]] virtual quint32 GetState() const = 0;
-    // What the cell leaves unset, these take from the default cell.
+    // What the cell leaves unset, these take from the defaults of its look.
     [[nodiscard]] virtual quint32 GetFormat() const = 0;
     [[nodiscard]] virtual COLORREF GetTextClr() const = 0;
     [[nodiscard]] virtual COLORREF GetBackClr() const = 0;
@@ -59,9 +59,6 @@ public:
     [[nodiscard]] virtual const QFont& GetFont() const = 0;
     [[nodiscard]] virtual const GridFont& GetFontObject() const = 0;
     [[nodiscard]] virtual QSize GetSize() const = 0;
-    [[nodiscard]] virtual CGridCtrl* GetGrid() const = 0;
-    /// The one of the grid's four default cells that this cell falls back on; null without a grid.
-    [[nodiscard]] virtual const CGridDefaultCell* GetDefaultCell() const = 0;
 
     [[nodiscard]] bool IsFocused() const { return GetState() & GridState::Focused; }
     [[nodiscard]] bool IsFixed() const { return GetState() & GridState::Fixed; }

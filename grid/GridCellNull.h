@@ -1,6 +1,7 @@
 #pragma once
 
-#include "grid/GridCtrl.h"
+#include "grid/GridCell.h"
+#include "grid/GridLook.h"
 
 /// A cell that draws nothing: what lies under a CGridCellBar.
 class CGridCellNull final : public CGridCell {
@@ -8,6 +9,6 @@ public:
     bool Draw(QPainter&, int, int, QRect, bool) override { return true; }
     [[nodiscard]] QRect GetTextRect(QRect) const override { return {}; }
     [[nodiscard]] std::optional<COLORREF> GetFlatColour() const override {
-        return m_pGrid->GetGridBkColor();
+        return m_pLook->m_crGridBkColour;
     }
 };

@@ -11,8 +11,8 @@
 /// Interface thread only.
 class GridCellPool {
 public:
-    /// Room for every cell class of this folder; a larger one is allocated by itself.
-    static constexpr size_t kSlotSize = 96;
+    /// Room for every cell class of this folder; a larger one is allocated by itself. A cache line.
+    static constexpr size_t kSlotSize = 64;
 
     /// Throws std::bad_alloc.
     [[nodiscard]] void* Take();

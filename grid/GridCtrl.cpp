@@ -1,19 +1,18 @@
 #include "grid/GridCtrl.h"
 
-#include "grid/GridAccessible.h"
 #include "grid/GridCompare.h"
-#include "grid/GridSort.h"
+#include "grid/GridFont.h"
+#include "grid/IGridWatcher.h"
 #include "grid/InPlaceEdit.h"
 
+#include <QEvent>
 #include <QPalette>
 
 #include <algorithm>
-#include <exception>
+#include <numeric>
 #include <utility>
 
 namespace {
-
-constexpr int kDefaultColumnWidth = 100;
 
 constexpr quint32 kFixedBits = GridState::Fixed | GridState::FixedRow | GridState::FixedCol;
 
@@ -36,13 +35,14 @@ GridSystemColours SystemColours(const QPalette& palette) {
 
 CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fixedCols)
     : QAbstractScrollArea(parent)
-    , m_crSystem(SystemColours(palette()))
-    , m_crGridBkColour(m_crSystem.shadow)
-    , m_cellDefault(this, 0)
-    , m_cellFixedRowDef(this, GridState::Fixed | GridState::FixedRow)
-    , m_cellFixedColDef(this, GridState::Fixed | GridState::FixedCol)
-    , m_cellFixedRowColDef(this, kFixedBits) {
-    GridAccessible::Install();
+    , m_cellDefault(m_look, 0, [this] { OnDefaultsChanged(); })
+    , m_cellFixedRowDef(m_look, GridState::Fixed | GridState::FixedRow,
+                        [this] { OnDefaultsChanged(); })
+    , m_cellFixedColDef(m_look, GridState::Fixed | GridState::FixedCol,
+                        [this] { OnDefaultsChanged(); })
+    , m_cellFixedRowColDef(m_look, kFixedBits, [this] { OnDefaultsChanged(); }) {
+    m_look.m_crSystem = SystemColours(palette());
+    m_look.m_crGridBkColour = m_look.m_crSystem.shadow;
     setFrameShape(QFrame::NoFrame);
     setLayoutDirection(Qt::LeftToRight); // columns and scroll bars, in every language
     viewport()->setMouseTracking(true);
@@ -57,14 +57,14 @@ CGridCtrl::CGridCtrl(QWidget* parent, int rows, int cols, int fixedRows, int fix
 CGridCtrl::~CGridCtrl() {
     if (m_pEditWnd)
         m_pEditWnd->disconnect(this); // it goes last, and loses the focus by that
-    if (m_pAccessible)
-        m_pAccessible->OnGridGoes();
+    if (IGridWatcher* watcher = std::exchange(m_pWatcher, nullptr))
+        watcher->OnGridGoes();
 }
 
 void CGridCtrl::changeEvent(QEvent* event) {
     QAbstractScrollArea::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) {
-        m_crSystem = SystemColours(palette());
+        m_look.m_crSystem = SystemColours(palette());
         viewport()->update();
     }
     if (event->type() != QEvent::FontChange)
@@ -75,87 +75,9 @@ void CGridCtrl::changeEvent(QEvent* event) {
         cell->SetFont(&own);
 }
 
-int CGridCtrl::DeleteAllItems() {
-    EndEdit(); // while its cell is there
-    m_nFixedRows = 0;
-    m_nFixedCols = 0;
-    m_nSortColumn = -1;
-    return Rebuild(0, 0);
-}
-
-int CGridCtrl::SetRowCount(int rows) {
-    return rows < 0 ? 0 : Rebuild(rows, m_nCols);
-}
-
-int CGridCtrl::SetColumnCount(int cols) {
-    return cols < 0 ? 0 : Rebuild(m_nRows, cols);
-}
-
-int CGridCtrl::SetFixedRowCount(int fixedRows) {
-    if (fixedRows < 0 || fixedRows > m_nRows)
-        return 0;
-    if (m_pAccessible)
-        m_pAccessible->OnTableChanges();
-    m_selection.Clear();
-    SetFocusCell({});
-    const int changed = std::max(fixedRows, m_nFixedRows);
-    m_nFixedRows = fixedRows;
-    MarkFixedCells(changed, m_nCols);
-    RelayOut();
-    return 1;
-}
-
-int CGridCtrl::SetFixedColumnCount(int fixedCols) {
-    if (fixedCols < 0 || fixedCols > m_nCols)
-        return 0;
-    if (m_pAccessible)
-        m_pAccessible->OnTableChanges();
-    m_selection.Clear();
-    SetFocusCell({});
-    const int changed = std::max(fixedCols, m_nFixedCols);
-    m_nFixedCols = fixedCols;
-    MarkFixedCells(m_nRows, changed);
-    RelayOut();
-    return 1;
-}
-
-int CGridCtrl::Rebuild(int rows, int cols) {
-    EndEdit(); // while its cell is there
-    LetGo();
-    if (m_pAccessible)
-        m_pAccessible->OnTableChanges();
-    m_selection.Clear();
-    SetFocusCell({});
-    m_SelectionStartCell = {};
-    m_LeftClickDownCell = {};
-    m_nFixedRows = std::min(m_nFixedRows, rows);
-    m_nFixedCols = std::min(m_nFixedCols, cols);
-    try {
-        m_rows.resize(rows);
-        for (int row = 0; row < rows; ++row) {
-            Row& cells = m_rows[row];
-            const int kept = static_cast<int>(cells.size());
-            cells.resize(cols);
-            for (int col = kept; col < cols; ++col)
-                cells[col] = MakeCell(RuntimeClass<CGridCell>, row, col);
-        }
-        m_arRowHeights.SetCount(rows, m_nDefaultRowHeight);
-        m_arColWidths.SetCount(cols, kDefaultColumnWidth);
-    } catch (const std::exception&) { // bad_alloc, or length_error of an absurd count
-        DeleteAllItems();
-        return 0;
-    }
-    m_nRows = rows;
-    m_nCols = cols;
-    if (m_nSortColumn >= cols)
-        m_nSortColumn = -1;
-    RelayOut();
-    return 1;
-}
-
 void CGridCtrl::MarkFixedCells(int rows, int cols) {
     for (int row = 0; row < rows; ++row) {
-        for (int col = 0; col < cols; ++col) {
+        for (int col = 0; col < cols && HasCells(row); ++col) {
             CGridCellBase& cell = *m_rows[row][col];
             cell.SetState((cell.GetState() & ~kFixedBits) | FixedBits(row, col));
         }
@@ -171,9 +93,9 @@ quint32 CGridCtrl::FixedBits(int row, int col) const {
     return bits;
 }
 
-CGridCtrl::Cell CGridCtrl::MakeCell(GridCellClass cellClass, int row, int col) {
+CGridCtrl::Cell CGridCtrl::MakeCell(GridCellClass cellClass, int row, int col) const {
     Cell cell = cellClass();
-    cell->SetGrid(this);
+    cell->SetLook(&m_look);
     cell->SetState(FixedBits(row, col));
     return cell;
 }
@@ -182,21 +104,54 @@ bool CGridCtrl::IsValid(CCellID cell) const {
     return cell.row >= 0 && cell.row < m_nRows && cell.col >= 0 && cell.col < m_nCols;
 }
 
+bool CGridCtrl::HasCells(int row) const {
+    return row >= 0 && row < m_nRows && !m_rows[row].empty();
+}
+
+const CGridCtrl::Row& CGridCtrl::CellsOf(int row) const {
+    if (m_rows[row].empty() && m_nCols > 0)
+        FillRow(row);
+    return m_rows[row];
+}
+
+void CGridCtrl::FillRow(int row) const {
+    Row& cells = m_rows[row];
+    cells.resize(m_nCols);
+    for (int col = 0; col < m_nCols; ++col)
+        cells[col] = MakeCell(RuntimeClass<CGridCell>, row, col);
+    if (m_pfnFill) {
+        m_iFilledRow = row;
+        m_pfnFill(row);
+        m_iFilledRow = -1;
+    }
+    for (const QRect& range : m_selection.GetRow(row, m_nCols)) {
+        for (int col = range.left(); col <= range.right(); ++col)
+            SetStateBit({row, col}, GridState::Selected, true);
+    }
+    if (m_idCurrentCell.row == row)
+        SetStateBit(m_idCurrentCell, GridState::Focused, true);
+}
+
 int CGridCtrl::SetCellType(int row, int col, GridCellClass cellClass) {
-    if (!IsValid({row, col}))
+    const CCellID id{row, col};
+    if (!IsValid(id))
         return 0;
-    if (m_pAccessible)
-        m_pAccessible->OnCellReplaced({row, col});
-    m_selection.SelectCell({row, col}, false);
-    Cell cell = MakeCell(cellClass, row, col);
-    if (m_idCurrentCell == CCellID{row, col})
-        cell->SetState(cell->GetState() | GridState::Focused);
-    m_rows[row][col] = std::move(cell);
+    if (row == m_iFilledRow) {
+        m_rows[row][col] = MakeCell(cellClass, row, col);
+        return 1;
+    }
+    if (!HasCells(row))
+        FillRow(row);
+    if (m_pWatcher)
+        m_pWatcher->OnCellReplaced(id);
+    SelectCell(id, false);
+    m_rows[row][col] = MakeCell(cellClass, row, col);
+    SetStateBit(id, GridState::Focused, id == m_idCurrentCell);
     return 1;
 }
 
 CGridCellBase* CGridCtrl::GetCell(int row, int col) const {
-    return IsValid({row, col}) ? m_rows[row][col].get() : nullptr;
+    return IsValid({row, col}) ? CellsOf(row)[col].get() : nullptr;
 }
 
 CGridDefaultCell* CGridCtrl::GetDefaultCell(bool fixedRow, bool fixedCol) {
@@ -259,7 +214,8 @@ int CGridCtrl::SetItemState(int row, int col, quint32 state) {
     CGridCellBase* cell = GetCell(row, col);
     if (!cell)
         return 0;
-    m_selection.SelectCell({row, col}, state & GridState::Selected);
+    if (row != m_iFilledRow)
+        SelectCell({row, col}, state & GridState::Selected);
     cell->SetState((cell->GetState() & kOwnBits) | (state & ~kOwnBits));
     return 1;
 }
@@ -267,52 +223,6 @@ int CGridCtrl::SetItemState(int row, int col, quint32 state) {
 quint32 CGridCtrl::GetItemState(int row, int col) const {
     const CGridCellBase* cell = GetCell(row, col);
     return cell ? cell->GetState() : 0;
-}
-
-void CGridCtrl::SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol, bool forceRedraw,
-                                 bool selectCells) {
-    if (!m_bEnableSelection)
-        return;
-    const bool none = !selectCells || minRow < 0 || minCol < 0;
-    const QRect range =
-        none ? QRect() : QRect(QPoint(minCol, minRow), QPoint(maxCol, maxRow)) & BodyCells();
-    Select(range, false);
-    if (forceRedraw)
-        viewport()->repaint();
-}
-
-void CGridCtrl::Select(const QRect& range, bool keepOthers) {
-    if (!keepOthers)
-        UpdateRows(m_selection.DeselectBeside(range));
-    UpdateRows(m_selection.SelectRange(range));
-}
-
-/// All cells but the fixed ones, columns as x and rows as y.
-QRect CGridCtrl::BodyCells() const {
-    return {QPoint(m_nFixedCols, m_nFixedRows), QPoint(m_nCols - 1, m_nRows - 1)};
-}
-
-void CGridCtrl::OnSelectionChanged() {
-    if (m_pAccessible)
-        m_pAccessible->OnSelectionChanged();
-}
-
-void CGridCtrl::SetFocusCell(CCellID id) {
-    if (!IsValid(id))
-        id = {};
-    if (id == m_idCurrentCell)
-        return;
-    if (CGridCellBase* old = GetCell(m_idCurrentCell.row, m_idCurrentCell.col)) {
-        old->SetState(old->GetState() & ~GridState::Focused);
-        RedrawCell(m_idCurrentCell.row, m_idCurrentCell.col);
-    }
-    m_idCurrentCell = id;
-    if (CGridCellBase* cell = GetCell(id.row, id.col)) {
-        cell->SetState(cell->GetState() | GridState::Focused);
-        RedrawCell(id.row, id.col);
-    }
-    if (m_pAccessible)
-        m_pAccessible->OnFocusMoved();
 }
 
 int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr data, int low,
@@ -324,42 +234,43 @@ int CGridCtrl::SortItems(GridCompare compare, int col, bool ascending, qintptr d
     if (col < 0 || col >= m_nCols || low < m_nFixedRows || high >= m_nRows)
         return 0;
     EndEdit();
-    m_nSortColumn = col;
-    m_bAscending = ascending;
-    if (m_pAccessible)
-        m_pAccessible->OnTableChanges();
-    m_selection.Clear();
-    SetFocusCell({});
-    m_SelectionStartCell = {};
-
+    m_look.m_nSortColumn = col;
+    m_look.m_bAscending = ascending;
+    DropMarks();
     if (!compare)
         compare = m_pfnCompare ? m_pfnCompare : CompareTexts;
-    std::vector<GridSortKey> keys;
-    keys.reserve(m_nRows);
-    for (int row = low; row <= high; ++row)
-        keys.push_back({m_rows[row][col].get(), row});
-    keys = SortKeys(std::move(keys), compare, ascending, data);
-
-    std::vector<Row> sorted;
-    sorted.reserve(keys.size());
-    std::vector<int> order;
-    order.reserve(keys.size());
-    for (const GridSortKey& key : keys) {
-        sorted.push_back(std::move(m_rows[key.row]));
-        order.push_back(key.row);
-    }
-    std::move(sorted.begin(), sorted.end(), m_rows.begin() + low);
-    m_arRowHeights.Reorder(low, order);
+    SortRows(compare, col, data, low, high);
     Refresh();
     return 1;
+}
+
+void CGridCtrl::SortRows(GridCompare compare, int col, qintptr data, int low, int high) {
+    std::vector<std::pair<const CGridCellBase*, int>> order;
+    order.reserve(m_nRows);
+    for (int row = low; row <= high; ++row)
+        order.emplace_back(GetCell(row, col), row);
+    std::stable_sort(order.begin(), order.end(), [&](const auto& first, const auto& second) {
+        const int result = compare(first.first, second.first, data);
+        return m_look.m_bAscending ? result < 0 : result > 0;
+    });
+    std::vector<Row> sorted;
+    sorted.reserve(order.size());
+    std::vector<int> from;
+    from.reserve(order.size());
+    for (const auto& [cell, row] : order) {
+        sorted.push_back(std::move(m_rows[row]));
+        from.push_back(row);
+    }
+    std::move(sorted.begin(), sorted.end(), m_rows.begin() + low);
+    m_arRowHeights.Reorder(low, from);
 }
 
 void CGridCtrl::SetSortColumn(int col, bool ascending) {
     if (col < 0 || col >= m_nCols)
         col = -1;
-    if (col == m_nSortColumn && ascending == m_bAscending)
+    if (col == m_look.m_nSortColumn && ascending == m_look.m_bAscending)
         return;
-    m_nSortColumn = col;
-    m_bAscending = ascending;
+    m_look.m_nSortColumn = col;
+    m_look.m_bAscending = ascending;
     RedrawRow(0);
 }

@@ -2,31 +2,22 @@
 
 #include "grid/GridAxis.h"
 #include "grid/GridDefaultCell.h"
-#include "grid/GridPainting.h"
+#include "grid/GridGeometry.h"
+#include "grid/GridLook.h"
+#include "grid/GridMouse.h"
 #include "grid/GridSelection.h"
 #include "grid/GridSizing.h"
 #include "grid/GridTypes.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
-#include <QIcon>
-#include <QList>
 
 #include <memory>
 #include <vector>
 
 class CInPlaceEdit;
-class GridAccessible;
+class IGridWatcher;
 class ZTitleTip;
-
-/// What SetGridLines takes.
-namespace GridLines {
-inline constexpr int None = 0;
-inline constexpr int Horizontal = 1;
-inline constexpr int Vertical = 2;
-inline constexpr int Both = 3;
-inline constexpr int HeaderMarks = 4; ///< no lines, but ticks between the header's cells
-} // namespace GridLines
 
 /// A table of cells under fixed header rows, with scrolling, selection and sorting.
 ///
@@ -36,7 +27,8 @@ inline constexpr int HeaderMarks = 4; ///< no lines, but ticks between the heade
 /// Answers:  operations on cells return 1 when done and 0 for indexes out of range, with no effect.
 /// Repaint:  what changes the table, the selection or the focus repaints by itself; after other
 ///           changes of single cells the caller asks for it (RedrawCell, RedrawRow, Refresh).
-/// Cost:     painting touches the cells to be repainted only; a lookup by position is O(log rows).
+/// Cost:     the cells of a row are made when one of them is needed for the first time. Painting
+///           touches the cells to be repainted only; a lookup by position is O(log rows).
 /// Notices:  clicks and changes of the selection go to the notify handler, which may rebuild the
 ///           grid on the spot, but not delete it.
 class CGridCtrl : public QAbstractScrollArea {
@@ -61,8 +53,25 @@ public:
     [[nodiscard]] int GetFixedRowCount() const { return m_nFixedRows; }
     [[nodiscard]] int GetFixedColumnCount() const { return m_nFixedCols; }
 
+    // --- rows that come and go below the header. What is in sight stays where it is; selection,
+    //     focus, an open edit and what the mouse does go with their rows. False, with no effect,
+    //     for rows that are not there, or with the grid emptied when memory ran out.
+
+    /// New rows come before row `first`, or behind all.
+    bool InsertRows(int first, int count);
+    /// An edit in one of the rows ends without its text.
+    bool DeleteRows(int first, int count);
+    /// The cells of as many rows are made anew, and filled, when they are needed. Selection and
+    /// focus stay in their places.
+    bool RenewRows(int first, int count);
+
     // --- cells
 
+    /// `filler` is called for each row whose cells are needed for the first time, also while the
+    /// grid is painted. It may write and replace the cells of that row, and nothing else.
+    void SetRowFiller(GridRowFiller filler) { m_pfnFill = std::move(filler); }
+    /// Whether the cells of a row have been needed yet; false outside the grid.
+    [[nodiscard]] bool HasCells(int row) const;
     [[nodiscard]] bool IsValid(CCellID cell) const;
     /// Replaces a cell by a new one of a class, such as RuntimeClass<CGridCellBar>.
     int SetCellType(int row, int col, GridCellClass cellClass);
@@ -84,8 +93,16 @@ public:
     void SetSelectedRange(int minRow, int minCol, int maxRow, int maxCol, bool forceRedraw = false,
                           bool selectCells = true);
     [[nodiscard]] int GetSelectedCount() const { return m_selection.GetCount(); }
-    /// The selection calls it: another cell, or one less, is selected now.
-    void OnSelectionChanged();
+    /// Row by row.
+    [[nodiscard]] std::vector<CCellID> GetSelectedCells() const { return m_selection.GetCells(); }
+    [[nodiscard]] bool IsSelected(CCellID cell) const { return m_selection.Contains(cell); }
+    /// The rows with selected cells, in order.
+    [[nodiscard]] std::vector<int> GetSelectedRows() const { return m_selection.GetRows(); }
+    /// Selects all cells of rows below the header, or deselects them, besides the others.
+    void SelectRow(int row, bool selected);
+    /// Selects, or deselects, the cells from `first` to `last` besides the others, and tells the
+    /// owner as for a click. False where they are not there, or nothing can be selected.
+    bool SelectBesides(CCellID first, CCellID last, bool selected);
     [[nodiscard]] CCellID GetFocusCell() const { return m_idCurrentCell; }
     /// An invalid cell takes the focus away.
     void SetFocusCell(CCellID cell);
@@ -98,10 +115,10 @@ public:
     /// ones. Drops selection and focus.
     int SortItems(GridCompare compare, int col, bool ascending, qintptr data = 0, int low = -1,
                   int high = -1);
-    [[nodiscard]] int GetSortColumn() const { return m_nSortColumn; }
+    [[nodiscard]] int GetSortColumn() const { return m_look.m_nSortColumn; }
     /// Marks a column as the one that the rows are sorted by, none for -1; moves no row.
     void SetSortColumn(int col, bool ascending);
-    [[nodiscard]] bool IsSortAscending() const { return m_bAscending; }
+    [[nodiscard]] bool IsSortAscending() const { return m_look.m_bAscending; }
 
     // --- sizes, in pixels; 0 hides. The last column is painted up to the window's edge whatever
     //     its width.
@@ -114,29 +131,28 @@ public:
     /// sort arrow counted in.
     int AutoSizeColumn(int col, GridFit fit = GridFit::All);
     void AutoSizeColumns(GridFit fit = GridFit::All);
+    /// Widens columns to what as many rows need, but for those whose width is not the one that
+    /// they were fitted to.
+    void FitToRows(int first, int count);
+    /// Fits the columns again to all rows, but for those whose width is not the one that they were
+    /// fitted to. In a large grid this goes on from the event loop, in steps of a few milliseconds.
+    void RefitColumns();
     int AutoSizeRow(int row);
     void AutoSize();
 
     // --- look and behaviour
 
-    /// The default cells call it: a default value, or the size of images, is another now. Rows of
-    /// the default height get the new one.
-    void OnDefaultsChanged();
     void SetGridBkColor(COLORREF colour);
-    [[nodiscard]] COLORREF GetGridBkColor() const { return m_crGridBkColour; }
     void SetGridLineColor(COLORREF colour);
     /// The images that cells name by number, each drawn at `size`.
     void SetImageList(const QList<QIcon>& images, QSize size = QSize(16, 16));
-    [[nodiscard]] const QList<QIcon>& GetImageList() const { return m_ImageList; }
-    [[nodiscard]] QSize GetImageSize() const { return m_sizeImage; }
     /// One of GridLines.
     void SetGridLines(int mode);
-    [[nodiscard]] int GetGridLines() const { return m_nGridLines; }
-    /// Whether lines divide the cells.
-    [[nodiscard]] bool HasLines() const;
     /// In list mode whole rows are selected.
     void SetListMode(bool on);
+    [[nodiscard]] bool IsListMode() const { return m_bListMode; }
     void EnableSelection(bool on) { m_bEnableSelection = on; }
+    [[nodiscard]] bool IsSelectionEnabled() const { return m_bEnableSelection; }
     /// Whether a click in the header selects the column under it.
     void SetFixedColumnSelection(bool on) { m_bFixedColumnSelection = on; }
     /// Whether a click in a fixed column selects its row.
@@ -154,7 +170,9 @@ public:
     /// Whether a text that does not fit its cell is shown over it when the mouse rests there.
     void EnableTitleTips(bool on) { m_bTitleTips = on; }
     void SetNotifyHandler(GridNotifyHandler handler) { m_pfnNotify = std::move(handler); }
-    [[nodiscard]] const GridSystemColours& GetSystemColours() const { return m_crSystem; }
+    [[nodiscard]] const GridLook& GetLook() const { return m_look; }
+    /// Takes what changes; null for none.
+    void SetWatcher(IGridWatcher* watcher) { m_pWatcher = watcher; }
 
     // --- on screen; points and rectangles in pixels of the viewport
 
@@ -163,13 +181,15 @@ public:
     void RedrawRow(int row);
     /// Scrolls as little as shows the whole cell, or its start.
     void EnsureVisible(int row, int col);
+    /// Where cells lie now.
+    [[nodiscard]] GridGeometry GetGeometry() const;
     /// Where a cell is drawn, also where that is out of sight.
-    [[nodiscard]] QRect GetCellRect(CCellID cell) const;
+    [[nodiscard]] QRect GetCellRect(CCellID cell) const { return GetGeometry().CellRect(cell); }
     /// The cell at a point; none beside all cells, or in a header unless `fixedToo`.
-    [[nodiscard]] CCellID GetCellFromPt(QPoint point, bool fixedToo) const;
-    /// Whether the mouse holds the cell down.
-    [[nodiscard]] bool IsHeldDown(CCellID cell) const;
-    [[nodiscard]] GridMouseMode GetMouseMode() const { return m_MouseMode; }
+    [[nodiscard]] CCellID GetCellFromPt(QPoint point, bool fixedToo) const {
+        return GetGeometry().CellAt(point, fixedToo);
+    }
+    [[nodiscard]] GridMouseMode GetMouseMode() const { return m_mouse.m_MouseMode; }
 
     // --- editing in place
 
@@ -203,41 +223,50 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    friend class GridAccessible;
     using Cell = std::unique_ptr<CGridCellBase>;
     using Row = std::vector<Cell>;
-    struct Span {
-        int first;
-        int last;
-    };
 
     // GridCtrl.cpp
-    void Select(const QRect& range, bool keepOthers);
-    [[nodiscard]] Cell MakeCell(GridCellClass cellClass, int row, int col);
-    int Rebuild(int rows, int cols);
+    void OnDefaultsChanged();
+    [[nodiscard]] const Row& CellsOf(int row) const;
+    void FillRow(int row) const;
+    [[nodiscard]] Cell MakeCell(GridCellClass cellClass, int row, int col) const;
     [[nodiscard]] quint32 FixedBits(int row, int col) const;
     void MarkFixedCells(int rows, int cols);
+    void SortRows(GridCompare compare, int col, qintptr data, int low, int high);
+
+    // GridCtrlRows.cpp
+    int Rebuild(int rows, int cols);
+    void DropMarks();
+    void ShiftRows(GridRowShift shift, int scroll);
+
+    // GridCtrlSelection.cpp
+    void Select(const QRect& range, bool keepOthers);
+    void SelectCell(CCellID cell, bool selected);
+    QRect Mark(const QRegion& changed, bool selected) const;
+    void SetStateBit(CCellID cell, quint32 bit, bool on) const;
+    void SelectTo(CCellID cell);
+    void SelectByInput(const QRect& range);
     [[nodiscard]] QRect BodyCells() const;
 
     // GridCtrlLayout.cpp
-    [[nodiscard]] int FixedWidth() const { return m_arColWidths.Start(m_nFixedCols); }
-    [[nodiscard]] int FixedHeight() const { return m_arRowHeights.Start(m_nFixedRows); }
-    [[nodiscard]] Span RowsToFit(GridFit fit) const;
-    void FitColumns(Span cols, GridFit fit);
+    [[nodiscard]] GridSpan RowsToFit(GridFit fit) const;
+    void FitColumns(GridSpan cols, GridFit fit);
+    [[nodiscard]] std::vector<int> WidthsNeeded(GridSpan rows, GridSpan cols);
+    void RefitStep();
     void FitRow(int row);
     void ResetScrollBars();
     void RelayOut();
 
     // GridCtrlPaint.cpp
-    [[nodiscard]] QRect CellArea() const;
-    [[nodiscard]] Span VisibleRows(const QRect& area) const;
-    [[nodiscard]] Span VisibleColumns(const QRect& area) const;
-    [[nodiscard]] QRect RowRect(int row) const;
     void UpdateRows(const QRect& range);
-    void DrawArea(QPainter& painter, const QRect& area) const;
-    void DrawCells(QPainter& painter, Span rows, Span cols) const;
-    void FillCells(QPainter& painter, int row, const std::vector<int>& columns) const;
-    void DrawLines(QPainter& painter, Span rows, Span cols) const;
+    void DrawArea(QPainter& painter, const GridGeometry& geometry, const QRect& area) const;
+    void DrawCells(QPainter& painter, const GridGeometry& geometry, GridSpan rows,
+                   GridSpan cols) const;
+    void FillCells(QPainter& painter, const GridGeometry& geometry, int row,
+                   const std::vector<int>& columns) const;
+    void DrawLines(QPainter& painter, const GridGeometry& geometry, GridSpan rows,
+                   GridSpan cols) const;
 
     // GridCtrlMouse.cpp
     /// Tells the owner, and returns the notification as the owner has left it.
@@ -247,9 +276,9 @@ private:
     void StartSelection(CCellID cell);
     void OnFixedRowClick(CCellID cell);
     void OnFixedColumnClick(CCellID cell);
-    void SelectTo(CCellID cell);
-    void SelectByInput(const QRect& range);
     void Hover(QPoint point);
+    void MoveSizing(QPoint point);
+    void EndSizing(QPoint point);
     void DoubleClickAt(QPoint point);
     void Click(CCellID cell, QPoint point);
     void ReleaseDrag(CCellID cell, QPoint point);
@@ -257,7 +286,6 @@ private:
     void Interrupt();
     void LetGo();
     void ScrollSelection();
-    [[nodiscard]] bool IsSelecting() const;
     void ShowTitleTip(QPoint point);
     void HideTitleTip();
 
@@ -268,6 +296,7 @@ private:
     bool MoveByKey(int key, Qt::KeyboardModifiers modifiers);
     void MoveTo(CCellID cell, bool extend);
     void Scroll(QScrollBar& bar, int pixels, int angle, int& rest);
+    [[nodiscard]] QString SelectedText() const;
     void OnEditCopy();
 
     // GridCtrlEdit.cpp
@@ -277,6 +306,7 @@ private:
     void EditAt(CCellID cell, QPoint point);
     void EditWith(CCellID cell, const QString& character);
     void OnEditEnded(int key, Qt::KeyboardModifiers modifiers);
+    void FinishEdit(bool store);
     void PlaceEdit();
 
     int m_nRows = 0;
@@ -286,31 +316,28 @@ private:
     int m_nDefaultRowHeight = 0;
     GridAxis m_arRowHeights;
     GridAxis m_arColWidths;
-    std::vector<Row> m_rows;
+    std::vector<int> m_arFittedWidths; ///< of the columns, as the last fit left them; 0: not fitted
+    mutable std::vector<Row> m_rows;   ///< a row is empty until its cells are needed
+    mutable int m_iFilledRow = -1;     ///< the row that the filler is at
+    GridRowFiller m_pfnFill;
 
-    int m_nSortColumn = -1;
-    bool m_bAscending = true;
     GridCompare m_pfnCompare = nullptr;
 
     CCellID m_idCurrentCell;
     CCellID m_SelectionStartCell;
-    GridSelection m_selection{*this};
+    GridSelection m_selection; ///< the cells that are made bear it as a state bit, too
 
-    GridMouseMode m_MouseMode = GridMouseMode::Nothing;
-    bool m_bLMouseButtonDown = false;
-    bool m_bCtrlDown = false; ///< at the last press or key: the old selection stays
-    CCellID m_LeftClickDownCell;
-    QPoint m_LeftClickDownPoint;
-    QPoint m_ptPointer; ///< where the mouse was last, with the button down
-    GridSizing m_sizing{*this};
+    GridMouse m_mouse;
+    GridSizing m_sizing;
     QBasicTimer m_scrollTimer;
-    int m_nTimerInterval = 25; ///< of the scrolling at the edges, in milliseconds
-    int m_nWheelRestX = 0;     ///< what the wheel has turned but not scrolled
+    QBasicTimer m_refitTimer;
+    int m_iRefitRow = 0;              ///< the next row that RefitColumns() looks at
+    std::vector<int> m_arRefitWidths; ///< what the rows before it need
+    int m_nTimerInterval = 25;        ///< of the scrolling at the edges, in milliseconds
+    int m_nWheelRestX = 0;            ///< what the wheel has turned but not scrolled
     int m_nWheelRestY = 0;
     ZTitleTip* m_pTitleTip = nullptr;
-    CCellID m_idTip;                    ///< the cell that the tip stands over
     CInPlaceEdit* m_pEditWnd = nullptr; ///< there while a cell is edited
-    CCellID m_idEdited;
 
     bool m_bListMode = false;
     bool m_bEnableSelection = true;
@@ -320,16 +347,11 @@ private:
     bool m_bHandleTabKey = false;
     bool m_bAllowDragAndDrop = false;
     bool m_bTitleTips = true;
-    int m_nGridLines = GridLines::Both;
-    GridSystemColours m_crSystem;
-    COLORREF m_crGridBkColour;
-    COLORREF m_crGridLineColour = 0xC0C0C0;
-    QList<QIcon> m_ImageList;
-    QSize m_sizeImage{16, 16};
+    GridLook m_look;
     CGridDefaultCell m_cellDefault;
     CGridDefaultCell m_cellFixedRowDef;
     CGridDefaultCell m_cellFixedColDef;
     CGridDefaultCell m_cellFixedRowColDef;
     GridNotifyHandler m_pfnNotify;
-    GridAccessible* m_pAccessible = nullptr; ///< once a screen reader, or Qt, has asked for it
+    IGridWatcher* m_pWatcher = nullptr;
 };

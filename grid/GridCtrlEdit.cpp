@@ -35,7 +35,7 @@ QRect CGridCtrl::EditPlace(CCellID id) const {
         return {};
     QRect place = GetCellRect(id);
     place.setLeft(cell->GetTextRect(place).left() - kFieldMargin);
-    const QRect cells = viewport()->rect().adjusted(FixedWidth(), FixedHeight(), 0, 0);
+    const QRect cells = GetGeometry().Body();
     return cells.contains(place.topLeft()) ? place.intersected(cells) : QRect();
 }
 
@@ -66,8 +66,7 @@ CInPlaceEdit* CGridCtrl::OpenEdit(CCellID id) {
         return nullptr;
 
     const CGridCellBase& cell = *GetCell(id.row, id.col);
-    m_idEdited = id;
-    m_pEditWnd = new CInPlaceEdit(viewport(), cell.GetText()); // the viewport's
+    m_pEditWnd = new CInPlaceEdit(viewport(), id, cell.GetText()); // the viewport's
     QPalette colours = m_pEditWnd->palette();
     colours.setColor(QPalette::Base, ToQColor(cell.GetBackClr()));
     colours.setColor(QPalette::Text, ToQColor(cell.GetTextClr()));
@@ -92,11 +91,15 @@ void CGridCtrl::OnEditEnded(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 void CGridCtrl::EndEdit() {
+    FinishEdit(true);
+}
+
+void CGridCtrl::FinishEdit(bool store) {
     CInPlaceEdit* edit = std::exchange(m_pEditWnd, nullptr);
     if (!edit)
         return;
-    const CCellID id = std::exchange(m_idEdited, CCellID{});
-    const bool changed = edit->IsChanged();
+    const CCellID id = edit->Cell();
+    const bool changed = store && edit->IsChanged();
     const QString text = edit->text();
     if (edit->window()->focusWidget() == edit) // also where the window is not the active one
         setFocus();
@@ -118,7 +121,7 @@ void CGridCtrl::EndEdit() {
 void CGridCtrl::PlaceEdit() {
     if (!m_pEditWnd)
         return;
-    const QRect place = EditPlace(m_idEdited);
+    const QRect place = EditPlace(m_pEditWnd->Cell());
     if (place.isEmpty())
         EndEdit();
     else

@@ -21,7 +21,7 @@ void CGridCtrl::focusInEvent(QFocusEvent* event) {
 
 /// Keys need a cell to start from.
 void CGridCtrl::FocusFirstSeenCell() {
-    SetFocusCell(GetCellFromPt({FixedWidth(), FixedHeight()}, false));
+    SetFocusCell(GetCellFromPt(GetGeometry().Body().topLeft(), false));
 }
 
 void CGridCtrl::focusOutEvent(QFocusEvent* event) {
@@ -37,7 +37,7 @@ bool CGridCtrl::focusNextPrevChild(bool next) {
 
 void CGridCtrl::keyPressEvent(QKeyEvent* event) {
     HideTitleTip();
-    if (event->key() == Qt::Key_Escape && !m_sizing.Line().isEmpty()) {
+    if (event->key() == Qt::Key_Escape && !m_sizing.Line(GetGeometry()).isEmpty()) {
         LetGo();
         return;
     }
@@ -62,7 +62,7 @@ void CGridCtrl::keyPressEvent(QKeyEvent* event) {
         OnEditCell(m_idCurrentCell);
     } else if (MoveByKey(key, event->modifiers())) {
         // done
-    } else if (!ctrl && !m_bLMouseButtonDown && !text.isEmpty() &&
+    } else if (!ctrl && !m_mouse.m_bLMouseButtonDown && !text.isEmpty() &&
                !event->isAutoRepeat() && // held since it was meant for another window
                (text[0].isPrint() || text[0].isSurrogate())) {
         EditWith(m_idCurrentCell, text);
@@ -76,8 +76,8 @@ bool CGridCtrl::MoveByKey(int key, Qt::KeyboardModifiers modifiers) {
     const CCellID cell = NextCell(key, modifiers);
     if (!IsValid(cell))
         return false;
-    if (!m_bLMouseButtonDown)
-        m_bCtrlDown = modifiers.testFlag(Qt::ControlModifier);
+    if (!m_mouse.m_bLMouseButtonDown)
+        m_mouse.m_bCtrlDown = modifiers.testFlag(Qt::ControlModifier);
     const bool tab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
     if (cell != m_idCurrentCell)
         MoveTo(cell, modifiers.testFlag(Qt::ShiftModifier) && !tab);
@@ -131,7 +131,7 @@ CCellID CGridCtrl::NextCell(int key, Qt::KeyboardModifiers modifiers) const {
 }
 
 int CGridCtrl::PageAway(int row, int step) const {
-    const int page = std::max(0, viewport()->height() - FixedHeight());
+    const int page = std::max(0, GetGeometry().Body().height());
     const int start = m_arRowHeights.Start(row);
     // The furthest row that starts within a page from here, so that the ways there and back agree.
     const int away = step > 0 ? std::max(m_arRowHeights.IndexAt(start + page), row + 1)
@@ -140,7 +140,7 @@ int CGridCtrl::PageAway(int row, int step) const {
 }
 
 void CGridCtrl::MoveTo(CCellID cell, bool extend) {
-    if (!m_bLMouseButtonDown) {
+    if (!m_mouse.m_bLMouseButtonDown) {
         GridNotification notification{
             .code = GVN_SELCHANGING, .row = cell.row, .col = cell.col, .byKey = true};
         Notify(notification);
@@ -157,9 +157,22 @@ void CGridCtrl::MoveTo(CCellID cell, bool extend) {
     EnsureVisible(cell.row, cell.col);
 }
 
+/// The texts of the selected cells, a line for each row, with tabs between the columns.
+QString CGridCtrl::SelectedText() const {
+    QString text;
+    int lastRow = -1;
+    for (const auto [row, col] : m_selection.GetCells()) {
+        if (lastRow >= 0)
+            text += row == lastRow ? u'\t' : u'\n';
+        text += GetCell(row, col)->GetText();
+        lastRow = row;
+    }
+    return text;
+}
+
 void CGridCtrl::OnEditCopy() {
-    if (m_selection.GetCount() > 0)
-        QApplication::clipboard()->setText(m_selection.GetText());
+    if (GetSelectedCount() > 0)
+        QApplication::clipboard()->setText(SelectedText());
 }
 
 void CGridCtrl::wheelEvent(QWheelEvent* event) {

@@ -2,15 +2,23 @@
 
 #include "grid/GridCtrl.h"
 #include "grid/GridFont.h"
+#include "grid/GridPainting.h"
 
-#include <QEvent>
+#include <QElapsedTimer>
 #include <QScrollBar>
 
 #include <algorithm>
 
+namespace {
+
+constexpr int kRefitStepMs = 5;
+constexpr int kRefitRows = 200; ///< between two looks at the clock
+
+} // namespace
+
 void CGridCtrl::OnDefaultsChanged() {
     const int line = std::max(m_cellDefault.GetFontObject().Height(),
-                              m_ImageList.isEmpty() ? 0 : m_sizeImage.height());
+                              m_look.m_ImageList.isEmpty() ? 0 : m_look.m_sizeImage.height());
     const int height = line + line / 4 + m_cellDefault.GetSize().height();
     m_arRowHeights.ReplaceSize(m_nDefaultRowHeight, height);
     m_nDefaultRowHeight = height;
@@ -52,25 +60,81 @@ void CGridCtrl::AutoSizeColumns(GridFit fit) {
     FitColumns({0, m_nCols - 1}, fit);
 }
 
-CGridCtrl::Span CGridCtrl::RowsToFit(GridFit fit) const {
+GridSpan CGridCtrl::RowsToFit(GridFit fit) const {
     return {fit == GridFit::Data ? m_nFixedRows : 0,
             fit == GridFit::Header ? m_nFixedRows - 1 : m_nRows - 1};
 }
 
-void CGridCtrl::FitColumns(Span cols, GridFit fit) {
+std::vector<int> CGridCtrl::WidthsNeeded(GridSpan rows, GridSpan cols) {
     std::vector<int> widths(m_nCols, 0);
-    const Span rows = RowsToFit(fit);
     // Row by row, as the cells lie in memory.
     for (int row = rows.first; row <= rows.last; ++row) {
+        const bool kept = HasCells(row);
+        const Row& cells = CellsOf(row);
         for (int col = cols.first; col <= cols.last; ++col) {
-            int width = m_rows[row][col]->GetCellExtent().width();
-            if (row == 0 && col == m_nSortColumn)
-                width += GridPainting::SortArrowRoom(m_rows[row][col]->GetFontObject().Height());
+            int width = cells[col]->GetCellExtent().width();
+            if (row == 0 && col == m_look.m_nSortColumn)
+                width += GridPainting::SortArrowRoom(cells[col]->GetFontObject().Height());
             widths[col] = std::max(widths[col], width);
         }
+        if (!kept)
+            m_rows[row] = Row();
     }
-    for (int col = cols.first; col <= cols.last; ++col)
+    return widths;
+}
+
+void CGridCtrl::FitColumns(GridSpan cols, GridFit fit) {
+    const std::vector<int> widths = WidthsNeeded(RowsToFit(fit), cols);
+    m_arFittedWidths.resize(m_nCols);
+    for (int col = cols.first; col <= cols.last; ++col) {
         m_arColWidths.SetSize(col, widths[col]);
+        m_arFittedWidths[col] = widths[col];
+    }
+    RelayOut();
+}
+
+void CGridCtrl::FitToRows(int first, int count) {
+    if (first < 0 || count < 0 || first > m_nRows - count)
+        return;
+    const std::vector<int> widths = WidthsNeeded({first, first + count - 1}, {0, m_nCols - 1});
+    m_arFittedWidths.resize(m_nCols);
+    for (int col = 0; col < m_nCols; ++col) {
+        if (GetColumnWidth(col) == m_arFittedWidths[col] && widths[col] > m_arFittedWidths[col]) {
+            m_arColWidths.SetSize(col, widths[col]);
+            m_arFittedWidths[col] = widths[col];
+        }
+    }
+    RelayOut();
+}
+
+void CGridCtrl::RefitColumns() {
+    m_iRefitRow = 0;
+    m_arRefitWidths.assign(m_nCols, 0);
+    RefitStep();
+}
+
+void CGridCtrl::RefitStep() {
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (m_iRefitRow < m_nRows && elapsed.elapsed() < kRefitStepMs) {
+        const int last = std::min(m_iRefitRow + kRefitRows, m_nRows) - 1;
+        const std::vector<int> widths = WidthsNeeded({m_iRefitRow, last}, {0, m_nCols - 1});
+        for (int col = 0; col < m_nCols; ++col)
+            m_arRefitWidths[col] = std::max(m_arRefitWidths[col], widths[col]);
+        m_iRefitRow = last + 1;
+    }
+    if (m_iRefitRow < m_nRows) {
+        m_refitTimer.start(0, this);
+        return;
+    }
+    m_refitTimer.stop();
+    m_arFittedWidths.resize(m_nCols);
+    for (int col = 0; col < m_nCols; ++col) {
+        if (GetColumnWidth(col) != m_arFittedWidths[col])
+            continue;
+        m_arColWidths.SetSize(col, m_arRefitWidths[col]);
+        m_arFittedWidths[col] = m_arRefitWidths[col];
+    }
     RelayOut();
 }
 
@@ -84,7 +148,7 @@ int CGridCtrl::AutoSizeRow(int row) {
 
 void CGridCtrl::FitRow(int row) {
     int height = 0;
-    for (const Cell& cell : m_rows[row])
+    for (const Cell& cell : CellsOf(row))
         height = std::max(height, cell->GetCellExtent().height());
     m_arRowHeights.SetSize(row, height);
 }
@@ -103,12 +167,15 @@ void CGridCtrl::RelayOut() {
 }
 
 void CGridCtrl::ResetScrollBars() {
-    const int width = std::max(0, viewport()->width() - FixedWidth());
-    const int height = std::max(0, viewport()->height() - FixedHeight());
-    horizontalScrollBar()->setRange(0, std::max(0, m_arColWidths.Total() - FixedWidth() - width));
+    const GridGeometry geometry = GetGeometry();
+    const int width = std::max(0, geometry.Body().width());
+    const int height = std::max(0, geometry.Body().height());
+    horizontalScrollBar()->setRange(
+        0, std::max(0, m_arColWidths.Total() - geometry.FixedWidth() - width));
     horizontalScrollBar()->setPageStep(width);
     horizontalScrollBar()->setSingleStep(m_cellDefault.GetFontObject().Height());
-    verticalScrollBar()->setRange(0, std::max(0, m_arRowHeights.Total() - FixedHeight() - height));
+    verticalScrollBar()->setRange(
+        0, std::max(0, m_arRowHeights.Total() - geometry.FixedHeight() - height));
     verticalScrollBar()->setPageStep(height);
     verticalScrollBar()->setSingleStep(m_nDefaultRowHeight);
 }
@@ -123,7 +190,8 @@ void CGridCtrl::scrollContentsBy(int dx, int dy) {
     QAbstractScrollArea::scrollContentsBy(dx, dy);
     HideTitleTip();
     PlaceEdit();
-    if (const CCellID cell = GetCellFromPt(m_ptPointer, false); IsSelecting() && IsValid(cell))
+    if (const CCellID cell = GetCellFromPt(m_mouse.m_ptPointer, false);
+        m_mouse.IsSelecting() && IsValid(cell))
         SelectTo(cell);
 }
 
@@ -136,41 +204,15 @@ void CGridCtrl::EnsureVisible(int row, int col) {
         bar->setValue(std::min(value, start));
     };
     if (row >= m_nFixedRows)
-        scroll(verticalScrollBar(), m_arRowHeights.Start(row) - FixedHeight(), GetRowHeight(row));
+        scroll(verticalScrollBar(), m_arRowHeights.Start(row) - m_arRowHeights.Start(m_nFixedRows),
+               GetRowHeight(row));
     if (col >= m_nFixedCols)
-        scroll(horizontalScrollBar(), m_arColWidths.Start(col) - FixedWidth(), GetColumnWidth(col));
+        scroll(horizontalScrollBar(), m_arColWidths.Start(col) - m_arColWidths.Start(m_nFixedCols),
+               GetColumnWidth(col));
 }
 
-QRect CGridCtrl::GetCellRect(CCellID cell) const {
-    if (!IsValid(cell))
-        return {};
-    const int scrollX = cell.col < m_nFixedCols ? 0 : horizontalScrollBar()->value();
-    const int scrollY = cell.row < m_nFixedRows ? 0 : verticalScrollBar()->value();
-    QRect rect(m_arColWidths.Start(cell.col) - scrollX, m_arRowHeights.Start(cell.row) - scrollY,
-               GetColumnWidth(cell.col), GetRowHeight(cell.row));
-    if (cell.col == m_nCols - 1) {
-        rect.setRight(viewport()->width() - 1);
-        if (GetColumnWidth(cell.col) == 0)
-            rect.setLeft(viewport()->width()); // nothing, but where a bar's right edge lies
-    }
-    return rect;
-}
-
-CCellID CGridCtrl::GetCellFromPt(QPoint point, bool fixedToo) const {
-    if (!viewport()->rect().contains(point))
-        return {};
-    const bool inFixedCol = point.x() < FixedWidth();
-    const bool inFixedRow = point.y() < FixedHeight();
-    if ((inFixedCol || inFixedRow) && !fixedToo)
-        return {};
-    const int row =
-        m_arRowHeights.IndexAt(point.y() + (inFixedRow ? 0 : verticalScrollBar()->value()));
-    const int col =
-        m_arColWidths.IndexAt(point.x() + (inFixedCol ? 0 : horizontalScrollBar()->value()));
-    const CCellID cell{row, std::min(col, m_nCols - 1)}; // the last column reaches to the edge
-    return IsValid(cell) ? cell : CCellID{};
-}
-
-bool CGridCtrl::IsHeldDown(CCellID cell) const {
-    return m_bLMouseButtonDown && m_LeftClickDownCell == cell;
+GridGeometry CGridCtrl::GetGeometry() const {
+    return {m_arRowHeights,     m_arColWidths,
+            m_nFixedRows,       m_nFixedCols,
+            viewport()->size(), {horizontalScrollBar()->value(), verticalScrollBar()->value()}};
 }

@@ -25,16 +25,6 @@ GridNotification CGridCtrl::Notify(GridNotification notification) const {
     return notification;
 }
 
-void CGridCtrl::SetListMode(bool on) {
-    m_bListMode = on;
-    m_selection.Clear();
-    Refresh();
-}
-
-bool CGridCtrl::IsSelecting() const {
-    return m_MouseMode == GridMouseMode::SelectRows || m_MouseMode == GridMouseMode::SelectCells;
-}
-
 bool CGridCtrl::viewportEvent(QEvent* event) {
     switch (event->type()) {
     case QEvent::ToolTip:
@@ -42,7 +32,7 @@ bool CGridCtrl::viewportEvent(QEvent* event) {
         return true;
     case QEvent::Leave:
         HideTitleTip();
-        if (!m_bLMouseButtonDown)
+        if (!m_mouse.m_bLMouseButtonDown)
             LetGo();
         break;
     default:
@@ -60,18 +50,19 @@ void CGridCtrl::hideEvent(QHideEvent* event) {
 
 /// The release will not be seen: what the mouse was selecting ends here.
 void CGridCtrl::Interrupt() {
-    const bool selecting = IsSelecting();
+    const bool selecting = m_mouse.IsSelecting();
     LetGo();
     if (selecting)
-        Notify(GVN_SELCHANGED, m_LeftClickDownCell);
+        Notify(GVN_SELCHANGED, m_mouse.m_LeftClickDownCell);
 }
 
 /// Nothing that the mouse was doing goes on.
 void CGridCtrl::LetGo() {
     m_scrollTimer.stop();
+    viewport()->update(m_sizing.Line(GetGeometry()));
     m_sizing.Cancel();
-    m_bLMouseButtonDown = false;
-    m_MouseMode = GridMouseMode::Nothing;
+    m_mouse.Release();
+    m_look.m_idHeldDown = {};
     viewport()->setCursor(Qt::ArrowCursor);
 }
 
@@ -85,17 +76,15 @@ void CGridCtrl::mousePressEvent(QMouseEvent* event) {
             GetCell(cell.row, cell.col)->OnRClick(point - GetCellRect(cell).topLeft());
         Notify(NM_RCLICK, cell);
     } else if (event->button() == Qt::LeftButton) {
-        m_bCtrlDown = event->modifiers().testFlag(Qt::ControlModifier);
+        m_mouse.m_bCtrlDown = event->modifiers().testFlag(Qt::ControlModifier);
         PressAt(point, event->modifiers().testFlag(Qt::ShiftModifier));
     }
 }
 
 void CGridCtrl::PressAt(QPoint point, bool extend) {
     const CCellID cell = GetCellFromPt(point, true);
-    m_MouseMode = GridMouseMode::Nothing;
-    m_bLMouseButtonDown = true;
-    m_LeftClickDownPoint = m_ptPointer = point;
-    m_LeftClickDownCell = cell;
+    m_mouse.Press(cell, point);
+    m_look.m_idHeldDown = cell;
     if (!IsValid(cell))
         return;
     if (!extend)
@@ -106,25 +95,26 @@ void CGridCtrl::PressAt(QPoint point, bool extend) {
     CGridCellBase* clicked = GetCell(cell.row, cell.col);
     clicked->OnClickDown(point - GetCellRect(cell).topLeft());
     if (cell == m_idCurrentCell && IsEditable(cell) && IsInText(cell, point)) {
-        m_MouseMode = GridMouseMode::PrepareEdit;
+        m_mouse.m_MouseMode = GridMouseMode::PrepareEdit;
         return;
     }
-    const std::optional<GridDivide> divide = m_sizing.DivideAt(point);
+    const std::optional<GridDivide> divide = m_sizing.DivideAt(GetGeometry(), point);
     if (!divide)
         SetFocusCell(clicked->IsFixed() ? CCellID{} : cell);
     if (clicked->IsSelected() && m_bAllowDragAndDrop) {
-        m_MouseMode = GridMouseMode::PrepareToDrag;
+        m_mouse.m_MouseMode = GridMouseMode::PrepareToDrag;
         return;
     }
     if (divide) {
-        m_MouseMode =
+        m_mouse.m_MouseMode =
             divide->axis == Qt::Horizontal ? GridMouseMode::SizingColumn : GridMouseMode::SizingRow;
         m_sizing.Begin(*divide, point);
+        MoveSizing(point);
         return;
     }
     RedrawCell(cell.row, cell.col); // held down, a fixed cell looks sunken
     Notify(GVN_SELCHANGING, cell);
-    if (m_bLMouseButtonDown) // not rebuilt in the notification
+    if (m_mouse.m_bLMouseButtonDown) // not rebuilt in the notification
         StartSelection(cell);
 }
 
@@ -132,15 +122,15 @@ void CGridCtrl::StartSelection(CCellID cell) {
     const bool inHeader = cell.row < m_nFixedRows;
     const bool inFixedCol = cell.col < m_nFixedCols;
     if (inHeader && inFixedCol) {
-        m_MouseMode = GridMouseMode::SelectAll;
+        m_mouse.m_MouseMode = GridMouseMode::SelectAll;
         SelectByInput(BodyCells()); // all there is: moving the mouse adds nothing
     } else if (inHeader)
         OnFixedRowClick(cell);
     else if (inFixedCol)
         OnFixedColumnClick(cell);
     else
-        m_MouseMode = m_bListMode ? GridMouseMode::SelectRows : GridMouseMode::SelectCells;
-    if (!IsSelecting())
+        m_mouse.m_MouseMode = m_bListMode ? GridMouseMode::SelectRows : GridMouseMode::SelectCells;
+    if (!m_mouse.IsSelecting())
         return;
     SelectTo(cell);
     m_scrollTimer.start(m_nTimerInterval, this);
@@ -156,36 +146,19 @@ void CGridCtrl::OnFixedColumnClick(CCellID cell) {
                                        : QRect());
 }
 
-void CGridCtrl::SelectTo(CCellID cell) {
-    const CCellID from = IsValid(m_SelectionStartCell) ? m_SelectionStartCell : cell;
-    const auto [minRow, maxRow] = std::minmax(from.row, cell.row);
-    const auto [minCol, maxCol] = std::minmax(from.col, cell.col);
-    QRect range(QPoint(minCol, minRow), QPoint(maxCol, maxRow));
-    if (m_bListMode)
-        range = QRect(QPoint(m_nFixedCols, minRow), QPoint(m_nCols - 1, maxRow));
-    SelectByInput(range);
-}
-
-/// As mouse and keyboard select: in place of the old selection, or besides it where Ctrl is held.
-void CGridCtrl::SelectByInput(const QRect& range) {
-    if (!m_bEnableSelection)
-        return;
-    Select(range & BodyCells(), m_bCtrlDown);
-}
-
 void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {
     const QPoint point = event->position().toPoint();
-    if (m_bLMouseButtonDown && !event->buttons().testFlag(Qt::LeftButton))
+    if (m_mouse.m_bLMouseButtonDown && !event->buttons().testFlag(Qt::LeftButton))
         Interrupt(); // the release went to another window
-    if (!m_bLMouseButtonDown) {
+    if (!m_mouse.m_bLMouseButtonDown) {
         Hover(point);
         return;
     }
-    const CCellID before = GetCellFromPt(std::exchange(m_ptPointer, point), false);
+    const CCellID before = GetCellFromPt(std::exchange(m_mouse.m_ptPointer, point), false);
     const CCellID cell = GetCellFromPt(point, false);
-    const bool moved =
-        (point - m_LeftClickDownPoint).manhattanLength() >= QApplication::startDragDistance();
-    switch (m_MouseMode) {
+    const bool moved = (point - m_mouse.m_LeftClickDownPoint).manhattanLength() >=
+                       QApplication::startDragDistance();
+    switch (m_mouse.m_MouseMode) {
     case GridMouseMode::SelectRows:
     case GridMouseMode::SelectCells:
         if (IsValid(cell) && cell != before)
@@ -193,7 +166,7 @@ void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {
         break;
     case GridMouseMode::SizingColumn:
     case GridMouseMode::SizingRow:
-        m_sizing.MoveTo(point);
+        MoveSizing(point);
         break;
     case GridMouseMode::PrepareEdit:
     case GridMouseMode::PrepareToDrag:
@@ -207,31 +180,48 @@ void CGridCtrl::mouseMoveEvent(QMouseEvent* event) {
 
 /// The mouse moves with no button down.
 void CGridCtrl::Hover(QPoint point) {
-    const std::optional<GridDivide> divide = m_sizing.DivideAt(point);
+    const std::optional<GridDivide> divide = m_sizing.DivideAt(GetGeometry(), point);
     if (!divide) {
-        m_MouseMode = GridMouseMode::Nothing;
+        m_mouse.m_MouseMode = GridMouseMode::Nothing;
         viewport()->setCursor(Qt::ArrowCursor);
     } else if (divide->axis == Qt::Horizontal) {
-        m_MouseMode = GridMouseMode::OverColDivide;
+        m_mouse.m_MouseMode = GridMouseMode::OverColDivide;
         viewport()->setCursor(Qt::SizeHorCursor);
     } else {
-        m_MouseMode = GridMouseMode::OverRowDivide;
+        m_mouse.m_MouseMode = GridMouseMode::OverRowDivide;
         viewport()->setCursor(Qt::SizeVerCursor);
     }
-    if (GetCellFromPt(point, true) != m_idTip)
+    if (m_pTitleTip && GetCellFromPt(point, true) != m_pTitleTip->Cell())
         HideTitleTip();
 }
 
+void CGridCtrl::MoveSizing(QPoint point) {
+    viewport()->update(m_sizing.Line(GetGeometry()));
+    m_sizing.MoveTo(point);
+    viewport()->update(m_sizing.Line(GetGeometry()));
+}
+
+void CGridCtrl::EndSizing(QPoint point) {
+    viewport()->update(m_sizing.Line(GetGeometry()));
+    const auto sized = m_sizing.End(GetGeometry(), point);
+    if (!sized)
+        return;
+    if (sized->divide.axis == Qt::Horizontal)
+        SetColumnWidth(sized->divide.index, sized->size);
+    else
+        SetRowHeight(sized->divide.index, sized->size);
+}
+
 void CGridCtrl::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !m_bLMouseButtonDown)
+    if (event->button() != Qt::LeftButton || !m_mouse.m_bLMouseButtonDown)
         return;
     const QPoint point = event->position().toPoint();
-    const CCellID cell = m_LeftClickDownCell;
+    const CCellID cell = m_mouse.m_LeftClickDownCell;
     const bool onCell = IsValid(cell) && GetCellFromPt(point, true) == cell;
-    const GridMouseMode mode = m_MouseMode;
-    m_bLMouseButtonDown = false;
+    const GridMouseMode mode = m_mouse.m_MouseMode;
+    m_mouse.Release();
+    m_look.m_idHeldDown = {};
     m_scrollTimer.stop();
-    m_MouseMode = GridMouseMode::Nothing;
     viewport()->setCursor(Qt::ArrowCursor);
     if (!IsValid(cell))
         return;
@@ -247,7 +237,7 @@ void CGridCtrl::mouseReleaseEvent(QMouseEvent* event) {
         break;
     case GridMouseMode::SizingColumn:
     case GridMouseMode::SizingRow:
-        m_sizing.End(point);
+        EndSizing(point);
         break;
     default:
         Notify(GVN_SELCHANGED, cell);
@@ -278,9 +268,9 @@ void CGridCtrl::ReleaseDrag(CCellID cell, QPoint point) {
 }
 
 void CGridCtrl::StartDrag() {
-    m_MouseMode = GridMouseMode::Dragging;
+    m_mouse.m_MouseMode = GridMouseMode::Dragging;
     auto* texts = new QMimeData; // the drag's
-    texts->setText(m_selection.GetText());
+    texts->setText(SelectedText());
     auto* drag = new QDrag(this); // deletes itself
     drag->setMimeData(texts);
     drag->exec(Qt::CopyAction);
@@ -297,8 +287,12 @@ void CGridCtrl::mouseDoubleClickEvent(QMouseEvent* event) {
 void CGridCtrl::DoubleClickAt(QPoint point) {
     HideTitleTip();
     EndEdit();
-    if (const std::optional<GridDivide> divide = m_sizing.DivideAt(point)) {
-        m_sizing.AutoSize(*divide);
+    if (const std::optional<GridDivide> divide = m_sizing.DivideAt(GetGeometry(), point)) {
+        const auto [axis, index] = GridSizing::VisibleBefore(GetGeometry(), *divide);
+        if (axis == Qt::Horizontal)
+            AutoSizeColumn(index);
+        else
+            AutoSizeRow(index);
         return;
     }
     const CCellID cell = GetCellFromPt(point, true);
@@ -319,19 +313,21 @@ void CGridCtrl::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void CGridCtrl::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != m_scrollTimer.timerId())
+    if (event->timerId() == m_refitTimer.timerId())
+        RefitStep();
+    else if (event->timerId() != m_scrollTimer.timerId())
         QAbstractScrollArea::timerEvent(event);
-    else if (IsSelecting() && IsValid(m_idCurrentCell))
+    else if (m_mouse.IsSelecting() && IsValid(m_idCurrentCell))
         ScrollSelection();
 }
 
 /// The button is held beyond an edge: one step that way, as with a key, and the selection goes on
 /// to the last cell in sight.
 void CGridCtrl::ScrollSelection() {
-    const QRect cells = viewport()->rect().adjusted(FixedWidth(), FixedHeight(), 0, 0);
-    if (cells.isEmpty() || cells.contains(m_ptPointer))
+    const QRect cells = GetGeometry().Body();
+    if (cells.isEmpty() || cells.contains(m_mouse.m_ptPointer))
         return;
-    const QPoint pointer = m_ptPointer;
+    const QPoint pointer = m_mouse.m_ptPointer;
     if (pointer.y() > cells.bottom())
         MoveByKey(Qt::Key_Down, {});
     else if (pointer.y() < cells.top())
@@ -349,7 +345,7 @@ void CGridCtrl::ScrollSelection() {
 
 void CGridCtrl::ShowTitleTip(QPoint point) {
     const CCellID id = GetCellFromPt(point, true);
-    if (!m_bTitleTips || m_bLMouseButtonDown || IsEditing() || !IsValid(id))
+    if (!m_bTitleTips || m_mouse.m_bLMouseButtonDown || IsEditing() || !IsValid(id))
         return;
     const CGridCellBase& cell = *GetCell(id.row, id.col);
     const QRect drawn = GetCellRect(id);
@@ -360,7 +356,6 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
         return;
     if (!m_pTitleTip)
         m_pTitleTip = new ZTitleTip(viewport()); // the viewport's
-    m_idTip = id;
     QPalette colours;
     const bool selected = cell.IsSelected();
     colours.setColor(QPalette::Base, ToQColor(selected ? cell.GetSelBackClr() : cell.GetBackClr()));
@@ -368,7 +363,7 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
     m_pTitleTip->setPalette(colours);
     m_pTitleTip->setFont(font.FontFor(size));
     const QRect place(text.left(), drawn.top(), text.width(), drawn.height());
-    m_pTitleTip->Show(place, cell.GetSize().width() / 2, GridFont::OneLine(cell.GetTipText()));
+    m_pTitleTip->Show(id, place, cell.GetSize().width() / 2, GridFont::OneLine(cell.GetTipText()));
 }
 
 void CGridCtrl::HideTitleTip() {

@@ -1,7 +1,8 @@
 // Painting of the grid: the visible cells, in passes, and the lines between them.
 
-#include "grid/GridAccessible.h"
 #include "grid/GridCtrl.h"
+#include "grid/GridPainting.h"
+#include "grid/IGridWatcher.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -10,68 +11,47 @@
 #include <algorithm>
 
 void CGridCtrl::paintEvent(QPaintEvent* event) {
+    m_look.m_bHasFocus = hasFocus();
+    const GridGeometry geometry = GetGeometry();
     QPainter painter(viewport());
     // Apart: a title and a track far below it are not all that lies between them.
     for (const QRect& area : event->region())
-        DrawArea(painter, area);
+        DrawArea(painter, geometry, area);
 
     painter.setCompositionMode(QPainter::CompositionMode_Difference); // with white: inverts
-    painter.fillRect(m_sizing.Line(), Qt::white);
+    painter.fillRect(m_sizing.Line(geometry), Qt::white);
 }
 
 /// Draws the cells that reach into an area of the viewport.
-void CGridCtrl::DrawArea(QPainter& painter, const QRect& area) const {
-    for (const QRect& beside : QRegion(area) - CellArea())
-        painter.fillRect(beside, ToQColor(m_crGridBkColour));
+void CGridCtrl::DrawArea(QPainter& painter, const GridGeometry& geometry, const QRect& area) const {
+    for (const QRect& beside : QRegion(area) - geometry.CellArea())
+        painter.fillRect(beside, ToQColor(m_look.m_crGridBkColour));
     if (m_nRows == 0 || m_nCols == 0)
         return;
 
-    const Span fixedRows{0, area.top() < FixedHeight() ? m_nFixedRows - 1 : -1};
-    const Span fixedCols{0, m_nFixedCols - 1};
-    const Span rows = VisibleRows(area);
-    const Span cols = VisibleColumns(area);
+    const GridSpan fixedRows{0, area.top() < geometry.FixedHeight() ? m_nFixedRows - 1 : -1};
+    const GridSpan fixedCols{0, m_nFixedCols - 1};
+    const GridSpan rows = geometry.VisibleRows(area);
+    const GridSpan cols = geometry.VisibleColumns(area);
     // One more, for at 125 % the rounding of a clip may cut its last pixel off.
     const QRect whole = viewport()->rect().adjusted(0, 0, 1, 1);
 
     if (m_nFixedCols > 0) {
-        DrawCells(painter, fixedRows, fixedCols);
-        painter.setClipRect(whole.adjusted(0, FixedHeight(), 0, 0));
-        DrawCells(painter, rows, fixedCols);
+        DrawCells(painter, geometry, fixedRows, fixedCols);
+        painter.setClipRect(whole.adjusted(0, geometry.FixedHeight(), 0, 0));
+        DrawCells(painter, geometry, rows, fixedCols);
     }
-    painter.setClipRect(whole.adjusted(FixedWidth(), 0, 0, 0));
-    DrawCells(painter, fixedRows, cols);
-    painter.setClipRect(whole.adjusted(FixedWidth(), FixedHeight(), 0, 0));
-    DrawCells(painter, rows, cols);
+    painter.setClipRect(whole.adjusted(geometry.FixedWidth(), 0, 0, 0));
+    DrawCells(painter, geometry, fixedRows, cols);
+    painter.setClipRect(whole.adjusted(geometry.FixedWidth(), geometry.FixedHeight(), 0, 0));
+    DrawCells(painter, geometry, rows, cols);
     painter.setClipping(false);
-    DrawLines(painter, fixedRows, fixedCols);
-    DrawLines(painter, rows, cols);
+    DrawLines(painter, geometry, fixedRows, fixedCols);
+    DrawLines(painter, geometry, rows, cols);
 }
 
-QRect CGridCtrl::CellArea() const {
-    if (m_nRows == 0 || m_nCols == 0)
-        return {};
-    const QRect last = GetCellRect({m_nRows - 1, m_nCols - 1});
-    const int right = GetColumnWidth(m_nCols - 1) > 0
-                          ? viewport()->width()
-                          : m_arColWidths.Total() - horizontalScrollBar()->value();
-    return QRect(0, 0, right, last.bottom() + 1);
-}
-
-CGridCtrl::Span CGridCtrl::VisibleRows(const QRect& area) const {
-    const int scroll = verticalScrollBar()->value();
-    return {m_arRowHeights.IndexAt(std::max(area.top(), FixedHeight()) + scroll),
-            std::min(m_arRowHeights.IndexAt(area.bottom() + scroll), m_nRows - 1)};
-}
-
-CGridCtrl::Span CGridCtrl::VisibleColumns(const QRect& area) const {
-    const int scroll = horizontalScrollBar()->value();
-    const int first = m_arColWidths.IndexAt(std::max(area.left(), FixedWidth()) + scroll);
-    const int last = m_arColWidths.IndexAt(area.right() + scroll);
-    // The last column reaches to the window's edge, so it is there behind the end of all columns.
-    return {std::min(first, m_nCols - 1), std::min(last, m_nCols - 1)};
-}
-
-void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
+void CGridCtrl::DrawCells(QPainter& painter, const GridGeometry& geometry, GridSpan rows,
+                          GridSpan cols) const {
     const int lastCol = m_nCols - 1;
     std::vector<int> columns;
     for (int col = cols.first; col <= std::min(cols.last, lastCol - 1); ++col) {
@@ -86,16 +66,19 @@ void CGridCtrl::DrawCells(QPainter& painter, Span rows, Span cols) const {
     for (int row = rows.first; row <= rows.last; ++row) {
         if (m_arRowHeights.Size(row) == 0)
             continue;
-        FillCells(painter, row, columns);
+        const Row& cells = CellsOf(row);
+        FillCells(painter, geometry, row, columns);
         for (int col : columns) {
-            CGridCellBase& cell = *m_rows[row][col];
-            cell.Draw(painter, row, col, GetCellRect({row, col}), !cell.GetFlatColour());
+            CGridCellBase& cell = *cells[col];
+            cell.Draw(painter, row, col, geometry.CellRect({row, col}), !cell.GetFlatColour());
         }
     }
 }
 
-void CGridCtrl::FillCells(QPainter& painter, int row, const std::vector<int>& columns) const {
+void CGridCtrl::FillCells(QPainter& painter, const GridGeometry& geometry, int row,
+                          const std::vector<int>& columns) const {
     // Long runs, because memory is written several times as fast along a row as cell by cell.
+    const Row& cells = CellsOf(row);
     QRect run;
     std::optional<COLORREF> colour;
     const auto fill = [&] {
@@ -103,8 +86,8 @@ void CGridCtrl::FillCells(QPainter& painter, int row, const std::vector<int>& co
             painter.fillRect(run, ToQColor(*colour));
     };
     for (int col : columns) {
-        const QRect rect = GetCellRect({row, col});
-        const std::optional<COLORREF> next = m_rows[row][col]->GetFlatColour();
+        const QRect rect = geometry.CellRect({row, col});
+        const std::optional<COLORREF> next = cells[col]->GetFlatColour();
         if (next == colour && rect.left() == run.right() + 1) {
             run.setRight(rect.right());
             continue;
@@ -116,19 +99,20 @@ void CGridCtrl::FillCells(QPainter& painter, int row, const std::vector<int>& co
     fill();
 }
 
-void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {
-    const QColor colour = ToQColor(m_crGridLineColour);
-    const QRect all = CellArea();
-    if (m_nGridLines == GridLines::Horizontal || m_nGridLines == GridLines::Both) {
+void CGridCtrl::DrawLines(QPainter& painter, const GridGeometry& geometry, GridSpan rows,
+                          GridSpan cols) const {
+    const QColor colour = ToQColor(m_look.m_crGridLineColour);
+    const QRect all = geometry.CellArea();
+    if (m_look.m_nGridLines == GridLines::Horizontal || m_look.m_nGridLines == GridLines::Both) {
         for (int row = rows.first; row <= rows.last; ++row) {
-            const QRect rect = RowRect(row);
+            const QRect rect = geometry.RowRect(row);
             if (!rect.isEmpty())
                 GridPainting::DrawLine(painter, rect, Qt::BottomEdge, colour);
         }
     }
-    if (m_nGridLines == GridLines::Vertical || m_nGridLines == GridLines::Both) {
+    if (m_look.m_nGridLines == GridLines::Vertical || m_look.m_nGridLines == GridLines::Both) {
         for (int col = cols.first; col <= std::min(cols.last, m_nCols - 2); ++col) {
-            QRect rect = GetCellRect({0, col});
+            QRect rect = geometry.CellRect({0, col});
             rect.setTop(0);
             rect.setBottom(all.bottom());
             if (!rect.isEmpty())
@@ -137,28 +121,24 @@ void CGridCtrl::DrawLines(QPainter& painter, Span rows, Span cols) const {
     }
 }
 
-bool CGridCtrl::HasLines() const {
-    return m_nGridLines != GridLines::None && m_nGridLines != GridLines::HeaderMarks;
-}
-
 void CGridCtrl::SetGridBkColor(COLORREF colour) {
-    m_crGridBkColour = colour;
+    m_look.m_crGridBkColour = colour;
     Refresh();
 }
 
 void CGridCtrl::SetGridLineColor(COLORREF colour) {
-    m_crGridLineColour = colour;
+    m_look.m_crGridLineColour = colour;
     Refresh();
 }
 
 void CGridCtrl::SetImageList(const QList<QIcon>& images, QSize size) {
-    m_ImageList = images;
-    m_sizeImage = size;
+    m_look.m_ImageList = images;
+    m_look.m_sizeImage = size;
     OnDefaultsChanged();
 }
 
 void CGridCtrl::SetGridLines(int mode) {
-    m_nGridLines = mode;
+    m_look.m_nGridLines = mode;
     Refresh();
 }
 
@@ -167,8 +147,8 @@ void CGridCtrl::Refresh() {
 }
 
 void CGridCtrl::RedrawCell(int row, int col) {
-    if (m_pAccessible)
-        m_pAccessible->OnCellsRedrawn();
+    if (m_pWatcher)
+        m_pWatcher->OnCellsRedrawn();
     if (col == m_nCols - 1)
         RedrawRow(row); // it may be drawn over the whole row
     else
@@ -176,8 +156,8 @@ void CGridCtrl::RedrawCell(int row, int col) {
 }
 
 void CGridCtrl::RedrawRow(int row) {
-    if (m_pAccessible)
-        m_pAccessible->OnCellsRedrawn();
+    if (m_pWatcher)
+        m_pWatcher->OnCellsRedrawn();
     if (IsValid({row, 0}))
         UpdateRows({0, row, 1, 1});
 }
@@ -185,11 +165,6 @@ void CGridCtrl::RedrawRow(int row) {
 /// Repaints the rows of a range, in which columns are x and rows y.
 void CGridCtrl::UpdateRows(const QRect& range) {
     if (!range.isEmpty())
-        viewport()->update(RowRect(range.top()) | RowRect(range.bottom()));
-}
-
-/// The row from edge to edge of the viewport.
-QRect CGridCtrl::RowRect(int row) const {
-    const QRect cell = GetCellRect({row, 0});
-    return {0, cell.top(), viewport()->width(), cell.height()};
+        viewport()->update(GetGeometry().RowRect(range.top()) |
+                           GetGeometry().RowRect(range.bottom()));
 }

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "grid/GridCell.h"
+#include "grid/GridLook.h"
+
+#include <functional>
 
 /// What cells fall back on. A grid has four of them: for data cells, for header rows, for header
 /// columns and for the corner of both.
@@ -10,8 +13,9 @@
 /// repaint the grid.
 class CGridDefaultCell final : public CGridCell {
 public:
-    /// `state` tells which cells of the grid fall back on it.
-    CGridDefaultCell(CGridCtrl* grid, quint32 state);
+    /// `state` tells which cells of the grid fall back on it, `look` keeps its values, and
+    /// `changed` is called when one of them is another.
+    CGridDefaultCell(GridLook& look, quint32 state, std::function<void()> changed);
 
     void SetFormat(quint32 format) override;
     void SetTextClr(COLORREF colour) override;
@@ -22,12 +26,10 @@ public:
     void SetFont(const QFont* font) override;
     void SetCoords(int width, int height) override;
 
-    [[nodiscard]] quint32 GetFormat() const override { return m_nFormat; }
-    [[nodiscard]] COLORREF GetTextClr() const override;
-    [[nodiscard]] COLORREF GetBackClr() const override;
-    [[nodiscard]] COLORREF GetSelTextClr() const override;
-    [[nodiscard]] COLORREF GetSelBackClr() const override;
-    [[nodiscard]] const GridFont& GetFontObject() const override { return *m_plfFont; }
-    [[nodiscard]] QSize GetSize() const override { return m_Size; }
-    [[nodiscard]] const CGridDefaultCell* GetDefaultCell() const override { return this; }
+private:
+    template <class Value>
+    void Set(Value GridStyle::*field, const Value& value);
+
+    GridLook& m_look;
+    std::function<void()> m_pfnChanged;
 };

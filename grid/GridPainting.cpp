@@ -112,7 +112,7 @@ int SortArrowRoom(int height) {
 }
 
 QRect DrawSortArrow(QPainter& painter, const QRect& rect, int lineHeight, bool ascending,
-                    const GridSystemColours& colours) {
+                    const QColor& light, const QColor& shadow) {
     const int size = std::min(rect.height() - 4, lineHeight);
     if (size < 4 || rect.width() < size + 4)
         return rect;
@@ -123,11 +123,11 @@ QRect DrawSortArrow(QPainter& painter, const QRect& rect, int lineHeight, bool a
 
     painter.setBrush(Qt::NoBrush);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(ToQColor(colours.light));
+    painter.setPen(light);
     painter.translate(1, 1);
     painter.drawPolygon(corners, 3);
     painter.translate(-1, -1);
-    painter.setPen(ToQColor(colours.shadow));
+    painter.setPen(shadow);
     painter.drawPolygon(corners, 3);
     painter.setRenderHint(QPainter::Antialiasing, false);
     return rect.adjusted(0, 0, -SortArrowRoom(size), 0);

@@ -1,24 +1,10 @@
 #pragma once
 
-#include "grid/GridTypes.h"
-
 #include <QColor>
 #include <QRect>
 
 class QIcon;
 class QPainter;
-
-/// Colours of the desktop that the grid draws with where the owner has set none, taken once from
-/// the widget's palette.
-struct GridSystemColours {
-    COLORREF windowText; ///< COLOR_WINDOWTEXT
-    COLORREF window;     ///< COLOR_WINDOW
-    COLORREF face;       ///< COLOR_3DFACE
-    COLORREF shadow;     ///< COLOR_3DSHADOW
-    COLORREF darkShadow; ///< COLOR_3DDKSHADOW
-    COLORREF light;      ///< COLOR_3DHILIGHT
-    COLORREF highlight;  ///< COLOR_HIGHLIGHT
-};
 
 /// The shapes that cells are drawn from. Arguments are logical pixels; at any scale a shape begins
 /// and ends with a device pixel, and a line has the same number of them at every place.
@@ -48,7 +34,7 @@ void DrawHeaderMarks(QPainter& painter, const QRect& rect, const QColor& backgro
 /// Draws the sort arrow at the right end of `rect`, as high as `lineHeight` where that fits, and
 /// returns what is left of the rectangle.
 [[nodiscard]] QRect DrawSortArrow(QPainter& painter, const QRect& rect, int lineHeight,
-                                  bool ascending, const GridSystemColours& colours);
+                                  bool ascending, const QColor& light, const QColor& shadow);
 
 /// A check box that fills the square `rect`: outlined and ticked in `ink`.
 void DrawCheckBox(QPainter& painter, const QRect& rect, bool checked, const QColor& ink);

@@ -1,83 +1,72 @@
 #include "grid/GridSelection.h"
 
-#include "grid/GridCtrl.h"
-
 #include <algorithm>
+#include <limits>
 
 namespace {
 
-quint64 Pack(CCellID cell) {
-    return (static_cast<quint64>(cell.row) << 32) | static_cast<quint32>(cell.col);
-}
-
-QRect Range(CCellID cell) {
-    return {cell.col, cell.row, 1, 1};
-}
-
-void Mark(CGridCellBase& cell, bool selected) {
-    const quint32 others = cell.GetState() & ~GridState::Selected;
-    cell.SetState(selected ? others | GridState::Selected : others);
+QRect RowsFrom(int first) {
+    return {QPoint(0, first),
+            QPoint(std::numeric_limits<int>::max() - 1, std::numeric_limits<int>::max() - 1)};
 }
 
 } // namespace
 
-bool GridSelection::SelectCell(CCellID id, bool selected) {
-    CGridCellBase& cell = *m_grid.GetCell(id.row, id.col);
-    if (cell.IsSelected() == selected)
-        return false;
-    Mark(cell, selected);
-    if (selected)
-        m_SelectedCellMap.insert(Pack(id), id);
-    else
-        m_SelectedCellMap.remove(Pack(id));
-    m_grid.OnSelectionChanged();
-    return true;
-}
-
-QRect GridSelection::SelectRange(const QRect& range) {
-    QRect changed;
-    for (int row = range.top(); row <= range.bottom(); ++row) {
-        for (int col = range.left(); col <= range.right(); ++col) {
-            if (SelectCell({row, col}, true))
-                changed |= Range({row, col});
-        }
-    }
-    return changed;
-}
-
-QRect GridSelection::DeselectBeside(const QRect& range) {
-    QRect changed;
-    const qsizetype removed = m_SelectedCellMap.removeIf([&](const auto& entry) {
-        const auto [row, col] = entry.value();
-        if (range.contains(col, row))
-            return false;
-        Mark(*m_grid.GetCell(row, col), false);
-        changed |= Range({row, col});
-        return true;
-    });
-    if (removed > 0)
-        m_grid.OnSelectionChanged();
-    // Left as large as the longest selection was, it would be walked over by every click.
-    if (m_SelectedCellMap.capacity() > 4 * m_SelectedCellMap.size() + 64)
-        m_SelectedCellMap.squeeze();
-    return changed;
+int GridSelection::GetCount() const {
+    int count = 0;
+    for (const QRect& range : m_cells)
+        count += range.width() * range.height();
+    return count;
 }
 
 std::vector<CCellID> GridSelection::GetCells() const {
-    std::vector<CCellID> cells(m_SelectedCellMap.begin(), m_SelectedCellMap.end());
-    std::sort(cells.begin(), cells.end(),
-              [](CCellID one, CCellID other) { return Pack(one) < Pack(other); });
+    std::vector<CCellID> cells;
+    // Ranges of the same rows follow each other, and are equally high.
+    for (auto range = m_cells.begin(); range != m_cells.end();) {
+        auto end = range;
+        while (end != m_cells.end() && end->top() == range->top())
+            ++end;
+        for (int row = range->top(); row <= range->bottom(); ++row) {
+            for (auto part = range; part != end; ++part) {
+                for (int col = part->left(); col <= part->right(); ++col)
+                    cells.push_back({row, col});
+            }
+        }
+        range = end;
+    }
     return cells;
 }
 
-QString GridSelection::GetText() const {
-    QString text;
-    int lastRow = -1;
-    for (const auto [row, col] : GetCells()) {
-        if (lastRow >= 0)
-            text += row == lastRow ? u'\t' : u'\n';
-        text += m_grid.GetCell(row, col)->GetText();
-        lastRow = row;
+std::vector<int> GridSelection::GetRows() const {
+    std::vector<int> rows;
+    for (const QRect& range : m_cells) {
+        // Several ranges of the same rows stand beside each other.
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            if (rows.empty() || rows.back() < row)
+                rows.push_back(row);
+        }
     }
-    return text;
+    return rows;
+}
+
+QRegion GridSelection::GetRow(int row, int columns) const {
+    return m_cells & QRect(0, row, columns, 1);
+}
+
+QRegion GridSelection::Add(const QRegion& range) {
+    const QRegion changed = range - m_cells;
+    m_cells += range;
+    return changed;
+}
+
+QRegion GridSelection::Remove(const QRegion& range) {
+    const QRegion changed = m_cells & range;
+    m_cells -= changed;
+    return changed;
+}
+
+void GridSelection::Shift(GridRowShift shift) {
+    const QRegion below = m_cells & RowsFrom(shift.first + std::max(0, -shift.count));
+    m_cells -= RowsFrom(shift.first);
+    m_cells += below.translated(0, shift.count);
 }

@@ -2,43 +2,39 @@
 
 #include "grid/GridTypes.h"
 
-#include <QHash>
 #include <QRect>
+#include <QRegion>
 
 #include <vector>
 
-class CGridCtrl;
-
-/// The selected cells of a grid, of which each bears the state bit, too.
+/// The selected cells of a grid. Ranges are rectangles with columns as x and rows as y.
 ///
-/// Ranges are rectangles with columns as x and rows as y; all cells named must be there.
-/// Interface thread only; a member of its grid.
+/// A value; what it costs grows with the number of ranges, not with that of cells.
 class GridSelection {
 public:
-    explicit GridSelection(CGridCtrl& grid)
-        : m_grid(grid) {}
+    [[nodiscard]] bool Contains(CCellID cell) const { return m_cells.contains(Point(cell)); }
 
-    /// Returns whether it was not so before.
-    bool SelectCell(CCellID cell, bool selected);
-
-    /// Returns the range that all changes lie in, as DeselectBeside() does.
-    QRect SelectRange(const QRect& range);
-
-    /// Deselects all cells outside a range. What stays selected is left alone, so that a long
-    /// selection that grows by a row costs little.
-    QRect DeselectBeside(const QRect& range);
-
-    void Clear() { DeselectBeside(QRect()); }
-
-    [[nodiscard]] int GetCount() const { return static_cast<int>(m_SelectedCellMap.size()); }
+    [[nodiscard]] int GetCount() const;
 
     /// The selected cells, row by row.
     [[nodiscard]] std::vector<CCellID> GetCells() const;
 
-    /// Their texts, a line for each row, with tabs between the columns.
-    [[nodiscard]] QString GetText() const;
+    /// The rows with selected cells, in order.
+    [[nodiscard]] std::vector<int> GetRows() const;
+
+    /// The selected ones of a row, as columns and a height of 1.
+    [[nodiscard]] QRegion GetRow(int row, int columns) const;
+
+    /// These return what has changed.
+    QRegion Add(const QRegion& range);
+    QRegion Remove(const QRegion& range);
+    QRegion RemoveBeside(const QRect& range) { return Remove(m_cells - range); }
+
+    /// The selection moves with its rows. New rows are not selected.
+    void Shift(GridRowShift shift);
 
 private:
-    CGridCtrl& m_grid;
-    QHash<quint64, CCellID> m_SelectedCellMap; ///< by packed row and column
+    static QPoint Point(CCellID cell) { return {cell.col, cell.row}; }
+
+    QRegion m_cells;
 };

@@ -1,7 +1,5 @@
 #include "grid/GridSizing.h"
 
-#include "grid/GridCtrl.h"
-
 #include <algorithm>
 
 namespace {
@@ -16,19 +14,42 @@ CCellID CellOf(GridDivide divide) {
     return divide.axis == Qt::Horizontal ? CCellID{0, divide.index} : CCellID{divide.index, 0};
 }
 
+int SizeOf(const GridGeometry& geometry, GridDivide divide) {
+    const bool column = divide.axis == Qt::Horizontal;
+    if ((column ? geometry.colWidths : geometry.rowHeights).Size(divide.index) == 0)
+        return 0;
+    // The last column is drawn up to the window's edge.
+    const QRect drawn = geometry.CellRect(CellOf(divide));
+    return column ? drawn.width() : drawn.height();
+}
+
+int StartOf(const GridGeometry& geometry, GridDivide divide) {
+    if (SizeOf(geometry, divide) == 0) {
+        const GridDivide before{divide.axis, divide.index - 1};
+        return divide.index > 0 ? StartOf(geometry, before) + SizeOf(geometry, before) : 0;
+    }
+    return Along(divide.axis, geometry.CellRect(CellOf(divide)).topLeft());
+}
+
+/// The mouse may not leave the window while it sizes.
+QPoint Inside(const GridGeometry& geometry, QPoint point) {
+    return {std::clamp(point.x(), 0, geometry.viewport.width() - 1),
+            std::clamp(point.y(), 0, geometry.viewport.height() - 1)};
+}
+
 } // namespace
 
-std::optional<GridDivide> GridSizing::DivideAt(QPoint point) const {
-    const CCellID cell = m_grid.GetCellFromPt(point, true);
-    if (!m_grid.IsValid(cell))
+std::optional<GridDivide> GridSizing::DivideAt(const GridGeometry& geometry, QPoint point) const {
+    const CCellID cell = geometry.CellAt(point, true);
+    if (!cell.IsValid())
         return {};
-    if (m_bResizeColumns && cell.row < m_grid.GetFixedRowCount()) {
-        const int col = IndexAt(Qt::Horizontal, cell.col, point.x());
+    if (m_bResizeColumns && cell.row < geometry.fixedRows) {
+        const int col = IndexAt(geometry, Qt::Horizontal, cell.col, point.x());
         if (col >= 0)
             return GridDivide{Qt::Horizontal, col};
     }
-    if (m_bResizeRows && cell.col < m_grid.GetFixedColumnCount()) {
-        const int row = IndexAt(Qt::Vertical, cell.row, point.y());
+    if (m_bResizeRows && cell.col < geometry.fixedCols) {
+        const int row = IndexAt(geometry, Qt::Vertical, cell.row, point.y());
         if (row >= 0)
             return GridDivide{Qt::Vertical, row};
     }
@@ -36,94 +57,59 @@ std::optional<GridDivide> GridSizing::DivideAt(QPoint point) const {
 }
 
 /// The column whose end is near a position in column `index`; -1 if none is.
-int GridSizing::IndexAt(Qt::Orientation axis, int index, int position) const {
+int GridSizing::IndexAt(const GridGeometry& geometry, Qt::Orientation axis, int index,
+                        int position) const {
     const GridDivide here{axis, index};
-    const int start = StartOf(here);
-    const int size = SizeOf(here);
+    const int start = StartOf(geometry, here);
+    const int size = SizeOf(geometry, here);
     int near = -1;
     // What lies behind a hidden last column counts as that column.
     if (position - start <= m_nResizeCaptureRange)
         near = size > 0 ? index - 1 : index;
     else if (size > 0 && start + size - position <= m_nResizeCaptureRange)
         near = index;
-    while (near >= 0 && SizeOf({axis, near}) == 0 && !MayHide(axis))
-        --near;
-    return near;
+    return MayHide(axis) ? near : VisibleBefore(geometry, {axis, near}).index;
 }
 
-int GridSizing::SizeOf(GridDivide divide) const {
-    const CCellID cell = CellOf(divide);
-    const int size = divide.axis == Qt::Horizontal ? m_grid.GetColumnWidth(cell.col)
-                                                   : m_grid.GetRowHeight(cell.row);
-    const QRect drawn = m_grid.GetCellRect(cell);
-    // The last column is drawn up to the window's edge.
-    return size == 0 ? 0 : divide.axis == Qt::Horizontal ? drawn.width() : drawn.height();
-}
-
-int GridSizing::StartOf(GridDivide divide) const {
-    if (SizeOf(divide) == 0) {
-        const GridDivide before{divide.axis, divide.index - 1};
-        return divide.index > 0 ? StartOf(before) + SizeOf(before) : 0;
-    }
-    return Along(divide.axis, m_grid.GetCellRect(CellOf(divide)).topLeft());
+GridDivide GridSizing::VisibleBefore(const GridGeometry& geometry, GridDivide divide) {
+    while (divide.index >= 0 && SizeOf(geometry, divide) == 0)
+        --divide.index;
+    return divide;
 }
 
 bool GridSizing::MayHide(Qt::Orientation axis) const {
     return axis == Qt::Horizontal && m_bAllowColHide;
 }
 
-/// The mouse may not leave the window while it sizes.
-QPoint GridSizing::Inside(QPoint point) const {
-    const QRect window = m_grid.viewport()->rect();
-    return {std::clamp(point.x(), window.left(), window.right()),
-            std::clamp(point.y(), window.top(), window.bottom())};
-}
-
 void GridSizing::Begin(GridDivide divide, QPoint point) {
     m_sized = divide;
-    m_ptBegin = point;
-    MoveTo(point);
+    m_ptBegin = m_ptLine = point;
 }
 
-void GridSizing::MoveTo(QPoint point) {
-    m_grid.viewport()->update(Line());
-    m_ptLine = Inside(point);
-    m_grid.viewport()->update(Line());
+void GridSizing::Shift(GridRowShift shift) {
+    if (!m_sized || m_sized->axis == Qt::Horizontal)
+        return;
+    m_sized->index = shift.Moved(CellOf(*m_sized)).row;
+    if (m_sized->index < 0)
+        Cancel();
 }
 
-void GridSizing::End(QPoint point) {
+std::optional<GridSizing::Sized> GridSizing::End(const GridGeometry& geometry, QPoint point) {
     const std::optional<GridDivide> divide = m_sized;
     Cancel();
-    point = Inside(point);
+    point = Inside(geometry, point);
     if (!divide || point == QPoint(0, 0) ||
         Along(divide->axis, point) == Along(divide->axis, m_ptBegin))
-        return;
-    const int size =
-        std::max(Along(divide->axis, point) - StartOf(*divide), MayHide(divide->axis) ? 0 : 1);
-    if (divide->axis == Qt::Horizontal)
-        m_grid.SetColumnWidth(divide->index, size);
-    else
-        m_grid.SetRowHeight(divide->index, size);
+        return {};
+    return Sized{*divide, std::max(Along(divide->axis, point) - StartOf(geometry, *divide),
+                                   MayHide(divide->axis) ? 0 : 1)};
 }
 
-void GridSizing::Cancel() {
-    m_grid.viewport()->update(Line());
-    m_sized.reset();
-}
-
-void GridSizing::AutoSize(GridDivide divide) {
-    while (divide.index >= 0 && SizeOf(divide) == 0)
-        --divide.index;
-    if (divide.axis == Qt::Horizontal)
-        m_grid.AutoSizeColumn(divide.index);
-    else
-        m_grid.AutoSizeRow(divide.index);
-}
-
-QRect GridSizing::Line() const {
-    const QRect window = m_grid.viewport()->rect();
+QRect GridSizing::Line(const GridGeometry& geometry) const {
     if (!m_sized)
         return {};
-    return m_sized->axis == Qt::Horizontal ? QRect(m_ptLine.x(), 0, kLineWidth, window.height())
-                                           : QRect(0, m_ptLine.y(), window.width(), kLineWidth);
+    const QPoint at = Inside(geometry, m_ptLine);
+    return m_sized->axis == Qt::Horizontal
+               ? QRect(at.x(), 0, kLineWidth, geometry.viewport.height())
+               : QRect(0, at.y(), geometry.viewport.width(), kLineWidth);
 }

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QPoint>
-#include <QRect>
+#include "grid/GridGeometry.h"
 
 #include <optional>
-
-class CGridCtrl;
 
 /// The end of a column (Qt::Horizontal) or row (Qt::Vertical), where the mouse takes hold of it.
 struct GridDivide {
@@ -14,14 +11,11 @@ struct GridDivide {
 };
 
 /// Sizes columns by their ends in the header, and rows by theirs in the fixed columns, with the
-/// mouse. A line shows where the end would be; the size is set when the button goes up.
+/// mouse. A line shows where the end would be; the size is to be set when the button goes up.
 ///
-/// Points are those of the grid's viewport. Interface thread only; a member of its grid.
+/// Points are those of the viewport. Its owner hands in where cells are now, and paints the line.
 class GridSizing {
 public:
-    explicit GridSizing(CGridCtrl& grid)
-        : m_grid(grid) {}
-
     bool m_bResizeColumns = true;
     bool m_bResizeRows = true;
     /// A column may be drawn down to width 0, and a hidden one back to sight.
@@ -29,30 +23,35 @@ public:
     /// How far from an end the mouse still takes hold of it, in pixels.
     int m_nResizeCaptureRange = 3;
 
-    [[nodiscard]] std::optional<GridDivide> DivideAt(QPoint point) const;
+    [[nodiscard]] std::optional<GridDivide> DivideAt(const GridGeometry& geometry,
+                                                     QPoint point) const;
 
     void Begin(GridDivide divide, QPoint point);
-    void MoveTo(QPoint point);
-    /// Sets the size, unless the mouse is where it began.
-    void End(QPoint point);
+    void MoveTo(QPoint point) { m_ptLine = point; }
     /// Leaves everything as it was.
-    void Cancel();
+    void Cancel() { m_sized.reset(); }
+    /// The divide moves with its row; where that goes, nothing is sized any more.
+    void Shift(GridRowShift shift);
 
-    /// Fits the column or row that ends at a divide, or the nearest before it that is not hidden,
-    /// to its content.
-    void AutoSize(GridDivide divide);
+    struct Sized {
+        GridDivide divide;
+        int size; ///< in pixels
+    };
+    /// Ends it, with the new size; none if the mouse is where it began.
+    std::optional<Sized> End(const GridGeometry& geometry, QPoint point);
 
     /// The line to be drawn by inverting what is there; empty while nothing is sized.
-    [[nodiscard]] QRect Line() const;
+    [[nodiscard]] QRect Line(const GridGeometry& geometry) const;
+
+    /// The nearest divide, from this one on to the left or upwards, that ends what is not hidden;
+    /// its index is -1 if there is none.
+    [[nodiscard]] static GridDivide VisibleBefore(const GridGeometry& geometry, GridDivide divide);
 
 private:
-    [[nodiscard]] int SizeOf(GridDivide divide) const;
-    [[nodiscard]] int StartOf(GridDivide divide) const;
     [[nodiscard]] bool MayHide(Qt::Orientation axis) const;
-    [[nodiscard]] int IndexAt(Qt::Orientation axis, int index, int position) const;
-    [[nodiscard]] QPoint Inside(QPoint point) const;
+    [[nodiscard]] int IndexAt(const GridGeometry& geometry, Qt::Orientation axis, int index,
+                              int position) const;
 
-    CGridCtrl& m_grid;
     std::optional<GridDivide> m_sized;
     QPoint m_ptBegin;
     QPoint m_ptLine;

@@ -85,6 +85,19 @@ struct CCellID {
     bool operator==(const CCellID&) const = default;
 };
 
+/// Rows that come before row `first`, or, where `count` is below 0, go from row `first` on.
+struct GridRowShift {
+    int first;
+    int count;
+
+    /// Where a cell is afterwards; none for one that went.
+    [[nodiscard]] CCellID Moved(CCellID cell) const {
+        if (cell.row < first)
+            return cell;
+        return cell.row < first - count ? CCellID{} : CCellID{cell.row + count, cell.col};
+    }
+};
+
 /// What the mouse is doing in the grid.
 enum class GridMouseMode {
     Nothing = 0,
@@ -99,6 +112,15 @@ enum class GridMouseMode {
     PrepareToDrag = 11,
     Dragging = 12,
 };
+
+/// What SetGridLines takes.
+namespace GridLines {
+inline constexpr int None = 0;
+inline constexpr int Horizontal = 1;
+inline constexpr int Vertical = 2;
+inline constexpr int Both = 3;
+inline constexpr int HeaderMarks = 4; ///< no lines, but ticks between the header's cells
+} // namespace GridLines
 
 /// Codes of the notifications to the grid's owner.
 inline constexpr int NM_CLICK = -2;
@@ -127,6 +149,9 @@ struct GridNotification {
 
 using GridNotifyHandler = std::function<void(GridNotification&)>;
 
+/// Fills the cells of a row when they are needed for the first time.
+using GridRowFiller = std::function<void(int row)>;
+
 /// Makes a cell of one class.
 using GridCellClass = std::unique_ptr<CGridCellBase> (*)();
 
@@ -137,7 +162,7 @@ inline constexpr GridCellClass RuntimeClass = +[]() -> std::unique_ptr<CGridCell
 };
 
 /// Compares two cells of a column: below 0, 0 or above 0. `data` is what SortItems was given.
-/// Either cell may be null.
+/// Either cell may be null. It answers the same whenever it is asked.
 using GridCompare = int (*)(const CGridCellBase* first, const CGridCellBase* second, qintptr data);
 
 /// Which rows AutoSizeColumn looks at.

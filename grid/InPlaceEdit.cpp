@@ -15,8 +15,9 @@ constexpr int kRoomBesideText = 8;
 
 } // namespace
 
-CInPlaceEdit::CInPlaceEdit(QWidget* viewport, const QString& text)
+CInPlaceEdit::CInPlaceEdit(QWidget* viewport, CCellID cell, const QString& text)
     : QLineEdit(text, viewport)
+    , m_idCell(cell)
     , m_strBegin(QLineEdit::text()) {
     setFrame(false);
     setAlignment(Qt::AlignLeft | Qt::AlignAbsolute); // as cells are, in every language

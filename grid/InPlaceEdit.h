@@ -1,5 +1,7 @@
 #pragma once
 
+#include "grid/GridTypes.h"
+
 #include <QElapsedTimer>
 #include <QLineEdit>
 
@@ -11,8 +13,12 @@ class CInPlaceEdit final : public QLineEdit {
     Q_OBJECT
 
 public:
-    /// A child of `viewport`, holding `text`, all of it selected.
-    CInPlaceEdit(QWidget* viewport, const QString& text);
+    /// A child of `viewport`, over `cell`, holding `text`, all of it selected.
+    CInPlaceEdit(QWidget* viewport, CCellID cell, const QString& text);
+
+    [[nodiscard]] CCellID Cell() const { return m_idCell; }
+    /// The cell has moved.
+    void SetCell(CCellID cell) { m_idCell = cell; }
 
     /// The edit began with a typed character, which takes the place of the text. Arrow keys then
     /// end the edit.
@@ -51,6 +57,7 @@ private:
     [[nodiscard]] bool IsSecondClick() const;
     void Fit();
 
+    CCellID m_idCell;
     QString m_strBegin;
     QRect m_rcPlace;
     bool m_bByCharacter = false;

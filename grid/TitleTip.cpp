@@ -17,7 +17,8 @@ ZTitleTip::ZTitleTip(QWidget* viewport)
     setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
-void ZTitleTip::Show(const QRect& place, int margin, const QString& text) {
+void ZTitleTip::Show(CCellID cell, const QRect& place, int margin, const QString& text) {
+    m_idCell = cell;
     m_strText = text;
     m_nMargin = margin;
     const QRect window = parentWidget()->rect();

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
+#include <string_view>
 #include <utility>
 
 int g_bSelectionOnly = 0;
@@ -24,32 +26,52 @@ int NextListId() {
     return next++;
 }
 
-/// Difference of two 32-bit numbers as a signed number, which wraps.
-int WrappingDifference(std::uint32_t a, std::uint32_t b) {
-    return static_cast<int>(a - b);
+/// What a track is sorted by.
+struct Key {
+    std::uint32_t number = 0;
+    std::u16string_view text; ///< with its case folded
+};
+
+/// The case goes letter by letter, so that the results compare as the texts do without regard to
+/// it, but many times as fast.
+void AppendFolded(std::u16string& folded, QStringView text) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        char32_t letter = text[i].unicode();
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            letter = QChar::surrogateToUcs4(text[i], text[i + 1]);
+        if (QChar::requiresSurrogates(letter))
+            ++i;
+        for (const char16_t unit : QChar::fromUcs4(QChar::toCaseFolded(letter)))
+            folded += unit;
+    }
 }
 
-int Compare(const CTrackRecord& a, const CTrackRecord& b, const TrackColumn& column) {
-    const QString& textA = a.*column.text;
-    const QString& textB = b.*column.text;
-    switch (column.key) {
+/// `column` is none for the check boxes.
+std::uint32_t NumberOf(const CTrackRecord& track, const TrackColumn* column) {
+    if (!column)
+        return track.m_bChecked;
+    switch (column->key) {
     case SortKey::Text:
-        return textA.compare(textB, Qt::CaseInsensitive);
+        return 0;
     case SortKey::Number:
-        return WrappingDifference(DecimalValue(textA), DecimalValue(textB));
+        return DecimalValue(track.*column->text);
     case SortKey::Duration:
-        return WrappingDifference(static_cast<std::uint32_t>(a.m_nDuration),
-                                  static_cast<std::uint32_t>(b.m_nDuration));
+        return static_cast<std::uint32_t>(track.m_nDuration);
     case SortKey::FileSize:
-        return WrappingDifference(static_cast<std::uint32_t>(a.m_nFileSize),
-                                  static_cast<std::uint32_t>(b.m_nFileSize));
+        return static_cast<std::uint32_t>(track.m_nFileSize);
     }
     return 0;
 }
 
-/// `column` is none for the check boxes.
-int CompareBy(const CTrackRecord& a, const CTrackRecord& b, const TrackColumn* column) {
-    return column ? Compare(a, b, *column) : a.m_bChecked - b.m_bChecked;
+bool SortsByText(const TrackColumn* column) {
+    return column && column->key == SortKey::Text;
+}
+
+/// Numbers by their difference as a signed number of 32 bits, which wraps.
+int Compare(const Key& a, const Key& b) {
+    if (a.number != b.number)
+        return static_cast<int>(a.number - b.number);
+    return a.text.compare(b.text);
 }
 
 } // namespace
@@ -181,7 +203,12 @@ int CMediaList::CompareRecords(int i, int j, unsigned columnBit) const {
     const TrackColumn* column = FindTrackColumn(columnBit);
     if (!a || !b || (columnBit != 0 && !column))
         return 0;
-    return CompareBy(*a, *b, column);
+    std::u16string texts[2];
+    if (SortsByText(column)) {
+        AppendFolded(texts[0], a->*column->text);
+        AppendFolded(texts[1], b->*column->text);
+    }
+    return Compare({NumberOf(*a, column), texts[0]}, {NumberOf(*b, column), texts[1]});
 }
 
 int CMediaList::SortBy(unsigned columnBit, int direction) {
@@ -193,16 +220,35 @@ int CMediaList::SortBy(unsigned columnBit, int direction) {
     if (columnBit != 0 && !column)
         return 0;
     m_sortOrder = SortOrder{columnBit, direction != 0};
-    std::vector<const CTrackRecord*> before(m_records.size());
-    std::transform(m_records.begin(), m_records.end(), before.begin(),
-                   [](const auto& record) { return record.get(); });
-    MergeSort(m_records, [column, direction](const auto& a, const auto& b) {
-        const int order = CompareBy(*a, *b, column);
+
+    struct Item {
+        Key key;
+        std::unique_ptr<CTrackRecord> record;
+    };
+    std::u16string texts; // all in one, for they are read in no order
+    std::vector<std::size_t> ends;
+    for (const auto& record : m_records) {
+        if (SortsByText(column))
+            AppendFolded(texts, (*record).*column->text);
+        ends.push_back(texts.size());
+    }
+    std::vector<Item> items;
+    items.reserve(m_records.size());
+    for (std::size_t i = 0, start = 0; i < m_records.size(); start = ends[i++]) {
+        const auto text = std::u16string_view(texts).substr(start, ends[i] - start);
+        items.push_back({{NumberOf(*m_records[i], column), text}, std::move(m_records[i])});
+    }
+    MergeSort(items, [direction](const Item& a, const Item& b) {
+        const int order = Compare(a.key, b.key);
         return direction ? order > 0 : order < 0;
     });
+    std::transform(items.begin(), items.end(), m_records.begin(),
+                   [](Item& item) { return std::move(item.record); });
+    const bool changed =
+        !std::is_sorted(m_records.begin(), m_records.end(),
+                        [](const auto& a, const auto& b) { return a->m_iIndex < b->m_iIndex; });
     Number();
-    return !std::equal(m_records.begin(), m_records.end(), before.begin(),
-                       [](const auto& record, const auto* old) { return record.get() == old; });
+    return changed;
 }
 
 int CMediaList::MoveCheckedUp(std::vector<int>& changedFlags) {

@@ -3,6 +3,7 @@
 #include "base/FileKinds.h"
 #include "base/Guard.h"
 #include "base/Language.h"
+#include "grid/GridAccessible.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"
@@ -39,9 +40,11 @@ CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid)
     , m_grid(grid) {
     SetColumns(kDefaultColumns);
     ConfigureGrid();
+    m_removing = m_lists.OnRemoving([this](const CMediaList& list) { OnRemoving(list); });
 }
 
 void CTrackView::ConfigureGrid() {
+    GridAccessible::Install();
     m_grid.EnableDragAndDrop(false);
     m_grid.SetGridBkColor(kPage);
     CGridDefaultCell& body = *m_grid.GetDefaultCell(false, false);
@@ -56,6 +59,7 @@ void CTrackView::ConfigureGrid() {
     m_grid.SetGridLines(GridLines::HeaderMarks);
     m_grid.SetListMode(true);
     m_grid.SetCompareFunction(&CompareNumbers);
+    m_grid.SetRowFiller([this](int row) { FillRow(row); });
 }
 
 void CTrackView::SetColumns(unsigned columns) {
@@ -74,15 +78,20 @@ void CTrackView::ToggleColumn(int command) {
     FillGrid();
 }
 
-int CTrackView::CountRows() const {
-    int rows = 1;
+/// Gives each list on screen its rows, and returns the number of all rows.
+int CTrackView::MakeSections() {
+    m_sections.clear();
+    int row = IsExclusiveView() ? 0 : 1;
     for (const auto& list : m_lists.All()) {
-        if (list->IsOnScreen() && !IsExclusiveView())
-            ++rows;
-        if (list->ShowsTracks())
-            rows += list->GetCount();
+        if (!list->IsOnScreen())
+            continue;
+        if (IsExclusiveView())
+            list->m_bExpanded = 1;
+        const int tracks = list->ShowsTracks() ? list->GetCount() : 0;
+        m_sections.push_back({list->m_iId, row, tracks, tracks});
+        row += 1 + tracks;
     }
-    return rows;
+    return std::max(row, 1);
 }
 
 void CTrackView::FillGrid() {
@@ -119,20 +128,31 @@ CCellID CTrackView::FocusAfter(CCellID before, const Row& focused) {
 void CTrackView::BuildRows() {
     m_grid.DeleteAllItems();
     ForgetRows();
-    m_grid.SetRowCount(CountRows());
+    m_grid.SetRowCount(MakeSections());
     m_grid.SetColumnCount(static_cast<int>(m_columns.size()) + 1);
     m_grid.SetFixedRowCount(1);
     m_grid.SetFixedColumnCount(0);
     m_grid.SetColumnWidth(kCheckColumn, 1);
     for (int column = 1; column < m_grid.GetColumnCount(); ++column)
         m_grid.SetColumnWidth(column, kFirstWidth);
-    FillHeader();
-    int row = 1;
-    for (const auto& list : m_lists.All())
-        if (list->IsOnScreen())
-            row = FillSection(*list, row);
+    NumberRows();
+    for (const Section& section : m_sections)
+        SelectMarked(section, *m_lists.FindListById(section.listId), 0);
     MarkSortColumn();
     m_grid.AutoSizeColumns();
+}
+
+/// A row whose list or track has gone meanwhile stays empty until somebody tells of that.
+void CTrackView::FillRow(int row) {
+    if (row == 0) {
+        FillHeader();
+        return;
+    }
+    const auto [list, index] = FindRow(row);
+    if (list && index == -1)
+        FillTitleRow(*list, row);
+    else if (list)
+        FillTrackRow(*list, index, row);
 }
 
 /// The header marks the column that the active list is sorted by.
@@ -158,10 +178,18 @@ void CTrackView::ForgetRows() {
 }
 
 CTrackView::Row CTrackView::FindRow(int row) const {
-    for (const auto& list : m_lists.All())
-        for (int index = -1; row > 0 && index < list->GetCount(); ++index)
-            if (RowOf(*list, index) == row)
-                return {list.get(), index};
+    for (const Section& section : m_sections) {
+        CMediaList* list = m_lists.FindListById(section.listId);
+        if (!list || row < 1 || row < section.titleRow || row >= section.RowOf(section.tracks))
+            continue;
+        const int index = row - section.RowOf(0);
+        if (index == -1)
+            return {list, -1};
+        // Of tracks that have changed places nobody may have told yet.
+        const CTrackRecord* track = (*list)[index];
+        const int found = track && track->m_iRow == row ? index : list->BodyHit(row);
+        return found == -1 ? Row{} : Row{list, found};
+    }
     return {};
 }
 
@@ -172,24 +200,9 @@ const TrackColumn* CTrackView::ColumnAt(int gridColumn) const {
                : nullptr;
 }
 
-/// Below 1 for what had no row at the last FillGrid().
+/// Below 1 for what has no row.
 int CTrackView::RowOf(const CMediaList& list, int index) {
     return index == -1 ? list.m_iTitleRow : list[index]->m_iRow;
-}
-
-/// Fills the rows of a list from `row` on, and returns the row behind them.
-int CTrackView::FillSection(CMediaList& list, int row) {
-    if (IsExclusiveView()) {
-        list.m_bExpanded = 1;
-    } else {
-        list.m_iTitleRow = row;
-        FillTitleRow(list, row++);
-    }
-    for (int index = 0; list.m_bExpanded && index < list.GetCount(); ++index) {
-        list[index]->m_iRow = row;
-        FillTrackRow(list, index, row++);
-    }
-    return row;
 }
 
 void CTrackView::FillHeader() {
@@ -235,8 +248,6 @@ void CTrackView::WriteTitle(const CMediaList& list, int row) {
 void CTrackView::FillTrackRow(const CMediaList& list, int index, int row) {
     m_grid.SetCellType(row, kCheckColumn, RuntimeClass<CGridCellCheck>);
     WriteTrack(list, index, row);
-    if (list[index]->m_bRowSelected)
-        SelectRow(row, true);
 }
 
 void CTrackView::WriteTrack(const CMediaList& list, int index, int row) {
@@ -264,32 +275,22 @@ void CTrackView::WriteCheck(const CTrackRecord& track, int row) {
         check->SetCheck(track.m_bChecked != 0);
 }
 
-void CTrackView::SelectRow(int row, bool select) {
-    for (int column = 0; column < m_grid.GetColumnCount(); ++column) {
-        const auto state = m_grid.GetItemState(row, column);
-        m_grid.SetItemState(row, column,
-                            select ? state | GridState::Selected : state & ~GridState::Selected);
-    }
-}
-
 void CTrackView::RefreshRows(int keepSelection, const CMediaList* list, int index) {
-    if (!list || index < -1 || index >= list->GetCount() || !list->IsOnScreen() ||
-        (index == -1 && IsExclusiveView()))
+    if (!list || index < -1 || index >= list->GetCount() || !list->IsOnScreen())
         return;
-    // A scan appends tracks, which have no row until the next FillGrid().
     const int row = RowOf(*list, index);
-    if (row < 1 || row >= m_grid.GetRowCount())
+    if (row < 1)
+        return;
+    if (!keepSelection)
+        m_grid.SelectRow(row, index >= 0 && (*list)[index]->m_bRowSelected);
+    if (index >= 0 && m_iLastListId != m_current.listId && (*list)[index]->m_bRowSelected)
+        m_grid.SelectRow(row, true);
+    if (!m_grid.HasCells(row)) // it will be written when it is needed
         return;
     if (index == -1)
         WriteTitle(*list, row);
-    else if (list->ShowsTracks())
-        WriteTrack(*list, index, row);
     else
-        return;
-    if (!keepSelection)
-        SelectRow(row, index >= 0 && (*list)[index]->m_bRowSelected);
-    if (index >= 0 && m_iLastListId != m_current.listId && (*list)[index]->m_bRowSelected)
-        SelectRow(row, true);
+        WriteTrack(*list, index, row);
     m_grid.RedrawRow(row);
 }
 
@@ -302,11 +303,10 @@ void CTrackView::ShowPlayingList(int listId) {
 }
 
 void CTrackView::RefreshChecks(const CMediaList& list) {
-    if (list.ShowsTracks()) {
-        for (int index = 0; index < list.GetCount(); ++index)
-            WriteCheck(*list[index], RowOf(list, index));
-        m_grid.Refresh();
-    }
+    for (int index = 0; index < list.GetCount(); ++index)
+        if (const int row = RowOf(list, index); row > 0 && m_grid.HasCells(row))
+            WriteCheck(*list[index], row);
+    m_grid.Refresh();
     RefreshRows(1, &list, -1);
 }
 
@@ -317,7 +317,8 @@ void CTrackView::SortColumn(int gridColumn) {
         return;
     if (list->SortBy(column ? column->bit : 0, CMediaList::kToggleDirection)) {
         list->m_bModified = 1;
-        FillGrid();
+        if (Section* section = FindSection(*list))
+            RemapTracks(*section, *list);
     }
     MarkSortColumn();
 }
@@ -376,7 +377,7 @@ void CTrackView::ActivateList(int listId) {
 }
 
 void CTrackView::FitColumns() {
-    m_grid.AutoSizeColumns();
+    m_grid.RefitColumns();
 }
 
 void CTrackView::ScrollToList(int listId) {

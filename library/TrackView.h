@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "grid/GridTypes.h"
 #include "library/ITrackView.h"
 #include "library/TrackRecord.h"
@@ -24,9 +25,10 @@ inline constexpr int kPlayingListImage = 7;
 /// Shows the lists in the grid, each as a section of a title row and, when open, a row per track,
 /// and lets clicks on the grid change the lists.
 ///
-/// The rows of the grid carry nothing of their own: records and lists remember the row that the
-/// last FillGrid() gave them. What changes the number of rows is followed by FillGrid(), what
-/// changes the texts of one track by RefreshRows().
+/// The rows of the grid carry nothing of their own. They are written when the grid needs them, from
+/// what the lists hold then; records and lists remember the row that they got last. Whoever changes
+/// the tracks of a list tells which have come or gone, whoever changes the texts of one calls
+/// RefreshRows().
 ///
 /// Thread: interface thread. Lifetime: what the constructor takes outlives this.
 class CTrackView : public ITrackView {
@@ -59,9 +61,9 @@ public:
     /// from a track that has gone to the next one.
     void FillGrid() override;
 
-    void OnTracksAppended(const CMediaList&, int) override { FillGrid(); }
-    void OnTracksRemoved(const CMediaList&, const std::vector<int>&) override { FillGrid(); }
-    void RefillSection(const CMediaList&) override { FillGrid(); }
+    void OnTracksAppended(const CMediaList& list, int first) override;
+    void OnTracksRemoved(const CMediaList& list, const std::vector<int>& indices) override;
+    void RefillSection(const CMediaList& list) override;
     void RefreshRows(int keepSelection, const CMediaList* list, int index) override;
     void RefreshChecks(const CMediaList& list) override;
     void ShowText(const QString& path, TrackText text, const QString& value) override;
@@ -114,10 +116,21 @@ private:
         int index = -1;
     };
 
+    /// The rows of a list: that of its title and, behind it, one for each track that is shown.
+    struct Section {
+        int listId;
+        int titleRow; ///< the header's in an exclusive view, where there is no title
+        int tracks;   ///< shown: none of a closed section, nor those that nobody has told of
+        int fitted;   ///< of the first ones the columns have been fitted to the texts
+
+        [[nodiscard]] int RowOf(int index) const { return titleRow + 1 + index; }
+    };
+
     // TrackView.cpp
     void ConfigureGrid();
-    [[nodiscard]] int CountRows() const;
+    [[nodiscard]] int MakeSections();
     void BuildRows();
+    void FillRow(int row);
     [[nodiscard]] CCellID FocusAfter(CCellID before, const Row& focused);
     void ForgetRows();
     [[nodiscard]] Row FindRow(int row) const;
@@ -125,13 +138,25 @@ private:
     [[nodiscard]] static int RowOf(const CMediaList& list, int index);
     void FillHeader();
     void MarkSortColumn();
-    int FillSection(CMediaList& list, int row);
     void FillTitleRow(const CMediaList& list, int row);
     void FillTrackRow(const CMediaList& list, int index, int row);
     void WriteTitle(const CMediaList& list, int row);
     void WriteTrack(const CMediaList& list, int index, int row);
     void WriteCheck(const CTrackRecord& track, int row);
-    void SelectRow(int row, bool select);
+
+    // TrackViewRows.cpp
+    [[nodiscard]] Section* FindSection(const CMediaList& list);
+    void InsertRows(int first, int count);
+    void DeleteRows(int first, int count);
+    void NumberRows(int firstRow = 0);
+    void SelectMarked(const Section& section, const CMediaList& list, int first);
+    void ShowNewTracks(Section& section, const CMediaList& list);
+    void HideTracks(Section& section);
+    void InsertSection(const CMediaList& list);
+    void DeleteSection(const CMediaList& list);
+    void RemapTracks(Section& section, const CMediaList& list);
+    void FoldSection(CMediaList& list);
+    void OnRemoving(const CMediaList& list);
 
     // TrackViewInput.cpp
     void OnClick(int row, CheckMark mark);
@@ -142,7 +167,6 @@ private:
     void SelectClicked(CCellID cell);
     void OnDoubleClick(int row);
     void ToggleChecks();
-    void FoldSection(CMediaList& list);
     void PlayTrack(CMediaList& list, int index);
     [[nodiscard]] bool AllowsEdit(CCellID cell) const;
     void OnEdited(CCellID cell);
@@ -151,6 +175,9 @@ private:
     CGridCtrl& m_grid;
     unsigned m_dwColumns;
     std::vector<const TrackColumn*> m_columns; ///< the visible ones, as the mask tells
+
+    std::vector<Section> m_sections; ///< in the order of their rows
+    CListening m_removing;
 
     CurrentTrackHandler m_pfnCurrentTrack;
     PlayHandler m_pfnPlay;

@@ -58,9 +58,10 @@ void CTrackView::OnClick(int row, CheckMark mark) {
 /// What rows are selected is the grid's business, which knows of the keys that were held.
 void CTrackView::ClickList(CMediaList& list, int row, CheckMark mark) {
     const int wasActive = list.m_bActive;
-    const bool titleHit = list.IsTitleHit(row);
+    const Row hit = FindRow(row);
+    const bool titleHit = hit.list == &list && hit.index == -1;
     list.m_bActive = titleHit;
-    const int clicked = list.BodyHit(row);
+    const int clicked = hit.list == &list ? hit.index : -1;
     if (clicked >= 0)
         ClickTrack(list, clicked, mark);
     ForgetOtherSelections(list, clicked);
@@ -141,32 +142,19 @@ void CTrackView::ToggleChecks() {
     if (!list || !list->IsOnScreen() || !list->ShowsTracks())
         return;
     std::vector<int> selected;
-    for (int index = 0; index < list->GetCount(); ++index) {
-        const int row = RowOf(*list, index);
-        if (row > 0 && row < m_grid.GetRowCount() &&
-            m_grid.GetItemState(row, kCheckColumn + 1) & GridState::Selected)
-            selected.push_back(index);
-    }
+    for (const int row : m_grid.GetSelectedRows())
+        if (const Row hit = FindRow(row); hit.list == list && hit.index >= 0)
+            selected.push_back(hit.index);
     const bool check = std::any_of(selected.begin(), selected.end(),
                                    [&](int index) { return !(*list)[index]->m_bChecked; });
     for (const int index : selected) {
-        CTrackRecord& track = *(*list)[index];
-        track.m_bChecked = check;
-        WriteCheck(track, track.m_iRow);
-        m_grid.RedrawRow(track.m_iRow);
+        (*list)[index]->m_bChecked = check;
+        if (const int row = RowOf(*list, index); m_grid.HasCells(row)) {
+            WriteCheck(*(*list)[index], row);
+            m_grid.RedrawRow(row);
+        }
     }
     RefreshRows(1, list, -1);
-}
-
-void CTrackView::FoldSection(CMediaList& list) {
-    if (list.GetCount() == 0)
-        return;
-    const int horizontal = m_grid.horizontalScrollBar()->value();
-    const int vertical = m_grid.verticalScrollBar()->value();
-    list.m_bExpanded = !list.m_bExpanded;
-    FillGrid();
-    m_grid.horizontalScrollBar()->setValue(horizontal);
-    m_grid.verticalScrollBar()->setValue(vertical);
 }
 
 void CTrackView::PlayTrack(CMediaList& list, int index) {

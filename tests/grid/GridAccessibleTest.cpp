@@ -264,8 +264,14 @@ protected:
         m_grid->setFocus();
         SetActive(true);
         s_events.clear();
+        s_rows.clear();
         m_before = QAccessible::installUpdateHandler([](QAccessibleEvent* event) {
             s_events.emplace_back(event->type(), event->accessibleInterface());
+            if (event->type() != QAccessible::TableModelChanged)
+                return;
+            const auto* change = static_cast<QAccessibleTableModelChangeEvent*>(event);
+            if (change->modelChangeType() != QAccessibleTableModelChangeEvent::ModelReset)
+                s_rows.emplace_back(change->firstRow(), change->lastRow());
         });
     }
     ~GridAccessibleEvents() override {
@@ -285,6 +291,7 @@ protected:
     std::unique_ptr<CGridCtrl> m_grid = MakeGrid(6, 3);
     QAccessible::UpdateHandler m_before = nullptr;
     static inline std::vector<Event> s_events;
+    static inline std::vector<std::pair<int, int>> s_rows; ///< that came or went: first, last
 };
 
 TEST_F(GridAccessibleEvents, AFillIsOneChange) {
@@ -340,6 +347,30 @@ TEST_F(GridAccessibleEvents, TextsAndChecksAreToldWhenTheyAreRedrawn) {
     EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::NameChanged, CellOf(m_grid, 0, 2)}}));
     m_grid->RedrawRow(1);
     EXPECT_TRUE(Events().empty());
+}
+
+TEST_F(GridAccessibleEvents, RowsThatComeAndGoAreToldAndTheOthersAreKnownOn) {
+    auto* table = TableOf(m_grid);
+    auto* above = CellOf(m_grid, 0, 1);
+    auto* below = CellOf(m_grid, 4, 1);
+    const auto gone = QAccessible::uniqueId(CellOf(m_grid, 2, 1));
+    Events();
+    m_grid->InsertRows(2, 3);
+    EXPECT_EQ(CellOf(m_grid, 0, 1), above);
+    EXPECT_EQ(CellOf(m_grid, 7, 1), below);
+    EXPECT_EQ(below->tableCellInterface()->rowIndex(), 7);
+    m_grid->SetSelectedRange(6, 0, 6, 2);
+    Events();
+    m_grid->DeleteRows(6, 1);
+    EXPECT_EQ(QAccessible::accessibleInterface(gone), nullptr);
+    EXPECT_EQ(CellOf(m_grid, 6, 1), below);
+    EXPECT_EQ(table->tableInterface()->selectedRowCount(), 0);
+    EXPECT_EQ(s_rows, (std::vector<std::pair<int, int>>{{1, 3}}));
+    EXPECT_EQ(Events(), (std::vector<Event>{{QAccessible::TableModelChanged, table},
+                                            {QAccessible::SelectionWithin, table}}));
+    EXPECT_EQ(s_rows, (std::vector<std::pair<int, int>>{{1, 3}, {5, 5}}));
+    m_grid->RenewRows(7, 1);
+    EXPECT_EQ(KnownCells(m_grid), 1);
 }
 
 TEST_F(GridAccessibleEvents, NothingIsToldWithoutAReaderOrAGrid) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "grid/GridAccessible.h"
 #include "grid/GridCtrl.h"
 #include "tests/fixtures/Printers.h"
 
@@ -13,6 +14,7 @@
 /// A grid as the program configures it: one header row, list mode, ticks between header cells.
 /// Cells carry their place as text: "3/1" is row 3, column 1.
 inline std::unique_ptr<CGridCtrl> MakeGrid(int rows, int cols) {
+    GridAccessible::Install();
     auto grid = std::make_unique<CGridCtrl>(nullptr, rows, cols, rows > 0 ? 1 : 0, 0);
     for (const bool row : {false, true}) {
         for (const bool col : {false, true})

@@ -20,7 +20,6 @@ TEST(GridCounts, CellsThatStayKeepTheirContentAndFixedCellsFollowTheFixedCounts)
     EXPECT_EQ(grid->SetColumnCount(4), 1);
     EXPECT_EQ(TextAt(*grid, 2, 1), QStringLiteral("2/1"));
     EXPECT_EQ(TextAt(*grid, 4, 3), QString());
-    EXPECT_EQ(grid->GetCell(4, 3)->GetGrid(), grid.get());
     EXPECT_EQ(grid->SetFixedRowCount(2), 1);
     EXPECT_EQ(grid->SetFixedColumnCount(1), 1);
     EXPECT_EQ(grid->GetItemState(1, 0), Fixed | FixedRow | FixedCol);
@@ -122,8 +121,8 @@ TEST(GridDefaults, CellsTakeWhatTheyLeaveUnset) {
     CGridCellBase& cell = *grid->GetCell(1, 1);
     const CGridCellBase& header = *grid->GetCell(0, 1);
     CGridDefaultCell& body = *grid->GetDefaultCell(false, false);
-    EXPECT_EQ(cell.GetTextClr(), grid->GetSystemColours().windowText);
-    EXPECT_EQ(header.GetBackClr(), grid->GetSystemColours().face);
+    EXPECT_EQ(cell.GetTextClr(), grid->GetLook().m_crSystem.windowText);
+    EXPECT_EQ(header.GetBackClr(), grid->GetLook().m_crSystem.face);
     EXPECT_EQ(CGridCtrl().GetDefaultCell(false, false)->GetSize(), QSize(30, 10));
 
     body.SetTextClr(0x112233);

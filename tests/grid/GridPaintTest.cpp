@@ -176,7 +176,8 @@ TEST(GridPaint, LinesDivideCellsAndFrameTheFocusedOne) {
     for (const int mode : {GridLines::None, GridLines::Horizontal, GridLines::Vertical,
                            GridLines::Both, GridLines::HeaderMarks}) {
         grid->SetGridLines(mode);
-        const int line = grid->HasLines() ? 1 : 0; // the frame stays inside the cell's own lines
+        const int line =
+            grid->GetLook().HasLines() ? 1 : 0; // the frame stays inside the cell's own lines
         for (const qreal scale : kScales) {
             const QImage picture = Picture(*grid, scale);
             const int width = qRound(scale);

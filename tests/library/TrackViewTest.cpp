@@ -358,6 +358,105 @@ TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
     EXPECT_EQ(TitleText(5), QStringLiteral("All (0/2)"));
 }
 
+/// What a section and the grid hold after tracks came, went or took others' places.
+TEST_F(TrackViewTest, RowsChangeByRange) {
+    const auto hold = [&](const char* titles) {
+        EXPECT_EQ(m_grid.GetRowCount(), 2 + m_all.GetCount() + m_all.m_iTitleRow - 1);
+        EXPECT_EQ(Titles(2, m_all.m_iTitleRow - 2), QString::fromLatin1(titles));
+        for (int row = 2; row < m_all.m_iTitleRow; ++row) {
+            EXPECT_EQ(m_grid.GetCell(row, 1)->GetBackClr(),
+                      row % 2 ? m_collection.m_crRowOdd : m_collection.m_crRowEven);
+        }
+    };
+    const auto remove = [&](const char* title) {
+        m_view.OnTracksRemoved(m_collection, m_collection.RemoveIf([&](const CTrackRecord& track) {
+            return track.m_strTitle.contains(QLatin1String(title));
+        }));
+    };
+    m_grid.show();
+    m_grid.SetColumnWidth(2, 77);
+    Click(7, 1);
+    const int wide = m_grid.GetColumnWidth(1);
+    const std::string text(60, 'm');
+    AddTrack(m_collection, text.c_str(), "/c/");
+    AddTrack(m_collection, "last", "/c/");
+    m_view.OnTracksAppended(m_collection, 3);
+    hold(("beta gamma alpha " + text + " last").c_str());
+    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (0/5)"));
+    EXPECT_GT(m_grid.GetColumnWidth(1), wide);
+    EXPECT_EQ(m_grid.GetColumnWidth(2), 77);
+    EXPECT_EQ(SelectedRows(), "9");
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{9, 1}));
+    remove("mmm");
+    hold("beta gamma alpha last");
+    m_view.FitColumns();
+    EXPECT_EQ(m_grid.GetColumnWidth(1), wide);
+    EXPECT_EQ(m_grid.GetColumnWidth(2), 77);
+
+    Click(3, 2);
+    remove("gamma");
+    hold("beta alpha last");
+    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (0/3)"));
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 2})) << "on the next track";
+    EXPECT_EQ(m_all[1]->m_iRow, 7);
+    m_view.OnTracksAppended(m_playlist, 0); // not on screen
+
+    for (int i = 0; i < 200; ++i)
+        AddTrack(m_collection, i % 2 ? "odd" : "even", "/c/");
+    m_view.OnTracksAppended(m_collection, 3);
+    m_grid.resize(800, 400);
+    m_grid.EnsureVisible(190, 0);
+    const int top = m_grid.GetCellFromPt(m_grid.GetGeometry().Body().topLeft(), false).row;
+    m_grid.SetFocusCell({m_all.m_iTitleRow - 1, 1}); // an odd one
+    m_grid.SelectRow(m_all.m_iTitleRow - 2, true);
+    remove("even"); // many runs
+    EXPECT_EQ(m_grid.GetRowCount(), 108);
+    EXPECT_EQ(m_grid.GetFocusCell().row, 104);
+    EXPECT_EQ(SelectedRows(), "");
+    EXPECT_NEAR(m_grid.GetCellFromPt(m_grid.GetGeometry().Body().topLeft(), false).row,
+                5 + (top - 5) / 2, 1);
+    remove("odd");
+    hold("beta alpha last");
+}
+
+TEST_F(TrackViewTest, SectionsComeGoAndAreRefilled) {
+    Click(7, 1);
+    m_collection.ClearAll();
+    AddTrack(m_collection, "new", "/c/");
+    m_view.RefillSection(m_collection);
+    EXPECT_EQ(m_grid.GetRowCount(), 6);
+    EXPECT_EQ(Text(2, 1), QStringLiteral("new"));
+    EXPECT_EQ(SelectedRows(), "5");
+    CMediaList& phone = m_lists.Add(QStringLiteral("Phone"), MEDIA_TYPE_PHONE, 1);
+    AddTrack(phone, "x", "/p/");
+    m_view.RefillSection(phone);
+    AddTrack(m_playlist, "song", "/p/");
+    m_playlist.m_bVisible = 1;
+    m_view.RefillSection(m_playlist); // the first list
+    EXPECT_EQ(TitleText(1), QStringLiteral("Playlist (0/1)"));
+    EXPECT_EQ(Titles(8, 2), QStringLiteral(" x"));
+    EXPECT_EQ(SelectedRows(), "7");
+    EXPECT_EQ(phone[0]->m_iRow, 9);
+    m_playlist.m_bVisible = 0;
+    m_view.RefillSection(m_playlist);
+    EXPECT_EQ(m_playlist.m_iTitleRow, -1);
+    EXPECT_EQ(phone.m_iTitleRow, 6);
+    Click(7, 1);
+    m_lists.Remove(phone.m_iId);
+    EXPECT_EQ(m_grid.GetRowCount(), 6);
+    EXPECT_EQ(m_view.GetCurrentTrack(), TrackPlace{});
+
+    AddTrack(m_playlist, "another", "/p/");
+    g_bPlaylistOnly = 1;
+    m_view.RefillSection(m_playlist);
+    EXPECT_EQ(m_grid.GetRowCount(), 3);
+    m_playlist.ClearAll();
+    AddTrack(m_playlist, "only", "/p/");
+    m_view.RefillSection(m_playlist);
+    EXPECT_EQ(m_grid.GetRowCount(), 2);
+    EXPECT_EQ(Text(1, 1), QStringLiteral("only"));
+}
+
 TEST_F(TrackViewTest, RowsStayRightWhileAScanAppends) {
     AddTrack(m_collection, "new", "/c/");
     Click(5, 2);

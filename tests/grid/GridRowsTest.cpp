@@ -1,0 +1,193 @@
+#include "tests/grid/GridInputFixture.h"
+
+#include <QScrollBar>
+
+namespace {
+
+/// Rows that come or go in the midst of a shown grid.
+class GridRows : public GridInput {
+protected:
+    /// Rows before row `first`, or for a `count` below 0 those from there on.
+    bool Shift(int first, int count) {
+        return count > 0 ? m_grid->InsertRows(first, count) : m_grid->DeleteRows(first, -count);
+    }
+    [[nodiscard]] QString FirstInSight() const {
+        const CCellID cell = m_grid->GetCellFromPt(m_grid->GetGeometry().Body().topLeft(), false);
+        return TextAt(*m_grid, cell.row, 0);
+    }
+};
+
+TEST_F(GridRows, WhatIsInSightStaysWhereItIs) {
+    const struct {
+        int first;
+        int count;
+        int top; ///< the row at the head of the view, before and
+        int topAfter;
+    } cases[] = {
+        {20, 10, 50, 60},  {50, 10, 50, 60},   {51, 10, 50, 50},  {200, 10, 50, 50},
+        {20, -10, 50, 40}, {45, -10, 50, 45},  {50, -10, 50, 50}, {51, -10, 50, 50},
+        {1, 10, 1, 11},    {190, -10, 50, 50},
+    };
+    for (const auto& [first, count, top, topAfter] : cases) {
+        SCOPED_TRACE(std::to_string(first) + " " + std::to_string(count));
+        Renew();
+        m_grid->SetColumnWidth(0, 33);
+        m_grid->SetRowHeight(top, 44);
+        m_grid->verticalScrollBar()->setValue((top - 1) * m_grid->GetRowHeight(2));
+        ASSERT_TRUE(Shift(first, count));
+        EXPECT_EQ(m_grid->GetRowCount(), 200 + count);
+        const bool gone = count < 0 && top >= first && top < first - count;
+        EXPECT_EQ(FirstInSight(), QStringLiteral("%1/0").arg(gone ? first - count : top));
+        EXPECT_EQ(m_grid->verticalScrollBar()->value(), (topAfter - 1) * m_grid->GetRowHeight(2));
+        EXPECT_EQ(m_grid->GetRowHeight(topAfter) == 44, !gone);
+        EXPECT_EQ(m_grid->GetColumnWidth(0), 33);
+        EXPECT_TRUE(count < 0 || TextAt(*m_grid, first, 0).isEmpty());
+    }
+}
+
+TEST_F(GridRows, SelectionFocusAndTheStartOfASelectionGoWithTheirRows) {
+    const struct {
+        int first;
+        int count;
+        std::vector<int> selected;
+        CCellID focus;
+        std::vector<int> extended; ///< by Shift+Down afterwards
+    } cases[] = {
+        {2, 3, {7, 8, 9}, {9, 1}, {7, 8, 9, 10}},
+        {5, 3, {4, 8, 9}, {9, 1}, {4, 5, 6, 7, 8, 9, 10}},
+        {7, 3, {4, 5, 6}, {6, 1}, {4, 5, 6, 7}},
+        {1, -2, {2, 3, 4}, {4, 1}, {2, 3, 4, 5}},
+        {5, -1, {4, 5}, {5, 1}, {4, 5, 6}},
+        {4, -1, {4, 5}, {5, 1}, {5, 6}},
+        {6, -4, {4, 5}, {}, {4, 5}},
+    };
+    for (const auto& [first, count, selected, focus, extended] : cases) {
+        SCOPED_TRACE(std::to_string(first) + " " + std::to_string(count));
+        Renew();
+        Click({4, 1});
+        Click({6, 1}, Qt::ShiftModifier);
+        Take();
+        ASSERT_TRUE(Shift(first, count));
+        EXPECT_EQ(Take(), Notes{});
+        EXPECT_EQ(SelectedRows(), selected);
+        EXPECT_EQ(m_grid->GetSelectedCount(), int(selected.size()) * 4);
+        EXPECT_EQ(m_grid->GetFocusCell(), focus);
+        if (!focus.IsValid())
+            continue;
+        EXPECT_TRUE(m_grid->GetCell(focus.row, focus.col)->IsFocused());
+        Press(Qt::Key_Down, Qt::ShiftModifier);
+        EXPECT_EQ(SelectedRows(), extended);
+    }
+}
+
+TEST_F(GridRows, AnEditGoesWithItsRowAndEndsWithItWithoutItsText) {
+    const struct {
+        int first;
+        int count;
+        int row; ///< that is edited afterwards; -1: none
+    } cases[] = {{20, 10, 65}, {60, 1, 55}, {1, -40, 15}, {55, -1, -1}, {40, -16, -1}};
+    for (const auto& [first, count, row] : cases) {
+        SCOPED_TRACE(std::to_string(first) + " " + std::to_string(count));
+        Renew();
+        m_grid->SetEditable(true);
+        m_grid->verticalScrollBar()->setValue(50 * m_grid->GetRowHeight(1));
+        m_grid->SetFocusCell({55, 1});
+        Press(Qt::Key_N);
+        const QRect place = Editor()->geometry();
+        Take();
+        ASSERT_TRUE(Shift(first, count));
+        EXPECT_EQ(m_grid->IsEditing(), row >= 0);
+        EXPECT_TRUE(m_grid->hasFocus() || m_grid->IsEditing());
+        if (row < 0) {
+            EXPECT_EQ(Take(), (Notes{{GVN_ENDLABELEDIT, 55, 1}}));
+            EXPECT_FALSE(m_changed);
+            continue;
+        }
+        EXPECT_EQ(Editor()->geometry(), place);
+        Press(Qt::Key_Return);
+        EXPECT_EQ(Take(), (Notes{{GVN_ENDLABELEDIT, row, 1}}));
+        EXPECT_EQ(TextAt(*m_grid, row, 1), QStringLiteral("n"));
+    }
+}
+
+TEST_F(GridRows, TheMouseHoldsWhatItHeld) {
+    Down(Center({5, 1}));
+    m_grid->InsertRows(2, 3);
+    Move(Center({10, 1}));
+    EXPECT_EQ(SelectedRows(), (std::vector<int>{8, 9, 10}));
+    Take();
+    Up(Center({8, 1}));
+    EXPECT_EQ(Take(), (Notes{{GVN_SELCHANGED, 8, 1}, {NM_CLICK, 8, 1}, {WM_COMMAND, 8, 1}}));
+    Down(Center({5, 1}));
+    m_grid->DeleteRows(5, 1); // what was pressed is gone: no click
+    EXPECT_EQ(m_grid->GetMouseMode(), GridMouseMode::Nothing);
+    Take();
+    Up(Center({5, 1}));
+    EXPECT_EQ(Take(), Notes{});
+
+    m_grid->SetFixedColumnCount(1);
+    const int end = m_grid->GetCellRect({3, 0}).bottom();
+    const int height = m_grid->GetRowHeight(3);
+    Down({9, end});
+    m_grid->InsertRows(2, 1);
+    Up({9, end + height + 30});
+    EXPECT_EQ(m_grid->GetRowHeight(4), height + 29);
+    Down({9, m_grid->GetCellRect({3, 0}).bottom()});
+    m_grid->DeleteRows(3, 1);
+    EXPECT_EQ(m_grid->GetMouseMode(), GridMouseMode::Nothing);
+}
+
+TEST_F(GridRows, RowsThatAreNotThereNeitherComeNorGo) {
+    const auto refused = [this] {
+        for (const auto& [first, count] : {std::pair{0, 1}, {-1, 1}, {201, 1}, {5, -1}})
+            EXPECT_FALSE(m_grid->InsertRows(first, count) && m_grid->DeleteRows(first, count));
+        return !m_grid->DeleteRows(199, 2) && !m_grid->RenewRows(199, 2) &&
+               !m_grid->RenewRows(-1, 1) && m_grid->DeleteRows(200, 0) &&
+               m_grid->InsertRows(200, 0);
+    };
+    EXPECT_TRUE(refused());
+    EXPECT_EQ(m_grid->GetRowCount(), 200);
+    const auto empty = MakeGrid(1, 4);
+    Show(*empty, 400, 300);
+    EXPECT_TRUE(empty->InsertRows(1, 500));
+    EXPECT_EQ(empty->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(GridRows, TheCellsOfARowAreFilledWhenTheyAreNeeded) {
+    std::vector<int> filled;
+    m_grid->DeleteAllItems();
+    m_grid->SetRowFiller([&](int row) {
+        filled.push_back(row);
+        m_grid->SetCellType(row, 1, RuntimeClass<CGridCell>);
+        m_grid->SetItemState(row, 1, GridState::ReadOnly);
+        m_grid->GetCell(row, 0)->SetText(QString(row == 90'000 ? 50 : 1, u'm'));
+    });
+    m_grid->SetRowCount(100'001);
+    m_grid->SetColumnCount(4);
+    m_grid->SetFixedRowCount(1);
+    m_grid->SetSelectedRange(1, 0, 100'000, 3);
+    m_grid->SetFocusCell({70'000, 1});
+    QApplication::processEvents();
+    const int inSight = 300 / m_grid->GetRowHeight(1) + 1;
+    EXPECT_LE(int(filled.size()), inSight);
+    EXPECT_TRUE(m_grid->HasCells(3) && !m_grid->HasCells(70'000) && !m_grid->HasCells(100'001));
+    EXPECT_EQ(m_grid->GetItemState(70'000, 1),
+              GridState::ReadOnly | GridState::Selected | GridState::Focused);
+    EXPECT_EQ(m_grid->GetSelectedCount(), 400'000);
+    m_grid->SetSelectedRange(1, 0, 5, 3);
+    EXPECT_FALSE(m_grid->GetCell(70'000, 1)->IsSelected());
+
+    filled.clear();
+    m_grid->RenewRows(2, 2);
+    EXPECT_FALSE(m_grid->HasCells(2) || m_grid->HasCells(3));
+    QApplication::processEvents();
+    EXPECT_EQ(filled, (std::vector<int>{2, 3}));
+    EXPECT_EQ(m_grid->GetItemState(2, 1), GridState::ReadOnly | GridState::Selected);
+    EXPECT_EQ(m_grid->GetItemState(7, 1), GridState::ReadOnly);
+
+    m_grid->AutoSizeColumn(0); // looks at all rows, and keeps none of them
+    EXPECT_EQ(m_grid->GetColumnWidth(0), m_grid->GetCell(90'000, 0)->GetCellExtent().width());
+    EXPECT_TRUE(m_grid->HasCells(3) && !m_grid->HasCells(50'000));
+}
+
+} // namespace

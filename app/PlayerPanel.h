@@ -5,7 +5,6 @@
 
 class CBitmapSlider;
 class CCommandMap;
-class CCommandState;
 class CImageButton;
 class CMediaPlayer;
 class CProgressSlider;
@@ -22,17 +21,16 @@ class QWidget;
 class PlayerPanel : public ITransportDisplay {
 public:
     /// The keys work wherever the focus is in `window`.
-    PlayerPanel(QWidget& window, const MainLayout& layout, CCommandState& state);
+    PlayerPanel(QWidget& window, const MainLayout& layout);
 
     /// From now on the controls and `commands` are those of this player, which gets the volume that
     /// is shown. Both outlive the last input of the user.
     void Connect(CMediaPlayer& player, CTransport& transport, CCommandMap& commands);
 
-    void ShowButtons(const TransportButtons& buttons) override;
+    void ShowState(TransportState state) override;
     void ShowPosition(int percent) override;
     void ShowCaption(const QString& caption) override;
     void EnableSeek(bool enable) override;
-    void ShowPlayMode(int mode) override;
     void Beep() override;
 
 private:
@@ -52,6 +50,4 @@ private:
     QAction& m_stop;
     CProgressSlider& m_seek;
     CBitmapSlider& m_volume;
-    const QWidget& m_grid;
-    CCommandState& m_state;
 };

@@ -1,6 +1,9 @@
 #include "library/CommandState.h"
 
+#include "base/IStatusDisplay.h"
+#include "base/Language.h"
 #include "library/Commands.h"
+#include "library/ITrackPlayer.h"
 #include "library/MediaLists.h"
 
 #include <algorithm>
@@ -14,7 +17,7 @@ using namespace UiState;
 constexpr std::uint32_t kAtStart =
     kScan | kSelectAll | kDeselectAll | kPrevious | kNext | 2 * kPlayModeStep | kViewCollection;
 
-/// What a bit, or the value of a mark, stands for. The bits without a constant are never set: those
+/// What a bit, or a view's value, stands for. The bits without a constant are never set: those
 /// items wait for their part of the program.
 struct BitOfCommand {
     std::uint32_t value;
@@ -39,19 +42,21 @@ constexpr BitOfCommand kBits[] = {
     {kNext, Command::kNext},
     {kCopy, Command::kCopy},
 };
-constexpr BitOfCommand kMarks[] = {
-    {1 * kPlayModeStep, Command::kPlaySingle}, {2 * kPlayModeStep, Command::kPlayContinuous},
-    {3 * kPlayModeStep, Command::kPlayRandom}, {4 * kPlayModeStep, Command::kPlayRandomContinuous},
-    {kViewPhone, Command::kViewPhone},         {kViewCollection, Command::kViewCollection},
-    {kViewAllMusic, Command::kViewAllMusic},   {kViewSelection, Command::kViewSelection},
+constexpr BitOfCommand kViews[] = {
+    {kViewPhone, Command::kViewPhone},
+    {kViewCollection, Command::kViewCollection},
+    {kViewAllMusic, Command::kViewAllMusic},
+    {kViewSelection, Command::kViewSelection},
 };
 
 int CommandOfMark(std::uint32_t value) {
     if (value >= kViewCd)
         return Command::kFirstCd + static_cast<int>(value - kViewCd);
-    const auto* mark = std::find_if(std::begin(kMarks), std::end(kMarks),
+    if (value & kPlayModeMask)
+        return Command::kPlayModes[value / kPlayModeStep - 1];
+    const auto* view = std::find_if(std::begin(kViews), std::end(kViews),
                                     [value](const auto& row) { return row.value == value; });
-    return mark == std::end(kMarks) ? 0 : mark->command;
+    return view == std::end(kViews) ? 0 : view->command;
 }
 
 /// When a bit is set, for lists of one type.
@@ -113,8 +118,11 @@ std::optional<std::uint32_t> ViewOf(const CMediaList& list) {
 
 } // namespace
 
-CCommandState::CCommandState(const CMediaLists& lists, ICommandDisplay& display)
+CCommandState::CCommandState(const CMediaLists& lists, const ITrackPlayer& player,
+                             IStatusDisplay& status, ICommandDisplay& display)
     : m_lists(lists)
+    , m_player(player)
+    , m_status(status)
     , m_display(display)
     , m_dwUiState(kAtStart) {}
 
@@ -125,8 +133,30 @@ void CCommandState::UpdateCommands() {
         SetListBits(*list, phone);
         MarkView(*list);
     }
-    if (m_pfnUpdated)
-        m_pfnUpdated();
+    ShowSelected(m_lists.GetActiveList());
+    UpdatePlayer();
+    SetBit(kCancelAll, m_status.IsBusy());
+    m_updated.Tell();
+}
+
+void CCommandState::ShowSelected(const CMediaList* list) {
+    const int checked = list ? list->CountChecked(0) : 0;
+    m_status.ShowLasting(
+        IStatusDisplay::Lasting::Selected,
+        checked == 0 ? QString()
+                     : FormatText(LoadString(IDS_STATUS_SELECTED),
+                                  {QString::number(checked), QString::number(list->GetCount())}));
+}
+
+/// The play button first: it takes over the focus from the others when they turn gray.
+void CCommandState::UpdatePlayer() {
+    const PlayerCommands player = m_player.GetCommands();
+    SetBit(kPlayPause, player.canPlay);
+    SetBit(kPrevious, player.canPrevious);
+    SetBit(kNext, player.canNext);
+    const auto mode = static_cast<std::uint32_t>(player.playMode + 1) * kPlayModeStep;
+    if ((m_dwUiState & kPlayModeMask) != mode)
+        SetField(kPlayModeMask, mode);
 }
 
 void CCommandState::MarkView(const CMediaList& list) {

@@ -104,6 +104,15 @@ QString ResolveEntry(const QString& playlistPath, const QString& entry) {
     return IsFile(slashed) ? slashed : entry;
 }
 
+std::optional<QStringList> ReadPlaylistFiles(const QString& path) {
+    QStringList files;
+    if (!ReadPlaylist(path, files, 1))
+        return std::nullopt;
+    for (QString& file : files)
+        file = ResolveEntry(path, file);
+    return files;
+}
+
 bool WritePlaylist(const QString& path, const QStringList& tracks) {
     QByteArray text("#EXTM3U\r\n");
     for (const QString& track : tracks)

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 /// Playlist files: M3U, one path per line in UTF-8, lines that start with '#' told apart.
 ///
 /// Paths are as platform/Path.h tells, and full but for entries. Thread: any, though not two on one
@@ -24,6 +26,9 @@ int ReadPlaylist(const QString& path, QStringList& entries, int allowDuplicates)
 /// from the playlist's folder. Where no file has the name as written, the '\' that other systems
 /// put between names count as '/'; a path from a root keeps them unless that leads to a file.
 [[nodiscard]] QString ResolveEntry(const QString& playlistPath, const QString& entry);
+
+/// The files of a playlist, in its order; none if it can't be read.
+[[nodiscard]] std::optional<QStringList> ReadPlaylistFiles(const QString& path);
 
 /// Writes a playlist of these tracks, in the place of an old one or as a new file. False if it
 /// could not be written, or not be read again, as with a line end in a name; then the old one is as

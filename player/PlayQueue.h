@@ -48,8 +48,6 @@ public:
     [[nodiscard]] std::optional<CPlayQueueEntry> Current() const;
 
     [[nodiscard]] int GetCount() const { return static_cast<int>(m_queue.size()); }
-    [[nodiscard]] const std::vector<CPlayQueueEntry>& Entries() const { return m_queue; }
-    [[nodiscard]] int GetIndex() const { return m_iQueueIndex; }
 
 private:
     void Order(std::vector<CPlayQueueEntry> tracks, int firstRow, int startRow, int mode);

@@ -122,8 +122,6 @@ protected:
         for (const char* name : {"one.mp3", "two.mp3", "three.mp3"})
             AddTrack(QString::fromLatin1(name));
         m_list.m_bActive = 1;
-        m_transport.SetChangeHandler([this] { m_mpris->Update(); });
-        m_player.SetSeekHandler([this](std::int64_t position) { m_mpris->OnSeek(position); });
         m_mpris.emplace(m_transport, m_player,
                         MprisWindow{[this] { m_done += QStringLiteral("raise"); },
                                     [this] { m_done += QStringLiteral("quit"); },
@@ -135,7 +133,7 @@ protected:
                         m_covers);
     }
     ~MprisTest() override {
-        End();
+        m_mpris.reset();
         WaitForThread("cover");
     }
 
@@ -158,11 +156,6 @@ protected:
         m_panel->NextChange();
         ASSERT_TRUE(QTest::qWaitFor([this] { return m_panel->Get("CanSeek").toBool(); }));
         m_panel->m_changes.clear();
-    }
-    void End() {
-        m_transport.SetChangeHandler({});
-        m_player.SetSeekHandler({});
-        m_mpris.reset();
     }
     static void WaitForThread(const char* name) {
         EXPECT_TRUE(QTest::qWaitFor([name] { return !HasThread(::getpid(), name); }, 60'000));
@@ -202,23 +195,50 @@ TEST_F(MprisTest, DesktopFindsThePlayer) {
     EXPECT_EQ(m_done, Names("raise quit"));
 }
 
-TEST_F(MprisTest, CommandsDriveTheTransport) {
+TEST_F(MprisTest, CommandsAndPropertiesDriveThePlayer) {
     Start();
     const struct {
-        const char* command;
-        TransportState state;
-        int row; ///< of the track, -1: none
-    } kSteps[] = {
-        {"Next", Stopped, -1},    {"Pause", Stopped, -1},    {"Play", Playing, 0},
-        {"Previous", Playing, 0}, {"Next", Playing, 1},      {"Pause", Paused, 1},
-        {"Pause", Paused, 1},     {"PlayPause", Playing, 1}, {"PlayPause", Paused, 1},
-        {"Play", Playing, 1},     {"Next", Playing, 2},      {"Next", Playing, 2},
-        {"Previous", Playing, 1}, {"Stop", Stopped, 1},      {"PlayPause", Playing, 0},
-    };
+        const char* name;
+        QVariant value; ///< none: a command
+        TransportState state = Stopped;
+        int row = -1; ///< of the track, -1: none
+        int playMode = PLAY_SINGLE;
+        int volume = 100;
+    } kSteps[] = {{"Volume", -3.0, Stopped, -1, PLAY_SINGLE, 0},
+                  {"Volume", 0.555, Stopped, -1, PLAY_SINGLE, 56},
+                  {"Volume", std::nan(""), Stopped, -1, PLAY_SINGLE, 56},
+                  {"Volume", QStringList(QStringLiteral("loud")), Stopped, -1, PLAY_SINGLE, 56},
+                  {"Volume", std::numeric_limits<double>::infinity()},
+                  {"Shuffle", true, Stopped, -1, PLAY_RANDOM},
+                  {"LoopStatus", QStringLiteral("Playlist"), Stopped, -1, PLAY_RANDOM_CONTINUOUS},
+                  {"LoopStatus", QStringLiteral("Track"), Stopped, -1, PLAY_RANDOM_CONTINUOUS},
+                  {"Shuffle", false, Stopped, -1, PLAY_CONTINUOUS},
+                  {"LoopStatus", QStringLiteral("None")},
+                  {"Next", {}},
+                  {"Pause", {}},
+                  {"Play", {}, Playing, 0},
+                  {"Previous", {}, Playing, 0},
+                  {"Next", {}, Playing, 1},
+                  {"Pause", {}, Paused, 1},
+                  {"Pause", {}, Paused, 1},
+                  {"PlayPause", {}, Playing, 1},
+                  {"PlayPause", {}, Paused, 1},
+                  {"Play", {}, Playing, 1},
+                  {"Next", {}, Playing, 2},
+                  {"Next", {}, Playing, 2},
+                  {"Previous", {}, Playing, 1},
+                  {"Stop", {}, Stopped, 1},
+                  {"PlayPause", {}, Playing, 0}};
     for (const auto& step : kSteps) {
-        m_panel->Call(step.command);
-        EXPECT_EQ(m_transport.GetState(), step.state) << step.command;
-        EXPECT_EQ(m_transport.GetNowPlaying(), m_list[step.row]) << step.command;
+        SCOPED_TRACE(step.name);
+        if (step.value.isValid())
+            m_panel->Set(step.name, step.value);
+        else
+            m_panel->Call(step.name);
+        EXPECT_EQ(m_transport.GetState(), step.state);
+        EXPECT_EQ(m_transport.GetNowPlaying(), m_list[step.row]);
+        EXPECT_EQ(m_transport.GetPlayMode(), step.playMode);
+        EXPECT_EQ(m_nVolume, step.volume);
     }
 }
 
@@ -243,33 +263,6 @@ TEST_F(MprisTest, ChangesAloneAreTold) {
     EXPECT_EQ(m_panel->m_seeks, QList<qlonglong>{7 * kSecond});
     EXPECT_TRUE(m_panel->m_changes.isEmpty());
     EXPECT_EQ(m_panel->Get("Position"), QVariant(7 * kSecond));
-}
-
-TEST_F(MprisTest, PropertiesAreSetAsFarAsTheyCanBe) {
-    Start();
-    const struct {
-        const char* property;
-        QVariant value;
-        int playMode;
-        int volume;
-    } kSteps[] = {
-        {"Shuffle", true, PLAY_RANDOM, 70},
-        {"LoopStatus", QStringLiteral("Playlist"), PLAY_RANDOM_CONTINUOUS, 70},
-        {"LoopStatus", QStringLiteral("Track"), PLAY_RANDOM_CONTINUOUS, 70},
-        {"Shuffle", false, PLAY_CONTINUOUS, 70},
-        {"LoopStatus", QStringLiteral("None"), PLAY_SINGLE, 70},
-        {"Volume", 0.555, PLAY_SINGLE, 56},
-        {"Volume", std::nan(""), PLAY_SINGLE, 56},
-        {"Volume", QStringList(QStringLiteral("loud")), PLAY_SINGLE, 56},
-        {"Volume", -3.0, PLAY_SINGLE, 0},
-        {"Volume", std::numeric_limits<double>::infinity(), PLAY_SINGLE, 100},
-    };
-    for (const auto& step : kSteps) {
-        SCOPED_TRACE(step.property);
-        m_panel->Set(step.property, step.value);
-        EXPECT_EQ(m_transport.GetPlayMode(), step.playMode);
-        EXPECT_EQ(m_nVolume, step.volume);
-    }
 }
 
 TEST_F(MprisTest, SeeksStayInsideTheTrack) {
@@ -346,7 +339,7 @@ TEST_F(MprisTest, CoverIsAFileWhileItsTrackPlays) {
     EXPECT_EQ(files(), 0);
 
     m_transport.PlayTrack(m_list, 0);
-    End(); // while the cover is read
+    m_mpris.reset(); // while the cover is read
     WaitForThread("cover");
     EXPECT_EQ(files(), 0);
 }
@@ -385,14 +378,14 @@ TEST_F(MprisTest, DoesNotWaitForABusThatStandsStill) {
     m_player.SeekTo(kMediaSecond);
     m_transport.Pause();
     QCoreApplication::processEvents();
-    End();
+    m_mpris.reset();
     EXPECT_LT(elapsed.elapsed(), 5000);
 }
 
 TEST_F(MprisTest, MayGoWhileItConnects) {
     m_panel.emplace(m_bus.Address());
     m_mpris->Start(m_bus.Address());
-    End();
+    m_mpris.reset();
     QCoreApplication::processEvents();
     EXPECT_FALSE(m_panel->SeesService());
 }

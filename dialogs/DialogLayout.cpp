@@ -1,6 +1,5 @@
 #include "dialogs/DialogLayout.h"
 
-#include "dialogs/Help.h"
 #include "skin/ImageButton.h"
 #include "skin/SkinLabel.h"
 
@@ -70,12 +69,4 @@ CImageButton* DialogLayout::AddButton(PictureId glyph, const QString& label,
     column->addWidget(new ButtonCaption(label, parentWidget()), 0, Qt::AlignHCenter | Qt::AlignTop);
     m_pButtons->addLayout(column);
     return button;
-}
-
-void DialogLayout::AddHelpButton(StringId topic) {
-    QWidget* dialog = parentWidget();
-    AddButton(PictureId::Help, IDS_BT_HELP, [=] {
-        OpenHelp(topic, dialog);
-    })->SetTooltipText(LoadString(IDS_BT_HELP), QKeySequence::HelpContents);
-    AddHelpKey(*dialog, topic);
 }

@@ -33,9 +33,6 @@ public:
         return AddButton(glyph, LoadString(label), action);
     }
 
-    /// Appends a button for the help on a topic, and gives the dialog the key for it.
-    void AddHelpButton(StringId topic);
-
 private:
     QHBoxLayout* m_pButtons = nullptr;
 };

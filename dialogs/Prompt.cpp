@@ -1,6 +1,5 @@
 #include "dialogs/Prompt.h"
 
-#include "dialogs/Help.h"
 #include "skin/ImageButton.h"
 #include "skin/SkinLabel.h"
 
@@ -55,7 +54,6 @@ Prompt::Prompt(PictureId sign, const QString& text, QWidget* parent)
     : CBaseDlg(parent)
     , m_pLayout(new DialogLayout(this)) {
     setAccessibleDescription(text);
-    AddHelpKey(*this, IDS_HELPDOC_TRACKDK);
     auto* signLabel = new QLabel(this);
     signLabel->setPixmap(LoadPicture(sign, devicePixelRatioF()));
     auto* message = new QHBoxLayout;

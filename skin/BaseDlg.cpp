@@ -1,7 +1,5 @@
 #include "skin/BaseDlg.h"
 
-#include "skin/FrameAccessible.h"
-
 namespace {
 
 QString g_strThemeFile;

@@ -68,7 +68,7 @@ protected:
         theme.AddButton(1, Picture::Maximize, {30, 8}, 40, 10);
         theme.AddButton(2, Picture::Minimize, {30, 8}, 60, 10);
         EXPECT_TRUE(theme.Load());
-        SetThemeFile(theme.File(QStringLiteral("theme.ini")));
+        SetThemeFile(theme.File("theme.ini"));
     }
     ~BaseDlgTest() override {
         SetThemeFile(QString());
@@ -116,7 +116,7 @@ TEST_F(BaseDlgTest, LayoutLiesInsideTheFrame) {
 }
 
 TEST_F(BaseDlgTest, WithoutAThemeTheDesktopsFrameStays) {
-    SetThemeFile(theme.File(QStringLiteral("none.ini")));
+    SetThemeFile(theme.File("none.ini"));
     Dialog& plain = Open();
     EXPECT_FALSE(plain.windowFlags() & (Qt::FramelessWindowHint | Qt::WindowSystemMenuHint));
     EXPECT_EQ(plain.contentsMargins(), QMargins());
@@ -164,7 +164,7 @@ TEST_F(BaseDlgTest, TipsSayWhatAButtonDoes) {
 TEST_F(BaseDlgTest, HolesOfTheThemeAreHolesOfTheWindow) {
     QImage left = MakePlaces(Picture::Left, {9, 50});
     left.setPixel(0, 0, kKeyColour);
-    theme.Write(QStringLiteral("left.bmp"), left);
+    theme.Write("left.bmp", left);
     theme.Set("UsesTran", 1);
     EXPECT_TRUE(theme.Load());
     Open();
@@ -312,7 +312,7 @@ TEST_F(BaseDlgTest, FrameFollowsTheWindowToAScreenOfAnotherScale) {
     EXPECT_EQ(colourAt(kClose), PixelOf(Picture::Close, 5, 4));
 
     // A theme that can't be read there is drawn larger than it is.
-    theme.Write(QStringLiteral("top@2x.png"), QByteArray("damaged"));
+    theme.Write("top@2x.png", QByteArray("damaged"));
     dialog->m_nScale = 2;
     EXPECT_EQ(colourAt(2 * kClose), PixelOf(Picture::Close, 5, 4));
     EXPECT_EQ(dialog->GetSkin().GetButtons().size(), 4);

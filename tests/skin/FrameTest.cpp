@@ -73,6 +73,12 @@ public:
     }
 };
 
+Theme Loaded(const SyntheticTheme& files, qreal scale = 1) {
+    std::optional<Theme> theme = files.Load(scale);
+    EXPECT_TRUE(theme);
+    return theme.value_or(Theme());
+}
+
 FrameState SizableWindow(QSize size) {
     FrameState state;
     state.size = size;
@@ -99,8 +105,7 @@ QRect DifferenceOf(const QImage& left, const QImage& right) {
 // Worked out by hand from the sizes of the pictures: top 40 = 7 + 24 + 9, left 50 = 5 + 39 + 6,
 // right 52 = 8 + 34 + 10, bottom 38 = 6 + 24 + 8.
 TEST(FrameTest, StripsLieToThePixel) {
-    const std::optional<Theme> theme = SyntheticTheme().Load();
-    ASSERT_TRUE(theme);
+    const Theme theme = Loaded(SyntheticTheme());
     constexpr auto kRow = Qt::Horizontal;
     constexpr auto kColumn = Qt::Vertical;
     const QSize window(109, 90);
@@ -129,29 +134,27 @@ TEST(FrameTest, StripsLieToThePixel) {
         {{109, 9}, false, kColumn, 0, 0, "0L0 3L44 9"},
     };
     for (const Line& line : lines)
-        ExpectLine(DrawSides(*theme, line.window, line.inactive), line);
+        ExpectLine(DrawSides(theme, line.window, line.inactive), line);
 }
 
 TEST(FrameTest, PiecesReachAsFarAsThePicture) {
     SyntheticTheme files;
     files.Set("LeftBotHeight", 100);  // the middle is row 5 alone, the tail starts at row 6
     files.Set("RightTopHeight", 200); // the whole picture is head
-    const std::optional<Theme> theme = files.Load();
-    ASSERT_TRUE(theme);
-    const QImage image = DrawSides(*theme, {109, 120}, false);
+    const Theme theme = Loaded(files);
+    const QImage image = DrawSides(theme, {109, 120}, false);
     ExpectLine(image, {{}, false, Qt::Vertical, 0, 0, "0L0 5L5 6L5 7"});
     ExpectLine(image, {{}, false, Qt::Vertical, 0, 0, "75L5 76L6 120"});
     ExpectLine(image, {{}, false, Qt::Vertical, 108, 5, "0R0 52N0 120"});
 }
 
 TEST(FrameTest, WholeFrameIsSidesBelowABand) {
-    const std::optional<Theme> theme = SyntheticTheme().Load();
-    ASSERT_TRUE(theme);
+    const Theme theme = Loaded(SyntheticTheme());
     FrameState state;
     state.size = {109, 90};
     state.m_bActive = false;
-    const QImage whole = DrawWhole(*theme, state);
-    const QImage sides = DrawSides(*theme, state.size, true);
+    const QImage whole = DrawWhole(theme, state);
+    const QImage sides = DrawSides(theme, state.size, true);
     const QRect below(0, 30, 109, 60);
     EXPECT_EQ(whole.copy(below), sides.copy(below));
     // In the band the sides have the length of their pictures: rows of the head and the middle.
@@ -160,13 +163,12 @@ TEST(FrameTest, WholeFrameIsSidesBelowABand) {
     EXPECT_EQ(whole.copy(4, 0, 99, 30), sides.copy(4, 0, 99, 30));
 
     for (const QSize size : {QSize(1, 1), QSize(3, 200), QSize(200, 3), QSize(9, 29)})
-        DrawWhole(*theme, SizableWindow(size)); // draws what there is room for
+        DrawWhole(theme, SizableWindow(size)); // draws what there is room for
 }
 
 TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
     ThemeWithButtons files;
-    const std::optional<Theme> theme = files.Load();
-    ASSERT_TRUE(theme);
+    const Theme theme = Loaded(files);
     FrameState state = SizableWindow({109, 90});
     state.m_customButtons.push_back({999, 80, 2, 0, MakePlaces(Picture::None, {24, 7}), {}});
     constexpr auto kCustom = FrameHit::FirstCustom;
@@ -193,7 +195,7 @@ TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
         state.m_nHoverHit = row.hover;
         state.m_nPressedHit = row.pressed;
         state.m_nWindowState = row.windowState;
-        const QImage band = DrawBand(*theme, state);
+        const QImage band = DrawBand(theme, state);
         const QRect part({row.place.width() * row.state, 0}, row.place.size());
         EXPECT_EQ(band.copy(row.place), MakePlaces(row.picture, {36, 12}).copy(part))
             << &row - rows;
@@ -203,21 +205,20 @@ TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
 
     state.m_customButtons.clear();
     state.m_bHasMinimize = state.m_bHasMaximize = false;
-    EXPECT_EQ(DifferenceOf(DrawBand(*theme, state), DrawBand(*SyntheticTheme().Load(), state)),
+    EXPECT_EQ(DifferenceOf(DrawBand(theme, state), DrawBand(Loaded(SyntheticTheme()), state)),
               QRect(95, 1, 10, 8));
 }
 
 TEST(FrameTest, CustomButtonsHaveThreeStatesUnderAnyTheme) {
     SyntheticTheme files;
     files.Set("ButtonImgCount", 2);
-    const std::optional<Theme> theme = files.Load();
-    ASSERT_TRUE(theme);
+    const Theme theme = Loaded(files);
     FrameState state = SizableWindow({109, 90});
     state.m_nHoverHit = FrameHit::FirstCustom;
     state.m_customButtons.push_back({999, 80, 2, 0, MakePlaces(Picture::None, {24, 7}), {}});
-    EXPECT_EQ(DrawBand(*theme, state).pixel(29, 2), PixelOf(Picture::None, 16, 0));
-    EXPECT_EQ(HitTest(*theme, state, {36, 8}), FrameHit::FirstCustom);
-    EXPECT_NE(HitTest(*theme, state, {37, 8}), FrameHit::FirstCustom);
+    EXPECT_EQ(DrawBand(theme, state).pixel(29, 2), PixelOf(Picture::None, 16, 0));
+    EXPECT_EQ(HitTest(theme, state, {36, 8}), FrameHit::FirstCustom);
+    EXPECT_NE(HitTest(theme, state, {37, 8}), FrameHit::FirstCustom);
 }
 
 TEST(FrameTest, KeyColourMakesHolesInTheBandAlone) {
@@ -227,29 +228,28 @@ TEST(FrameTest, KeyColourMakesHolesInTheBandAlone) {
         QImage left = MakePlaces(Picture::Left, {9, 50});
         for (const QPoint hole : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(2, 40)})
             left.setPixel(hole, kKeyColour);
-        files.Write(QStringLiteral("left.bmp"), left);
+        files.Write("left.bmp", left);
         QImage top = MakePlaces(Picture::Top, {40, 61});
         top.setPixel(3, 6, kKeyColour); // below the icon
-        files.Write(QStringLiteral("top.png"), top);
+        files.Write("top.png", top);
         QImage close = MakePlaces(Picture::Close, {30, 8});
         close.setPixel(3, 2, kKeyColour);
-        files.Write(QStringLiteral("button0.png"), close);
-        const std::optional<Theme> theme = files.Load();
-        ASSERT_TRUE(theme);
+        files.Write("button0.png", close);
+        const Theme theme = Loaded(files);
 
         FrameState state = SizableWindow({109, 90});
         state.icon = QImage(16, 16, QImage::Format_RGB32);
         state.icon.fill(kKeyColour); // no hole: it is no part of the theme
         const QRegion holes = QRegion(0, 0, 2, 1) + QRegion(0, 1, 1, 1) + QRegion(7, 6, 1, 1);
         const QRegion whole(0, 0, 109, 90);
-        EXPECT_EQ(BuildWindowRegion(*theme, state.size), usesTran ? whole - holes : whole);
+        EXPECT_EQ(BuildWindowRegion(theme, state.size), usesTran ? whole - holes : whole);
 
-        const QImage drawn = DrawWhole(*theme, state);
+        const QImage drawn = DrawWhole(theme, state);
         EXPECT_EQ(drawn.pixel(0, 1), usesTran ? kGround : kKeyColour);
         EXPECT_EQ(drawn.pixel(2, 40), kKeyColour);
         EXPECT_EQ(drawn.pixel(4, 5), kKeyColour);
         state.icon.fill(Qt::red);
-        EXPECT_EQ(DrawWhole(*theme, state).pixel(7, 6), usesTran ? kGround : 0xFFFF0000);
+        EXPECT_EQ(DrawWhole(theme, state).pixel(7, 6), usesTran ? kGround : 0xFFFF0000);
         // The strip shows through the button: column 87 - 4 - 7 of its tile.
         EXPECT_EQ(drawn.pixel(98, 3), usesTran ? PixelOf(Picture::Top, 33, 3) : kKeyColour);
         EXPECT_EQ(drawn.pixel(99, 3), PixelOf(Picture::Close, 4, 2));
@@ -273,17 +273,16 @@ TEST(FrameTest, RegionHasThePixelsOfOtherColours) {
 TEST(FrameTest, TitleStaysInItsPlace) {
     SyntheticTheme files;
     for (const qreal scale : {1.0, 2.0}) {
-        const std::optional<Theme> theme = files.Load(scale);
-        ASSERT_TRUE(theme);
+        const Theme theme = Loaded(files, scale);
         FrameState state;
         state.size = QSize(200, 90) * scale;
-        const QImage bare = DrawBand(*theme, state);
+        const QImage bare = DrawBand(theme, state);
         const QRect place(QPoint(25, 4) * scale, QPoint(191, 30) * scale - QPoint(1, 1));
         const QString titles[] = {QStringLiteral("two\nlines & more"), QString(100'000, u'm'),
                                   QString(3000, QChar(0x05D0))};
         for (const QString& title : titles) {
             state.m_strTitle = title;
-            const QRect ink = DifferenceOf(bare, DrawBand(*theme, state));
+            const QRect ink = DifferenceOf(bare, DrawBand(theme, state));
             EXPECT_TRUE(place.contains(ink)) << title.left(20).toStdString();
             EXPECT_LE(ink.left(), place.left() + 4 * scale) << title.left(20).toStdString();
             EXPECT_NEAR(ink.center().y(), place.center().y(), 3 * scale);
@@ -294,13 +293,12 @@ TEST(FrameTest, TitleStaysInItsPlace) {
 }
 
 TEST(FrameTest, LongTitleEndsAtAWord) {
-    const std::optional<Theme> theme = SyntheticTheme().Load();
-    ASSERT_TRUE(theme);
+    const Theme theme = Loaded(SyntheticTheme());
     FrameState state;
     state.size = {200, 90}; // room for some 20 characters
     const auto drawn = [&](const QString& title) {
         state.m_strTitle = title;
-        return DrawBand(*theme, state);
+        return DrawBand(theme, state);
     };
     const QChar ellipsis(0x2026);
     const QString words = QStringLiteral("Some short words");
@@ -311,8 +309,7 @@ TEST(FrameTest, LongTitleEndsAtAWord) {
 
 TEST(FrameTest, HitTestKnowsEveryPlace) {
     ThemeWithButtons files;
-    const std::optional<Theme> theme = files.Load();
-    ASSERT_TRUE(theme);
+    const Theme theme = Loaded(files);
     FrameState sizable = SizableWindow({300, 200});
     sizable.m_customButtons.push_back({999, 80, 6, 0, QImage(24, 7, QImage::Format_RGB32), {}});
     FrameState fixed = sizable;
@@ -350,27 +347,26 @@ TEST(FrameTest, HitTestKnowsEveryPlace) {
         {{-1, 300}, 1, 1, 1},
     };
     for (const auto& [point, inSizable, inFixed, inMaximized] : rows) {
-        EXPECT_EQ(HitTest(*theme, sizable, point), inSizable) << point.x() << ' ' << point.y();
-        EXPECT_EQ(HitTest(*theme, fixed, point), inFixed) << point.x() << ' ' << point.y();
-        EXPECT_EQ(HitTest(*theme, maximized, point), inMaximized) << point.x() << ' ' << point.y();
+        EXPECT_EQ(HitTest(theme, sizable, point), inSizable) << point.x() << ' ' << point.y();
+        EXPECT_EQ(HitTest(theme, fixed, point), inFixed) << point.x() << ' ' << point.y();
+        EXPECT_EQ(HitTest(theme, maximized, point), inMaximized) << point.x() << ' ' << point.y();
     }
-    EXPECT_EQ(MinimumTrackSize(*theme), QSize(40 + 9 + 12, 50 + 20));
+    EXPECT_EQ(MinimumTrackSize(theme), QSize(40 + 9 + 12, 50 + 20));
 }
 
 TEST(FrameTest, FrameGrowsWithTheScale) {
     SyntheticTheme files;
     files.AddButton(0, Picture::Close, {30, 8}, 14, 1);
-    const std::optional<Theme> theme = files.Load(2);
-    ASSERT_TRUE(theme);
+    const Theme theme = Loaded(files, 2);
     FrameState state = SizableWindow({600, 400});
     state.m_customButtons.push_back({999, 80, 6, 0, QImage(48, 14, QImage::Format_RGB32), {}});
-    EXPECT_EQ(HitTest(*theme, state, {572, 2}), FrameHit::Close);
-    EXPECT_EQ(HitTest(*theme, state, {591, 17}), FrameHit::Close);
-    EXPECT_EQ(HitTest(*theme, state, {592, 17}), FrameHit::TopRight);
-    EXPECT_EQ(HitTest(*theme, state, {440, 12}), FrameHit::FirstCustom);
-    EXPECT_EQ(HitTest(*theme, state, {9, 10}), FrameHit::SystemMenu);
-    EXPECT_EQ(HitTest(*theme, state, {40, 41}), FrameHit::SystemMenu);
-    EXPECT_EQ(HitTest(*theme, state, {300, 60}), FrameHit::Caption);
-    EXPECT_EQ(HitTest(*theme, state, {300, 61}), FrameHit::Client);
-    EXPECT_EQ(MinimumTrackSize(*theme), QSize(2 * 61, 140));
+    EXPECT_EQ(HitTest(theme, state, {572, 2}), FrameHit::Close);
+    EXPECT_EQ(HitTest(theme, state, {591, 17}), FrameHit::Close);
+    EXPECT_EQ(HitTest(theme, state, {592, 17}), FrameHit::TopRight);
+    EXPECT_EQ(HitTest(theme, state, {440, 12}), FrameHit::FirstCustom);
+    EXPECT_EQ(HitTest(theme, state, {9, 10}), FrameHit::SystemMenu);
+    EXPECT_EQ(HitTest(theme, state, {40, 41}), FrameHit::SystemMenu);
+    EXPECT_EQ(HitTest(theme, state, {300, 60}), FrameHit::Caption);
+    EXPECT_EQ(HitTest(theme, state, {300, 61}), FrameHit::Client);
+    EXPECT_EQ(MinimumTrackSize(theme), QSize(2 * 61, 140));
 }

@@ -87,8 +87,7 @@ QWidget* MainLayout::MakeUpperRow() {
     m_pMoveUp = new CImageButton(PictureId::MoveUp, text(IDS_PLAYLIST_UP), row);
     m_pMoveDown = new CImageButton(PictureId::MoveDown, text(IDS_PLAYLIST_DOWN), row);
     m_pStatus = new CProgressSlider(LoadString(IDS_FEILD_STATUS), row);
-    m_pStatus->setFocusPolicy(Qt::NoFocus); // it shows, and is not to be moved
-    m_pStatus->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_pStatus->setFocusPolicy(Qt::NoFocus);
     auto* layout = MakeRow(row);
     const QList<QWidget*> buttons{m_pNewPlaylist,   m_pScanButton,   m_pCopy,   m_pCancelAll,
                                   m_pClosePlaylist, m_pSavePlaylist, m_pMoveUp, m_pMoveDown};

@@ -3,10 +3,12 @@
 #include "app/ArtworkField.h"
 #include "app/ArtworkPicture.h"
 #include "base/Guard.h"
-#include "base/IPlaybackGuard.h"
+#include "base/IStatusDisplay.h"
+#include "base/Language.h"
 #include "library/MediaLists.h"
+#include "library/TrackEdit.h"
 #include "platform/Files.h"
-#include "platform/WorkerThread.h"
+#include "platform/Path.h"
 #include "tags/Id3Picture.h"
 #include "tags/TrackTags.h"
 
@@ -14,43 +16,46 @@
 #include <QImage>
 
 #include <exception>
-#include <memory>
-#include <thread>
 #include <utility>
 
 namespace {
 
-/// The message by which a thread hands over the picture that it has read.
-constexpr int kPictureRead = 1;
-
-struct PicturePayload : MessagePayload {
-    QImage picture; ///< null if there is none
-};
-
-void ReadPicture(const QString& path, const MessageAddress& target,
-                 std::unique_ptr<PicturePayload> result) {
+/// Null if there is none.
+QImage ReadPicture(const QString& path) {
     try {
-        result->picture = DecodeArtwork(ReadTrackArtwork(path));
+        return DecodeArtwork(ReadTrackArtwork(path));
     } catch (const std::exception& error) {
         qWarning() << "Artwork could not be read:" << error.what();
+        return {};
     }
-    target.Post({kPictureRead, 0, 0, std::move(result)});
+}
+
+/// Puts a picture into the tags of a track. Returns what is wrong, for the user; nothing if it is
+/// there.
+QString StorePicture(const QString& track, const QString& file) {
+    // The tags say that it is a JPEG picture. One that can't be shown is none.
+    const auto picture = ReadWholeFile(file, Id3Picture::kMaxSize);
+    if (!picture || !IsJpeg(*picture) || DecodeArtwork(*picture).isNull())
+        return FormatText(LoadString(IDS_ARTWORK_UNUSABLE),
+                          {Path::ForDisplay(Path::FileName(file))});
+    if (WriteTrackArtwork(track, *picture) != 0)
+        return FormatText(LoadString(IDS_EDIT_UNSTORED),
+                          {Path::ForDisplay(Path::FileName(track)), WhyUnwritable(track)});
+    return {};
 }
 
 } // namespace
 
-TrackArtwork::TrackArtwork(const CMediaLists& lists, ArtworkField& field, IPlaybackGuard& guard)
+TrackArtwork::TrackArtwork(const CMediaLists& lists, ArtworkField& field, CWorker& writer,
+                           IStatusDisplay& status)
     : m_lists(lists)
     , m_field(field)
-    , m_guard(guard) {
+    , m_writer(writer)
+    , m_status(status) {
     field.SetDropHandler([this](const QString& file) {
         bool used = false;
         Guarded("OnDropFiles()", [&] { used = OnDrop(file); });
         return used;
-    });
-    m_messages.On(kPictureRead, [this](Message& message) {
-        OnRead(message);
-        return 0;
     });
 }
 
@@ -67,15 +72,17 @@ void TrackArtwork::ShowTrack(const CMediaList& list, int index) {
 bool TrackArtwork::OnDrop(const QString& file) {
     if (!IsInCollection())
         return false;
-    // The tags say that it is a JPEG picture. One that can't be shown is none.
-    const auto picture = ReadWholeFile(file, Id3Picture::kMaxSize);
-    if (!picture || !IsJpeg(*picture) || DecodeArtwork(*picture).isNull())
-        return false;
-    m_guard.ReleaseFile(m_strTrackPath);
-    if (WriteTrackArtwork(m_strTrackPath, *picture) != 0)
-        return false;
-    Read();
+    m_writer.Run([this, file, track = m_strTrackPath] {
+        return [this, track, problem = StorePicture(track, file)] { OnStored(track, problem); };
+    });
     return true;
+}
+
+void TrackArtwork::OnStored(const QString& track, const QString& problem) {
+    if (!problem.isEmpty())
+        m_status.ShowNews(problem);
+    else if (track == m_strTrackPath)
+        Read();
 }
 
 /// Whether the track is still there, too.
@@ -89,16 +96,16 @@ void TrackArtwork::Read() {
         m_bReadAgain = true;
         return;
     }
-    std::thread reader(ReadPicture, m_strTrackPath, m_messages.Address(),
-                       std::make_unique<PicturePayload>());
-    LetRun(std::move(reader), kArtworkThreadName);
     m_bReading = true;
+    m_reader.Run([this, path = m_strTrackPath] {
+        return [this, picture = ReadPicture(path)] { OnRead(picture); };
+    });
 }
 
-void TrackArtwork::OnRead(Message& message) {
+void TrackArtwork::OnRead(const QImage& picture) {
     m_bReading = false;
     if (std::exchange(m_bReadAgain, false))
         Read();
-    else if (const auto result = message.Take<PicturePayload>())
-        m_field.SetPicture(result->picture);
+    else
+        m_field.SetPicture(picture);
 }

@@ -11,11 +11,17 @@ enum MessageId : int {
     /// The user pressed a key of a slider, whether it moved or not.
     WM_TD_SLIDER_KEY = 0x28D2,
 
-    /// A list has been filled. wParam: its type; lParam 0.
+    /// A scan has ended. wParam: the type of its list; lParam: the scan's number. The payload says
+    /// which list that is, and whether it is whole.
     WM_TD_LIST_DONE = 0x8002,
 
     /// Add one file to a list. The payload is a `CMediaFileRequest`; lParam: a running number.
     WM_TD_ADD_TRACK = 0x800A,
+
+    /// A scan has read tracks, which the message carries. wParam: the list's identifier; lParam:
+    /// the
+    /// scan's number.
+    WM_TD_TRACKS_READ = 0x8100,
 
     /// The media graph has news. Zero words.
     WM_TD_GRAPH_NOTIFY = 0x8015,

@@ -251,4 +251,11 @@
     X(1006, IDS_HELP_UNOPENED)                                                                     \
     X(1007, IDS_PLAYLIST_UNREADABLE)                                                               \
     X(1008, IDS_PLAYLIST_UNWRITABLE)                                                               \
-    X(1009, IDS_PROGRESS_DELETING)
+    X(1009, IDS_PROGRESS_DELETING)                                                                 \
+    X(1020, IDS_EDIT_UNSTORED)                                                                     \
+    X(1021, IDS_EDIT_NONAME)                                                                       \
+    X(1022, IDS_EDIT_DAMAGED)                                                                      \
+    X(1023, IDS_ARTWORK_UNUSABLE)                                                                  \
+    X(1024, IDS_STATUS_TIMELEFT)                                                                   \
+    X(1025, IDS_PLAYLIST_OPENING)                                                                  \
+    X(1026, IDS_STATUS_SELECTED)

@@ -12,6 +12,7 @@
 #include "library/MediaLists.h"
 #include "library/TrackView.h"
 #include "library/ViewCommands.h"
+#include "platform/Worker.h"
 
 #include <QApplication>
 #include <QPaintEvent>
@@ -34,9 +35,18 @@ constexpr int kRounds = 50;
 struct NoProgram : ITrackPlayer, IPrompts, IStatusDisplay, ICommandDisplay {
     void ReleaseFile(const QString&) override {}
     void ReleaseList(const CMediaList&) override {}
+    void RenewQueue() override {}
+    [[nodiscard]] PlayerCommands GetCommands() const override { return {}; }
     [[nodiscard]] bool Confirm(const QString&) override { return false; }
     void Warn(const QString&) override {}
-    void ShowStatus(const QString&) override {}
+    void ShowLasting(Lasting, const QString&) override {}
+    void ShowNews(const QString&) override {}
+    [[nodiscard]] std::unique_ptr<IRunningOperation>
+    BeginOperation(const QString&, std::function<void()>) override {
+        return nullptr;
+    }
+    [[nodiscard]] bool IsBusy() const override { return false; }
+    void CancelOperations() override {}
     void EnableCommand(int, bool) override {}
     void MarkCommand(int) override {}
     void ShowCopyDirection(bool) override {}
@@ -129,14 +139,14 @@ private:
         m_lists.Add(QStringLiteral("My Collection"), MEDIA_TYPE_COLLECTION, 1);
     PaintedArea m_painted;
     CGridCtrl m_grid;
-    CTrackView m_view{m_lists, m_grid, m_program};
-    CCommandState m_state{m_lists, m_program};
+    CTrackView m_view{m_lists, m_grid};
+    CCommandState m_state{m_lists, m_program, m_program, m_program};
     CCommandMap m_commands;
     CLibraryScanner m_scanner{m_lists};
+    CWorker m_writer{"writer"};
     CViewCommands m_viewCommands{
-        {m_lists, m_view, m_state, m_program, m_program, m_program, MessageAddress()},
-        m_commands,
-        m_scanner};
+        {m_lists, m_view, m_state, m_program, m_program, m_program, m_scanner, m_writer},
+        m_commands};
 };
 
 struct Times {

@@ -52,12 +52,9 @@ int Scan(const QString& folder) {
     CLibraryScanner scanner(lists);
     MessageTarget messages;
     QEventLoop loop;
-    messages.On(WM_TD_ADD_TRACK, [&](Message& message) { return scanner.OnAddTrack(message); });
-    messages.On(WM_TD_LIST_DONE, [&](const Message&) {
-        loop.quit();
-        return 0;
-    });
-    scanner.ScanList(messages.Address(), MEDIA_TYPE_ALL, all.m_iId, folder);
+    scanner.Listen(messages);
+    const auto done = scanner.OnDone([&](const CMediaList&, bool) { loop.quit(); });
+    scanner.ScanList(all, folder);
     loop.exec();
     return all.GetCount();
 }

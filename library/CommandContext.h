@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/MessageTarget.h"
-
 class CCommandState;
+class CLibraryScanner;
 class CMediaLists;
+class CWorker;
 class IPrompts;
 class IStatusDisplay;
 class ITrackPlayer;
@@ -19,5 +19,6 @@ struct CommandContext {
     ITrackPlayer& player;
     IPrompts& prompts;
     IStatusDisplay& status;
-    MessageAddress messages; ///< the main dialog, which adds tracks to lists
+    CLibraryScanner& scanner;
+    CWorker& writer; ///< writes tags and artwork, one after the other
 };

@@ -1,5 +1,7 @@
 #include "library/CommandState.h"
 
+#include "base/IStatusDisplay.h"
+#include "base/Language.h"
 #include "library/Commands.h"
 #include "library/ITrackPlayer.h"
 #include "library/MediaLists.h"
@@ -116,8 +118,11 @@ std::optional<std::uint32_t> ViewOf(const CMediaList& list) {
 
 } // namespace
 
-CCommandState::CCommandState(const CMediaLists& lists, ICommandDisplay& display)
+CCommandState::CCommandState(const CMediaLists& lists, const ITrackPlayer& player,
+                             IStatusDisplay& status, ICommandDisplay& display)
     : m_lists(lists)
+    , m_player(player)
+    , m_status(status)
     , m_display(display)
     , m_dwUiState(kAtStart) {}
 
@@ -128,24 +133,29 @@ void CCommandState::UpdateCommands() {
         SetListBits(*list, phone);
         MarkView(*list);
     }
-    if (m_pfnUpdated)
-        m_pfnUpdated();
+    ShowSelected(m_lists.GetActiveList());
+    UpdatePlayer();
+    SetBit(kCancelAll, m_status.IsBusy());
 }
 
-void CCommandState::SetPlayer(const ITrackPlayer& player) {
-    m_pPlayer = &player;
-    UpdatePlayer();
+void CCommandState::ShowSelected(const CMediaList* list) {
+    const int checked = list ? list->CountChecked(0) : 0;
+    m_status.ShowLasting(
+        IStatusDisplay::Lasting::Selected,
+        checked == 0 ? QString()
+                     : FormatText(LoadString(IDS_STATUS_SELECTED),
+                                  {QString::number(checked), QString::number(list->GetCount())}));
 }
 
 /// The play button first: it takes over the focus from the others when they turn gray.
 void CCommandState::UpdatePlayer() {
-    if (!m_pPlayer)
-        return;
-    const PlayerCommands commands = m_pPlayer->GetCommands();
-    SetBit(kPlayPause, commands.canPlay);
-    SetBit(kPrevious, commands.canPrevious);
-    SetBit(kNext, commands.canNext);
-    SetField(kPlayModeMask, static_cast<std::uint32_t>(commands.playMode + 1) * kPlayModeStep);
+    const PlayerCommands player = m_player.GetCommands();
+    SetBit(kPlayPause, player.canPlay);
+    SetBit(kPrevious, player.canPrevious);
+    SetBit(kNext, player.canNext);
+    const auto mode = static_cast<std::uint32_t>(player.playMode + 1) * kPlayModeStep;
+    if ((m_dwUiState & kPlayModeMask) != mode)
+        SetField(kPlayModeMask, mode);
 }
 
 void CCommandState::MarkView(const CMediaList& list) {

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <utility>
 
 class CMediaList;
 class CMediaLists;
+class IStatusDisplay;
 class ITrackPlayer;
 
 /// The bits of the state word. Each of the lower ones says that a command can be given.
@@ -57,14 +56,12 @@ protected:
 /// Thread: interface thread. Lifetime: what the constructor takes outlives this.
 class CCommandState {
 public:
-    CCommandState(const CMediaLists& lists, ICommandDisplay& display);
+    CCommandState(const CMediaLists& lists, const ITrackPlayer& player, IStatusDisplay& status,
+                  ICommandDisplay& display);
 
-    /// To be called after every change of the active list or of checks.
+    /// To be called after every change of the active list, of checks, and of the operations that
+    /// run.
     void UpdateCommands();
-
-    /// From now on the player's commands and the play mode are asked of `player`, which outlives
-    /// this.
-    void SetPlayer(const ITrackPlayer& player);
 
     /// Asks the player anew. To be called after it has changed.
     void UpdatePlayer();
@@ -72,9 +69,6 @@ public:
     /// Marks the view of a list that is on screen, even if it is folded and thus not the active
     /// one.
     void MarkView(const CMediaList& list);
-
-    /// Called at the end of each UpdateCommands(), for what else follows the active list.
-    void SetUpdateHandler(std::function<void()> handler) { m_pfnUpdated = std::move(handler); }
 
     /// Shows a bit, or a value of one of the two marks; for 0 shows all of the word.
     void ApplyUiState(std::uint32_t value);
@@ -88,12 +82,13 @@ public:
     [[nodiscard]] std::uint32_t GetUiState() const { return m_dwUiState; }
 
 private:
+    void ShowSelected(const CMediaList* list);
     void SetListBits(const CMediaList& list, bool phone);
 
     const CMediaLists& m_lists;
+    const ITrackPlayer& m_player;
+    IStatusDisplay& m_status;
     ICommandDisplay& m_display;
-    const ITrackPlayer* m_pPlayer = nullptr; ///< not this one's; none: its bits are left alone
-    std::function<void()> m_pfnUpdated;
     std::uint32_t m_dwUiState;
     std::uint32_t m_iViewedCd = 0; ///< ordinal of the drive when a CD is viewed
 };

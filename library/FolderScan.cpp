@@ -5,25 +5,52 @@
 #include "base/Messages.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
-#include "platform/WorkerThread.h"
 
-#include <QDebug>
+#include <QCollator>
 
-#include <exception>
+#include <algorithm>
 #include <set>
-#include <thread>
 #include <utility>
-
-std::atomic<int> g_bCancelScan = 0;
+#include <vector>
 
 namespace {
+
+/// Sorts names as people do: numbers by their value, letters without regard to case. Of the
+/// locales, the one of plain bytes knows no such order.
+class NameOrder {
+public:
+    NameOrder()
+        : m_collator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale()) {
+        m_collator.setNumericMode(true);
+        m_collator.setCaseSensitivity(Qt::CaseInsensitive);
+    }
+
+    void Sort(std::vector<FolderEntry>& entries) const {
+        std::vector<std::pair<QCollatorSortKey, FolderEntry>> keyed;
+        keyed.reserve(entries.size());
+        for (FolderEntry& entry : entries) {
+            QCollatorSortKey key = m_collator.sortKey(entry.name);
+            keyed.emplace_back(std::move(key), std::move(entry));
+        }
+        std::sort(keyed.begin(), keyed.end(), [](const auto& a, const auto& b) {
+            const int order = a.first.compare(b.first);
+            return order != 0 ? order < 0 : a.second.name < b.second.name;
+        });
+        std::transform(keyed.begin(), keyed.end(), entries.begin(),
+                       [](auto& pair) { return std::move(pair.second); });
+    }
+
+private:
+    QCollator m_collator;
+};
 
 /// One walk over a folder tree.
 class Walk {
 public:
-    Walk(const CScanRequest& request, const std::stop_token& stop)
+    Walk(const CScanRequest& request, const std::stop_token& stop, const FileTaker& take)
         : m_request(request)
         , m_stop(stop)
+        , m_take(take)
         , m_strHead(LoadString(IDS_SCAN_HEAD) + u' ') {}
 
     void WalkFolder(const QString& folder) {
@@ -33,73 +60,52 @@ public:
         ShowFolder(folder);
         // The whole listing is read before the first entry is looked at, so that a deep tree does
         // not hold a descriptor for each of its levels.
-        const auto entries = ListFolder(folder);
+        auto entries = ListFolder(folder);
         if (!entries)
             return;
+        m_order.Sort(*entries);
         for (const FolderEntry& entry : *entries) {
-            if (IsEnding())
+            if (m_bEnded || m_stop.stop_requested())
                 return;
             TakeEntry(Path::Join(folder, entry.name), entry.kind);
         }
     }
 
-    [[nodiscard]] bool IsAbandoned() const {
-        return m_stop.stop_requested() || m_request.m_hWndTarget.IsClosed();
-    }
-
 private:
-    [[nodiscard]] bool IsEnding() const { return g_bCancelScan || IsAbandoned(); }
-
     void TakeEntry(const QString& path, FileKind kind) {
         if (kind == FileKind::Folder) {
             if (m_request.m_bRecurse)
                 WalkFolder(path);
         } else if (kind == FileKind::Regular && IsMusicFile(path) &&
                    (m_request.m_bIncludePlaylists || !IsPlaylistFile(path))) {
-            SendFile(path);
+            TakeFile(path);
         }
     }
 
-    void SendFile(const QString& path) {
+    void TakeFile(const QString& path) {
         auto file = std::make_unique<CMediaFileRequest>();
         file->m_strPath = path;
         file->m_iType = m_request.m_iType;
         file->m_iListId = m_request.m_iListId;
-        m_request.m_hWndTarget.Send({WM_TD_ADD_TRACK, 0, m_nNumber++, std::move(file)});
+        m_bEnded = !m_take(std::move(file));
     }
 
     void ShowFolder(const QString& folder) const {
-        if (m_request.m_pProgressDlg.IsClosed())
-            return;
         auto text = std::make_unique<TextPayload>(m_strHead + Path::ForDisplay(folder));
-        m_request.m_pProgressDlg.Send({WM_SETTEXT, kScanFolderItem, 0, std::move(text)});
+        m_request.m_pProgressDlg.Post({WM_SETTEXT, kScanFolderItem, 0, std::move(text)});
     }
 
     const CScanRequest& m_request;
     const std::stop_token& m_stop;
+    const FileTaker& m_take;
     const QString m_strHead; ///< what stands before a folder that is shown
+    const NameOrder m_order;
     std::set<FileIdentity> m_walked;
-    std::intptr_t m_nNumber = 1;
+    bool m_bEnded = false; ///< no more files are wanted
 };
 
 } // namespace
 
-int ScanFolders(const CScanRequest& request, const std::stop_token& stop) {
-    g_bCancelScan = 0;
-    try {
-        Walk walk(request, stop);
-        walk.WalkFolder(request.m_strPath);
-        if (!walk.IsAbandoned())
-            request.m_hWndTarget.Send({WM_TD_LIST_DONE, request.m_iType});
-        return 0;
-    } catch (const std::exception& error) {
-        qWarning() << "A scan failed:" << error.what();
-        return 1;
-    }
-}
-
-void StartScanThread(std::unique_ptr<CScanRequest> request, std::stop_token stop) {
-    std::thread scan(
-        [request = std::move(request), stop = std::move(stop)] { ScanFolders(*request, stop); });
-    LetRun(std::move(scan), kScanThreadName);
+void WalkFolders(const CScanRequest& request, const std::stop_token& stop, const FileTaker& take) {
+    Walk(request, stop, take).WalkFolder(request.m_strPath);
 }

@@ -4,12 +4,12 @@
 
 #include <QString>
 
-#include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <stop_token>
 
-/// Asks the main dialog to add one file to a list. Carried by WM_TD_ADD_TRACK.
+/// One file that is to be added to a list. Carried by WM_TD_ADD_TRACK.
 struct CMediaFileRequest : MessagePayload {
     QString m_strPath;
     QString m_strCdLength; ///< of a CD track: "mm:ss" from the drive
@@ -19,10 +19,9 @@ struct CMediaFileRequest : MessagePayload {
     int m_bChecked = 0;        ///< the track starts checked
 };
 
-/// What to scan, and whom to tell.
+/// What to scan.
 struct CScanRequest {
-    MessageAddress m_hWndTarget; ///< gets WM_TD_ADD_TRACK and WM_TD_LIST_DONE
-    int m_iType = 0;             ///< type of the list to fill
+    int m_iType = 0; ///< type of the list to fill
     int m_iListId = 0;
     QString m_strPath; ///< folder to walk
     int m_bRecurse = 0;
@@ -40,23 +39,14 @@ struct TextPayload : MessagePayload {
 /// Item of the progress dialog that shows the current folder.
 inline constexpr int kScanFolderItem = 1017;
 
-/// Ends all running scans. Set by the cancel button, cleared at the start of every scan, looked at
-/// before every entry of a folder.
-extern std::atomic<int> g_bCancelScan;
+/// Takes a file that was found; false when no more are wanted.
+using FileTaker = std::function<bool(std::unique_ptr<CMediaFileRequest> file)>;
 
-/// Walks the folder of a request and sends WM_TD_ADD_TRACK for each music file, then, unless the
-/// request was given up, WM_TD_LIST_DONE. No file is opened here, and the call waits while the
-/// receiver reads the tags of a file.
+/// Walks the folder of a request and hands over each music file. No file is opened. The entries of
+/// a folder come by their names as people sort them, track 2 before track 10.
 ///
 /// A folder that is met again on the same walk, through a link or a mount, is passed over; so is
-/// one that can't be opened.
+/// one that can't be opened. `stop` is looked at before every entry.
 ///
-/// Thread: any; messages alone leave it. Errors: 0, or 1 if an exception ended the walk.
-int ScanFolders(const CScanRequest& request, const std::stop_token& stop);
-
-/// Name of the threads that scan, for debuggers and process viewers.
-inline constexpr const char* kScanThreadName = "folder scan";
-
-/// Runs ScanFolders on a thread of its own. Nobody waits for the thread: it ends with the walk,
-/// when `stop` is requested, or with the process.
-void StartScanThread(std::unique_ptr<CScanRequest> request, std::stop_token stop);
+/// Thread: any; the dialog of the request is told by messages.
+void WalkFolders(const CScanRequest& request, const std::stop_token& stop, const FileTaker& take);

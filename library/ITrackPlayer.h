@@ -20,6 +20,9 @@ public:
     /// Ends playing if it is this list that plays. To be called before its tracks go.
     virtual void ReleaseList(const CMediaList& list) = 0;
 
+    /// Takes in what has come to the list that plays, behind the track that plays.
+    virtual void RenewQueue() = 0;
+
     [[nodiscard]] virtual PlayerCommands GetCommands() const = 0;
 
 protected:

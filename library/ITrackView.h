@@ -46,6 +46,9 @@ public:
     /// Puts `value` into a text of all tracks of this file, which may be in several lists.
     virtual void ShowText(const QString& path, TrackText text, const QString& value) = 0;
 
+    /// Gives all tracks of a file that was renamed its new path.
+    virtual void ShowPath(const QString& path, const QString& renamed) = 0;
+
     /// Shows `text` as the status of the first track with this path. Empty text clears it.
     virtual void SetTrackStatus(const QString& path, const QString& text) = 0;
 
@@ -55,6 +58,15 @@ public:
     /// Makes a list the active one, leaving the selection view, and scrolls to it; the keyboard's
     /// focus goes to its title. Nothing while a playlist is open, or without such a list.
     virtual void ShowList(int listId) = 0;
+
+    /// ShowList() without scrolling and the focus.
+    virtual void ActivateList(int listId) = 0;
+
+    /// Scrolls so far that the title of a list is at the top, or all behind it is on screen.
+    virtual void ScrollToList(int listId) = 0;
+
+    /// Fits the columns to their texts, but for those that were sized by hand.
+    virtual void FitColumns() = 0;
 
     /// The track that was clicked last, while it is there.
     [[nodiscard]] virtual TrackPlace GetCurrentTrack() const = 0;

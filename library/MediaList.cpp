@@ -7,6 +7,7 @@
 #include "library/TrackColumns.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 int g_bSelectionOnly = 0;
@@ -139,10 +140,17 @@ int CMediaList::BodyHit(int row) const {
 }
 
 int CMediaList::FindPath(const QString& path) const {
-    const auto [begin, end] = m_byPath.equal_range(path);
-    const auto first = std::min_element(
-        begin, end, [](const auto* a, const auto* b) { return a->m_iIndex < b->m_iIndex; });
-    return first == end ? -1 : (*first)->m_iIndex;
+    const std::vector<int> indices = FindPaths(path);
+    const auto first = std::min_element(indices.begin(), indices.end());
+    return first == indices.end() ? -1 : *first;
+}
+
+std::vector<int> CMediaList::FindPaths(const QString& path) const {
+    std::vector<int> indices;
+    const auto [first, behind] = m_byPath.equal_range(path);
+    std::transform(first, behind, std::back_inserter(indices),
+                   [](const CTrackRecord* record) { return record->m_iIndex; });
+    return indices;
 }
 
 int CMediaList::CountChecked(int excludePlaylists) const {

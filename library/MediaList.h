@@ -78,6 +78,9 @@ public:
     /// Index of the first track with this path, or -1, found without a walk over the tracks.
     [[nodiscard]] int FindPath(const QString& path) const;
 
+    /// Indices of all tracks with this path, in no order.
+    [[nodiscard]] std::vector<int> FindPaths(const QString& path) const;
+
     [[nodiscard]] int CountChecked(int excludePlaylists) const;
     [[nodiscard]] int CountPlaylists() const;
     [[nodiscard]] int CountCheckedPlaylists() const;

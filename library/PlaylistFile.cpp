@@ -104,6 +104,19 @@ QString ResolveEntry(const QString& playlistPath, const QString& entry) {
     return IsFile(slashed) ? slashed : entry;
 }
 
+std::optional<QStringList> ReadPlaylistFiles(const QString& path, const std::stop_token& stop) {
+    QStringList entries;
+    if (!ReadPlaylist(path, entries, 1))
+        return std::nullopt;
+    QStringList files;
+    for (const QString& entry : entries) {
+        if (stop.stop_requested())
+            break;
+        files += ResolveEntry(path, entry);
+    }
+    return files;
+}
+
 bool WritePlaylist(const QString& path, const QStringList& tracks) {
     QByteArray text("#EXTM3U\r\n");
     for (const QString& track : tracks)

@@ -2,7 +2,6 @@
 
 #include "base/FileKinds.h"
 #include "base/IPrompts.h"
-#include "base/IStatusDisplay.h"
 #include "base/Language.h"
 #include "base/SizeText.h"
 #include "library/CommandMap.h"
@@ -10,9 +9,10 @@
 #include "library/Commands.h"
 #include "library/ITrackPlayer.h"
 #include "library/ITrackView.h"
-#include "library/ListMessages.h"
+#include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
 #include "library/PlaylistFile.h"
+#include "library/TrackFile.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
 
@@ -84,7 +84,7 @@ void CPlaylists::CreatePlaylist() {
         record->m_nFileSize = status->size;
     record->m_strSize = SizeText(record->m_nFileSize);
     list->Append(std::move(record));
-    m_context.view.FillGrid();
+    m_context.view.OnTracksAppended(*list, list->GetCount() - 1);
     m_commands.Run(Command::kDeselectAll); // the checks are used up
 }
 
@@ -99,34 +99,48 @@ void CPlaylists::OpenPlaylist(const QString& path) {
     if (g_bPlaylistOnly)
         return;
     const CMediaList* source = m_context.lists.GetActiveList();
+    const int sourceType = source ? source->m_iType : -1;
+    const QString name = Path::ForDisplay(Path::BaseName(path));
+    m_pOpening = m_context.status.BeginOperation(
+        FormatText(LoadString(IDS_PLAYLIST_OPENING), {name}), [this] {
+            m_reader.reset();
+            m_pOpening.reset();
+        });
+    m_reader.emplace("playlist"); // what another one still reads never comes
+    m_reader->Run([this, path, sourceType] {
+        const auto files = ReadPlaylistFiles(path);
+        const auto tracks = std::make_shared<CTrackReader::Tracks>();
+        for (const QString& file : files.value_or(QStringList())) {
+            CMediaFileRequest request;
+            request.m_strPath = file;
+            tracks->push_back(NewTrack(request, OriginOf(sourceType)));
+        }
+        return [this, path, sourceType, tracks, isRead = files.has_value()] {
+            m_pOpening.reset();
+            if (isRead)
+                Show(path, sourceType, std::move(*tracks));
+            else
+                m_context.prompts.Warn(
+                    FormatText(LoadString(IDS_PLAYLIST_UNREADABLE), {Path::ForDisplay(path)}));
+        };
+    });
+}
+
+void CPlaylists::Show(const QString& path, int sourceType, CTrackReader::Tracks tracks) {
     CMediaList& playlist = OpenList();
     playlist.ClearAll();
     playlist.m_strPath = path;
-    playlist.m_iSourceType = source ? source->m_iType : -1;
-    QStringList entries;
-    if (!ReadPlaylist(path, entries, 1)) {
-        m_context.prompts.Warn(
-            FormatText(LoadString(IDS_PLAYLIST_UNREADABLE), {Path::ForDisplay(path)}));
-        return;
-    }
-    for (const QString& entry : entries)
-        AddEntry(playlist, entry);
+    playlist.m_iSourceType = sourceType;
+    for (auto& track : tracks)
+        playlist.Append(std::move(track));
     g_bPlaylistOnly = 1;
     g_bSelectionOnly = 0;
-    SendListDone(m_context.messages, MEDIA_TYPE_PLAYLIST);
-    m_context.status.ShowStatus(Path::ForDisplay(Path::BaseName(path)));
-    m_pfnViewChanged();
-}
-
-void CPlaylists::AddEntry(CMediaList& playlist, const QString& entry) {
-    const QString path = ResolveEntry(playlist.m_strPath, entry);
-    SendAddTrack(m_context.messages, playlist, path);
-    // A file of another system, whose name stands behind another separator.
-    const qsizetype separator = path.lastIndexOf(u'\\');
-    if (separator < 0 || GetFileStatus(path))
-        return;
-    if (CTrackRecord* record = playlist[playlist.GetCount() - 1])
-        record->m_strTitle = Path::ForDisplay(path.sliced(separator + 1));
+    m_context.view.FillGrid();
+    m_context.status.ShowLasting(IStatusDisplay::Lasting::Open,
+                                 Path::ForDisplay(Path::BaseName(path)));
+    m_viewChanged.Tell();
+    m_context.state.UpdateCommands();
+    m_context.scanner.ReadTracks(playlist);
 }
 
 void CPlaylists::ClosePlaylist() {
@@ -146,12 +160,13 @@ void CPlaylists::SaveOpenPlaylist() {
 
 void CPlaylists::Leave() {
     CMediaList& playlist = OpenList();
+    m_context.scanner.Leave(playlist.m_iId);
     m_context.player.ReleaseList(playlist);
     g_bPlaylistOnly = 0;
     playlist.ClearAll();
     m_context.view.FillGrid();
-    m_context.status.ShowStatus(QString());
-    m_pfnViewChanged();
+    m_context.status.ShowLasting(IStatusDisplay::Lasting::Open, QString());
+    m_viewChanged.Tell();
     m_context.state.UpdateCommands();
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/FileKinds.h"
 #include "base/IPrompts.h"
+#include "base/IStatusDisplay.h"
 #include "base/Language.h"
 #include "library/CommandMap.h"
 #include "library/CommandState.h"
@@ -12,9 +13,13 @@
 #include "library/TrackEdit.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
+#include "platform/Worker.h"
 #include "tags/GenreMenu.h"
 
 #include <QSet>
+
+#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -34,19 +39,22 @@ CTrackCommands::CTrackCommands(const CommandContext& context, CCommandMap& comma
 }
 
 void CTrackCommands::Delete() {
-    CMediaList* list = m_context.lists.GetActiveList();
-    if (!list || !IsDeletable(*list) || list->CountChecked(0) == 0)
+    const CMediaList* asked = m_context.lists.GetActiveList();
+    if (!asked || !IsDeletable(*asked) || asked->CountChecked(0) == 0)
         return;
-    const bool isPlaylist = list->m_iType == MEDIA_TYPE_PLAYLIST;
+    const int listId = asked->m_iId;
+    const bool isPlaylist = asked->m_iType == MEDIA_TYPE_PLAYLIST;
     if (!m_context.prompts.Confirm(
             LoadString(isPlaylist ? IDS_CONFIRM_REMOVE : IDS_CONFIRM_DELETE)))
+        return;
+    CMediaList* list = m_context.lists.FindListById(listId);
+    if (!list) // it went while the question was open
         return;
     QStringList kept;
     if (isPlaylist)
         TakeOut(*list);
     else
         kept = DeleteFiles(*list);
-    m_context.view.FillGrid();
     m_context.state.UpdateCommands();
     m_context.state.ClearBit(UiState::kDelete);
     m_context.state.ApplyUiState(0);
@@ -59,7 +67,9 @@ void CTrackCommands::TakeOut(CMediaList& playlist) {
     for (int index = 0; index < playlist.GetCount(); ++index)
         if (playlist[index]->m_bChecked)
             LetGo(playlist, index);
-    playlist.RemoveIf([](const CTrackRecord& track) { return track.m_bChecked; });
+    const auto removed =
+        playlist.RemoveIf([](const CTrackRecord& track) { return track.m_bChecked; });
+    m_context.view.OnTracksRemoved(playlist, removed);
     playlist.m_bModified = 1;
 }
 
@@ -79,11 +89,14 @@ QStringList CTrackCommands::DeleteFiles(CMediaList& list) {
         } else {
             kept += Path::ForDisplay(track.m_strPath);
             track.m_strStatus = status;
+            m_context.view.RefreshRows(1, &list, index);
         }
     }
-    for (const auto& other : m_context.lists.All())
-        other->RemoveIf(
+    for (const auto& other : m_context.lists.All()) {
+        const auto removed = other->RemoveIf(
             [&](const CTrackRecord& track) { return deleted.contains(track.m_strPath); });
+        m_context.view.OnTracksRemoved(*other, removed);
+    }
     return kept;
 }
 
@@ -102,9 +115,68 @@ void CTrackCommands::SelectGenre(int command) {
     const CMediaList* list = m_context.lists.FindListById(current.listId);
     if (!list || list->TypeOfSource() != MEDIA_TYPE_COLLECTION)
         return;
-    const QString path = (*list)[current.index]->m_strPath;
-    const TrackText genre = &CTrackRecord::m_strGenre;
-    if (const auto stored =
-            StoreTrackText(m_context.player, path, genre, GenreMenu::Entry(command)))
-        m_context.view.ShowText(path, genre, *stored);
+    StoreText(*list, current.index, &CTrackRecord::m_strGenre, GenreMenu::Entry(command));
+}
+
+void CTrackCommands::StoreText(const CMediaList& list, int index, TrackText text,
+                               const QString& value) {
+    const CTrackRecord& track = *list[index];
+    const QString path = track.m_strPath;
+    if (IsPlaylistFile(path))
+        return RenameList(path, value, track.m_strTitle);
+    const auto writing = FindWriting(path, text);
+    if (writing == m_writings.end())
+        m_writings.push_back({path, text, track.*text, 1});
+    else
+        ++writing->pending;
+    m_context.view.ShowText(path, text, value);
+    m_context.writer.Run([this, path, text, value] {
+        return [this, path, text, result = StoreTrackText(path, text, value)] {
+            OnStored(path, text, result);
+        };
+    });
+}
+
+std::vector<CTrackCommands::Writing>::iterator CTrackCommands::FindWriting(const QString& path,
+                                                                           TrackText text) {
+    return std::find_if(m_writings.begin(), m_writings.end(), [&](const Writing& writing) {
+        return writing.path == path && writing.text == text;
+    });
+}
+
+/// The rows show what was typed last until that has been written, too.
+void CTrackCommands::OnStored(const QString& path, TrackText text, const StoreResult& result) {
+    const auto writing = FindWriting(path, text);
+    if (result.stored)
+        writing->stored = *result.stored;
+    else
+        TellUnstored(path, result.reason);
+    if (--writing->pending > 0)
+        return;
+    m_context.view.ShowText(path, text, writing->stored);
+    m_writings.erase(writing);
+}
+
+void CTrackCommands::RenameList(const QString& path, const QString& title, QString before) {
+    m_context.view.ShowText(path, &CTrackRecord::m_strTitle, title);
+    m_context.writer.Run([this, path, title, before = std::move(before)] {
+        return [this, path, before, result = RenamePlaylist(path, title)] {
+            OnRenamed(path, before, result);
+        };
+    });
+}
+
+void CTrackCommands::OnRenamed(const QString& path, const QString& before,
+                               const StoreResult& result) {
+    if (!result.stored) {
+        m_context.view.ShowText(path, &CTrackRecord::m_strTitle, before);
+        TellUnstored(path, result.reason);
+        return;
+    }
+    m_context.view.ShowPath(path, *result.stored);
+}
+
+void CTrackCommands::TellUnstored(const QString& path, const QString& reason) {
+    m_context.status.ShowNews(FormatText(LoadString(IDS_EDIT_UNSTORED),
+                                         {Path::ForDisplay(Path::FileName(path)), reason}));
 }

@@ -1,13 +1,17 @@
 #include "library/TrackEdit.h"
 
 #include "base/FileKinds.h"
-#include "base/IPlaybackGuard.h"
+#include "base/Language.h"
 #include "library/MediaList.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
 #include "tags/TrackTags.h"
 
+#include <sys/statvfs.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <iterator>
 
 namespace {
@@ -51,30 +55,41 @@ bool IsEditable(const CMediaList& list, int index, TrackText text) {
     return HasWritableTags(track->m_strPath) && stored && stored->isTyped;
 }
 
-std::optional<QString> StoreTrackText(IPlaybackGuard& guard, const QString& path, TrackText text,
-                                      const QString& value) {
+StoreResult StoreTrackText(const QString& path, TrackText text, const QString& value) {
     const auto* row = FindStoredText(text);
     CTrackInfo info;
     if (!row || ReadTrackTags(path, info) != 0)
-        return std::nullopt;
+        return {std::nullopt, WhyUnwritable(path)};
     info.*row->stored = value;
-    guard.ReleaseFile(path);
-    if (WriteTrackTags(path, info, 0) != 0)
-        return std::nullopt;
     CTrackInfo written;
-    if (ReadTrackTags(path, written) != 0)
-        return std::nullopt;
-    return written.*row->stored;
+    if (WriteTrackTags(path, info, 0) != 0 || ReadTrackTags(path, written) != 0)
+        return {std::nullopt, WhyUnwritable(path)};
+    return {written.*row->stored, {}};
 }
 
-std::optional<QString> RenamePlaylist(const QString& path, const QString& title) {
+StoreResult RenamePlaylist(const QString& path, const QString& title) {
     QString name = title.trimmed();
+    const QString noName = LoadString(IDS_EDIT_NONAME);
     if (name.isEmpty() || name.startsWith(u'.') || name.contains(u'/') || name.contains(QChar()))
-        return std::nullopt;
+        return {std::nullopt, noName};
     if (!IsPlaylistFile(name))
         name += QStringLiteral(".m3u");
+    if (Path::ToBytes(name).size() > kLongestName)
+        return {std::nullopt, noName};
     const QString renamed = Path::Join(Path::Folder(path), name);
-    if (Path::ToBytes(name).size() > kLongestName || !MoveToFreePath(path, renamed))
-        return std::nullopt;
-    return renamed;
+    if (MoveToFreePath(path, renamed))
+        return {renamed, {}};
+    return {std::nullopt, GetFileStatus(renamed) ? qt_error_string(EEXIST) : WhyUnwritable(path)};
+}
+
+QString WhyUnwritable(const QString& path) {
+    for (const QString& needed : {path, Path::Folder(path)})
+        if (::access(Path::ToBytes(needed), W_OK) != 0)
+            return qt_error_string(errno);
+    const auto status = GetFileStatus(path);
+    struct statvfs volume = {};
+    if (status && ::statvfs(Path::ToBytes(path), &volume) == 0 &&
+        volume.f_bavail * volume.f_frsize < status->size)
+        return qt_error_string(ENOSPC);
+    return LoadString(IDS_EDIT_DAMAGED);
 }

@@ -34,10 +34,9 @@ COLORREF RowColour(const CMediaList& list, int index) {
 
 } // namespace
 
-CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid, IPlaybackGuard& guard)
+CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid)
     : m_lists(lists)
-    , m_grid(grid)
-    , m_guard(guard) {
+    , m_grid(grid) {
     SetColumns(kDefaultColumns);
     ConfigureGrid();
 }
@@ -374,6 +373,10 @@ void CTrackView::ActivateList(int listId) {
         }
     }
     MarkSortColumn();
+}
+
+void CTrackView::FitColumns() {
+    m_grid.AutoSizeColumns();
 }
 
 void CTrackView::ScrollToList(int listId) {

@@ -13,7 +13,6 @@
 class CGridCtrl;
 class CMediaList;
 class CMediaLists;
-class IPlaybackGuard;
 struct TrackColumn;
 
 /// Pictures of the rows among those of the grid. A title has the picture of its list's type, unless
@@ -35,6 +34,10 @@ public:
     /// Takes the track that became the current one.
     using CurrentTrackHandler = std::function<void(const CMediaList& list, int index)>;
 
+    /// Takes a text that was typed for a track.
+    using EditHandler = std::function<void(const CMediaList& list, int index, TrackText text,
+                                           const QString& typed)>;
+
     /// Takes a track or playlist that is to be played.
     using PlayHandler = std::function<void(CMediaList& list, int index)>;
 
@@ -42,8 +45,7 @@ public:
     /// header. `cell` is the grid's.
     using MenuHandler = std::function<void(CCellID cell, const CMediaList* list, int index)>;
 
-    /// `guard` is asked before the text of a track is stored.
-    CTrackView(CMediaLists& lists, CGridCtrl& grid, IPlaybackGuard& guard);
+    CTrackView(CMediaLists& lists, CGridCtrl& grid);
 
     /// The mask of visible columns; the title's bit is always in it.
     void SetColumns(unsigned columns);
@@ -70,18 +72,18 @@ public:
     /// Sorts the active list by a column of the grid, turning the direction each time.
     void SortColumn(int gridColumn);
 
+    void ShowPath(const QString& path, const QString& renamed) override;
     void SetTrackStatus(const QString& path, const QString& text) override;
 
-    /// ShowList() without scrolling and the focus.
-    void ActivateList(int listId);
-
-    /// Scrolls so far that the title of a list is at the top, or all behind it is on screen.
-    void ScrollToList(int listId);
+    void ActivateList(int listId) override;
+    void ScrollToList(int listId) override;
+    void FitColumns() override;
 
     void SetCurrentTrackHandler(CurrentTrackHandler handler) {
         m_pfnCurrentTrack = std::move(handler);
     }
     void SetPlayHandler(PlayHandler handler) { m_pfnPlay = std::move(handler); }
+    void SetEditHandler(EditHandler handler) { m_pfnEdit = std::move(handler); }
     void SetMenuHandler(MenuHandler handler) { m_pfnMenu = std::move(handler); }
 
     /// Takes the grid's notifications, allows edits or not, and stores what was typed.
@@ -144,17 +146,16 @@ private:
     void PlayTrack(CMediaList& list, int index);
     [[nodiscard]] bool AllowsEdit(CCellID cell) const;
     void OnEdited(CCellID cell);
-    void OnPlaylistRenamed(const QString& path, const QString& title);
 
     CMediaLists& m_lists;
     CGridCtrl& m_grid;
-    IPlaybackGuard& m_guard;
     unsigned m_dwColumns;
     std::vector<const TrackColumn*> m_columns; ///< the visible ones, as the mask tells
 
     CurrentTrackHandler m_pfnCurrentTrack;
     PlayHandler m_pfnPlay;
     MenuHandler m_pfnMenu;
+    EditHandler m_pfnEdit;
 
     TrackPlace m_current;        ///< the track that was clicked last
     QString m_strCurrentPath;    ///< its key: tracks may have been moved or taken out since

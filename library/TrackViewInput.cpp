@@ -1,6 +1,5 @@
 // Clicks and edits.
 
-#include "base/FileKinds.h"
 #include "grid/GridCellBase.h"
 #include "grid/GridCtrl.h"
 #include "library/MediaLists.h"
@@ -208,45 +207,27 @@ void CTrackView::OnEdited(CCellID cell) {
     const CGridCellBase* typed = m_grid.GetCell(cell.row, cell.col);
     if (!edited.list || edited.index == -1 || !column || !typed)
         return;
-    const QString path = (*edited.list)[edited.index]->m_strPath;
-    if (IsPlaylistFile(path)) {
-        OnPlaylistRenamed(path, typed->GetText());
-        return;
-    }
-    const auto stored = StoreTrackText(m_guard, path, column->text, typed->GetText());
-    if (stored)
-        ShowText(path, column->text, *stored);
-    else
-        RefreshRows(1, edited.list, edited.index);
-}
-
-/// Its new name is its title.
-void CTrackView::OnPlaylistRenamed(const QString& path, const QString& title) {
-    const auto renamed = RenamePlaylist(path, title);
-    for (const auto& list : m_lists.All()) {
-        for (int index = 0; index < list->GetCount(); ++index) {
-            CTrackRecord& record = *(*list)[index];
-            if (record.m_strPath != path)
-                continue;
-            if (renamed) {
-                list->SetPath(index, *renamed);
-                record.m_strTitle = title;
-            }
-            RefreshRows(1, list.get(), index);
-        }
-    }
-    if (renamed && m_strCurrentPath == path)
-        m_strCurrentPath = *renamed;
+    if (m_pfnEdit)
+        m_pfnEdit(*edited.list, edited.index, column->text, typed->GetText());
 }
 
 /// Case matters here: on disk it is part of the name.
 void CTrackView::ShowText(const QString& path, TrackText text, const QString& value) {
     for (const auto& list : m_lists.All()) {
-        for (int index = 0; index < list->GetCount(); ++index) {
-            if ((*list)[index]->m_strPath != path)
-                continue;
+        for (const int index : list->FindPaths(path)) {
             (*list)[index]->*text = value;
             RefreshRows(1, list.get(), index);
         }
     }
+}
+
+void CTrackView::ShowPath(const QString& path, const QString& renamed) {
+    for (const auto& list : m_lists.All()) {
+        for (const int index : list->FindPaths(path)) {
+            list->SetPath(index, renamed);
+            RefreshRows(1, list.get(), index);
+        }
+    }
+    if (m_strCurrentPath == path)
+        m_strCurrentPath = renamed;
 }

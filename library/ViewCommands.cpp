@@ -1,24 +1,18 @@
 #include "library/ViewCommands.h"
 
-#include "base/IStatusDisplay.h"
-#include "base/Language.h"
 #include "library/CommandMap.h"
 #include "library/CommandState.h"
 #include "library/Commands.h"
 #include "library/ITrackPlayer.h"
 #include "library/ITrackView.h"
-#include "library/LibraryScanner.h"
-#include "library/ListMessages.h"
 #include "library/MediaLists.h"
 
-#include <QStringList>
-
 #include <algorithm>
+#include <memory>
+#include <utility>
 
-CViewCommands::CViewCommands(const CommandContext& context, CCommandMap& commands,
-                             CLibraryScanner& scanner)
-    : m_context(context)
-    , m_scanner(scanner) {
+CViewCommands::CViewCommands(const CommandContext& context, CCommandMap& commands)
+    : m_context(context) {
     for (const int command : {Command::kSelectAll, Command::kBodySelectAll})
         commands.On(command, [this](int) { CheckAll(1); });
     for (const int command : {Command::kDeselectAll, Command::kBodyDeselectAll})
@@ -26,7 +20,6 @@ CViewCommands::CViewCommands(const CommandContext& context, CCommandMap& command
     commands.On(Command::kViewCollection, [this](int) { ShowList(MEDIA_TYPE_COLLECTION); });
     commands.On(Command::kViewAllMusic, [this](int) { ShowList(MEDIA_TYPE_ALL); });
     commands.On(Command::kViewSelection, [this](int) { ShowSelection(); });
-    commands.On(Command::kTitleRefresh, [this](int) { Refresh(); });
 }
 
 /// Unlike the active list it may be folded.
@@ -57,37 +50,24 @@ void CViewCommands::ShowList(int type) {
     m_context.state.UpdateCommands();
 }
 
-/// The tags are read once more: the selection holds copies.
+/// Copies of the checked tracks of the active list.
 void CViewCommands::ShowSelection() {
     const CMediaList* active = m_context.lists.GetActiveList();
     if (IsExclusiveView() || !active)
         return;
-    QStringList checked;
-    for (int index = 0; index < active->GetCount(); ++index)
-        if ((*active)[index]->m_bChecked)
-            checked += (*active)[index]->m_strPath;
     CMediaList& selection = *m_context.lists.FindListByType(MEDIA_TYPE_SELECTION);
     m_context.player.ReleaseList(selection);
     selection.ClearAll();
     selection.m_iSourceType = active->m_iType;
+    for (int index = 0; index < active->GetCount(); ++index) {
+        if (!(*active)[index]->m_bChecked)
+            continue;
+        auto copy = std::make_unique<CTrackRecord>(*(*active)[index]);
+        copy->m_bPlaying = copy->m_bRowSelected = 0;
+        selection.Append(std::move(copy));
+    }
     g_bSelectionOnly = 1;
-    for (const QString& path : checked)
-        SendAddTrack(m_context.messages, selection, path, 1);
-    SendListDone(m_context.messages, MEDIA_TYPE_SELECTION);
-    m_context.state.SetField(UiState::kViewMask, UiState::kViewSelection);
-}
-
-void CViewCommands::Refresh() {
-    CMediaList* list = ListUnderCursor();
-    if (!list || list->m_iType != MEDIA_TYPE_COLLECTION || m_scanner.IsScanning(list->m_iType))
-        return;
-    m_context.player.ReleaseList(*list);
-    list->ClearAll();
-    list->m_bVisible = 1;
-    list->m_bExpanded = 1;
     m_context.view.FillGrid();
+    m_context.state.SetField(UiState::kViewMask, UiState::kViewSelection);
     m_context.state.UpdateCommands();
-    m_context.status.ShowStatus(LoadString(IDS_SCAN_ING));
-    m_scanner.ScanList(m_context.messages, list->m_iType, list->m_iId,
-                       m_context.lists.GetLocation(list->m_iId));
 }

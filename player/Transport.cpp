@@ -2,10 +2,11 @@
 
 #include "base/Language.h"
 #include "base/Messages.h"
+#include "library/FolderScan.h"
 #include "library/ITrackView.h"
-#include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
 #include "library/PlaylistFile.h"
+#include "library/TrackFile.h"
 #include "platform/MessageTarget.h"
 #include "platform/Path.h"
 #include "platform/Worker.h"
@@ -44,18 +45,6 @@ int FindTrack(const CMediaList& list, const QString& path, int row) {
         if (list[i]->m_bPlaying && isOne(i))
             return i;
     return isOne(row) ? row : first;
-}
-
-QStringList ReadFiles(const QString& playlist, const std::stop_token& stop) {
-    QStringList entries;
-    ReadPlaylist(playlist, entries, 1);
-    QStringList files;
-    for (const QString& entry : entries) {
-        if (stop.stop_requested())
-            break;
-        files += ResolveEntry(playlist, entry);
-    }
-    return files;
 }
 
 } // namespace
@@ -160,7 +149,9 @@ void CTransport::PlayPlaylist(const CMediaList& list, int index) {
     m_pPlaylistReading = std::make_unique<Reading>(list.m_iId);
     m_pPlaylistReading->worker.Run([this, listId = list.m_iId, path = list[index]->m_strPath,
                                     stop = m_pPlaylistReading->stop.get_token()] {
-        return [this, listId, files = ReadFiles(path, stop)] { PlayFiles(listId, files); };
+        return [this, listId, files = ReadPlaylistFiles(path, stop).value_or(QStringList())] {
+            PlayFiles(listId, files);
+        };
     });
 }
 

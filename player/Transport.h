@@ -69,7 +69,7 @@ public:
 
     /// Takes in what has come to the list that plays, behind the track that plays. What plays goes
     /// on in its order if nothing has, and so does a playlist.
-    void RenewQueue();
+    void RenewQueue() override;
 
     /// Stops, closes the file, and forgets the list.
     void StopPlayback();

@@ -76,5 +76,5 @@ TEST(AccessibleNamesTest, EveryControlOfEveryWindowHasOneAndEveryButtonAKey) {
     EXPECT_EQ(Unreachable(CFolderDlg(scratch.Path(), nullptr)), "");
     EXPECT_EQ(Unreachable(CScanPCDlg(nullptr)), "");
     EXPECT_EQ(Unreachable(CSetColumnDlg(0, nullptr)), "");
-    EXPECT_EQ(Unreachable(CScanningDlg(scanner, {{}, 0, scratch.Path(), false}, nullptr)), "");
+    EXPECT_EQ(Unreachable(CScanningDlg(scanner, {0, scratch.Path(), false}, nullptr)), "");
 }

@@ -10,6 +10,7 @@
 #include "skin/ImageButton.h"
 #include "skin/MenuBar.h"
 #include "skin/PicButton.h"
+#include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
 
 #include <QApplication>
@@ -68,7 +69,9 @@ protected:
     CMediaLists m_lists;
     CCommandMap m_commands;
     CommandBar m_bar{m_window, m_menuBar, m_layout, m_commands};
-    CCommandState m_state{m_lists, m_bar};
+    FakePlayer m_fakePlayer;
+    FakeStatus m_status;
+    CCommandState m_state{m_lists, m_fakePlayer, m_status, m_bar};
     ContextMenus m_menus{m_layout.Grid(), m_commands};
     QList<int> m_run;
     int m_iWorking = 0; ///< a command that views the selection

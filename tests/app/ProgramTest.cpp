@@ -32,7 +32,7 @@ bool RunsUntil(Test test) {
 
 /// True while a thread of the program walks folders.
 bool IsScanning(const QProcess& program) {
-    return HasThread(program.processId(), kScanThreadName);
+    return HasThread(program.processId(), "folder scan");
 }
 
 /// A home for programs that a test starts. Their title, and with it the name that makes them the

@@ -90,7 +90,7 @@ TEST_F(HelpTest, EveryDialogOpensItsTopic) {
     CAboutDlg about(nullptr);
     CFolderDlg folder(m_scratch.Path(), nullptr);
     CScanPCDlg scan(nullptr);
-    CScanningDlg scanning(scanner, {{}, 0, m_scratch.Path(), false}, nullptr);
+    CScanningDlg scanning(scanner, {0, m_scratch.Path(), false}, nullptr);
     CSetColumnDlg columns(0, nullptr);
     const struct {
         QDialog& dialog;

@@ -4,6 +4,7 @@
 #include "library/CommandMap.h"
 #include "library/Commands.h"
 #include "library/MediaLists.h"
+#include "tests/fixtures/LibraryFakes.h"
 
 #include <gtest/gtest.h>
 
@@ -64,7 +65,9 @@ protected:
     CMediaLists m_lists;
     CMediaList& m_list = m_lists.Add(QStringLiteral("List"), MEDIA_TYPE_COLLECTION, 1);
     RecordingCommands m_display;
-    CCommandState m_state{m_lists, m_display};
+    FakePlayer m_player;
+    FakeStatus m_status;
+    CCommandState m_state{m_lists, m_player, m_status, m_display};
 };
 
 } // namespace
@@ -126,13 +129,13 @@ TEST_F(CommandStateTest, WithoutActiveListNothingChanges) {
     const auto before = m_state.GetUiState();
     m_list.m_bActive = 0;
     m_list.ClearAll();
-    m_display.enabled.clear();
-    int updates = 0;
-    m_state.SetUpdateHandler([&] { ++updates; });
     m_state.UpdateCommands();
     EXPECT_EQ(m_state.GetUiState(), before);
-    EXPECT_TRUE(m_display.enabled.empty());
-    EXPECT_EQ(updates, 1);
+
+    m_player.commands = {.canPlay = true, .canNext = true, .playMode = 3};
+    const auto operation = m_status.BeginOperation({}, {});
+    m_state.UpdateCommands();
+    EXPECT_EQ(m_state.GetUiState() ^ before, 0x2000u | 0x4000 | 0x80 | 0x200000 | 0x400000);
 }
 
 TEST_F(CommandStateTest, WordShowsWhole) {

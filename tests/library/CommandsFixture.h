@@ -1,56 +1,71 @@
 #pragma once
 
-#include "base/IStatusDisplay.h"
 #include "base/Language.h"
-#include "base/Messages.h"
 #include "grid/GridCtrl.h"
 #include "library/CommandMap.h"
 #include "library/CommandState.h"
 #include "library/Commands.h"
-#include "library/ITrackPlayer.h"
 #include "library/LibraryScanner.h"
-#include "library/ListMessages.h"
+#include "library/ListFilling.h"
 #include "library/MediaLists.h"
 #include "library/Playlists.h"
 #include "library/TrackCommands.h"
+#include "library/TrackFile.h"
 #include "library/TrackView.h"
 #include "library/ViewCommands.h"
+#include "platform/Worker.h"
+#include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/ScriptedPrompts.h"
 
 #include <gtest/gtest.h>
 
 /// All commands over lists of real files in a folder, shown in a real grid.
-class CommandsFixture : public ::testing::Test,
-                        protected ICommandDisplay,
-                        protected ITrackPlayer,
-                        protected IStatusDisplay {
+class CommandsFixture : public ::testing::Test, protected ICommandDisplay {
 protected:
     CommandsFixture() {
         SetLanguageFile(QString()); // texts are their own keys
         m_lists.SetLocation(m_collection, m_folder);
-        m_messages.On(WM_TD_ADD_TRACK, [this](Message& m) { return m_scanner.OnAddTrack(m); });
-        m_messages.On(WM_TD_LIST_DONE, [this](Message& message) {
-            m_done += static_cast<int>(message.wParam);
-            m_scanner.OnListDone(static_cast<int>(message.wParam));
-            m_view.FillGrid();
-            m_state.UpdateCommands();
-            return 0;
-        });
-        m_playlists.SetViewHandler([this] { ++m_viewChanges; });
+        m_scanner.Listen(m_messages);
+        m_view.SetEditHandler(
+            [this](const CMediaList& list, int index, TrackText text, const QString& typed) {
+                m_trackCommands.StoreText(list, index, text, typed);
+            });
         m_playlist.m_bVisible = m_selection.m_bVisible = 0;
         m_collection.m_bActive = 1;
+        m_view.FillGrid();
     }
     ~CommandsFixture() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
 
+    /// Appends a file to a list that shows no rows yet.
+    void Append(CMediaList& list, const QString& path, int checked = 0) {
+        CMediaFileRequest request;
+        request.m_strPath = path;
+        request.m_bChecked = checked;
+        list.Append(MakeTrack(request));
+    }
     /// Writes a file into the collection's folder and has it added to the collection.
     QString AddFile(const char* name, const QByteArray& content = "music") {
         const QString path =
             m_scratch.Write(QStringLiteral("Mine/") + QString::fromUtf8(name), content);
-        SendAddTrack(m_messages.Address(), m_collection, path);
+        Append(m_collection, path);
         m_view.FillGrid();
         return path;
+    }
+    /// Waits until all that was to be written has been.
+    void AwaitWriter() {
+        bool isDone = false;
+        m_writer.Run([&isDone] { return [&isDone] { isDone = true; }; });
+        EXPECT_TRUE(RunUntil([&] { return isDone; }));
+    }
+    /// Waits until no list is being filled, and nothing opened.
+    void AwaitLists() {
+        EXPECT_TRUE(RunUntil([this] {
+            return m_status.running == 0 && !m_scanner.IsScanning(m_collection.m_iId) &&
+                   !m_scanner.IsScanning(m_playlist.m_iId);
+        }));
     }
     void Check(CMediaList& list, std::initializer_list<int> indices) {
         for (const int index : indices)
@@ -74,10 +89,6 @@ protected:
     void EnableCommand(int command, bool enable) override { m_enabled[command] = enable; }
     void MarkCommand(int command) override { m_marked = command; }
     void ShowCopyDirection(bool) override {}
-    void ReleaseFile(const QString& path) override { m_released += path; }
-    void ReleaseList(const CMediaList& list) override { m_released += list.m_strName; }
-    [[nodiscard]] PlayerCommands GetCommands() const override { return {}; }
-    void ShowStatus(const QString&) override {}
 
     ScratchFolder m_scratch;
     const QString m_folder = m_scratch.MakeFolder(QStringLiteral("Mine"));
@@ -87,21 +98,22 @@ protected:
     CMediaList& m_collection = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& m_all = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
     CGridCtrl m_grid;
-    CTrackView m_view{m_lists, m_grid, *this};
+    CTrackView m_view{m_lists, m_grid};
     CCommandMap m_commands;
-    CCommandState m_state{m_lists, *this};
+    FakePlayer m_player;
+    FakeStatus m_status;
+    CCommandState m_state{m_lists, m_player, m_status, *this};
     ScriptedPrompts m_prompts;
     MessageTarget m_messages;
     CLibraryScanner m_scanner{m_lists};
-    const CommandContext m_context{
-        m_lists, m_view, m_state, *this, m_prompts, *this, m_messages.Address()};
+    CWorker m_writer{"writer", CWorker::AtEnd::Finish};
+    const CommandContext m_context{m_lists,   m_view,   m_state,   m_player,
+                                   m_prompts, m_status, m_scanner, m_writer};
     CPlaylists m_playlists{m_context, m_commands};
-    CViewCommands m_viewCommands{m_context, m_commands, m_scanner};
+    CViewCommands m_viewCommands{m_context, m_commands};
     CTrackCommands m_trackCommands{m_context, m_commands};
+    CListFilling m_filling{m_context, m_commands, [](const CMediaList&) { return false; }};
 
     std::map<int, bool> m_enabled;
     int m_marked = 0;
-    int m_viewChanges = 0;
-    QList<int> m_done;
-    QStringList m_released; ///< paths of files and names of lists
 };

@@ -2,7 +2,6 @@
 
 #include "tags/TrackTags.h"
 #include "tests/fixtures/MediaFiles.h"
-#include "tests/fixtures/RunUntil.h"
 #include "tests/library/CommandsFixture.h"
 
 #include <QDir>
@@ -24,7 +23,7 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     const QString stuck = AddFile("c.mp3");
     const QString list = AddFile("list.m3u", "#EXTM3U\r\n");
     const QString gone = AddFile("gone.mp3");
-    SendAddTrack(m_messages.Address(), m_selection, playing);
+    Append(m_selection, playing);
     ASSERT_TRUE(QFile::remove(stuck) && QDir().mkpath(stuck + QStringLiteral("/in the way")));
     ASSERT_TRUE(QFile::remove(gone));
     m_commands.Run(Command::kDelete);
@@ -37,7 +36,7 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     m_commands.Run(Command::kDelete);
     EXPECT_EQ(m_prompts.Take(), "IDS_CONFIRM_DELETE");
     EXPECT_TRUE(QFile::exists(playing));
-    EXPECT_EQ(m_released, QStringList());
+    EXPECT_EQ(m_player.released, QStringList());
 
     m_prompts.answer = true;
     m_grid.SetFocusCell({2, 1});
@@ -50,7 +49,7 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     EXPECT_FALSE(QFile::exists(playing) || QFile::exists(list));
     EXPECT_TRUE(QFile::exists(stuck + QStringLiteral("/in the way")));
     EXPECT_EQ(m_collection[1]->m_strStatus, u"told before");
-    EXPECT_EQ(m_released.value(0), playing);
+    EXPECT_EQ(m_player.released.value(0), playing);
     EXPECT_FALSE(m_enabled.at(Command::kDelete));
 }
 
@@ -74,7 +73,7 @@ TEST_F(ListCommandsTest, OnlySomeListsCanLoseTracks) {
         list.ClearAll();
         g_bSelectionOnly = row.type == MEDIA_TYPE_SELECTION;
         g_bPlaylistOnly = row.type == MEDIA_TYPE_PLAYLIST;
-        SendAddTrack(m_messages.Address(), list, path, 1);
+        Append(list, path, 1);
         list.m_iType = row.type;
         list.m_iSourceType = row.sourceType;
         m_commands.Run(Command::kBodyDelete);
@@ -88,27 +87,31 @@ TEST_F(ListCommandsTest, GenreGoesIntoTheTags) {
     const QString other = AddFile("b.aac", "no sound");
     Click(m_collection, 0);
     m_commands.Run(kOperaGenre);
+    EXPECT_EQ(m_collection[0]->m_strGenre, u"Opera") << "at once";
+    AwaitWriter();
     CTrackInfo info;
     ASSERT_EQ(ReadTrackTags(path, info), 0);
     EXPECT_EQ(info.m_strGenre, u"Opera");
     EXPECT_EQ(m_collection[0]->m_strGenre, u"Opera");
     EXPECT_EQ(m_grid.GetCell(2, 4)->GetText(), u"Opera");
-    EXPECT_EQ(m_released, QStringList{path}) << "the player lets go of it";
 
     m_collection[1]->m_strGenre = QStringLiteral("Old");
     Click(m_collection, 1);
     ASSERT_TRUE(QFile::remove(other));
     m_commands.Run(kOperaGenre);
+    AwaitWriter();
     EXPECT_EQ(m_collection[1]->m_strGenre, u"Old") << "it could not be written";
+    EXPECT_EQ(m_status.news.size(), 1);
 
     const QByteArray music = ReadFile(path);
     const QString namesake = AddFile("A.mp3", music);
     Click(m_collection, 0);
     m_collection.RemoveIf([&path](const CTrackRecord& track) { return track.m_strPath == path; });
     m_commands.Run(kOperaGenre + 1);
+    AwaitWriter();
     EXPECT_EQ(ReadFile(namesake), music) << "case tells files apart";
 
-    SendAddTrack(m_messages.Address(), m_all, m_scratch.Write(QStringLiteral("x.mp3"), "x"));
+    Append(m_all, m_scratch.Write(QStringLiteral("x.mp3"), "x"));
     m_view.FillGrid();
     Click(m_all, 0);
     m_commands.Run(kOperaGenre);
@@ -142,7 +145,6 @@ TEST_F(ListCommandsTest, SelectionHoldsCopiesOfTheCheckedTracks) {
     EXPECT_EQ(m_selection.m_iSourceType, MEDIA_TYPE_COLLECTION);
     EXPECT_EQ(m_grid.GetRowCount(), 3);
     EXPECT_EQ(m_marked, Command::kViewSelection);
-    EXPECT_EQ(m_done, QList<int>{MEDIA_TYPE_SELECTION});
     m_commands.Run(Command::kDeselectAll);
     EXPECT_EQ(Names(m_collection), "a.mp3* b.mp3 c.mp3*");
     m_commands.Run(Command::kViewSelection);
@@ -168,10 +170,13 @@ TEST_F(ListCommandsTest, RefreshReadsTheFolderAnew) {
     m_commands.Run(Command::kTitleRefresh);
     EXPECT_EQ(m_grid.GetRowCount(), 3) << "no rows of what is no longer there";
     m_commands.Run(Command::kTitleRefresh); // the first one is still at it
-    EXPECT_EQ(m_released, QStringList{QStringLiteral("Mine")});
-    ASSERT_TRUE(RunUntil([this] { return !m_done.isEmpty(); }));
+    EXPECT_EQ(m_player.released, QStringList{QStringLiteral("Mine")});
+    AwaitLists();
     EXPECT_EQ(Names(m_collection), "new.mp3");
     m_commands.Run(Command::kTitleRefresh);
-    ASSERT_TRUE(RunUntil([this] { return m_done.size() == 2; }));
+    m_status.CancelOperations();
+    EXPECT_EQ(m_status.running, 0) << "a cancel ends it at once";
+    m_commands.Run(Command::kTitleRefresh);
+    AwaitLists();
     EXPECT_EQ(Names(m_collection), "new.mp3");
 }

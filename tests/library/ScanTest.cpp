@@ -1,49 +1,41 @@
-#include "base/Messages.h"
 #include "library/FolderScan.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
+#include "library/TrackReader.h"
 #include "platform/MessageTarget.h"
 #include "platform/Path.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <optional>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
 namespace {
 
-/// A receiver of scans: the lists, the scanner and a target that is run until a list is done.
+/// The lists and the scanner.
 struct Receiver {
     CMediaLists lists;
     CMediaList& collection = lists.Add(QStringLiteral("Collection"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
-    CLibraryScanner scanner{lists};
-    std::vector<std::intptr_t> numbers;
-    QEventLoop loop;
     MessageTarget messages;
+    CLibraryScanner scanner{lists};
+    bool isWhole = true; ///< of the last scan
+    const CListening done =
+        scanner.OnDone([this](const CMediaList&, bool whole) { isWhole = whole; });
 
-    Receiver() {
-        messages.On(WM_TD_ADD_TRACK, [this](Message& message) {
-            numbers.push_back(message.lParam);
-            return scanner.OnAddTrack(message);
-        });
-        messages.On(WM_TD_LIST_DONE, [this](const Message&) {
-            loop.quit();
-            return 0;
-        });
-    }
+    Receiver() { scanner.Listen(messages); }
 
-    std::unique_ptr<CScanRequest> Request(const CMediaList& list, const QString& folder) const {
+    static std::unique_ptr<CScanRequest> Request(const CMediaList& list, const QString& folder) {
         auto request = std::make_unique<CScanRequest>();
-        request->m_hWndTarget = messages.Address();
         request->m_iType = list.m_iType;
         request->m_iListId = list.m_iId;
         request->m_strPath = folder;
@@ -52,17 +44,17 @@ struct Receiver {
     }
 
     void Scan(std::unique_ptr<CScanRequest> request) {
+        const int listId = request->m_iListId;
         scanner.Start(std::move(request));
-        loop.exec();
+        EXPECT_TRUE(RunUntil([&] { return !scanner.IsScanning(listId); }));
     }
 };
 
-/// The names of the list's tracks, sorted, with blanks between.
+/// The names of the list's tracks, with blanks between.
 QString Names(const CMediaList& list) {
     QStringList names;
     for (int i = 0; i < list.GetCount(); ++i)
         names += Path::FileName(list[i]->m_strPath);
-    names.sort();
     return names.join(u' ');
 }
 
@@ -78,8 +70,9 @@ struct TracksFolder : ScratchFolder {
 
 TEST(ScanTest, FindsTheMusicOfATreeOnce) {
     const ScratchFolder scratch;
-    for (const char* name : {"a.mp3", "sub/b.WMA", "sub/deep/c.m4a", "d.aac", "list.m3u",
-                             "sub/odd\xE9.Mp3", "video.mp4", "cd.cda", "mp3", "text.mp3.txt"})
+    for (const char* name :
+         {"a.mp3", "sub/b.WMA", "sub/deep/c.m4a", "d.aac", "list.m3u", "sub/odd\xE9.Mp3",
+          "video.mp4", "cd.cda", "mp3", "text.mp3.txt", "sub/Track 10.mp3", "sub/track 2.mp3"})
         scratch.Write(Path::FromBytes(name), "x");
     scratch.MakeFolder(QStringLiteral("folder.mp3"));
     ASSERT_EQ(::mkfifo(Path::ToBytes(scratch.File(QStringLiteral("pipe.mp3"))), 0600), 0);
@@ -90,9 +83,9 @@ TEST(ScanTest, FindsTheMusicOfATreeOnce) {
 
     Receiver receiver;
     receiver.Scan(receiver.Request(receiver.all, scratch.Path()));
-    EXPECT_EQ(Names(receiver.all),
-              QStringLiteral("a.mp3 b.WMA c.m4a d.aac list.m3u ") + Path::FromBytes("odd\xE9.Mp3"));
-    EXPECT_EQ(receiver.numbers, (std::vector<std::intptr_t>{1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(Names(receiver.all), QStringLiteral("a.mp3 d.aac list.m3u b.WMA c.m4a ") +
+                                       Path::FromBytes("odd\xE9.Mp3") +
+                                       QStringLiteral(" track 2.mp3 Track 10.mp3"));
 
     auto request = receiver.Request(receiver.all, scratch.Path());
     request->m_bRecurse = 0;
@@ -134,7 +127,6 @@ TEST(ScanTest, DocumentOfTheCollectionIsToldOnceItIsAdded) {
                               [&](const CMediaList& list, int index) {
                                   ++told;
                                   EXPECT_EQ(&list, &receiver.collection);
-                                  EXPECT_EQ(index, list.GetCount() - 1);
                                   EXPECT_EQ(list[index]->m_strTitle, u"3");
                               });
     for (int scans = 0; scans < 2; ++scans)
@@ -142,28 +134,56 @@ TEST(ScanTest, DocumentOfTheCollectionIsToldOnceItIsAdded) {
     EXPECT_EQ(told, 1);
 }
 
-TEST(ScanTest, CancelKeepsWhatWasFound) {
-    const TracksFolder folder(20);
+TEST(ScanTest, CancelEndsOneScanAtOnce) {
+    const TracksFolder folder(2000);
     Receiver receiver;
-    receiver.messages.On(WM_TD_ADD_TRACK, [&receiver](Message& message) {
-        if (message.lParam == 5)
-            g_bCancelScan = 1;
-        return receiver.scanner.OnAddTrack(message);
-    });
-    receiver.Scan(receiver.Request(receiver.all, folder.Path()));
-    EXPECT_EQ(receiver.all.GetCount(), 5);
-    receiver.Scan(receiver.Request(receiver.all, folder.File(QStringLiteral("none"))));
-    EXPECT_EQ(g_bCancelScan, 0) << "the next scan runs again";
+    receiver.scanner.Start(receiver.Request(receiver.all, folder.Path()));
+    receiver.scanner.Start(receiver.Request(receiver.collection, folder.Path()));
+    ASSERT_TRUE(RunUntil([&] { return receiver.all.GetCount() > 0; }));
+    receiver.scanner.Cancel(receiver.all.m_iId);
+    EXPECT_FALSE(receiver.isWhole || receiver.scanner.IsScanning(receiver.all.m_iId));
+    const int found = receiver.all.GetCount();
+    ASSERT_TRUE(RunUntil([&] { return !receiver.scanner.IsScanning(receiver.collection.m_iId); }));
+    EXPECT_TRUE(receiver.isWhole);
+    EXPECT_EQ(receiver.collection.GetCount(), 2000) << "the other one goes on";
+    EXPECT_EQ(receiver.all.GetCount(), found);
+    for (int i = 0; i < 2000; ++i)
+        ASSERT_EQ(receiver.collection[i]->m_strTitle, QString::number(i)) << "in order";
 }
 
-TEST(ScanTest, OwnersMayGoInMidScan) {
+TEST(ScanTest, OwnersAndListsMayGoInMidScan) {
     const TracksFolder folder(50);
     for (int round = 0; round < 20; ++round) {
         std::optional<Receiver> receiver(std::in_place);
-        for (int scans = 0; scans < 3; ++scans)
-            receiver->scanner.Start(receiver->Request(receiver->all, folder.Path()));
-        while (static_cast<int>(receiver->numbers.size()) < round)
+        receiver->scanner.Start(receiver->Request(receiver->all, folder.Path()));
+        receiver->scanner.Start(receiver->Request(receiver->collection, folder.Path()));
+        receiver->scanner.Add(receiver->all, folder.File(QStringLiteral("1.mp3")), {});
+        for (int turn = 0; turn < round; ++turn)
             QCoreApplication::processEvents();
+        if (round % 2 == 0) {
+            receiver->lists.Remove(receiver->all.m_iId);
+            ASSERT_TRUE(RunUntil([&] { return receiver->collection.GetCount() == 50; }));
+        }
         receiver.reset();
     }
+}
+
+TEST(ScanTest, AnExceptionEndsReadingAsACancelDoes) {
+    int delivered = 0;
+    const auto deliver = [&](const CTrackReader::Tracks& tracks) {
+        delivered += static_cast<int>(tracks.size());
+    };
+    const auto read = [](const CMediaFileRequest& file) {
+        if (file.m_strPath == u"bad")
+            throw std::runtime_error("bad");
+        return std::make_unique<CTrackRecord>();
+    };
+    CTrackReader reader({}, read, deliver);
+    for (const char* path : {"good", "bad"}) {
+        auto file = std::make_unique<CMediaFileRequest>();
+        file->m_strPath = QString::fromLatin1(path);
+        EXPECT_TRUE(reader.Add(std::move(file)));
+    }
+    EXPECT_FALSE(reader.Finish());
+    EXPECT_LE(delivered, 1);
 }

@@ -9,7 +9,6 @@
 #include "platform/Path.h"
 #include "tests/fixtures/PaintedRows.h"
 #include "tests/fixtures/Printers.h"
-#include "tests/fixtures/ReleasedFiles.h"
 
 #include <QScrollBar>
 #include <QTest>
@@ -87,8 +86,7 @@ protected:
     CMediaList& m_collection = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& m_all = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
     CGridCtrl m_grid;
-    ReleasedFiles m_released;
-    CTrackView m_view{m_lists, m_grid, m_released};
+    CTrackView m_view{m_lists, m_grid};
     std::string m_played; ///< titles of the tracks that were to be played
     std::string m_menu;   ///< what the last menu was for
 };
@@ -346,7 +344,7 @@ TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
     m_all[1]->m_strArtist = QStringLiteral("New");
     m_view.RefreshRows(1, &m_all, 1);
     EXPECT_EQ(Text(7, 2), QStringLiteral("New"));
-    m_view.SetTrackStatus(QStringLiteral("/C/GAMMA.mp3"), QStringLiteral("Copying"));
+    m_view.SetTrackStatus(QStringLiteral("/c/gamma.mp3"), QStringLiteral("Copying"));
     EXPECT_EQ(Text(3, 8), QStringLiteral("Copying"));
     EXPECT_TRUE(Text(6, 8).isEmpty());
 

@@ -119,7 +119,6 @@ void CTrackDeckDlg::ConnectView() {
         Guarded("OnNotify()", [&] {
             m_view.OnNotify(notification);
             m_state.UpdateCommands();
-            m_transport.UpdateTransport();
         });
     });
     m_view.SetCurrentTrackHandler(
@@ -138,6 +137,7 @@ void CTrackDeckDlg::ConnectView() {
     m_listenings = {
         m_playlists.OnViewChanged([this] { m_commandBar.ShowOpenPlaylist(g_bPlaylistOnly); }),
         m_status.OnBusyChanged([this] { m_state.UpdateCommands(); }),
+        m_state.OnUpdated([this] { m_transport.UpdateTransport(); }),
         m_transport.OnChange([this] { m_state.UpdatePlayer(); }),
     };
 }

@@ -1,6 +1,7 @@
 #include "dialogs/Prompts.h"
 
 #include "dialogs/ConfirmationDlg.h"
+#include "dialogs/QuestionDlg.h"
 #include "dialogs/WarningDlg.h"
 
 bool CPrompts::Confirm(const QString& question) {
@@ -9,4 +10,10 @@ bool CPrompts::Confirm(const QString& question) {
 
 void CPrompts::Warn(const QString& text) {
     CWarningDlg(text, &m_window).exec();
+}
+
+Answer CPrompts::Ask(const Question& question) {
+    CQuestionDlg dialog(question, &m_window);
+    dialog.exec();
+    return dialog.GetAnswer();
 }

@@ -136,6 +136,7 @@ void CCommandState::UpdateCommands() {
     ShowSelected(m_lists.GetActiveList());
     UpdatePlayer();
     SetBit(kCancelAll, m_status.IsBusy());
+    m_updated.Tell();
 }
 
 void CCommandState::ShowSelected(const CMediaList* list) {

@@ -117,12 +117,12 @@ void CTransport::OnTrackFinished() {
 }
 
 void CTransport::Play() {
-    if (m_iTransport == TransportState::Stopped)
+    if (m_iTransport == TransportState::Stopped) {
         OnPlayPause();
-    if (m_iTransport != TransportState::Paused)
-        return;
-    m_pPlaylistReading.reset();
-    PlayTransport();
+    } else if (m_iTransport == TransportState::Paused) {
+        m_pPlaylistReading.reset();
+        PlayTransport();
+    }
 }
 
 void CTransport::Pause() {

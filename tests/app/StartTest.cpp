@@ -169,7 +169,7 @@ TEST_F(StartTest, WindowComesFirstAndAnswersWhileTheCollectionIsRead) {
 TEST_F(StartTest, DocumentFromOutsidePlaysInTheMiniPlayer) {
     Open(1, "outside.mp3");
     const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
-    ASSERT_EQ(all.GetCount(), 1);
+    ASSERT_TRUE(RunUntil([&] { return all.GetCount() == 1; }));
     EXPECT_EQ(all[0]->m_strTitle, u"outside");
     EXPECT_TRUE(all[0]->m_bPlaying);
     EXPECT_EQ(dialog->size(), QSize(400, 89));

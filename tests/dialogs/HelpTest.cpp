@@ -56,7 +56,7 @@ protected:
 
     [[nodiscard]] QString Folder() const { return QDir(m_pages.path()).dirName(); }
 
-    /// The file that the browser was told to open since the last call.
+    /// The file that the browser had to open since the last call.
     [[nodiscard]] QString TakeOpened() { return std::exchange(m_strOpened, {}); }
 
     /// The text of the warning, empty if there is none, by which opening the main topic ends.

@@ -47,18 +47,6 @@ int FindTrack(const CMediaList& list, const QString& path, int row) {
     return isOne(row) ? row : first;
 }
 
-QStringList ReadFiles(const QString& playlist, const std::stop_token& stop) {
-    QStringList entries;
-    ReadPlaylist(playlist, entries, 1);
-    QStringList files;
-    for (const QString& entry : entries) {
-        if (stop.stop_requested())
-            break;
-        files += ResolveEntry(playlist, entry);
-    }
-    return files;
-}
-
 } // namespace
 
 /// Of one playlist. It ends with this.
@@ -129,12 +117,12 @@ void CTransport::OnTrackFinished() {
 }
 
 void CTransport::Play() {
-    if (m_iTransport == TransportState::Stopped)
+    if (m_iTransport == TransportState::Stopped) {
         OnPlayPause();
-    if (m_iTransport != TransportState::Paused)
-        return;
-    m_pPlaylistReading.reset();
-    PlayTransport();
+    } else if (m_iTransport == TransportState::Paused) {
+        m_pPlaylistReading.reset();
+        PlayTransport();
+    }
 }
 
 void CTransport::Pause() {
@@ -161,7 +149,9 @@ void CTransport::PlayPlaylist(const CMediaList& list, int index) {
     m_pPlaylistReading = std::make_unique<Reading>(list.m_iId);
     m_pPlaylistReading->worker.Run([this, listId = list.m_iId, path = list[index]->m_strPath,
                                     stop = m_pPlaylistReading->stop.get_token()] {
-        return [this, listId, files = ReadFiles(path, stop)] { PlayFiles(listId, files); };
+        return [this, listId, files = ReadPlaylistFiles(path, stop).value_or(QStringList())] {
+            PlayFiles(listId, files);
+        };
     });
 }
 

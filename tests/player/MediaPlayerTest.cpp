@@ -125,6 +125,8 @@ TEST_F(MediaPlayerTest, GraphDoesWhatItIsToldWhereItLeadsAnywhere) {
         // Held at the end it may go back; a file that is closed is not held any more.
         {"load play hold:100 complete deliver drop:100",
          "Render /a Volume 0 Run Seek 1000000000 Seek 1000000000 Run"},
+        {"load play complete notify drop:50 deliver",
+         "Render /a Volume 0 Run Seek 500000000 Run"}, // away from the end before it is heard of
         {"load play drop:100 complete deliver", "Render /a Volume 0 Run Seek 1000000000 Run", 1},
         {"load hold:20 close load complete deliver", "Render /a Seek 200000000 Render /a", 1},
     };

@@ -196,6 +196,7 @@ TEST(TransportStepsTest, LeadFromTrackToTrack) {
         {"abc", "mode:1 button", "abc", "stopped <|>", ""},
         {"ab", "mode:1 play:a finish", "abcabc", "playing <|>", "c"},
         {"ab", "mode:1 play:a previous play:a", "abcbacabc", "playing <|>", "c"},
+        {"ab", "mode:1 play:a next", "abcabc", "playing <|>", "c"},
         {"a", "press:a pause", "ab", "paused <|>", "b"},
         // The list may change under the track that plays.
         {"", "play:a clear fill:bc finish", "ab", "playing <|>", "b"},

@@ -17,8 +17,7 @@ namespace {
 
 using namespace Command;
 
-/// What one of several items of a menu holds for.
-constexpr int kPlayModes[] = {kPlaySingle, kPlayContinuous, kPlayRandom, kPlayRandomContinuous};
+/// The views, of which one holds.
 constexpr int kViews[] = {kViewPhone, kViewCollection, kViewAllMusic, kViewSelection};
 
 /// What can be done while the menu bar is hidden.
@@ -118,7 +117,10 @@ void CommandBar::Enable(PictureButton& button, bool enable) {
         else
             m_layout.Grid().setFocus();
     }
+    const bool wakes = enable && !button.isEnabled();
     button.setEnabled(enable);
+    if (wakes && &button == &m_layout.Play() && m_layout.Grid().isHidden())
+        button.setFocus(); // the mini player's, which could not take it when gray
 }
 
 void CommandBar::MarkCommand(int command) {

@@ -3,7 +3,6 @@
 #include "app/ArtworkPicture.h"
 #include "platform/FileReplacement.h"
 #include "platform/Path.h"
-#include "platform/WorkerThread.h"
 #include "tags/TrackTags.h"
 
 #include <QBuffer>
@@ -14,15 +13,9 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
-#include <thread>
 #include <utility>
 
 namespace {
-
-/// The message by which a thread hands over the file that it has written.
-constexpr int kCoverRead = 1;
-
-constexpr const char* kThreadName = "cover";
 
 /// False if there is no picture, or it can't be written.
 bool WriteCover(const QString& trackPath, const QString& path) {
@@ -37,32 +30,29 @@ bool WriteCover(const QString& trackPath, const QString& path) {
 } // namespace
 
 /// Owner of the file, which goes with it.
-struct CoverFile::File : MessagePayload {
+struct CoverFile::File {
     File(const QString& trackPath, const QString& target) {
         try {
             if (WriteCover(trackPath, target))
                 path = target;
-        } catch (const std::exception& error) {
+        } catch (const std::exception& error) { // there is a next cover
             qWarning() << "A cover could not be read:" << error.what();
         }
     }
-    ~File() override {
+    ~File() {
         std::error_code failure;
         if (!path.isEmpty())
             std::filesystem::remove(Path::ToBytes(path).toStdString(), failure);
     }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
 
     QString path; ///< empty if there is none
 };
 
 CoverFile::CoverFile(QString folder, std::function<void()> changed)
     : m_strFolder(std::move(folder))
-    , m_pfnChanged(std::move(changed)) {
-    m_messages.On(kCoverRead, [this](Message& message) {
-        OnRead(message.Take<File>());
-        return 0;
-    });
-}
+    , m_pfnChanged(std::move(changed)) {}
 
 CoverFile::~CoverFile() = default;
 
@@ -84,14 +74,13 @@ void CoverFile::Read() {
         return;
     // Another name each time: programs keep pictures by their names.
     const QString target = Path::Join(m_strFolder, QStringLiteral("cover-%1.png").arg(++m_nFile));
-    LetRun(std::thread([track = m_strTrackPath, target, address = m_messages.Address()] {
-               address.Post({kCoverRead, 0, 0, std::make_unique<File>(track, target)});
-           }),
-           kThreadName);
+    m_worker.Run([this, track = m_strTrackPath, target] {
+        return [this, file = std::make_shared<const File>(track, target)] { OnRead(file); };
+    });
     m_bReading = true;
 }
 
-void CoverFile::OnRead(std::unique_ptr<File> file) {
+void CoverFile::OnRead(std::shared_ptr<const File> file) {
     m_bReading = false;
     if (std::exchange(m_bReadAgain, false)) {
         Read();

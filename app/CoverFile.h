@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/MessageTarget.h"
+#include "platform/Worker.h"
 
 #include <QString>
 
@@ -34,14 +34,14 @@ private:
     struct File;
 
     void Read();
-    void OnRead(std::unique_ptr<File> file);
+    void OnRead(std::shared_ptr<const File> file);
 
     QString m_strFolder;
     std::function<void()> m_pfnChanged;
     QString m_strTrackPath;
-    std::unique_ptr<File> m_pFile;
+    std::shared_ptr<const File> m_pFile;
     int m_nFile = 0;           ///< number in the name of the file written last
     bool m_bReading = false;   ///< a thread is at work
     bool m_bReadAgain = false; ///< what it reads is out of date
-    MessageTarget m_messages;  // last: it goes first
+    CWorker m_worker{"cover"}; // last: it goes first
 };

@@ -106,7 +106,7 @@ QWidget* MainLayout::MakeLowerRow() {
     m_pNext = new CImageButton(PictureId::Next, LoadString(IDS_BT_NEXT), row);
     m_pSeek = new CProgressSlider(LoadString(IDS_SLIDER_SEEK), row);
     m_pVolume = new CBitmapSlider({PictureId::VolumeChannel, PictureId::VolumeThumb},
-                                  Qt::Horizontal, LoadString(IDS_SLIDER_VOLUME), row);
+                                  LoadString(IDS_SLIDER_VOLUME), row);
     m_pVolume->setFixedWidth(kVolumeWidth);
     auto* speaker = new CSkinLabel(QString(), row);
     speaker->setPixmap(LoadPicture(PictureId::Volume, row->devicePixelRatioF()));

@@ -79,9 +79,9 @@ public:
     [[nodiscard]] double GetVolume() const { return m_window.getVolume() / 100.0; }
     void SetVolume(double volume);
     [[nodiscard]] qlonglong GetPosition() const { return m_player.GetPosition() / kMicrosecond; }
-    [[nodiscard]] bool CanGoNext() const { return m_transport.GetButtons().canNext; }
-    [[nodiscard]] bool CanGoPrevious() const { return m_transport.GetButtons().canPrevious; }
-    [[nodiscard]] bool CanPlay() const { return m_transport.GetButtons().canPlay; }
+    [[nodiscard]] bool CanGoNext() const { return m_transport.GetCommands().canNext; }
+    [[nodiscard]] bool CanGoPrevious() const { return m_transport.GetCommands().canPrevious; }
+    [[nodiscard]] bool CanPlay() const { return m_transport.GetCommands().canPlay; }
     [[nodiscard]] bool CanSeek() const { return m_player.HasGraph() && GetLength() > 0; }
     [[nodiscard]] static bool CanControl() { return true; }
 

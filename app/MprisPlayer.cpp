@@ -32,6 +32,8 @@ MprisPlayer::MprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindo
     new MprisRootAdaptor(this, m_window);
     m_changeTimer.setSingleShot(true);
     connect(&m_changeTimer, &QTimer::timeout, this, [this] { TellChanges(); });
+    m_changes = transport.OnChange([this] { Update(); });
+    m_seeks = player.OnSeek([this](std::int64_t position) { OnSeek(position); });
     m_service.SetConnectedHandler([this] {
         m_told = ReadProperties(); // before others can ask for them
         UpdateCover();

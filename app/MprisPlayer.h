@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CoverFile.h"
+#include "base/Listeners.h"
 #include "platform/DBusService.h"
 
 #include <QObject>
@@ -38,16 +39,14 @@ public:
     /// there is nothing more urgent to do.
     void Start(const QString& busAddress = {});
 
-    /// To be called when the transport or the volume has changed.
+    /// To be called when the volume has changed. What the player does is heard of.
     void Update();
-
-    /// To be called when the position has jumped, to the new one in units of 100 ns.
-    void OnSeek(std::int64_t position);
 
 protected:
     bool event(QEvent* event) override;
 
 private:
+    void OnSeek(std::int64_t position);
     void UpdateCover();
     void TellChanges();
     [[nodiscard]] QVariantMap ReadProperties() const;
@@ -60,5 +59,7 @@ private:
     MprisPlayerAdaptor* m_pAdaptor; ///< a child of this
     QVariantMap m_told;             ///< its properties as others know them
     QTimer m_changeTimer;           ///< several changes in a row make one message
-    DBusService m_service;          // last: it goes first
+    CListening m_changes;           ///< of the transport
+    CListening m_seeks;
+    DBusService m_service; // last: it goes first
 };

@@ -2,9 +2,7 @@
 
 #include "app/MainLayout.h"
 #include "base/Guard.h"
-#include "grid/GridCtrl.h"
 #include "library/CommandMap.h"
-#include "library/CommandState.h"
 #include "library/Commands.h"
 #include "player/MediaPlayer.h"
 #include "player/Transport.h"
@@ -17,11 +15,7 @@
 
 namespace {
 
-/// In the order of their numbers.
-constexpr int kPlayModes[] = {Command::kPlaySingle, Command::kPlayContinuous, Command::kPlayRandom,
-                              Command::kPlayRandomContinuous};
-
-/// The first of the keys is the one that is told.
+/// The first of the keys is the one that the button's tip names.
 QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
     auto* action = new QAction(&window);
     action->setShortcuts(keys);
@@ -40,15 +34,14 @@ PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
     , m_next{layout.Next(), AddAction(window, {Qt::ALT | Qt::Key_Right, Qt::Key_MediaNext})}
     , m_stop(AddAction(window, {Qt::Key_MediaStop}))
     , m_seek(layout.Seek())
-    , m_volume(layout.Volume())
-    , m_grid(layout.Grid()) {
+    , m_volume(layout.Volume()) {
     // The actions stay enabled: a key whose action is not goes to the control with the focus.
     for (const Control& control : {m_previous, m_play, m_next})
         QObject::connect(&control.action, &QAction::triggered, &control.button,
                          &QAbstractButton::click);
     m_previous.Label(IDS_BT_PRE);
     m_next.Label(IDS_BT_NEXT);
-    ShowButtons({});
+    ShowState(TransportState::Stopped);
     EnableSeek(false);
 }
 
@@ -59,9 +52,8 @@ void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport, CCommandM
     QObject::connect(&m_stop, &QAction::triggered, &m_stop,
                      [&transport] { Guarded("OnStop()", [&] { transport.Stop(); }); });
     int mode = 0;
-    for (const int command : kPlayModes)
+    for (const int command : Command::kPlayModes)
         commands.On(command, [&transport, number = mode++](int) { transport.SetPlayMode(number); });
-    ShowPlayMode(transport.GetPlayMode());
     QObject::connect(&m_volume, &QAbstractSlider::valueChanged, &m_volume,
                      [&player](int value) { player.SetVolumeFromSlider(value); });
     player.SetVolumeFromSlider(m_volume.value());
@@ -78,13 +70,10 @@ void PlayerPanel::ConnectSeek(CMediaPlayer& player) {
                      [this, &player] { player.OnSeekScroll(Scroll::End, m_seek.value()); });
 }
 
-void PlayerPanel::ShowButtons(const TransportButtons& buttons) {
-    const bool plays = buttons.state == TransportState::Playing;
+void PlayerPanel::ShowState(TransportState state) {
+    const bool plays = state == TransportState::Playing;
     m_play.button.SetBitmaps(plays ? PictureId::Pause : PictureId::Play);
     m_play.Label(plays ? IDS_BT_PAUSE : IDS_BT_PLAY);
-    const bool wakes = buttons.canPlay && !m_play.button.isEnabled();
-    if (wakes && m_grid.isHidden()) // the mini player's focus, which it could not take when gray
-        m_play.button.setFocus();
 }
 
 void PlayerPanel::ShowPosition(int percent) {
@@ -103,8 +92,6 @@ void PlayerPanel::EnableSeek(bool enable) {
     if (!enable) // from wherever it was held
         ShowPosition(0);
 }
-
-void PlayerPanel::ShowPlayMode(int) {}
 
 void PlayerPanel::Beep() {
     QApplication::beep();

@@ -27,11 +27,10 @@ public:
     /// is shown. Both outlive the last input of the user.
     void Connect(CMediaPlayer& player, CTransport& transport, CCommandMap& commands);
 
-    void ShowButtons(const TransportButtons& buttons) override;
+    void ShowState(TransportState state) override;
     void ShowPosition(int percent) override;
     void ShowCaption(const QString& caption) override;
     void EnableSeek(bool enable) override;
-    void ShowPlayMode(int mode) override;
     void Beep() override;
 
 private:
@@ -51,5 +50,4 @@ private:
     QAction& m_stop;
     CProgressSlider& m_seek;
     CBitmapSlider& m_volume;
-    const QWidget& m_grid;
 };

@@ -119,7 +119,6 @@ void CTrackDeckDlg::ConnectView() {
         Guarded("OnNotify()", [&] {
             m_view.OnNotify(notification);
             m_state.UpdateCommands();
-            m_transport.UpdateTransport();
         });
     });
     m_view.SetCurrentTrackHandler(
@@ -138,6 +137,8 @@ void CTrackDeckDlg::ConnectView() {
     m_listenings = {
         m_playlists.OnViewChanged([this] { m_commandBar.ShowOpenPlaylist(g_bPlaylistOnly); }),
         m_status.OnBusyChanged([this] { m_state.UpdateCommands(); }),
+        m_state.OnUpdated([this] { m_transport.UpdateTransport(); }),
+        m_transport.OnChange([this] { m_state.UpdatePlayer(); }),
     };
 }
 
@@ -212,11 +213,6 @@ void CTrackDeckDlg::ConnectDesktop() {
                     [&volume] { return volume.value(); },
                     [&volume](int position) { volume.setValue(position); }},
         m_strTempFolder);
-    m_transport.SetChangeHandler([this] {
-        m_state.UpdatePlayer();
-        m_pMpris->Update();
-    });
-    m_player.SetSeekHandler([this](std::int64_t position) { m_pMpris->OnSeek(position); });
     connect(&volume, &QAbstractSlider::valueChanged, this, [this] { m_pMpris->Update(); });
     m_pMpris->Start();
 }

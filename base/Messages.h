@@ -5,12 +5,6 @@ enum MessageId : int {
     /// Sets the text of a dialog's item. wParam: the item; the payload is a `TextPayload`.
     WM_SETTEXT = 0x000C,
 
-    /// The user moved a slider by mouse. The position is the slider's.
-    WM_TD_SLIDER_MOVED = 0x28D1,
-
-    /// The user pressed a key of a slider, whether it moved or not.
-    WM_TD_SLIDER_KEY = 0x28D2,
-
     /// A scan has ended. wParam: the type of its list; lParam: the scan's number. The payload says
     /// which list that is, and whether it is whole.
     WM_TD_LIST_DONE = 0x8002,

@@ -39,6 +39,7 @@ struct NoProgram : ITrackPlayer, IPrompts, IStatusDisplay, ICommandDisplay {
     [[nodiscard]] PlayerCommands GetCommands() const override { return {}; }
     [[nodiscard]] bool Confirm(const QString&) override { return false; }
     void Warn(const QString&) override {}
+    [[nodiscard]] Answer Ask(const Question&) override { return {}; }
     void ShowLasting(Lasting, const QString&) override {}
     void ShowNews(const QString&) override {}
     [[nodiscard]] std::unique_ptr<IRunningOperation>

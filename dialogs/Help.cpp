@@ -1,7 +1,9 @@
 #include "dialogs/Help.h"
 
+#include "dialogs/DialogLayout.h"
 #include "dialogs/WarningDlg.h"
 #include "platform/Files.h"
+#include "skin/ImageButton.h"
 
 #include <QCoreApplication>
 #include <QDesktopServices>
@@ -33,4 +35,11 @@ void AddHelpKey(QWidget& dialog, StringId topic) {
     key->setAutoRepeat(false); // one page for a key that is held
     QObject::connect(key, &QShortcut::activated, &dialog,
                      [&dialog, topic] { OpenHelp(topic, &dialog); });
+}
+
+void AddHelpButton(DialogLayout& layout, StringId topic) {
+    QWidget* dialog = layout.parentWidget();
+    layout.AddButton(PictureId::Help, IDS_BT_HELP, [dialog, topic] { OpenHelp(topic, dialog); })
+        ->SetTooltipText(LoadString(IDS_BT_HELP), QKeySequence::HelpContents);
+    AddHelpKey(*dialog, topic);
 }

@@ -2,6 +2,7 @@
 
 #include "base/Language.h"
 
+class DialogLayout;
 class QWidget;
 
 // The help: pages in a folder beside the program, shown by the desktop's browser. The language file
@@ -11,8 +12,12 @@ class QWidget;
 // Thread: interface thread.
 
 /// Opens the page of a topic, an identifier IDS_HELPDOC_.... If there is no such page, or no
-/// browser for it, a warning over `parent` tells its path.
+/// browser for it, a warning over `parent` names its path.
 void OpenHelp(StringId topic, QWidget* parent);
 
 /// Lets F1, or whatever key the desktop has for help, open the page of a topic from a dialog.
 void AddHelpKey(QWidget& dialog, StringId topic);
+
+/// Appends a button for the help on a topic to the dialog's row, and gives the dialog the key for
+/// it.
+void AddHelpButton(DialogLayout& layout, StringId topic);

@@ -1,10 +1,9 @@
 #include "dialogs/Prompt.h"
 
-#include "dialogs/DialogLayout.h"
-#include "dialogs/Help.h"
 #include "skin/ImageButton.h"
 #include "skin/SkinLabel.h"
 
+#include <QHBoxLayout>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -42,46 +41,48 @@ QString BreakLongWords(const QString& text) {
     return broken;
 }
 
-/// Y answers yes, and Alt+Y too.
-void SetKeyOfLabel(CImageButton* button) {
-    const QChar letter = button->accessibleName().append(u' ').front();
-    if (!letter.isLetter())
-        return;
-    const auto key = static_cast<Qt::Key>(letter.toUpper().unicode());
-    auto* shortcut = new QShortcut(button);
-    shortcut->setKeys({QKeySequence(key), QKeySequence(Qt::ALT | key)});
-    QObject::connect(shortcut, &QShortcut::activated, button, &CImageButton::click);
+/// Qt::Key_unknown for a label that has none.
+Qt::Key KeyOf(const QString& label) {
+    const QChar letter = label.mid(label.indexOf(u'&') + 1).append(u' ').front();
+    return letter.isLetterOrNumber() ? static_cast<Qt::Key>(letter.toUpper().unicode())
+                                     : Qt::Key_unknown;
 }
 
 } // namespace
 
-Prompt::Prompt(PictureId sign, const QString& text, const std::vector<Answer>& answers,
-               QWidget* parent)
+Prompt::Prompt(PictureId sign, const QString& text, QWidget* parent)
     : CBaseDlg(parent)
-    , m_escapeResult(answers.back().result) {
+    , m_pLayout(new DialogLayout(this)) {
     setAccessibleDescription(text);
-    AddHelpKey(*this, IDS_HELPDOC_TRACKDK);
     auto* signLabel = new QLabel(this);
     signLabel->setPixmap(LoadPicture(sign, devicePixelRatioF()));
     auto* message = new QHBoxLayout;
     message->setSpacing(2 * DialogLayout::kGap);
     message->addWidget(signLabel, 0, Qt::AlignTop);
     message->addWidget(MakeText(text), 1, Qt::AlignVCenter);
-    auto* layout = new DialogLayout(this);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
-    layout->addLayout(message);
-    layout->addSpacing(DialogLayout::kGap);
+    m_pLayout->setSizeConstraint(QLayout::SetFixedSize);
+    m_pLayout->addLayout(message);
+    m_pLayout->addSpacing(DialogLayout::kGap);
+}
 
-    CImageButton* enter = nullptr;
-    for (const Answer& answer : answers) {
-        auto* button =
-            layout->AddButton(answer.glyph, answer.label, [this, answer] { done(answer.result); });
-        SetKeyOfLabel(button);
-        if (!enter)
-            enter = button;
-    }
-    enter->setDefault(true);
-    enter->setFocus();
+void Prompt::AddAnswer(const Choice& choice, Caption caption) {
+    const int result = choice.result;
+    auto* button = m_pLayout->AddButton(
+        choice.glyph, choice.label, [this, result] { done(result); }, caption);
+    m_buttons[result] = button;
+    const Qt::Key key = KeyOf(choice.label);
+    if (key == Qt::Key_unknown || !m_keys.emplace(key, button).second)
+        return;
+    button->setShortcut({}); // the same key with Alt, if it has any
+    auto* shortcut = new QShortcut(button);
+    shortcut->setKeys({QKeySequence(key), QKeySequence(Qt::ALT | key)});
+    connect(shortcut, &QShortcut::activated, button, &CImageButton::click);
+}
+
+void Prompt::SetKeys(int enterResult, int escapeResult) {
+    m_buttons.at(enterResult)->setDefault(true);
+    m_buttons.at(enterResult)->setFocus();
+    m_iEscapeResult = escapeResult;
 }
 
 QWidget* Prompt::MakeText(const QString& text) {
@@ -90,9 +91,7 @@ QWidget* Prompt::MakeText(const QString& text) {
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     const int widest = qMin(kMaxTextWidth, largest.width());
-    const QRect lines = label->fontMetrics().boundingRect(QRect(0, 0, widest, QWIDGETSIZE_MAX),
-                                                          Qt::TextWordWrap, label->text());
-    label->setFixedSize(qMax(lines.width() + 1, qMin(kMinTextWidth, widest)), lines.height());
+    label->setFixedSize(FitText(*label, widest).expandedTo({qMin(kMinTextWidth, widest), 0}));
     if (label->height() <= largest.height())
         return label;
 

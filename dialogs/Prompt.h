@@ -1,10 +1,11 @@
 #pragma once
 
 #include "base/Language.h"
+#include "dialogs/DialogLayout.h"
 #include "skin/BaseDlg.h"
 #include "skin/Pictures.h"
 
-#include <vector>
+#include <map>
 
 /// What exec() of a prompt answers. The numbers are a contract.
 namespace PromptResult {
@@ -20,20 +21,30 @@ inline constexpr int kNo = 7;
 /// Thread: interface thread.
 class Prompt : public CBaseDlg {
 public:
-    struct Answer {
+    void reject() override { done(m_iEscapeResult); }
+
+protected:
+    /// The button of an answer.
+    struct Choice {
         PictureId glyph;
-        StringId label; ///< its first letter is the answer's key, alone or with Alt
-        int result;     ///< of exec()
+        QString label; ///< '&' stands before its key, else its first letter is the key
+        int result;    ///< of exec()
     };
 
-    /// The first answer is that of Enter, the last one that of Escape and of closing the window.
-    Prompt(PictureId sign, const QString& text, const std::vector<Answer>& answers,
-           QWidget* parent);
+    Prompt(PictureId sign, const QString& text, QWidget* parent);
 
-    void reject() override { done(m_escapeResult); }
+    /// Appends an answer. Its key works alone and with Alt; an answer with the key of one before it
+    /// has none. With a caption, the label is shown under the button.
+    void AddAnswer(const Choice& choice, Caption caption = Caption::None);
+
+    /// The results of the answers that Enter gives, and Escape and closing the window.
+    void SetKeys(int enterResult, int escapeResult);
 
 private:
     [[nodiscard]] QWidget* MakeText(const QString& text);
 
-    const int m_escapeResult;
+    DialogLayout* m_pLayout;
+    std::map<int, CImageButton*> m_buttons; ///< by result
+    std::map<Qt::Key, CImageButton*> m_keys;
+    int m_iEscapeResult = 0;
 };

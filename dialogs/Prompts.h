@@ -4,7 +4,7 @@
 
 class QWidget;
 
-/// Asks and tells the user in dialogs over a window.
+/// Asks and warns the user in dialogs over a window.
 class CPrompts : public IPrompts {
 public:
     explicit CPrompts(QWidget& window)
@@ -12,6 +12,7 @@ public:
 
     [[nodiscard]] bool Confirm(const QString& question) override;
     void Warn(const QString& text) override;
+    [[nodiscard]] Answer Ask(const Question& question) override;
 
 private:
     QWidget& m_window;

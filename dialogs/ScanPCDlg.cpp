@@ -4,6 +4,7 @@
 #include "base/Settings.h"
 #include "dialogs/DialogLayout.h"
 #include "dialogs/FolderDlg.h"
+#include "dialogs/Help.h"
 #include "platform/Files.h"
 #include "skin/ImageButton.h"
 #include "skin/SkinLabel.h"
@@ -35,7 +36,7 @@ CScanPCDlg::CScanPCDlg(QWidget* parent)
     layout->addWidget(m_pSubfolders);
     auto* start = layout->AddButton(PictureId::StartScan, IDS_SCAN_START, [this] { accept(); });
     layout->AddButton(PictureId::No, IDS_BT_CANCEL, [this] { reject(); });
-    layout->AddHelpButton(IDS_HELPDOC_SCANNING);
+    AddHelpButton(*layout, IDS_HELPDOC_SCANNING);
     start->setDefault(true);
     start->setEnabled(IsFolderThere());
     connect(m_pFolder, &QLineEdit::textChanged, start,

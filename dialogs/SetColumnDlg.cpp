@@ -2,6 +2,7 @@
 
 #include "base/Language.h"
 #include "dialogs/DialogLayout.h"
+#include "dialogs/Help.h"
 #include "library/TrackColumns.h"
 #include "skin/ImageButton.h"
 
@@ -30,7 +31,7 @@ CSetColumnDlg::CSetColumnDlg(unsigned columns, QWidget* parent)
     layout->addWidget(group);
     layout->AddButton(PictureId::Ok, IDS_BT_OK, [this] { accept(); })->setDefault(true);
     layout->AddButton(PictureId::No, IDS_BT_CANCEL, [this] { reject(); });
-    layout->AddHelpButton(IDS_HELPDOC_MODVIEW);
+    AddHelpButton(*layout, IDS_HELPDOC_MODVIEW);
 }
 
 void CSetColumnDlg::AddBoxes(QGridLayout& places) {

@@ -18,12 +18,11 @@ constexpr std::chrono::milliseconds kLongestWait(50);
 } // namespace
 
 CSplashScreenEx::CSplashScreenEx(QWidget* parent, const QString& text,
-                                 std::chrono::milliseconds timeout, int style)
+                                 std::chrono::milliseconds timeout)
     : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus |
                           Qt::WindowTransparentForInput)
     , m_strText(text)
-    , m_timeout(timeout)
-    , m_style(style) {
+    , m_timeout(timeout) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::NoFocus);
 }
@@ -35,7 +34,7 @@ bool CSplashScreenEx::SetBitmap(PictureId picture, const std::optional<QColor>& 
     setFixedSize(m_bitmap.deviceIndependentSize().toSize());
     clearMask();
     if (key) {
-        // A window's shape is told in the pixels of 100 %. What is left of the key colour at the
+        // A window's shape is given in pixels of 100 %. What is left of the key colour at the
         // edge of a larger rendering must not be seen either.
         setMask(BitmapToRegion(LoadPicture(picture, 1).toImage(), *key));
         m_bitmap.setMask(m_bitmap.createMaskFromColor(*key));
@@ -43,19 +42,13 @@ bool CSplashScreenEx::SetBitmap(PictureId picture, const std::optional<QColor>& 
     return true;
 }
 
-void CSplashScreenEx::SetTextFont(const QString& face, int size, int style) {
-    QFont font(face);
-    font.setPixelSize(size);
-    font.setBold((style & kBold) != 0);
-    font.setItalic((style & kItalic) != 0);
-    font.setUnderline((style & kUnderline) != 0);
-    setFont(font);
-}
-
 void CSplashScreenEx::Show() {
     if (m_bitmap.isNull())
         return;
-    Place();
+    QRect place = geometry();
+    if (const QScreen* screen = QGuiApplication::primaryScreen()) // none while all are unplugged
+        place.moveCenter(screen->geometry().center());
+    move(place.topLeft());
     show();
     // Who shows a splash has no time for events afterwards.
     QTimer::singleShot(kLongestWait, &m_untilPainted, &QEventLoop::quit);
@@ -68,16 +61,6 @@ void CSplashScreenEx::Show() {
 void CSplashScreenEx::Hide() {
     m_timer.stop();
     hide();
-}
-
-void CSplashScreenEx::Place() {
-    QRect place = geometry();
-    const QScreen* screen = QGuiApplication::primaryScreen(); // none while all are unplugged
-    if ((m_style & kCenterOnScreen) && screen)
-        place.moveCenter(screen->geometry().center());
-    if ((m_style & kCenterOnParent) && parentWidget())
-        place.moveCenter(parentWidget()->window()->frameGeometry().center());
-    move(place.topLeft());
 }
 
 void CSplashScreenEx::paintEvent(QPaintEvent*) {

@@ -17,7 +17,7 @@ using namespace UiState;
 constexpr std::uint32_t kAtStart =
     kScan | kSelectAll | kDeselectAll | kPrevious | kNext | 2 * kPlayModeStep | kViewCollection;
 
-/// What a bit, or the value of a mark, stands for. The bits without a constant are never set: those
+/// What a bit, or a view's value, stands for. The bits without a constant are never set: those
 /// items wait for their part of the program.
 struct BitOfCommand {
     std::uint32_t value;
@@ -42,19 +42,21 @@ constexpr BitOfCommand kBits[] = {
     {kNext, Command::kNext},
     {kCopy, Command::kCopy},
 };
-constexpr BitOfCommand kMarks[] = {
-    {1 * kPlayModeStep, Command::kPlaySingle}, {2 * kPlayModeStep, Command::kPlayContinuous},
-    {3 * kPlayModeStep, Command::kPlayRandom}, {4 * kPlayModeStep, Command::kPlayRandomContinuous},
-    {kViewPhone, Command::kViewPhone},         {kViewCollection, Command::kViewCollection},
-    {kViewAllMusic, Command::kViewAllMusic},   {kViewSelection, Command::kViewSelection},
+constexpr BitOfCommand kViews[] = {
+    {kViewPhone, Command::kViewPhone},
+    {kViewCollection, Command::kViewCollection},
+    {kViewAllMusic, Command::kViewAllMusic},
+    {kViewSelection, Command::kViewSelection},
 };
 
 int CommandOfMark(std::uint32_t value) {
     if (value >= kViewCd)
         return Command::kFirstCd + static_cast<int>(value - kViewCd);
-    const auto* mark = std::find_if(std::begin(kMarks), std::end(kMarks),
+    if (value & kPlayModeMask)
+        return Command::kPlayModes[value / kPlayModeStep - 1];
+    const auto* view = std::find_if(std::begin(kViews), std::end(kViews),
                                     [value](const auto& row) { return row.value == value; });
-    return mark == std::end(kMarks) ? 0 : mark->command;
+    return view == std::end(kViews) ? 0 : view->command;
 }
 
 /// When a bit is set, for lists of one type.
@@ -134,6 +136,7 @@ void CCommandState::UpdateCommands() {
     ShowSelected(m_lists.GetActiveList());
     UpdatePlayer();
     SetBit(kCancelAll, m_status.IsBusy());
+    m_updated.Tell();
 }
 
 void CCommandState::ShowSelected(const CMediaList* list) {

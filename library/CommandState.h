@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Listeners.h"
+
 #include <cstdint>
 
 class CMediaList;
@@ -63,6 +65,11 @@ public:
     /// run.
     void UpdateCommands();
 
+    /// Hears of the end of each UpdateCommands(), for what else follows the active list.
+    [[nodiscard]] CListening OnUpdated(std::function<void()> call) {
+        return m_updated.Listen(std::move(call));
+    }
+
     /// Asks the player anew. To be called after it has changed.
     void UpdatePlayer();
 
@@ -89,6 +96,7 @@ private:
     const ITrackPlayer& m_player;
     IStatusDisplay& m_status;
     ICommandDisplay& m_display;
+    CListeners<> m_updated;
     std::uint32_t m_dwUiState;
     std::uint32_t m_iViewedCd = 0; ///< ordinal of the drive when a CD is viewed
 };

@@ -59,6 +59,10 @@ enum Id : int {
     kFirstPlaylist = 35100, ///< of the submenu Add to Playlist
     kLastPlaylist = 35200,
 };
+
+/// Those of the play modes, in the order of the modes' numbers.
+inline constexpr int kPlayModes[] = {kPlaySingle, kPlayContinuous, kPlayRandom,
+                                     kPlayRandomContinuous};
 } // namespace Command
 
 /// What a menu is made of. Its texts are those of the key that GetMenuText() makes of the menu's

@@ -44,6 +44,9 @@ private:
     QCollator m_collator;
 };
 
+/// Files that are handed over together.
+constexpr std::size_t kMostAtOnce = 64;
+
 /// One walk over a folder tree.
 class Walk {
 public:
@@ -69,13 +72,16 @@ public:
                 return;
             TakeEntry(Path::Join(folder, entry.name), entry.kind);
         }
+        HandOver();
     }
 
 private:
     void TakeEntry(const QString& path, FileKind kind) {
         if (kind == FileKind::Folder) {
-            if (m_request.m_bRecurse)
+            if (m_request.m_bRecurse) {
+                HandOver(); // what stands before the folder comes before its files
                 WalkFolder(path);
+            }
         } else if (kind == FileKind::Regular && IsMusicFile(path) &&
                    (m_request.m_bIncludePlaylists || !IsPlaylistFile(path))) {
             TakeFile(path);
@@ -87,7 +93,14 @@ private:
         file->m_strPath = path;
         file->m_iType = m_request.m_iType;
         file->m_iListId = m_request.m_iListId;
-        m_bEnded = !m_take(std::move(file));
+        m_found.push_back(std::move(file));
+        if (m_found.size() >= kMostAtOnce)
+            HandOver();
+    }
+
+    void HandOver() {
+        if (!m_found.empty() && !m_bEnded)
+            m_bEnded = !m_take(std::exchange(m_found, {}));
     }
 
     void ShowFolder(const QString& folder) const {
@@ -101,6 +114,7 @@ private:
     const QString m_strHead; ///< what stands before a folder that is shown
     const NameOrder m_order;
     std::set<FileIdentity> m_walked;
+    FoundFiles m_found;    ///< not handed over yet
     bool m_bEnded = false; ///< no more files are wanted
 };
 

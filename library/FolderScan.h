@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <stop_token>
+#include <vector>
 
 /// One file that is to be added to a list. Carried by WM_TD_ADD_TRACK.
 struct CMediaFileRequest : MessagePayload {
@@ -39,11 +40,13 @@ struct TextPayload : MessagePayload {
 /// Item of the progress dialog that shows the current folder.
 inline constexpr int kScanFolderItem = 1017;
 
-/// Takes a file that was found; false when no more are wanted.
-using FileTaker = std::function<bool(std::unique_ptr<CMediaFileRequest> file)>;
+/// Takes files that were found; false when no more are wanted.
+using FoundFiles = std::vector<std::unique_ptr<CMediaFileRequest>>;
+using FileTaker = std::function<bool(FoundFiles files)>;
 
-/// Walks the folder of a request and hands over each music file. No file is opened. The entries of
-/// a folder come by their names as people sort them, track 2 before track 10.
+/// Walks the folder of a request and hands over the music files, those of a folder together. No
+/// file is opened. The entries of a folder come by their names as people sort them, track 2 before
+/// track 10.
 ///
 /// A folder that is met again on the same walk, through a link or a mount, is passed over; so is
 /// one that can't be opened. `stop` is looked at before every entry.

@@ -81,13 +81,13 @@ void CLibraryScanner::ReadTracks(const CMediaList& list) {
         paths += list[index]->m_strPath;
     const int type = list.m_iType;
     StartScan(list, false, [paths, type](const std::stop_token&, const FileTaker& take) {
+        FoundFiles files;
         for (const QString& path : paths) {
-            auto request = std::make_unique<CMediaFileRequest>();
-            request->m_strPath = path;
-            request->m_iType = type;
-            if (!take(std::move(request)))
-                return;
+            files.push_back(std::make_unique<CMediaFileRequest>());
+            files.back()->m_strPath = path;
+            files.back()->m_iType = type;
         }
+        take(std::move(files));
     });
 }
 
@@ -107,9 +107,7 @@ void CLibraryScanner::StartScan(const CMediaList& list, bool appends, Source sou
         bool isWhole = false;
         try {
             CTrackReader reader(stop, read, deliver);
-            source(stop, [&reader](std::unique_ptr<CMediaFileRequest> file) {
-                return reader.Add(std::move(file));
-            });
+            source(stop, [&reader](FoundFiles files) { return reader.Add(std::move(files)); });
             isWhole = reader.Finish();
         } catch (const std::exception& error) {
             qWarning() << "A scan failed:" << error.what();

@@ -10,6 +10,7 @@
 #include "library/MediaLists.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -40,6 +41,8 @@ CListFilling::CListFilling(const CommandContext& context, CCommandMap& commands,
         scanner.OnDone([this](const CMediaList& list, bool isWhole) { OnDone(list, isWhole); }),
         context.lists.OnRemoving([this](const CMediaList& list) { m_fillings.erase(list.m_iId); }),
     };
+    m_timer.setSingleShot(true);
+    m_timer.callOnTimeout(&m_timer, [this] { ShowSome(); });
     commands.On(Command::kTitleRefresh, [this](int) { Refresh(); });
 }
 
@@ -61,10 +64,27 @@ void CListFilling::OnFound(const CMediaList& list, int first) {
     }
     const auto [filling, isNew] = m_fillings.try_emplace(list.m_iId);
     if (isNew)
-        filling->second = {first, Clock::now(), {}, nullptr};
-    const auto now = Clock::now();
-    if (now - filling->second.begin >= kShortScan && now >= filling->second.next)
-        Show(list, filling->second);
+        filling->second = {first, Clock::now(), nullptr};
+    if (!m_timer.isActive())
+        ShowSome();
+}
+
+/// Shows what may be shown now, and comes again for the rest: a disk may bring nothing more for
+/// long.
+void CListFilling::ShowSome() {
+    std::optional<Clock::time_point> again;
+    for (auto& [listId, filling] : m_fillings) {
+        const CMediaList* list = m_context.lists.FindListById(listId);
+        if (!list || filling.shown >= list->GetCount())
+            continue;
+        const auto when = std::max(filling.begin + kShortScan, m_next);
+        if (Clock::now() >= when)
+            Show(*list, filling);
+        else
+            again = std::min(again.value_or(when), when);
+    }
+    if (again)
+        m_timer.start(std::chrono::ceil<std::chrono::milliseconds>(*again - Clock::now()));
 }
 
 void CListFilling::Show(const CMediaList& list, Filling& filling) {
@@ -72,7 +92,7 @@ void CListFilling::Show(const CMediaList& list, Filling& filling) {
     m_context.view.OnTracksAppended(list, filling.shown);
     filling.shown = list.GetCount();
     const auto end = Clock::now();
-    filling.next = end + kShare * (end - begin + kPainting);
+    m_next = end + kShare * (end - begin + kPainting);
 }
 
 void CListFilling::OnDone(const CMediaList& list, bool isWhole) {

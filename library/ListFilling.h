@@ -4,6 +4,8 @@
 #include "base/Listeners.h"
 #include "library/CommandContext.h"
 
+#include <QTimer>
+
 #include <chrono>
 #include <functional>
 #include <map>
@@ -38,17 +40,19 @@ private:
     struct Filling {
         int shown = 0;           ///< how many of its tracks are on screen
         Clock::time_point begin; ///< of the scan
-        Clock::time_point next;  ///< when some may be shown again
         std::unique_ptr<IRunningOperation> operation;
     };
 
     void OnFound(const CMediaList& list, int first);
     void OnDone(const CMediaList& list, bool isWhole);
+    void ShowSome();
     void Show(const CMediaList& list, Filling& filling);
     void Refresh();
 
     const CommandContext m_context;
     const std::function<bool(const CMediaList& list)> m_pfnMayTakeOver;
     std::map<int, Filling> m_fillings; ///< by list
+    Clock::time_point m_next;          ///< when some may be shown again
+    QTimer m_timer;                    ///< to show what came before it might be shown
     std::vector<CListening> m_listenings;
 };

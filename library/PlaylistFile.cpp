@@ -104,12 +104,16 @@ QString ResolveEntry(const QString& playlistPath, const QString& entry) {
     return IsFile(slashed) ? slashed : entry;
 }
 
-std::optional<QStringList> ReadPlaylistFiles(const QString& path) {
-    QStringList files;
-    if (!ReadPlaylist(path, files, 1))
+std::optional<QStringList> ReadPlaylistFiles(const QString& path, const std::stop_token& stop) {
+    QStringList entries;
+    if (!ReadPlaylist(path, entries, 1))
         return std::nullopt;
-    for (QString& file : files)
-        file = ResolveEntry(path, file);
+    QStringList files;
+    for (const QString& entry : entries) {
+        if (stop.stop_requested())
+            break;
+        files += ResolveEntry(path, entry);
+    }
     return files;
 }
 

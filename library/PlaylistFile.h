@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <stop_token>
 
 /// Playlist files: M3U, one path per line in UTF-8, lines that start with '#' told apart.
 ///
@@ -27,8 +28,10 @@ int ReadPlaylist(const QString& path, QStringList& entries, int allowDuplicates)
 /// put between names count as '/'; a path from a root keeps them unless that leads to a file.
 [[nodiscard]] QString ResolveEntry(const QString& playlistPath, const QString& entry);
 
-/// The files of a playlist, in its order; none if it can't be read.
-[[nodiscard]] std::optional<QStringList> ReadPlaylistFiles(const QString& path);
+/// The files of a playlist, in its order; none if it can't be read. Asks the disk of each, and
+/// stops with those that it has when told to.
+[[nodiscard]] std::optional<QStringList> ReadPlaylistFiles(const QString& path,
+                                                           const std::stop_token& stop = {});
 
 /// Writes a playlist of these tracks, in the place of an old one or as a new file. False if it
 /// could not be written, or not be read again, as with a line end in a name; then the old one is as

@@ -18,7 +18,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
-constexpr int kMostReaders = 16;
+constexpr std::size_t kMostReaders = 16;
 
 /// A file that takes longer is waited for, not worked on: another reader won't be in the way.
 constexpr auto kSlowFile = 5ms;
@@ -26,6 +26,9 @@ constexpr auto kSlowFile = 5ms;
 /// How much is delivered at a time: as many tracks, or what has come in as long.
 constexpr std::size_t kFullBatch = 256;
 constexpr auto kLongestBatch = 50ms;
+
+/// Files that a reader takes together.
+constexpr std::size_t kMostAtOnce = 8;
 
 constexpr auto kReaderThreadName = "track reader";
 
@@ -39,16 +42,16 @@ public:
         , m_deliver(std::move(deliver))
         , m_onStop(m_stop, Wake{*this}) {}
 
-    bool Add(std::unique_ptr<CMediaFileRequest> file) {
+    bool Add(FoundFiles files) {
         std::unique_lock lock(m_mutex);
         m_moved.wait(lock, [this] { return IsEnded() || m_files.size() < kMostWaiting; });
         if (IsEnded())
             return false;
-        m_files.push_back({std::move(file), nullptr});
-        if (m_nIdle > 0)
-            m_added.notify_one();
-        else if (m_nReaders < FirstReaders())
+        for (auto& file : files)
+            m_files.push_back({std::move(file), nullptr});
+        while (m_nReaders < FirstReaders())
             StartReader();
+        m_added.notify_all();
         return true;
     }
 
@@ -80,8 +83,8 @@ private:
 
     [[nodiscard]] bool IsEnded() const { return m_bEnded; }
 
-    [[nodiscard]] static int FirstReaders() {
-        return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 2, 4);
+    [[nodiscard]] static std::size_t FirstReaders() {
+        return std::clamp(std::thread::hardware_concurrency(), 2u, 4u);
     }
 
     void WakeAll() {
@@ -111,22 +114,29 @@ private:
     bool WaitForFile(std::unique_lock<std::mutex>& lock) {
         if (m_nNext == m_files.size())
             DeliverBatch(); // nothing more may come for long
-        ++m_nIdle;
         m_added.wait(lock, [this] { return IsEnded() || m_nNext < m_files.size(); });
-        --m_nIdle;
         return !IsEnded();
     }
 
+    /// Reads a few files at once, so that the others are rarely waited for at the lock.
     void ReadNext(std::unique_lock<std::mutex>& lock) {
-        const std::uint64_t number = m_nTaken + m_nNext++;
-        const auto request = std::move(m_files[number - m_nTaken].request);
+        const std::size_t unread = m_files.size() - m_nNext;
+        const std::size_t count =
+            std::clamp(unread / (2 * m_nReaders), std::size_t(1), kMostAtOnce);
+        const std::uint64_t number = m_nTaken + m_nNext;
+        FoundFiles files;
+        for (std::size_t i = 0; i < count; ++i)
+            files.push_back(std::move(m_files[m_nNext++].request));
         lock.unlock();
         const auto begin = Clock::now();
-        auto track = m_read(*request);
-        const bool wasSlow = Clock::now() - begin > kSlowFile;
+        Tracks tracks;
+        for (const auto& file : files)
+            tracks.push_back(m_read(*file));
+        const bool wasSlow = Clock::now() - begin > kSlowFile * count;
         lock.lock();
-        m_files[number - m_nTaken].track = std::move(track);
-        if (wasSlow && m_nReaders < kMostReaders && m_nNext < m_files.size())
+        for (std::size_t i = 0; i < count; ++i)
+            m_files[number - m_nTaken + i].track = std::move(tracks[i]);
+        for (int more = 0; wasSlow && more < 2 && m_nReaders < kMostReaders; ++more)
             StartReader();
         TakeFinished();
     }
@@ -165,8 +175,7 @@ private:
     std::uint64_t m_nTaken = 0;      ///< how many have gone from the head of the queue
     Tracks m_batch;
     Clock::time_point m_delivered = Clock::now();
-    int m_nReaders = 0;
-    int m_nIdle = 0;
+    std::size_t m_nReaders = 0;
     bool m_bEnded = false;
     std::stop_callback<Wake> m_onStop; ///< last, for it may call at once
 };
@@ -178,8 +187,8 @@ CTrackReader::~CTrackReader() {
     m_pQueue->End();
 }
 
-bool CTrackReader::Add(std::unique_ptr<CMediaFileRequest> file) {
-    return m_pQueue->Add(std::move(file));
+bool CTrackReader::Add(FoundFiles files) {
+    return m_pQueue->Add(std::move(files));
 }
 
 bool CTrackReader::Finish() {

@@ -18,7 +18,7 @@
 ///           after the other.
 /// Lifetime: nobody waits for the reading threads, which may stand still in a file for long; they
 ///           keep what they need. After `stop` or the destructor, nothing more is read.
-/// Cost:     holds at most kMostWaiting files that are not delivered yet.
+/// Cost:     holds about kMostWaiting files that are not delivered yet.
 class CTrackReader {
 public:
     using Tracks = std::vector<std::unique_ptr<CTrackRecord>>;
@@ -34,9 +34,9 @@ public:
     CTrackReader(const CTrackReader&) = delete;
     CTrackReader& operator=(const CTrackReader&) = delete;
 
-    /// Has a file read; waits while too many are waiting. False once reading has been stopped, or
+    /// Has files read; waits while too many are waiting. False once reading has been stopped, or
     /// has failed with an exception.
-    bool Add(std::unique_ptr<CMediaFileRequest> file);
+    bool Add(FoundFiles files);
 
     /// Waits until all has been delivered. False as for Add().
     [[nodiscard]] bool Finish();

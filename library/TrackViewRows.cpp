@@ -142,6 +142,8 @@ void CTrackView::OnTracksRemoved(const CMediaList& list, const std::vector<int>&
 /// The tracks have other places than their rows tell, some may have gone or come: selection, focus
 /// and, where tracks have gone, the scroll position follow them.
 void CTrackView::RemapTracks(Section& section, const CMediaList& list) {
+    if (section.tracks == 0 && list.GetCount() == 0)
+        return;
     m_grid.EndEdit();
     QScrollBar& bar = *m_grid.verticalScrollBar();
     const int top = m_grid.GetCellFromPt(m_grid.GetGeometry().Body().topLeft(), false).row;

@@ -19,7 +19,7 @@ class QDBusAbstractAdaptor;
 /// Lifetime: leaves the bus when it is destroyed. That waits for a look-up that is under way, which
 ///           takes milliseconds unless the bus stands still: Qt can't be ended beneath it.
 /// Errors:   without a bus, where the name is taken or refused, and after the bus is gone there is
-///           no service; nobody is told.
+///           no service, and no error is reported.
 class DBusService {
 public:
     /// `object`: others see its adaptors. It outlives this.

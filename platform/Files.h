@@ -11,7 +11,7 @@
 
 /// Looking at files and folders by the system's own calls.
 ///
-/// Paths are as Path.h tells. All functions may be called on any thread and answer failures with
+/// Paths are texts as in Path.h. All functions may be called on any thread and answer failures with
 /// an empty value; none throws.
 
 /// Owner of an open file descriptor.

@@ -33,7 +33,7 @@ std::optional<QString> ToText(const QVariant& value) {
     return text;
 }
 
-/// True if every line is one that a file in INI form can hold. QSettings tells of bad lines too,
+/// True if every line is one that a file in INI form can hold. QSettings reports bad lines too,
 /// but only the first time that the process reads them.
 bool IsIniForm(const QByteArray& content) {
     const QList<QByteArray> lines = content.split('\n');

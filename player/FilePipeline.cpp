@@ -117,14 +117,17 @@ void FilePipeline::OnPinAdded(GstElement*, GstPad* pin, gpointer self) {
 
 /// Only the first pin with sound, as one thread of the reader serves them all: it would stand still
 /// at the first one's end and leave the others' decoders without data. Pins that aren't rendered
-/// are an error of the reader, if no other one is.
+/// are an error of the reader, if no other one is. After a stop the reader makes its pins anew.
 void FilePipeline::RenderPin(GstPad* pin) {
-    if (m_pPinDecoder || !IsSound(pin))
+    if (!IsSound(pin))
         return;
-    m_pPinDecoder = AddDecoder();
+    if (!m_pPinDecoder)
+        m_pPinDecoder = AddDecoder();
     if (!m_pPinDecoder)
         return;
     const GstObjectPtr<GstPad> sink(gst_element_get_static_pad(m_pPinDecoder, "sink"));
+    if (gst_pad_is_linked(sink.get()))
+        return;
     gst_pad_link(pin, sink.get());
     gst_element_sync_state_with_parent(m_pPinDecoder);
 }

@@ -122,8 +122,7 @@ void CMediaPlayer::UpdatePosition() {
 void CMediaPlayer::SetPositions(std::int64_t position) {
     m_bFinished = false;
     m_pGraph->SetPositions(position);
-    if (m_pfnSeek)
-        m_pfnSeek(position);
+    m_seekListeners.Tell(position);
 }
 
 void CMediaPlayer::OnSeekScroll(Scroll code, int percent) {
@@ -160,7 +159,6 @@ void CMediaPlayer::OnGraphNotify() {
             continue;
         }
         m_nDuration = m_pGraph->GetDuration().value_or(0);
-        if (m_pfnEvent)
-            m_pfnEvent(*event);
+        m_eventListeners.Tell(*event);
     }
 }

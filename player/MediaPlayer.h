@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "player/MediaGraph.h"
 
 #include <QString>
@@ -16,21 +17,22 @@ class ITransportDisplay;
 /// it, and sets its volume. What comes next is not known here.
 ///
 /// Thread:   interface thread. Its owner passes on the messages that the graph posts.
-/// Lifetime: `display` outlives this; so do what the factory and the handlers use.
+/// Lifetime: `display` outlives this; so does what the factory uses.
 /// Errors:   a file that can't be played is told by an event; without a file nothing happens.
 class CMediaPlayer {
 public:
-    using EventHandler = std::function<void(const GraphEvent& event)>;
-    using SeekHandler = std::function<void(std::int64_t position)>;
-
     /// `dialog` gets WM_TD_GRAPH_NOTIFY and WM_TD_TRACK_FINISHED.
     CMediaPlayer(MediaGraphFactory factory, MessageAddress dialog, ITransportDisplay& display);
 
-    /// Takes every event of the graph but the end of the track.
-    void SetEventHandler(EventHandler handler) { m_pfnEvent = std::move(handler); }
+    /// Hears of every event of the graph but the end of the track.
+    [[nodiscard]] CListening OnEvent(std::function<void(const GraphEvent& event)> call) {
+        return m_eventListeners.Listen(std::move(call));
+    }
 
-    /// Told of each jump to another position.
-    void SetSeekHandler(SeekHandler handler) { m_pfnSeek = std::move(handler); }
+    /// Hears of each jump to another position, in units of 100 ns.
+    [[nodiscard]] CListening OnSeek(std::function<void(std::int64_t position)> call) {
+        return m_seekListeners.Listen(std::move(call));
+    }
 
     /// Makes a new graph for a file, in the place of the old one. How it went is told by an event.
     void LoadFile(const QString& path);
@@ -88,8 +90,8 @@ private:
     MediaGraphFactory m_pfnMakeGraph;
     MessageAddress m_dialog;
     ITransportDisplay& m_display;
-    EventHandler m_pfnEvent;
-    SeekHandler m_pfnSeek;
+    CListeners<const GraphEvent&> m_eventListeners;
+    CListeners<std::int64_t> m_seekListeners;
     std::unique_ptr<MediaGraph> m_pGraph; ///< none when no file is loaded
     int m_nFile = 0;
     GraphState m_iGraphState = GraphState::Stopped;

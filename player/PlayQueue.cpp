@@ -25,7 +25,7 @@ void CPlayQueue::Build(const CMediaList& list, int startRow, int mode) {
     int firstRow = IsRandom(mode) ? startRow : -1;
     for (int row = 0; row < list.GetCount(); ++row) {
         const CTrackRecord& track = *list[row];
-        if (IsPlaylistFile(track.m_strPath))
+        if (IsPlaylistFile(track.m_strPath) || track.m_origin != TrackOrigin::Computer)
             continue;
         tracks.push_back({track.m_strPath, row});
         if (startRow == -1 && firstRow == -1 && track.m_bChecked)

@@ -24,8 +24,9 @@ struct CPlayQueueEntry {
 /// The order in which the tracks of a list play, and the place in it.
 class CPlayQueue {
 public:
-    /// Makes the order from a list's tracks; playlists are left out. `startRow` is the track to
-    /// begin with; for -1 it is the first checked one, if there is any, ahead of the rest.
+    /// Makes the order from a list's tracks; playlists, and what is not on this computer's disk,
+    /// are left out. `startRow` is the track to begin with; for -1 it is the first checked one, if
+    /// there is any, ahead of the rest.
     void Build(const CMediaList& list, int startRow, int mode);
 
     /// The same for the files of a playlist, whose rows are their places in it.
@@ -48,8 +49,6 @@ public:
     [[nodiscard]] std::optional<CPlayQueueEntry> Current() const;
 
     [[nodiscard]] int GetCount() const { return static_cast<int>(m_queue.size()); }
-    [[nodiscard]] const std::vector<CPlayQueueEntry>& Entries() const { return m_queue; }
-    [[nodiscard]] int GetIndex() const { return m_iQueueIndex; }
 
 private:
     void Order(std::vector<CPlayQueueEntry> tracks, int firstRow, int startRow, int mode);

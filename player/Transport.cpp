@@ -9,12 +9,14 @@
 #include "library/TrackFile.h"
 #include "platform/MessageTarget.h"
 #include "platform/Path.h"
+#include "platform/Worker.h"
 #include "player/MediaPlayer.h"
 
 #include <QDebug>
 #include <QStringList>
 
 #include <cstdint>
+#include <stop_token>
 
 namespace {
 
@@ -35,29 +37,39 @@ QString CaptionOf(const CTrackRecord& track) {
 /// The marked one of the tracks of a file. While none is marked it is the one at `row`, else the
 /// first; -1 if there is none.
 int FindTrack(const CMediaList& list, const QString& path, int row) {
+    const int first = list.FindPath(path);
+    if (first < 0)
+        return -1;
     const auto isOne = [&](int i) { return list[i] && list[i]->m_strPath == path; };
-    int found = isOne(row) ? row : -1;
-    for (int i = 0; i < list.GetCount(); ++i) {
-        if (!isOne(i))
-            continue;
-        if (list[i]->m_bPlaying)
+    for (int i = first; i < list.GetCount(); ++i)
+        if (list[i]->m_bPlaying && isOne(i))
             return i;
-        if (found < 0)
-            found = i;
-    }
-    return found;
+    return isOne(row) ? row : first;
 }
 
 } // namespace
 
-CTransport::CTransport(const CMediaLists& lists, CMediaPlayer& player, ITrackView& view,
+/// Of one playlist. It ends with this.
+struct CTransport::Reading {
+    explicit Reading(int list)
+        : listId(list) {}
+    ~Reading() { stop.request_stop(); }
+
+    const int listId;
+    std::stop_source stop;
+    CWorker worker{"playlist"};
+};
+
+CTransport::CTransport(CMediaLists& lists, CMediaPlayer& player, ITrackView& view,
                        ITransportDisplay& display)
     : m_lists(lists)
     , m_player(player)
     , m_view(view)
-    , m_display(display) {
-    m_player.SetEventHandler([this](const GraphEvent& event) { OnGraphEvent(event); });
-}
+    , m_display(display)
+    , m_removals(lists.OnRemoving([this](const CMediaList& list) { ReleaseList(list); }))
+    , m_events(player.OnEvent([this](const GraphEvent& event) { OnGraphEvent(event); })) {}
+
+CTransport::~CTransport() = default;
 
 void CTransport::Listen(MessageTarget& messages) {
     messages.On(WM_TD_GRAPH_NOTIFY, [this](const Message&) {
@@ -71,11 +83,12 @@ void CTransport::Listen(MessageTarget& messages) {
 }
 
 void CTransport::OnPlayPause() {
-    CMediaList* active = m_lists.GetActiveList();
+    const CMediaList* active = m_lists.GetActiveList();
+    m_pPlaylistReading.reset();
     if (m_iTransport == TransportState::Stopped) {
         if (active && active->GetCount() > 0)
             PlayTrack(*active, -1);
-    } else if (active != m_pPlayList) {
+    } else if (active != GetPlayList()) {
         StopTransport();
     } else if (m_iTransport == TransportState::Playing) {
         PauseTransport();
@@ -85,52 +98,67 @@ void CTransport::OnPlayPause() {
 }
 
 void CTransport::OnPrevious() {
+    m_pPlaylistReading.reset();
     m_nMissing = 0;
     Step(Direction::Back);
 }
 
 void CTransport::OnNext() {
+    m_pPlaylistReading.reset();
     m_nMissing = 0;
     Step(Direction::Forward);
 }
 
 void CTransport::OnTrackFinished() {
-    if (m_player.IsFinished())
-        OnNext();
+    if (!m_player.IsFinished())
+        return;
+    m_nMissing = 0;
+    Step(Direction::Forward);
 }
 
 void CTransport::Play() {
-    if (m_iTransport == TransportState::Paused)
-        PlayTransport();
-    else if (m_iTransport == TransportState::Stopped)
+    if (m_iTransport == TransportState::Stopped) {
         OnPlayPause();
+    } else if (m_iTransport == TransportState::Paused) {
+        m_pPlaylistReading.reset();
+        PlayTransport();
+    }
 }
 
 void CTransport::Pause() {
+    m_pPlaylistReading.reset();
     if (m_iTransport == TransportState::Playing)
         PauseTransport();
 }
 
 void CTransport::Stop() {
+    m_pPlaylistReading.reset();
     if (m_iTransport != TransportState::Stopped)
         StopTransport();
 }
 
-void CTransport::PlayTrack(CMediaList& list, int index) {
+void CTransport::PlayTrack(const CMediaList& list, int index) {
+    m_pPlaylistReading.reset();
     MarkRow(false);
-    BuildPlayQueue(&list, index);
+    BuildPlayQueue(list, index);
     StartQueue();
 }
 
-void CTransport::PlayPlaylist(CMediaList& list, int index) {
-    const QString path = list[index]->m_strPath;
-    QStringList entries;
-    ReadPlaylist(path, entries, 1);
+/// A new worker for each, as the one before may be stuck.
+void CTransport::PlayPlaylist(const CMediaList& list, int index) {
+    m_pPlaylistReading = std::make_unique<Reading>(list.m_iId);
+    m_pPlaylistReading->worker.Run([this, listId = list.m_iId, path = list[index]->m_strPath,
+                                    stop = m_pPlaylistReading->stop.get_token()] {
+        return [this, listId, files = ReadPlaylistFiles(path, stop).value_or(QStringList())] {
+            PlayFiles(listId, files);
+        };
+    });
+}
+
+void CTransport::PlayFiles(int listId, const QStringList& files) {
     MarkRow(false);
-    m_pPlayList = &list;
-    m_playlist.clear();
-    for (const QString& entry : entries)
-        m_playlist += ResolveEntry(path, entry);
+    m_iPlayListId = listId;
+    m_playlist = files;
     m_queue.Build(m_playlist, 0, m_iPlayMode);
     StartQueue();
 }
@@ -140,13 +168,13 @@ void CTransport::SetPlayMode(int mode) {
         m_iPlayMode = mode;
         RebuildQueue();
     }
-    m_display.ShowPlayMode(mode);
     ShowTransport();
 }
 
 void CTransport::RenewQueue() {
-    if (m_pPlayList && m_playlist.isEmpty() &&
-        m_pPlayList->GetCount() - m_pPlayList->CountPlaylists() > m_queue.GetCount())
+    const CMediaList* list = GetPlayList();
+    if (list && m_playlist.isEmpty() &&
+        list->GetCount() - list->CountPlaylists() > m_queue.GetCount())
         RebuildQueue();
 }
 
@@ -155,15 +183,13 @@ void CTransport::RebuildQueue() {
     if (!m_playlist.isEmpty() && current)
         m_queue.Build(m_playlist, current->iRow, m_iPlayMode);
     else if (m_playlist.isEmpty() && FindNowPlaying()) // which may have moved since
-        BuildPlayQueue(nullptr, m_iNowPlayingRow);
+        BuildPlayQueue(*GetPlayList(), m_iNowPlayingRow);
 }
 
-/// Without a list it is the one that plays.
-void CTransport::BuildPlayQueue(CMediaList* list, int startRow) {
-    if (list)
-        m_pPlayList = list;
+void CTransport::BuildPlayQueue(const CMediaList& list, int startRow) {
+    m_iPlayListId = list.m_iId;
     m_playlist.clear();
-    m_queue.Build(*m_pPlayList, startRow, m_iPlayMode);
+    m_queue.Build(list, startRow, m_iPlayMode);
 }
 
 void CTransport::StartQueue() {
@@ -191,13 +217,27 @@ void CTransport::StartEntry(bool play) {
     m_iNowPlayingRow = entry->iRow;
     m_strNowPlayingPath = entry->strPath;
     m_pStray.reset();
-    if (!m_playlist.isEmpty() && !FindNowPlaying()) {
-        CMediaFileRequest request;
-        request.m_strPath = entry->strPath;
-        m_pStray = MakeTrack(request);
-    }
+    m_pStrayReading.reset();
     MarkRow(true);
     LoadAndPlayFile(entry->strPath, play);
+    if (!m_playlist.isEmpty() && !FindNowPlaying())
+        ReadStray();
+}
+
+/// Makes a record of the file that plays and is in no list. It is heard meanwhile.
+void CTransport::ReadStray() {
+    m_pStrayReading = std::make_unique<CWorker>("track");
+    m_pStrayReading->Run([this, path = m_strNowPlayingPath] {
+        CMediaFileRequest request;
+        request.m_strPath = path;
+        return [this, track = std::shared_ptr(MakeTrack(request))] { OnStrayRead(track); };
+    });
+}
+
+void CTransport::OnStrayRead(std::shared_ptr<CTrackRecord> track) {
+    m_pStray = std::move(track);
+    ShowCaption();
+    ShowLength();
 }
 
 void CTransport::LoadAndPlayFile(const QString& path, bool play) {
@@ -231,8 +271,10 @@ void CTransport::StopPlayback() {
     MarkRow(false);
     m_player.CloseFilterGraph();
     m_queue.Clear();
-    m_pPlayList = nullptr;
+    m_iPlayListId = -1;
     m_playlist.clear();
+    m_pPlaylistReading.reset();
+    m_pStrayReading.reset();
     m_iNowPlayingRow = -1;
     m_strNowPlayingPath.clear();
     m_display.EnableSeek(false);
@@ -245,8 +287,10 @@ void CTransport::ReleaseFile(const QString& path) {
 }
 
 void CTransport::ReleaseList(const CMediaList& list) {
-    if (&list == m_pPlayList)
+    if (list.m_iId == m_iPlayListId)
         StopPlayback();
+    else if (m_pPlaylistReading && m_pPlaylistReading->listId == list.m_iId)
+        m_pPlaylistReading.reset();
 }
 
 void CTransport::UpdateTransport() {
@@ -255,27 +299,20 @@ void CTransport::UpdateTransport() {
 }
 
 void CTransport::ShowTransport() {
-    m_display.ShowButtons(GetButtons());
-    m_view.ShowPlayingList(
-        m_iTransport == TransportState::Stopped || !m_pPlayList ? -1 : m_pPlayList->m_iId);
-    TellChange();
-}
-
-void CTransport::TellChange() const {
-    if (m_pfnChanged)
-        m_pfnChanged();
-}
-
-TransportButtons CTransport::GetButtons() const {
-    const CMediaList* active = m_lists.GetActiveList();
-    const bool hasWork = m_iTransport != TransportState::Stopped || (active && active->GetCount());
-    return {m_iTransport, m_queue.CanPrevious(m_iPlayMode), m_bCanPlay && hasWork,
-            m_queue.CanNext(m_iPlayMode)};
+    m_display.ShowState(m_iTransport);
+    m_view.ShowPlayingList(m_iTransport == TransportState::Stopped ? -1 : m_iPlayListId);
+    m_changeListeners.Tell();
 }
 
 PlayerCommands CTransport::GetCommands() const {
-    const TransportButtons buttons = GetButtons();
-    return {buttons.canPrevious, buttons.canPlay, buttons.canNext, m_iPlayMode};
+    const CMediaList* active = m_lists.GetActiveList();
+    const bool hasWork = m_iTransport != TransportState::Stopped || (active && active->GetCount());
+    return {m_queue.CanPrevious(m_iPlayMode), m_bCanPlay && hasWork, m_queue.CanNext(m_iPlayMode),
+            m_iPlayMode};
+}
+
+CMediaList* CTransport::GetPlayList() const {
+    return m_lists.FindListById(m_iPlayListId);
 }
 
 void CTransport::OnGraphEvent(const GraphEvent& event) {
@@ -306,13 +343,17 @@ void CTransport::OnGraphEvent(const GraphEvent& event) {
 void CTransport::OnRendered() {
     m_bCanPlay = true;
     m_display.EnableSeek(true);
-    if (CTrackRecord* track = FindNowPlaying()) {
+    if (CTrackRecord* track = FindNowPlaying())
         track->m_strStatus.clear();
-        if (m_iTransport != TransportState::Stopped)
-            m_display.ShowCaption(CaptionOf(*track));
-    }
+    ShowCaption();
     ShowLength();
     ShowTransport();
+}
+
+void CTransport::ShowCaption() {
+    const CTrackRecord* track = FindNowPlaying();
+    if (track && m_iTransport != TransportState::Stopped)
+        m_display.ShowCaption(CaptionOf(*track));
 }
 
 /// What the row tells of a length is measured now, whatever the tags said.
@@ -330,7 +371,7 @@ void CTransport::ShowLength() {
                 QStringLiteral("%1 kbps").arg(track->m_nFileSize * 8 / seconds / 1000);
     }
     RefreshRow();
-    TellChange();
+    m_changeListeners.Tell();
 }
 
 /// Goes on to the next file. When all have been tried there is nothing to play.
@@ -370,12 +411,13 @@ const CTrackRecord* CTransport::GetNowPlaying() {
 
 /// Tracks may have been sorted, moved or taken out since the queue was built.
 CTrackRecord* CTransport::FindNowPlaying() {
-    if (!m_pPlayList || m_strNowPlayingPath.isEmpty())
+    const CMediaList* list = GetPlayList();
+    if (!list || m_strNowPlayingPath.isEmpty())
         return nullptr;
-    const CTrackRecord* track = (*m_pPlayList)[m_iNowPlayingRow];
+    const CTrackRecord* track = (*list)[m_iNowPlayingRow];
     if (!track || !track->m_bPlaying || track->m_strPath != m_strNowPlayingPath)
-        m_iNowPlayingRow = FindTrack(*m_pPlayList, m_strNowPlayingPath, m_iNowPlayingRow);
-    CTrackRecord* found = (*m_pPlayList)[m_iNowPlayingRow];
+        m_iNowPlayingRow = FindTrack(*list, m_strNowPlayingPath, m_iNowPlayingRow);
+    CTrackRecord* found = (*list)[m_iNowPlayingRow];
     return found ? found : m_pStray.get();
 }
 
@@ -387,5 +429,5 @@ void CTransport::MarkRow(bool playing) {
 }
 
 void CTransport::RefreshRow() {
-    m_view.RefreshRows(1, m_pPlayList, m_iNowPlayingRow);
+    m_view.RefreshRows(1, GetPlayList(), m_iNowPlayingRow);
 }

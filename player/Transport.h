@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Listeners.h"
 #include "library/ITrackPlayer.h"
 #include "library/TrackRecord.h"
 #include "player/PlayQueue.h"
@@ -14,6 +15,7 @@
 class CMediaList;
 class CMediaLists;
 class CMediaPlayer;
+class CWorker;
 class ITrackView;
 class MessageTarget;
 struct GraphEvent;
@@ -24,17 +26,20 @@ struct GraphEvent;
 ///
 /// A file that is missing is passed over; one that can't be played ends the playing there.
 ///
-/// Thread:   interface thread.
+/// Thread:   interface thread. Playlists, and files that are in no list, are read on others.
 /// Lifetime: what the constructor takes outlives this. A list whose tracks go is left with
-///           StopPlayback() first.
+///           ReleaseList() first; one that is removed is left by itself.
 class CTransport : public ITrackPlayer {
 public:
-    CTransport(const CMediaLists& lists, CMediaPlayer& player, ITrackView& view,
+    CTransport(CMediaLists& lists, CMediaPlayer& player, ITrackView& view,
                ITransportDisplay& display);
+    ~CTransport();
 
-    /// Called after anything has changed that others may show: the state, the track, what is known
-    /// of it, the play mode.
-    void SetChangeHandler(std::function<void()> handler) { m_pfnChanged = std::move(handler); }
+    /// Hears of every change of what others may show: the state, the track, what is known of it,
+    /// the play mode, and which commands do anything.
+    [[nodiscard]] CListening OnChange(std::function<void()> call) {
+        return m_changeListeners.Listen(std::move(call));
+    }
 
     /// Takes the messages of the player and its graph.
     void Listen(MessageTarget& messages);
@@ -51,13 +56,14 @@ public:
 
     /// Plays a track of a list, and then what follows it by play mode. For -1 it begins with the
     /// first checked track, if there is one.
-    void PlayTrack(CMediaList& list, int index);
+    void PlayTrack(const CMediaList& list, int index);
 
-    /// Plays the files of the playlist at an index of a list from the first on. One that can't be
-    /// read, or is empty, plays nothing.
-    void PlayPlaylist(CMediaList& list, int index);
+    /// Plays the files of the playlist at an index of a list from the first on, once it has been
+    /// read. What plays goes on until then, and a pause, stop, step or another play calls it off. A
+    /// playlist that can't be read, or is empty, plays nothing.
+    void PlayPlaylist(const CMediaList& list, int index);
 
-    /// Another of the play modes; the queue is built anew behind the track that plays.
+    /// Another of the play modes, 0 to 3; the queue is built anew behind the track that plays.
     void SetPlayMode(int mode);
     [[nodiscard]] int GetPlayMode() const { return m_iPlayMode; }
 
@@ -71,14 +77,13 @@ public:
     void ReleaseList(const CMediaList& list) override;
     [[nodiscard]] PlayerCommands GetCommands() const override;
 
-    /// Shows the buttons anew, after the active list or its tracks have changed.
+    /// Tells of the commands anew, after the active list or its tracks have changed.
     void UpdateTransport();
 
     [[nodiscard]] TransportState GetState() const { return m_iTransport; }
-    [[nodiscard]] TransportButtons GetButtons() const;
 
     /// The list that plays, or has been played; null if there is none.
-    [[nodiscard]] const CMediaList* GetPlayList() const { return m_pPlayList; }
+    [[nodiscard]] CMediaList* GetPlayList() const;
 
     /// The track that plays or is loaded; null if there is none.
     [[nodiscard]] const CTrackRecord* GetNowPlaying();
@@ -86,8 +91,13 @@ public:
 private:
     enum class Direction { Forward, Back };
 
-    void BuildPlayQueue(CMediaList* list, int startRow);
+    struct Reading;
+
+    void BuildPlayQueue(const CMediaList& list, int startRow);
     void RebuildQueue();
+    void PlayFiles(int listId, const QStringList& files);
+    void ReadStray();
+    void OnStrayRead(std::shared_ptr<CTrackRecord> track);
     void StartQueue();
     void OnTrackFinished();
     void Step(Direction direction);
@@ -97,33 +107,38 @@ private:
     void PauseTransport();
     void StopTransport();
     void ShowTransport();
-    void TellChange() const;
 
     void OnGraphEvent(const GraphEvent& event);
     void OnRendered();
     void OnMissing();
     void OnFailed(const QString& status);
+    void ShowCaption();
     void ShowLength();
 
     [[nodiscard]] CTrackRecord* FindNowPlaying();
     void MarkRow(bool playing);
     void RefreshRow();
 
-    const CMediaLists& m_lists;
+    CMediaLists& m_lists;
     CMediaPlayer& m_player;
     ITrackView& m_view;
     ITransportDisplay& m_display;
-    std::function<void()> m_pfnChanged;
+    CListeners<> m_changeListeners;
 
     CPlayQueue m_queue;
     int m_iPlayMode = PLAY_SINGLE;
-    CMediaList* m_pPlayList = nullptr; ///< the list that is played
-    QStringList m_playlist;            ///< the files, if it is a playlist of that list that plays
+    int m_iPlayListId = -1; ///< of the list that is played
+    QStringList m_playlist; ///< the files, if it is a playlist of that list that plays
     int m_iNowPlayingRow = -1;
     QString m_strNowPlayingPath;
-    std::unique_ptr<CTrackRecord> m_pStray; ///< what plays, if it is in no list but in a playlist
+    std::shared_ptr<CTrackRecord> m_pStray; ///< what plays, if it is in no list but in a playlist
     TransportState m_iTransport = TransportState::Stopped;
     bool m_bCanPlay = true; ///< false after a file that could not be played
     Direction m_lastStep = Direction::Forward;
     int m_nMissing = 0; ///< files passed over since a step was asked for
+
+    std::unique_ptr<Reading> m_pPlaylistReading; ///< while a playlist is to be played
+    std::unique_ptr<CWorker> m_pStrayReading;
+    CListening m_removals; ///< of lists
+    CListening m_events;   ///< of the player
 };

@@ -5,21 +5,12 @@ class QString;
 /// What the buttons show. The numbers are a contract.
 enum class TransportState : int { Stopped = 0, Playing = 1, Paused = 2 };
 
-/// The transport's buttons, and which of them do anything now.
-struct TransportButtons {
-    TransportState state = TransportState::Stopped;
-    bool canPrevious = false;
-    bool canPlay = false;
-    bool canNext = false;
-    bool operator==(const TransportButtons&) const = default;
-};
-
 /// Where the player shows what it does.
 ///
 /// Thread: interface thread.
 class ITransportDisplay {
 public:
-    virtual void ShowButtons(const TransportButtons& buttons) = 0;
+    virtual void ShowState(TransportState state) = 0;
 
     /// The position in the track in percent.
     virtual void ShowPosition(int percent) = 0;
@@ -29,8 +20,6 @@ public:
 
     /// Whether there is a track in which a position can be chosen.
     virtual void EnableSeek(bool enable) = 0;
-
-    virtual void ShowPlayMode(int mode) = 0;
 
     /// The short sound for "that was nothing".
     virtual void Beep() = 0;

@@ -1,12 +1,10 @@
 #include "skin/BaseDlg.h"
 
-#include "skin/FrameAccessible.h"
-
 namespace {
 
 QString g_strThemeFile;
 
-/// What the window system is told of a window whose frame we draw.
+/// The flags of a window whose frame we draw.
 Qt::WindowFlags Frameless(FrameStyles style) {
     Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowCloseButtonHint;
     flags.setFlag(Qt::WindowMinimizeButtonHint, style.testFlag(FrameStyle::MinimizeBox));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "skin/FrameAccessible.h"
 #include "skin/SkinWnd.h"
 
 #include <QDialog>
@@ -13,12 +14,12 @@ void SetThemeFile(const QString& path);
 ///
 /// A derived dialog gives itself a title and a layout as any dialog does; the layout lies inside
 /// the frame. Thread: interface thread.
-class CBaseDlg : public QDialog {
+class CBaseDlg : public QDialog, public IFramedWindow {
 public:
     explicit CBaseDlg(QWidget* parent, FrameStyles style = FrameStyle::Fixed,
                       Qt::WindowType type = Qt::Dialog);
 
-    [[nodiscard]] CSkinWnd& GetSkin() { return m_skin; }
+    [[nodiscard]] CSkinWnd& GetSkin() override { return m_skin; }
 
 protected:
     CSkinWnd m_skin;

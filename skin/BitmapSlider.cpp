@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kMaximum = 100;
 constexpr int kPageStep = 20;
-constexpr int kMargin = 2; ///< across: room for the frame that shows focus
+constexpr int kMargin = 2; ///< above and below: room for the frame that shows focus
 constexpr qreal kDisabledOpacity = 1.0 / 3;
 
 struct KeyAction {
@@ -48,26 +48,25 @@ QPixmap Stretch(QPixmap picture, int length) {
     return stretched;
 }
 
+int LeftOf(QPointF place) {
+    return static_cast<int>(std::floor(place.x()));
+}
+
 } // namespace
 
-CBitmapSlider::CBitmapSlider(Qt::Orientation orientation, const QString& label, QWidget* parent)
+CBitmapSlider::CBitmapSlider(const QString& label, QWidget* parent)
     : QAbstractSlider(parent) {
-    setOrientation(orientation);
+    setOrientation(Qt::Horizontal);
     setRange(0, kMaximum);
     setPageStep(kPageStep);
-    setInvertedControls(IsVertical()); // the wheel moves the thumb its own way
     setFocusPolicy(Qt::StrongFocus);
     setToolTip(label);
     setAccessibleName(label);
-    if (IsVertical())
-        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    else
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-CBitmapSlider::CBitmapSlider(Pictures pictures, Qt::Orientation orientation, const QString& label,
-                             QWidget* parent)
-    : CBitmapSlider(orientation, label, parent) {
+CBitmapSlider::CBitmapSlider(Pictures pictures, const QString& label, QWidget* parent)
+    : CBitmapSlider(label, parent) {
     m_pictures = pictures;
 }
 
@@ -80,25 +79,16 @@ QSize CBitmapSlider::minimumSizeHint() const {
 }
 
 QSize CBitmapSlider::SizeFor(int length) const {
-    const QSize size(length, ThumbSize().height() + 2 * kMargin);
-    return IsVertical() ? size.transposed() : size;
+    return {length, ThumbSize().height() + 2 * kMargin};
 }
 
 QSize CBitmapSlider::ThumbSize() const {
     return m_pictures ? LoadPicture(m_pictures->thumb, 1).size() : QSize(0, 0);
 }
 
-int CBitmapSlider::Length() const {
-    return IsVertical() ? height() : width();
-}
-
-int CBitmapSlider::Along(QPointF place) const {
-    return static_cast<int>(std::floor(IsVertical() ? place.y() : place.x()));
-}
-
 int CBitmapSlider::ThumbStart() const {
     return QStyle::sliderPositionFromValue(minimum(), maximum(), sliderPosition(),
-                                           Length() - ThumbSize().width());
+                                           width() - ThumbSize().width());
 }
 
 void CBitmapSlider::paintEvent(QPaintEvent*) {
@@ -112,20 +102,15 @@ void CBitmapSlider::DrawSlider(QPainter& painter) const {
     const qreal ratio = devicePixelRatioF();
     if (!isEnabled())
         painter.setOpacity(kDisabledOpacity);
-    DrawPart(painter, 0,
-             Stretch(LoadPicture(m_pictures->channel, ratio), qRound(Length() * ratio)));
+    DrawPart(painter, 0, Stretch(LoadPicture(m_pictures->channel, ratio), qRound(width() * ratio)));
     DrawPart(painter, ThumbStart(), LoadPicture(m_pictures->thumb, ratio));
     painter.setOpacity(1);
 }
 
-/// Draws a picture in the middle across, from a place along.
-void CBitmapSlider::DrawPart(QPainter& painter, int along, const QPixmap& picture) const {
-    const qreal across = picture.deviceIndependentSize().height();
-    if (IsVertical())
-        DrawPicture(painter, {(width() - across) / 2, qreal(along)},
-                    picture.transformed(QTransform().rotate(90)));
-    else
-        DrawPicture(painter, {qreal(along), (height() - across) / 2}, picture);
+/// Draws a picture halfway between top and bottom.
+void CBitmapSlider::DrawPart(QPainter& painter, int left, const QPixmap& picture) const {
+    const qreal top = (height() - picture.deviceIndependentSize().height()) / 2;
+    DrawPicture(painter, {qreal(left), top}, picture);
 }
 
 void CBitmapSlider::mousePressEvent(QMouseEvent* event) {
@@ -134,16 +119,12 @@ void CBitmapSlider::mousePressEvent(QMouseEvent* event) {
         return;
     }
     const int half = ThumbSize().width() / 2;
-    const int fromCentre = Along(event->position()) - (ThumbStart() + half);
+    const int fromCentre = LeftOf(event->position()) - (ThumbStart() + half);
     const bool onThumb = std::abs(fromCentre) <= half && half > 0;
     setSliderDown(true);
-    if (onThumb) {
-        m_nGrab = fromCentre;
-        Tell(Notice::Moved);
-    } else {
-        m_nGrab = 0;
+    m_nGrab = onThumb ? fromCentre : 0;
+    if (!onThumb)
         DragThumb(event->position());
-    }
 }
 
 void CBitmapSlider::mouseMoveEvent(QMouseEvent* event) {
@@ -162,10 +143,9 @@ void CBitmapSlider::mouseReleaseEvent(QMouseEvent* event) {
 
 void CBitmapSlider::DragThumb(QPointF mouse) {
     const int thumb = ThumbSize().width();
-    const int start = Along(mouse) - m_nGrab - thumb / 2;
+    const int start = LeftOf(mouse) - m_nGrab - thumb / 2;
     setSliderPosition(
-        QStyle::sliderValueFromPosition(minimum(), maximum(), start, Length() - thumb));
-    Tell(Notice::Moved);
+        QStyle::sliderValueFromPosition(minimum(), maximum(), start, width() - thumb));
 }
 
 void CBitmapSlider::keyPressEvent(QKeyEvent* event) {
@@ -177,17 +157,4 @@ void CBitmapSlider::keyPressEvent(QKeyEvent* event) {
         return;
     }
     triggerAction(key->action);
-    Tell(Notice::Key);
-}
-
-void CBitmapSlider::wheelEvent(QWheelEvent* event) {
-    const int before = value();
-    QAbstractSlider::wheelEvent(event);
-    if (value() != before)
-        Tell(Notice::Moved);
-}
-
-void CBitmapSlider::Tell(Notice notice) {
-    if (m_pfnNotice)
-        m_pfnNotice(notice, value());
 }

@@ -212,7 +212,8 @@ void DrawTitle(QPainter& painter, const Theme& theme, const FrameState& state) {
 }
 
 QRect IconPlace(const Theme& theme) {
-    return {theme.m_nLeftWidth, theme.Scaled(kIconTop), IconSide(theme), IconSide(theme)};
+    const int side = theme.Scaled(kIconSide);
+    return {theme.m_nLeftWidth, theme.Scaled(kIconTop), side, side};
 }
 
 /// Draws on a band of strips what stands on it.
@@ -278,17 +279,6 @@ void FindRuns(const QRgb* line, int width, QRgb key, Runs& runs) {
 }
 
 } // namespace
-
-int IconSide(const Theme& theme) {
-    return theme.Scaled(kIconSide);
-}
-
-QImage ComposeTopBand(const Theme& theme, const FrameState& state) {
-    QImage band = DrawBandStrips(theme, state.size, !state.m_bActive);
-    if (!band.isNull())
-        DrawOnBand(band, ShapeOf(band, theme), theme, state);
-    return band;
-}
 
 void DrawFrameSides(QPainter& painter, const Theme& theme, const QRect& window, bool inactive,
                     bool withTop) {

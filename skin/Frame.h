@@ -54,7 +54,7 @@ struct FrameState {
     WindowState m_nWindowState = WindowState::Normal;
     int m_nHoverHit = FrameHit::Nowhere;
     int m_nPressedHit = FrameHit::Nowhere;
-    QImage icon; ///< of IconSide() pixels; may be null
+    QImage icon; ///< a square of 16 pixels at 100 %; may be null
     QString m_strTitle;
     std::vector<SkinButtonRecord> m_customButtons;
 };
@@ -63,13 +63,6 @@ struct FrameState {
 // window's top left corner. Painters draw with such pixels, without a transform that scales.
 //
 // Thread: interface thread.
-
-/// The side of the small icon: 16 at 100 %.
-[[nodiscard]] int IconSide(const Theme& theme);
-
-/// The band along the top with buttons, icon and title, of the window's width and the top strip's
-/// height (the window's, if that is less). Pixels of the key colour are where the window is not.
-[[nodiscard]] QImage ComposeTopBand(const Theme& theme, const FrameState& state);
 
 /// The left, right and bottom strips, and with `withTop` the top strip before them.
 void DrawFrameSides(QPainter& painter, const Theme& theme, const QRect& window, bool inactive,

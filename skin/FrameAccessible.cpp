@@ -1,8 +1,9 @@
 #include "skin/FrameAccessible.h"
 
-#include "skin/BaseDlg.h"
+#include "skin/SkinWnd.h"
 
 #include <QAccessible>
+#include <QDialog>
 
 #include <algorithm>
 #include <vector>
@@ -18,7 +19,7 @@ public:
 
     [[nodiscard]] int Hit() const { return m_nHit; }
 
-    [[nodiscard]] bool isValid() const override { return m_frame.Dialog(); }
+    [[nodiscard]] bool isValid() const override { return m_frame.Skin(); }
     [[nodiscard]] QObject* object() const override { return nullptr; }
     [[nodiscard]] QWindow* window() const override { return m_frame.window(); }
     [[nodiscard]] QAccessibleInterface* parent() const override {
@@ -36,8 +37,7 @@ public:
     }
     [[nodiscard]] QRect rect() const override {
         const QRect place = Button().place;
-        const CBaseDlg* dialog = m_frame.Dialog();
-        return dialog ? QRect(dialog->mapToGlobal(place.topLeft()), place.size()) : QRect();
+        return isValid() ? place.translated(m_frame.rect().topLeft()) : QRect();
     }
     [[nodiscard]] QAccessible::State state() const override {
         QAccessible::State state;
@@ -51,9 +51,9 @@ public:
     }
     [[nodiscard]] QStringList actionNames() const override { return {pressAction()}; }
     void doAction(const QString& name) override {
-        CBaseDlg* dialog = m_frame.Dialog();
-        if (dialog && name == pressAction())
-            dialog->GetSkin().ClickButton(m_nHit);
+        CSkinWnd* skin = m_frame.Skin();
+        if (skin && name == pressAction())
+            skin->ClickButton(m_nHit);
     }
     [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
@@ -77,13 +77,13 @@ void FrameAccessible::Install() {
 }
 
 QAccessibleInterface* FrameAccessible::Make(const QString& className, QObject* object) {
-    auto* dialog = dynamic_cast<CBaseDlg*>(object);
-    return dialog && className == QLatin1String(QDialog::staticMetaObject.className())
-               ? new FrameAccessible(*dialog)
+    const bool isDialog = className == QLatin1String(QDialog::staticMetaObject.className());
+    return isDialog && dynamic_cast<IFramedWindow*>(object)
+               ? new FrameAccessible(*static_cast<QDialog*>(object))
                : nullptr;
 }
 
-FrameAccessible::FrameAccessible(CBaseDlg& dialog)
+FrameAccessible::FrameAccessible(QDialog& dialog)
     : QAccessibleWidget(&dialog, QAccessible::Dialog) {}
 
 FrameAccessible::~FrameAccessible() {
@@ -91,13 +91,14 @@ FrameAccessible::~FrameAccessible() {
         QAccessible::deleteAccessibleInterface(id);
 }
 
-CBaseDlg* FrameAccessible::Dialog() const {
-    return dynamic_cast<CBaseDlg*>(widget());
+CSkinWnd* FrameAccessible::Skin() const {
+    auto* window = dynamic_cast<IFramedWindow*>(widget());
+    return window ? &window->GetSkin() : nullptr;
 }
 
 std::vector<FrameButton> FrameAccessible::GetButtons() const {
-    CBaseDlg* dialog = Dialog();
-    return dialog ? dialog->GetSkin().GetButtons() : std::vector<FrameButton>();
+    const CSkinWnd* skin = Skin();
+    return skin ? skin->GetButtons() : std::vector<FrameButton>();
 }
 
 int FrameAccessible::childCount() const {

@@ -5,8 +5,18 @@
 #include <map>
 #include <vector>
 
-class CBaseDlg;
+class CSkinWnd;
+class QDialog;
 struct FrameButton;
+
+/// A dialog whose frame is ours.
+class IFramedWindow {
+public:
+    [[nodiscard]] virtual CSkinWnd& GetSkin() = 0;
+
+protected:
+    ~IFramedWindow() = default;
+};
 
 /// A dialog as a screen reader sees it: behind its other children come the buttons of its frame,
 /// which are no widgets.
@@ -17,11 +27,12 @@ public:
     /// Lets Qt find this class for dialogs. Once is enough, more do no harm.
     static void Install();
 
-    explicit FrameAccessible(CBaseDlg& dialog);
+    /// The dialog is an IFramedWindow, too.
+    explicit FrameAccessible(QDialog& dialog);
     ~FrameAccessible() override;
 
     /// None while the dialog is destroyed, though what lies in it may still be asked for then.
-    [[nodiscard]] CBaseDlg* Dialog() const;
+    [[nodiscard]] CSkinWnd* Skin() const;
     [[nodiscard]] std::vector<FrameButton> GetButtons() const;
 
     [[nodiscard]] int childCount() const override;

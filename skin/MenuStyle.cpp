@@ -24,28 +24,10 @@ constexpr QRgb kHotGround =
     qRgb((qRed(kInk1) * 4 + qRed(kAccent)) / 5, (qGreen(kInk1) * 4 + qGreen(kAccent)) / 5,
          (qBlue(kInk1) * 4 + qBlue(kAccent)) / 5);
 
-/// The colours of an edge seen in light from the top left.
-struct Edge {
-    QRgb topLeft;
-    QRgb bottomRight;
-};
-constexpr Edge kFlat{kLine, kLine};
-constexpr Edge kRaised{kDisabledText, kLine};
-constexpr Edge kSunken{kInk0, kDisabledText};
-
 /// Fills whole device pixels, whatever the scale.
 void Fill(QPainter& painter, const QRect& place, QRgb colour) {
     const DevicePixels pixels(painter);
     pixels.Fill(pixels.Of(place), QColor(colour));
-}
-
-void DrawEdge(QPainter& painter, const QRect& place, const Edge& edge) {
-    DrawEdge(painter, place, QColor(edge.bottomRight));
-    const DevicePixels pixels(painter);
-    const QRect all = pixels.Of(place);
-    const int line = pixels.Length(1);
-    pixels.Fill({all.topLeft(), QSize(all.width(), line)}, QColor(edge.topLeft));
-    pixels.Fill({all.topLeft(), QSize(line, all.height())}, QColor(edge.topLeft));
 }
 
 void DrawStroke(QPainter& painter, QPointF origin, std::initializer_list<QPointF> points,
@@ -97,11 +79,28 @@ bool IsHot(const QStyleOption& option) {
     return IsEnabled(option) && option.state.testFlag(QStyle::State_Selected);
 }
 
+QRgb InkOf(const QStyleOption& option) {
+    return !IsEnabled(option) ? kDisabledText : IsHot(option) ? kText : kQuietText;
+}
+
+/// The bar behind the item under the mouse or at the keyboard's place.
+void DrawHotGround(QPainter& painter, const QStyleOptionMenuItem& item) {
+    Fill(painter, item.rect, kHotGround);
+    const QRect edge(item.rect.topLeft(), QSize(kHotEdge, item.rect.height()));
+    Fill(painter, QStyle::visualRect(item.direction, item.rect, edge), kAccent);
+}
+
+/// What says that an item is checked whose icon takes the mark's place.
+void DrawCheckedIconGround(QPainter& painter, const QRect& place) {
+    const QRect around = place.adjusted(-3, -3, 3, 3);
+    Fill(painter, around, kHotGround);
+    DrawEdge(painter, around, QColor(kAccent));
+}
+
 } // namespace
 
-MenuStyle::MenuStyle(MenuLook look)
-    : QProxyStyle(QStringLiteral("Fusion"))
-    , m_look(look) {}
+MenuStyle::MenuStyle()
+    : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                             const QWidget* widget) const {
@@ -121,7 +120,7 @@ void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     if (element == PE_PanelMenu)
         painter->fillRect(option->rect, QColor(kInk1));
     else if (element == PE_FrameMenu)
-        DrawEdge(*painter, option->rect, m_look == MenuLook::Classic ? kRaised : kFlat);
+        DrawEdge(*painter, option->rect, QColor(kLine));
     else if (element != PE_PanelMenuBar)
         QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
@@ -164,13 +163,11 @@ void MenuStyle::DrawBarItem(QPainter& painter, const QStyleOptionMenuItem& item,
                             const QWidget* widget) const {
     painter.fillRect(item.rect, QColor(kInk1));
     const bool isHot = IsHot(item);
-    if (isHot && m_look == MenuLook::Classic) {
-        DrawEdge(painter, item.rect, item.state.testFlag(State_Sunken) ? kSunken : kRaised);
-    } else if (isHot) {
+    if (isHot) {
         Fill(painter, item.rect, kHotGround);
         Fill(painter, item.rect.adjusted(0, item.rect.height() - kHotEdge, 0, 0), kAccent);
     }
-    painter.setPen(QColor(!IsEnabled(item) ? kDisabledText : isHot ? kText : kQuietText));
+    painter.setPen(QColor(InkOf(item)));
     painter.drawText(item.rect, TextFlags(item, widget) | Qt::AlignCenter, item.text);
 }
 
@@ -188,8 +185,6 @@ void MenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
         QRect middle = pixels.Of(place(kSideSpace, width - 2 * kSideSpace));
         middle.setTop(middle.center().y());
         middle.setHeight(pixels.Length(1));
-        if (m_look == MenuLook::Classic)
-            pixels.Fill(middle.translated(0, -middle.height()), QColor(kInk0));
         pixels.Fill(middle, QColor(kLine));
         return;
     }
@@ -197,8 +192,7 @@ void MenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
     painter.save();
     if (IsHot(item))
         DrawHotGround(painter, item);
-    const QRgb hotText = m_look == MenuLook::Classic ? kInk0 : kText;
-    const QColor ink(!IsEnabled(item) ? kDisabledText : IsHot(item) ? hotText : kQuietText);
+    const QColor ink(InkOf(item));
     QRect iconPlace = place(kSideSpace, icon);
     iconPlace.setTop(item.rect.top() + (item.rect.height() - icon) / 2);
     iconPlace.setHeight(icon);
@@ -222,17 +216,6 @@ void MenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
     painter.restore();
 }
 
-/// The bar behind the item under the mouse or at the keyboard's place.
-void MenuStyle::DrawHotGround(QPainter& painter, const QStyleOptionMenuItem& item) const {
-    if (m_look == MenuLook::Classic) {
-        Fill(painter, item.rect, kAccent);
-    } else {
-        Fill(painter, item.rect, kHotGround);
-        const QRect edge(item.rect.topLeft(), QSize(kHotEdge, item.rect.height()));
-        Fill(painter, visualRect(item.direction, item.rect, edge), kAccent);
-    }
-}
-
 void MenuStyle::DrawIconOrMark(QPainter& painter, const QStyleOptionMenuItem& item,
                                const QRect& place, const QColor& ink) const {
     const bool isExclusive = item.checkType == QStyleOptionMenuItem::Exclusive;
@@ -248,18 +231,6 @@ void MenuStyle::DrawIconOrMark(QPainter& painter, const QStyleOptionMenuItem& it
         DrawDot(painter, QRectF(place).center(), ink);
     } else if (isChecked) {
         DrawTick(painter, QRectF(place).center(), ink);
-    }
-}
-
-/// What says that an item is checked whose icon takes the mark's place.
-void MenuStyle::DrawCheckedIconGround(QPainter& painter, const QRect& place) const {
-    const QRect around = place.adjusted(-3, -3, 3, 3);
-    if (m_look == MenuLook::Classic) {
-        Fill(painter, around, kInk2);
-        DrawEdge(painter, around, kSunken);
-    } else {
-        Fill(painter, around, kHotGround);
-        DrawEdge(painter, around, {kAccent, kAccent});
     }
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "skin/MenuLook.h"
-
 #include <QProxyStyle>
 #include <QStyleOption>
 
@@ -13,7 +11,7 @@
 /// Thread: interface thread.
 class MenuStyle : public QProxyStyle {
 public:
-    explicit MenuStyle(MenuLook look);
+    MenuStyle();
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
@@ -28,11 +26,7 @@ private:
     void DrawBarItem(QPainter& painter, const QStyleOptionMenuItem& item,
                      const QWidget* widget) const;
     void DrawItem(QPainter& painter, const QStyleOptionMenuItem& item, const QWidget* widget) const;
-    void DrawHotGround(QPainter& painter, const QStyleOptionMenuItem& item) const;
     void DrawIconOrMark(QPainter& painter, const QStyleOptionMenuItem& item, const QRect& place,
                         const QColor& ink) const;
-    void DrawCheckedIconGround(QPainter& painter, const QRect& place) const;
     [[nodiscard]] int TextFlags(const QStyleOption& option, const QWidget* widget) const;
-
-    MenuLook m_look;
 };

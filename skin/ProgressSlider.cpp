@@ -24,7 +24,7 @@ constexpr int kFillDarker = 165;
 } // namespace
 
 CProgressSlider::CProgressSlider(const QString& label, QWidget* parent)
-    : CBitmapSlider(Qt::Horizontal, label, parent) {
+    : CBitmapSlider(label, parent) {
     QFont arial = font();
     arial.setFamily(QStringLiteral("Arial"));
     arial.setWeight(QFont::Normal);

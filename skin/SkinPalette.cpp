@@ -96,7 +96,7 @@ QPalette PagePalette() {
 }
 
 void UseSkinPalette() {
-    QApplication::setStyle(new SkinStyle(CurrentMenuLook()));
+    QApplication::setStyle(new SkinStyle(SkinPalette()));
     const QPalette palette = SkinPalette();
     QApplication::setPalette(palette);
     for (const char* name : kClassesWithColours)

@@ -1,7 +1,6 @@
 #include "skin/SkinStyle.h"
 
 #include "skin/Colours.h"
-#include "skin/SkinPalette.h"
 
 #include <QPainter>
 
@@ -33,7 +32,7 @@ bool HasFocus(const QStyleOption& option) {
 void SkinStyle::polish(QWidget* widget) {
     MenuStyle::polish(widget);
     if (widget->inherits("QTipLabel"))
-        widget->setPalette(SkinPalette());
+        widget->setPalette(m_tipPalette);
 }
 
 void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,

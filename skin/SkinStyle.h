@@ -2,6 +2,8 @@
 
 #include "skin/MenuStyle.h"
 
+#include <QPalette>
+
 /// The style of the program: menus as MenuStyle has them, and an outline around what is typed into
 /// or ticked, which on dark ground would else be hard to see. What has the focus has an outline in
 /// accent; that of fields is the style's below.
@@ -9,14 +11,19 @@
 /// Thread: interface thread.
 class SkinStyle final : public MenuStyle {
 public:
-    using MenuStyle::MenuStyle;
+    explicit SkinStyle(const QPalette& tipPalette)
+        : m_tipPalette(tipPalette) {}
+
     using MenuStyle::polish;
 
-    /// Tool tips keep our colours, though a desktop that changes its own sends them new ones.
+    /// Tool tips keep their colours, though a desktop that changes its own sends them new ones.
     void polish(QWidget* widget) override;
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                             QPainter* painter, const QWidget* widget) const override;
+
+private:
+    const QPalette m_tipPalette;
 };

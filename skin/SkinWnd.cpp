@@ -18,8 +18,8 @@
 
 namespace {
 
-/// A region of device pixels in those that a window's mask is told in. A pixel that is only partly
-/// covered belongs to it.
+/// A region of device pixels in the pixels of 100 % that a window's mask is given in. A pixel that
+/// is only partly covered belongs to it.
 QRegion ToLogical(const QRegion& region, qreal scale) {
     if (scale == 1)
         return region;
@@ -59,7 +59,7 @@ bool CSkinWnd::LoadSkin(const QString& path, qreal scale) {
 bool CSkinWnd::InstallSkin(QWidget* window, FrameStyles style) {
     if (!window || !m_theme)
         return false;
-    const bool again = Window() == window;
+    const bool again = m_hWnd == window;
     HookWindow(window);
     m_frame.m_bSizable = style.testFlag(FrameStyle::Sizable);
     m_frame.m_bHasMinimize = style.testFlag(FrameStyle::MinimizeBox);
@@ -70,7 +70,7 @@ bool CSkinWnd::InstallSkin(QWidget* window, FrameStyles style) {
     if (!again) {
         auto* menuKey = new QShortcut(QKeySequence(Qt::ALT | Qt::Key_Space), window);
         connect(menuKey, &QShortcut::activated, this,
-                [this] { ShowSystemMenu(Window()->mapToGlobal(ClientRect().topLeft())); });
+                [this] { ShowSystemMenu(m_hWnd->mapToGlobal(ClientRect().topLeft())); });
     }
     ApplyTheme();
     return true;
@@ -103,9 +103,20 @@ void CSkinWnd::SetFrameTips(const QString& minimize, const QString& maximize,
     m_strTipClose = close;
 }
 
+/// Leaves the window that was hooked before.
+void CSkinWnd::HookWindow(QWidget* window) {
+    if (m_hWnd)
+        m_hWnd->removeEventFilter(this);
+    m_hWnd = window;
+    m_hWnd->installEventFilter(this);
+}
+
+bool CSkinWnd::eventFilter(QObject* object, QEvent* event) {
+    return object == m_hWnd && m_theme && WindowProc(*event);
+}
+
+/// True stops the event: the window does not get it.
 bool CSkinWnd::WindowProc(QEvent& event) {
-    if (!m_theme)
-        return false;
     switch (event.type()) {
     case QEvent::Paint:
         OnPaint(static_cast<QPaintEvent&>(event));
@@ -120,7 +131,7 @@ bool CSkinWnd::WindowProc(QEvent& event) {
         Refresh();
         return false;
     case QEvent::WindowTitleChange:
-        m_frame.m_strTitle = Window()->windowTitle();
+        m_frame.m_strTitle = m_hWnd->windowTitle();
         Refresh();
         return false;
     case QEvent::Show:
@@ -156,9 +167,9 @@ bool CSkinWnd::IsMaximized() const {
 }
 
 void CSkinWnd::Maximize() {
-    if (!IsHooked())
+    if (!m_hWnd)
         return;
-    QWidget& window = *Window();
+    QWidget& window = *m_hWnd;
     const QRect workArea = window.screen()->availableGeometry();
     m_rcRestoreWindow = window.geometry();
     SetState(WindowState::Maximized);
@@ -171,26 +182,26 @@ void CSkinWnd::Maximize() {
 }
 
 void CSkinWnd::Restore() {
-    if (!IsHooked())
+    if (!m_hWnd)
         return;
     if (m_frame.m_nWindowState == WindowState::Minimized) {
         SetState(m_nStateBeforeMinimize);
-        Window()->setWindowState(Window()->windowState() & ~Qt::WindowMinimized);
+        m_hWnd->setWindowState(m_hWnd->windowState() & ~Qt::WindowMinimized);
     } else if (m_frame.m_nWindowState == WindowState::Maximized) {
         SetState(WindowState::Normal);
-        if (Window()->isMaximized())
-            Window()->setWindowState(Window()->windowState() & ~Qt::WindowMaximized);
+        if (m_hWnd->isMaximized())
+            m_hWnd->setWindowState(m_hWnd->windowState() & ~Qt::WindowMaximized);
         else
-            Window()->setGeometry(m_rcRestoreWindow);
+            m_hWnd->setGeometry(m_rcRestoreWindow);
     }
 }
 
 void CSkinWnd::Minimize() {
-    if (!IsHooked())
+    if (!m_hWnd)
         return;
     m_nStateBeforeMinimize = m_frame.m_nWindowState;
     SetState(WindowState::Minimized);
-    Window()->setWindowState(Window()->windowState() | Qt::WindowMinimized);
+    m_hWnd->setWindowState(m_hWnd->windowState() | Qt::WindowMinimized);
 }
 
 void CSkinWnd::ToggleMaximized() {
@@ -207,7 +218,7 @@ void CSkinWnd::SetState(WindowState state) {
 
 /// The desktop can do what our buttons do, with its own.
 void CSkinWnd::OnStateChange(Qt::WindowStates before) {
-    const QWidget& window = *Window();
+    const QWidget& window = *m_hWnd;
     if (m_frame.m_nWindowState == WindowState::Minimized && !window.isMinimized())
         SetState(m_nStateBeforeMinimize);
     const bool was = before.testFlag(Qt::WindowMaximized);
@@ -220,7 +231,7 @@ void CSkinWnd::OnStateChange(Qt::WindowStates before) {
 
 /// A layout keeps a window as large as its parts need; this adds what the frame needs.
 void CSkinWnd::OnShow() const {
-    QWidget& window = *Window();
+    QWidget& window = *m_hWnd;
     const QSize smallest = window.minimumSize();
     const QSize ours = (QSizeF(MinimumTrackSize(*m_theme)) / m_theme->scale).toSize();
     if (m_frame.m_bSizable && smallest != smallest.expandedTo(ours))
@@ -230,7 +241,7 @@ void CSkinWnd::OnShow() const {
 /// The window may have come to a screen of another scale. A theme that can't be read for it stays
 /// as it is, and is drawn larger or smaller.
 void CSkinWnd::FitToScale() {
-    const qreal scale = Window()->devicePixelRatioF();
+    const qreal scale = m_hWnd->devicePixelRatioF();
     if (std::exchange(m_nScale, scale) == scale)
         return;
     std::optional<Theme> theme = Theme::Load(m_strTheme, scale);
@@ -244,7 +255,7 @@ void CSkinWnd::FitToScale() {
 
 void CSkinWnd::ApplyTheme() {
     const qreal scale = m_theme->scale;
-    Window()->setContentsMargins(
+    m_hWnd->setContentsMargins(
         Margin(m_theme->m_nLeftWidth, scale), Margin(m_theme->m_nTopHeight, scale),
         Margin(m_theme->m_nRightWidth, scale), Margin(m_theme->m_nBottomHeight, scale));
     ApplyShape();
@@ -252,36 +263,36 @@ void CSkinWnd::ApplyTheme() {
 }
 
 void CSkinWnd::ApplyShape() {
-    m_frame.size = (QSizeF(Window()->size()) * m_theme->scale).toSize();
+    m_frame.size = (QSizeF(m_hWnd->size()) * m_theme->scale).toSize();
     if (m_theme->m_bUsesTran)
-        Window()->setMask(ToLogical(BuildWindowRegion(*m_theme, m_frame.size), m_theme->scale));
+        m_hWnd->setMask(ToLogical(BuildWindowRegion(*m_theme, m_frame.size), m_theme->scale));
     else
-        Window()->clearMask();
+        m_hWnd->clearMask();
 }
 
 void CSkinWnd::Refresh() const {
-    if (Window())
-        Window()->update(QRegion(Window()->rect()) - ClientRect());
+    if (m_hWnd)
+        m_hWnd->update(QRegion(m_hWnd->rect()) - ClientRect());
 }
 
 QRect CSkinWnd::ClientRect() const {
-    return Window()->contentsRect();
+    return m_hWnd->contentsRect();
 }
 
 void CSkinWnd::OnPaint(const QPaintEvent& event) {
     FitToScale();
     if (ClientRect().contains(event.rect()))
         return;
-    m_frame.icon = Window()->windowIcon().pixmap(QSize(16, 16), m_theme->scale).toImage();
+    m_frame.icon = m_hWnd->windowIcon().pixmap(QSize(16, 16), m_theme->scale).toImage();
     m_frame.icon.setDevicePixelRatio(1);
-    QPainter painter(Window());
+    QPainter painter(m_hWnd);
     painter.scale(1 / m_theme->scale, 1 / m_theme->scale);
     DrawFrame(painter, *m_theme, m_frame);
 }
 
 std::vector<FrameButton> CSkinWnd::GetButtons() const {
     std::vector<FrameButton> buttons;
-    if (!IsHooked() || !m_theme)
+    if (!m_hWnd || !m_theme)
         return buttons;
     for (const auto& [hit, place] : PlaceButtons(*m_theme, m_frame)) {
         const QRectF exact(QPointF(place.topLeft()) / m_theme->scale,

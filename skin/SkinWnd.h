@@ -2,13 +2,14 @@
 
 #include "skin/Frame.h"
 #include "skin/Pictures.h"
-#include "skin/SubclassWnd.h"
 #include "skin/SystemMenu.h"
 #include "skin/Theme.h"
 
 #include <QFlags>
+#include <QPointer>
 #include <QRect>
 #include <QString>
+#include <QWidget>
 
 #include <functional>
 #include <optional>
@@ -44,10 +45,12 @@ struct FrameButton {
 /// the frame only starts them.
 ///
 /// The window is one without a frame of its own (Qt::FramelessWindowHint). The border is the
-/// window's contents margins, so a layout lies inside it.
+/// window's contents margins, so a layout lies inside it. The frame sees the window's events before
+/// the window's own class does, and stops those that are about the frame.
 ///
-/// Thread: interface thread. Lifetime: ends with the window.
-class CSkinWnd : public CSubclassWnd {
+/// Thread: interface thread. Lifetime: the frame ends with the window or with this object,
+/// whichever goes first.
+class CSkinWnd : public QObject {
 public:
     /// Takes the commands of the frame's own buttons.
     using CommandHandler = std::function<void(int commandId)>;
@@ -92,10 +95,10 @@ public:
     /// True while it covers the work area, or will when it is no longer minimized.
     [[nodiscard]] bool IsMaximized() const;
 
-protected:
-    bool WindowProc(QEvent& event) override;
-
 private:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void HookWindow(QWidget* window);
+    bool WindowProc(QEvent& event);
     void FitToScale();
     void ApplyTheme();
     void ApplyShape();
@@ -121,6 +124,7 @@ private:
     [[nodiscard]] QString NameOf(int hit) const;
     [[nodiscard]] QRect ClientRect() const;
 
+    QPointer<QWidget> m_hWnd; ///< none without an installed frame
     QString m_strTheme;
     std::optional<Theme> m_theme;
     qreal m_nScale = 1; ///< that the theme was last asked for; it may have another

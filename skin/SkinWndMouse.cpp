@@ -53,7 +53,7 @@ bool CSkinWnd::OnMouseMove(QPointF place, bool held) {
     const int hit = HitAt(place);
     if (hit == FrameHit::Client) {
         if (!held)
-            Window()->unsetCursor();
+            m_hWnd->unsetCursor();
         return false;
     }
     m_frame.m_nHoverHit = hit;
@@ -63,7 +63,7 @@ bool CSkinWnd::OnMouseMove(QPointF place, bool held) {
         Refresh();
     }
     const Grip* grip = FindGrip(hit);
-    Window()->setCursor(grip ? grip->cursor : Qt::ArrowCursor);
+    m_hWnd->setCursor(grip ? grip->cursor : Qt::ArrowCursor);
     return true;
 }
 
@@ -97,7 +97,7 @@ bool CSkinWnd::StartHeld() {
 
 /// False where nothing is moved or sized by this part.
 bool CSkinWnd::StartMoveOrSize(int hit) const {
-    QWindow* window = Window()->windowHandle();
+    QWindow* window = m_hWnd->windowHandle();
     if (hit == FrameHit::Caption && m_frame.m_nWindowState != WindowState::Maximized)
         return window->startSystemMove();
     const Grip* grip = FindGrip(hit);
@@ -121,7 +121,7 @@ void CSkinWnd::ClickButton(int hit) {
     if (isCustom || hit == FrameHit::Minimize || hit == FrameHit::Maximize)
         ClearButtons();
     if (hit == FrameHit::Close)
-        Window()->close();
+        m_hWnd->close();
     else if (hit == FrameHit::Minimize)
         Minimize();
     else if (hit == FrameHit::Maximize)
@@ -152,7 +152,7 @@ bool CSkinWnd::OnToolTip(QPoint place, QPoint globalPlace) const {
     if (hit == FrameHit::Client || tip.isEmpty())
         return hit != FrameHit::Client;
     // For as long as the mouse stays on the button, which is seldom larger than this.
-    QToolTip::showText(globalPlace, tip, Window(),
+    QToolTip::showText(globalPlace, tip, m_hWnd,
                        QRect(place, QSize(1, 1)).marginsAdded({8, 8, 8, 8}));
     return true;
 }
@@ -176,7 +176,7 @@ QString CSkinWnd::TipOf(int hit) const {
 
 /// At a point of the screen.
 void CSkinWnd::ShowSystemMenu(QPoint place) {
-    MakeSystemMenu(*Window(), m_frame, m_systemMenuItems, [this](SystemCommand command) {
+    MakeSystemMenu(*m_hWnd, m_frame, m_systemMenuItems, [this](SystemCommand command) {
         OnSystemCommand(command);
     }).popup(place);
 }
@@ -199,7 +199,7 @@ void CSkinWnd::OnSystemCommand(SystemCommand command) {
         StartMoveOrSize(FrameHit::BottomRight);
         break;
     case SystemCommand::Close:
-        Window()->close();
+        m_hWnd->close();
         break;
     }
 }

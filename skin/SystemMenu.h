@@ -8,7 +8,7 @@
 
 #include <functional>
 
-/// What a window can be told by its frame. The numbers are a contract.
+/// The commands of the system menu. The numbers are a contract.
 enum class SystemCommand : int {
     Size = 0xF000,
     Move = 0xF010,
@@ -18,7 +18,7 @@ enum class SystemCommand : int {
     Restore = 0xF120,
 };
 
-/// Whether a window of these properties and this state can be told so.
+/// Whether a window of these properties and this state can do so.
 [[nodiscard]] bool IsCommandEnabled(SystemCommand command, const FrameState& state);
 
 using SystemCommandHandler = std::function<void(SystemCommand)>;

@@ -27,7 +27,7 @@ constexpr std::array<std::array<const char*, 2>, 2> kId3OtherArtists = {
 [[nodiscard]] QByteArrayView Id3FrameId(Id3Field field, int version);
 
 /// Keeps what the texts are read from: the beginning of the frames of all fields, and of the two
-/// other artist frames that decide whether ID3v1 tells the artist.
+/// other artist frames that decide whether the artist is that of ID3v1.
 [[nodiscard]] std::size_t KeepId3Texts(QByteArrayView id);
 
 /// `text` up to its first NUL and to kMaxId3Text.

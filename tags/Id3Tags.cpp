@@ -100,7 +100,7 @@ bool SetFields(Id3v2Tag& tag, const CTrackInfo& info, Id3Texts& texts) {
     return true;
 }
 
-/// Adds the fields that ID3v1 tells: once there is an ID3v2 tag, other programs may look there
+/// Adds the fields of ID3v1: once there is an ID3v2 tag, other programs may look there
 /// only.
 void AddTextsOfId3v1(const QByteArray& id3v1, Id3v2Tag& tag) {
     const Id3Texts texts = ReadTexts({}, id3v1);

@@ -26,18 +26,18 @@
 ///         frames, with the texts found so far. No picture or tag above 64 MB is held in memory.
 namespace Id3Tags {
 
-/// Takes what the tags tell into `info`. Non-zero if there is no title.
+/// Takes what the tags hold into `info`. Non-zero if there is no title.
 [[nodiscard]] int Read(const QString& path, CTrackInfo& info);
 
 /// Writes the ten text frames of `info`, empty ones too, and ID3v1. With `forceEmpty` non-zero
-/// nothing else stays in the tags, and a damaged ID3v2 tag is replaced if its size can be told.
+/// nothing else stays in the tags, and a damaged ID3v2 tag is replaced if its size is sure.
 [[nodiscard]] int Write(const QString& path, const CTrackInfo& info, int forceEmpty);
 
 /// The first picture; empty if there is none.
 [[nodiscard]] QByteArray ReadArtwork(const QString& path);
 
 /// Puts a JPEG picture in the place of the first one, or behind all frames. A file without ID3v2
-/// also gets the text frames for what ID3v1 tells.
+/// also gets the text frames for what ID3v1 holds.
 [[nodiscard]] int WriteArtwork(const QString& path, const QByteArray& jpeg);
 
 } // namespace Id3Tags

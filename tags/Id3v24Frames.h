@@ -10,7 +10,8 @@
 namespace Id3v24Frames {
 
 /// The text of a field's first frame in a tag of any version, in any of the four encodings; nothing
-/// if there is no frame or no text. An ID3v2.4 tag without a time tells the year as ID3v2.3 does.
+/// if there is no frame or no text. An ID3v2.4 tag without a time has its year in the frame of
+/// ID3v2.3.
 [[nodiscard]] std::optional<QString> ReadText(const Id3v2Tag& tag, Id3Field field);
 
 /// Data of a text frame: 8-bit where FitsEightBit, else UTF-8. It has no 0xFF, and so reads the

@@ -44,7 +44,7 @@ struct FormatFlags {
     unsigned encrypted;
     unsigned grouped;
     unsigned unsynchronised;
-    unsigned lengthTold;
+    unsigned hasLength;
 };
 constexpr std::uint16_t kAllFormatFlags = 0x00FF;
 constexpr FormatFlags kFlags23{0x80, 0x40, 0x20, 0, 0};
@@ -196,7 +196,7 @@ bool FrameMayStartAt(BodyReader& reader, std::uint64_t position) {
                                   }));
 }
 
-/// The data size that a frame header tells; the reader stands behind the header. Some programs
+/// The data size in a frame header; the reader stands behind the header. Some programs
 /// write ID3v2.4 sizes as plain numbers: believed where that alone leads to a next frame.
 std::optional<std::uint32_t> DataSize(int version, const char* size, BodyReader& reader) {
     if (version == 2)
@@ -323,7 +323,7 @@ std::optional<QByteArray> PlainFrameData(const Id3v2Tag& tag, const Id3Frame& fr
     if (frame.flags & (format.compressed | format.encrypted))
         return std::nullopt;
     const qsizetype before =
-        (frame.flags & format.grouped ? 1 : 0) + (frame.flags & format.lengthTold ? 4 : 0);
+        (frame.flags & format.grouped ? 1 : 0) + (frame.flags & format.hasLength ? 4 : 0);
     if (before > frame.data.size())
         return std::nullopt;
     QByteArray data = frame.data.sliced(before);

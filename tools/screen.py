@@ -6,6 +6,7 @@ import os
 import pathlib
 import re
 import subprocess
+import sys
 import tempfile
 import time
 
@@ -208,31 +209,28 @@ def new_user(home, scale=1):
         yield cleanup, scratch
 
 
-def take(steps, process_of):
-    """Takes the steps, pairs of a function and its text; returns how many failed. Without the
-    program there are no more steps."""
-    failures = 0
+def take(steps, picture):
+    """Takes the steps, pairs of a function and its text, up to the first that fails; returns whether
+    none did. The screen at a failure becomes a picture of that name."""
     for step, text in steps:
         try:
             step()
-            print(f"ok: {text}", flush=True)
         except (StepFailed, subprocess.SubprocessError) as failure:
-            print(f"FAILED: {text}: {failure}", flush=True)
-            failures += 1
-            process = process_of()
-            if process and process.poll() is not None:
-                print("The program is gone; the walk ends here.", flush=True)
-                break
-    return failures
+            output("import", "-window", "root", str(picture))
+            print(f"FAILED: {text}: {failure}\nThe screen then: {picture}", flush=True)
+            return False
+        print(f"ok: {text}", flush=True)
+    return True
 
 
-def take_walk(walk_class):
-    """Takes the STEPS of a walk, pairs of a method and its text, as a new user; returns how many
-    failed. The walk is made of what ends processes, a scratch folder and the user's home, and has
-    the program as its `deck`."""
+def take_walk(walk_class, program, scale=1):
+    """Takes the STEPS of a walk, pairs of a method and its text, as a new user; returns the exit
+    code. The walk is made of what ends processes, a scratch folder and the user's home. Its picture
+    of a failure lies beside the program's folder."""
+    picture = program.parent.parent / f"{pathlib.Path(sys.argv[0]).stem}-failed.png"
     with tempfile.TemporaryDirectory() as folder:
         home = pathlib.Path(folder) / "home"
-        with new_user(home) as (cleanup, scratch):
+        with new_user(home, scale) as (cleanup, scratch):
             walk = walk_class(cleanup, scratch, home)
             steps = [(functools.partial(step, walk), text) for step, text in walk.STEPS]
-            return take(steps, lambda: walk.deck.process)
+            return 0 if take(steps, picture) else 1

@@ -9,6 +9,7 @@
 #include "skin/ImageButton.h"
 #include "skin/MenuBar.h"
 #include "skin/ProgressSlider.h"
+#include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/NoView.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/player/ScriptedGraph.h"
@@ -35,6 +36,7 @@ protected:
         m_layout.Volume().setValue(50);
         m_panel.Connect(m_player, m_transport, m_commands);
         m_bar.Build();
+        m_changes = m_transport.OnChange([this] { m_state.UpdatePlayer(); });
         m_state.ApplyUiState(0);
         m_transport.UpdateTransport();
         m_window.show();
@@ -72,10 +74,12 @@ protected:
     CCommandMap m_commands;
     CMenuBar m_menuBar{&m_window};
     CommandBar m_bar{m_window, m_menuBar, m_layout, m_commands};
-    CCommandState m_state{m_lists, m_bar};
-    PlayerPanel m_panel{m_window, m_layout, m_state};
+    PlayerPanel m_panel{m_window, m_layout};
     CMediaPlayer m_player{m_script.Factory(), m_messages.Address(), m_panel};
     CTransport m_transport{m_lists, m_player, m_view, m_panel};
+    FakeStatus m_status;
+    CCommandState m_state{m_lists, m_transport, m_status, m_bar};
+    CListening m_changes;
 };
 
 } // namespace

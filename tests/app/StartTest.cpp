@@ -169,7 +169,7 @@ TEST_F(StartTest, WindowComesFirstAndAnswersWhileTheCollectionIsRead) {
 TEST_F(StartTest, DocumentFromOutsidePlaysInTheMiniPlayer) {
     Open(1, "outside.mp3");
     const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
-    ASSERT_EQ(all.GetCount(), 1);
+    ASSERT_TRUE(RunUntil([&] { return all.GetCount() == 1; }));
     EXPECT_EQ(all[0]->m_strTitle, u"outside");
     EXPECT_TRUE(all[0]->m_bPlaying);
     EXPECT_EQ(dialog->size(), QSize(400, 89));
@@ -279,7 +279,7 @@ public:
     bool eventFilter(QObject*, QEvent* event) override { return event->type() == QEvent::FocusOut; }
 };
 
-TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
+TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditLeavesIt) {
     OpenAndRead(4);
     const int rows = grid->GetRowCount();
     const QString elsewhere = home->scratch.MakeFolder(QStringLiteral("Elsewhere"));
@@ -295,11 +295,10 @@ TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditWaitsForIt) {
     keptFocus.reset();
     EXPECT_EQ(all.GetCount(), 1);
     EXPECT_TRUE(grid->IsEditing());
-    EXPECT_EQ(grid->GetRowCount(), rows);
+    EXPECT_EQ(grid->GetRowCount(), rows + 1);
     QApplication::setActiveWindow(&*dialog);
     QTest::keyClick(dialog->focusWidget(), Qt::Key_D, Qt::ControlModifier); // as any command does
     EXPECT_FALSE(grid->IsEditing());
-    EXPECT_TRUE(RunUntil([&] { return grid->GetRowCount() == rows + 1; }));
     edit();
     dialog.reset(); // which ends one, too
 }

@@ -1,22 +1,20 @@
 #!/usr/bin/env python3
 """Moves, sizes, maximizes, minimizes and shrinks the program's window by its frame, with a real
-window manager, and holds the window's geometry to what each of these means.
+window manager at 200 %, and holds the window's geometry to what each of these means.
 
-Usage: frame_walk.py PROGRAM [SCALE]
+Usage: frame_walk.py PROGRAM
 """
 
-import functools
 import pathlib
 import sys
-import tempfile
 import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
-from screen import Screen, new_user, take, wait_for
+from screen import Screen, StepFailed, take_walk, wait_for
 from trackdeck import TrackDeck
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
-SCALE = int(sys.argv[2]) if len(sys.argv) > 2 else 1
+SCALE = 2
 
 
 def scaled(*lengths):
@@ -48,7 +46,7 @@ GRIPS = {
 
 
 class Walk:
-    def __init__(self, cleanup, scratch):
+    def __init__(self, cleanup, scratch, _home):
         self.screen = Screen(cleanup, scratch, SCREEN)
         self.deck = TrackDeck(PROGRAM, self.screen, cleanup, SCALE)
         self.mini_place = None
@@ -56,12 +54,9 @@ class Walk:
     def geometry(self):
         return self.screen.geometry(self.deck.window)
 
-    def from_right(self, button):
-        (width, _), _ = self.geometry()
-        return width - button[0], button[1]
-
     def click_button(self, button):
-        self.screen.click(self.deck.window, self.from_right(button))
+        (width, _), _ = self.geometry()
+        self.screen.click(self.deck.window, (width - button[0], button[1]))
 
     def settled(self, before):
         """The geometry once it is another one than `before`, and rests."""
@@ -102,19 +97,20 @@ class Walk:
         self.deck.wait_for_geometry(size, tuple((s - w) // 2 for s, w in zip(SCREEN, size)))
 
     def caption_moves(self):
-        for step in (STEP, -STEP):
-            size, (left, top) = self.drag(CAPTION, (step, step))
-            self.deck.wait_for_geometry(size, (left + step, top + step))
+        size, (left, top) = self.drag(CAPTION, (STEP, -STEP))
+        self.deck.wait_for_geometry(size, (left + STEP, top - STEP))
 
-    def grip_sizes(self, grip):
-        place_in, (left, top, right, bottom) = GRIPS[grip]
-        for step in (-STEP, STEP):
+    def edges_and_corners_size(self):
+        step = -STEP
+        for name, (place_in, (left, top, right, bottom)) in GRIPS.items():
             size, _ = self.geometry()
             (w, h), (x, y) = self.drag(place_in(*size), (step, step))
-            self.deck.wait_for_geometry(
-                (w + step * (right - left), h + step * (bottom - top)),
-                (x + step * left, y + step * top),
-            )
+            size = w + step * (right - left), h + step * (bottom - top)
+            try:
+                self.deck.wait_for_geometry(size, (x + step * left, y + step * top))
+            except StepFailed as failure:
+                raise StepFailed(f"{name}: {failure}") from None
+            step = -step
 
     def smallest_size_holds(self):
         size, place = self.geometry()
@@ -122,29 +118,16 @@ class Walk:
         self.drag(grip(*size), scaled(-400, -400))
         self.deck.wait_for_geometry(SMALLEST, place)
 
-    def maximizes(self, toggle):
-        before = self.geometry()
-        toggle()
-        self.deck.wait_for_geometry(SCREEN, (0, 0))
-        self.drag_in_vain(CAPTION)
-        self.drag_in_vain((1, SCREEN[1] // 2))
-        self.deck.wait_for_geometry(SCREEN, (0, 0))
-        toggle()
-        self.deck.wait_for_geometry(*before)
-
-    def double_click_maximizes(self):
-        self.maximizes(self.double_click_caption)
-
-    def button_maximizes(self):
-        self.maximizes(lambda: self.click_button(MAXIMIZE))
-
-    def system_menu_maximizes(self):
-        before = self.geometry()
-        for key, wanted in (("x", (SCREEN, (0, 0))), ("r", before)):
-            self.screen.click(self.deck.window, scaled(12, 12))
-            self.deck.wait_for_popup()
-            self.screen.press([key])
-            self.deck.wait_for_geometry(*wanted)
+    def maximizes(self):
+        for toggle in (self.double_click_caption, lambda: self.click_button(MAXIMIZE)):
+            before = self.geometry()
+            toggle()
+            self.deck.wait_for_geometry(SCREEN, (0, 0))
+            self.drag_in_vain(CAPTION)
+            self.drag_in_vain((1, SCREEN[1] // 2))
+            self.deck.wait_for_geometry(SCREEN, (0, 0))
+            toggle()
+            self.deck.wait_for_geometry(*before)
 
     def minimizes_and_comes_back(self):
         before = self.geometry()
@@ -153,7 +136,6 @@ class Walk:
         self.screen.activate(self.deck.window)
         self.deck.wait_for_window("IDS_MAIN_TITLE")
         self.deck.wait_for_geometry(*before)
-        self.double_click_maximizes()  # its frame knows that it is back
 
     def mini_player_comes_and_goes(self):
         size, place = self.geometry()
@@ -182,29 +164,18 @@ class Walk:
         self.click_button(CLOSE)
         self.deck.wait_until_ended()
 
-    def steps(self):
-        yield self.program_starts, "the window comes up in the middle of the screen"
-        yield self.caption_moves, "the caption moves it"
-        for grip in GRIPS:
-            yield functools.partial(self.grip_sizes, grip), f"the {grip} sizes it"
-        yield self.smallest_size_holds, "it gets no smaller than it may"
-        yield self.double_click_maximizes, "a double click maximizes and restores it"
-        yield self.button_maximizes, "the button maximizes and restores it"
-        yield self.system_menu_maximizes, "the system menu maximizes and restores it"
-        yield self.minimizes_and_comes_back, "the button minimizes it, and it comes back"
-        yield self.mini_player_comes_and_goes, "the mini player comes, is moved, and goes"
-        yield self.mini_player_remembers, "the mini player goes back to a maximized window"
-        yield self.close_button_ends, "the close button ends the program"
-
-
-def main():
-    with tempfile.TemporaryDirectory() as folder:
-        home = pathlib.Path(folder) / "home"
-        with new_user(home, SCALE) as (cleanup, scratch):
-            walk = Walk(cleanup, scratch)
-            failures = take(walk.steps(), lambda: walk.deck.process)
-    return 1 if failures else 0
+    STEPS = [
+        (program_starts, "the window comes up in the middle of the screen"),
+        (caption_moves, "the caption moves it"),
+        (edges_and_corners_size, "edges and corners size it"),
+        (smallest_size_holds, "it gets no smaller than it may"),
+        (minimizes_and_comes_back, "the button minimizes it, and it comes back"),
+        (maximizes, "a double click and the button maximize and restore it"),
+        (mini_player_comes_and_goes, "the mini player comes, is moved, and goes"),
+        (mini_player_remembers, "the mini player goes back to a maximized window"),
+        (close_button_ends, "the close button ends the program"),
+    ]
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(take_walk(Walk, PROGRAM, SCALE))

@@ -69,7 +69,7 @@ protected:
         return GetFileStatus(scratch.File(name)).has_value();
     }
 
-    const ScratchFolder scratch;
+    const ScratchFolder scratch{ScratchFolder::Place::Memory}; // a thousand folders
     std::unique_ptr<CFolderDlg> dialog;
     CFolderTree* tree = nullptr;
 };
@@ -157,7 +157,7 @@ TEST_F(FolderDlgTest, NamesNewFoldersByTheFirstFreeSuffix) {
     EXPECT_EQ(Selected(), u"a");
     EXPECT_FALSE(Exists(QStringLiteral("a/New Folder1023")));
     Open(QStringLiteral("a/New Folder1"));
-    ::rmdir(Path::ToBytes(tree->GetSelectedPath()).constData());
+    ::rmdir(Path::ToBytes(tree->GetSelectedPath()));
     Click("IDS_BT_NEWFOLDER"); // in a folder that is gone
     EXPECT_EQ(Children(), QStringList());
 }
@@ -173,9 +173,7 @@ TEST_F(FolderDlgTest, RenamesTheNewFolderAndNoOther) {
         {QStringLiteral("taken/y"), QStringLiteral("New Folder")},
         {QString(), QStringLiteral("New Folder")},
         {QStringLiteral(" "), QStringLiteral("New Folder")},
-        {QStringLiteral(".."), QStringLiteral("New Folder")},
         {QString(300, u'x'), QStringLiteral("New Folder")},
-        {QStringLiteral("New Folder"), QStringLiteral("New Folder")},
     };
     for (const auto& row : rows) {
         Open(QStringLiteral("a"));

@@ -2,12 +2,11 @@
 
 #include "base/Language.h"
 #include "dialogs/AboutDlg.h"
-#include "dialogs/ConfirmationDlg.h"
 #include "dialogs/FolderDlg.h"
+#include "dialogs/Prompts.h"
 #include "dialogs/ScanPCDlg.h"
 #include "dialogs/ScanningDlg.h"
 #include "dialogs/SetColumnDlg.h"
-#include "dialogs/WarningDlg.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
 #include "tests/fixtures/Printers.h"
@@ -56,7 +55,7 @@ protected:
 
     [[nodiscard]] QString Folder() const { return QDir(m_pages.path()).dirName(); }
 
-    /// The file that the browser was told to open since the last call.
+    /// The file that the browser had to open since the last call.
     [[nodiscard]] QString TakeOpened() { return std::exchange(m_strOpened, {}); }
 
     /// The text of the warning, empty if there is none, by which opening the main topic ends.
@@ -85,8 +84,6 @@ protected:
 TEST_F(HelpTest, EveryDialogOpensItsTopic) {
     CMediaLists lists;
     CLibraryScanner scanner(lists);
-    CConfirmationDlg confirmation({}, nullptr);
-    CWarningDlg warning({}, nullptr);
     CAboutDlg about(nullptr);
     CFolderDlg folder(m_scratch.Path(), nullptr);
     CScanPCDlg scan(nullptr);
@@ -96,9 +93,10 @@ TEST_F(HelpTest, EveryDialogOpensItsTopic) {
         QDialog& dialog;
         const char* page;
         int buttons;
-    } rows[] = {{confirmation, "index.html", 0},    {warning, "index.html", 0},
-                {about, "index.html", 0},           {folder, "index.html", 0},
-                {scan, "scanning.html", 1},         {scanning, "scanning.html", 0},
+    } rows[] = {{about, "index.html", 0},
+                {folder, "index.html", 0},
+                {scan, "scanning.html", 1},
+                {scanning, "scanning.html", 0},
                 {columns, "customize-view.html", 1}};
     for (const auto& row : rows) {
         row.dialog.show();
@@ -119,6 +117,15 @@ TEST_F(HelpTest, EveryDialogOpensItsTopic) {
         EXPECT_TRUE(row.dialog.isVisible());
         row.dialog.hide();
     }
+    QWidget window;
+    QTimer::singleShot(0, &window, [] {
+        QWidget* prompt = QApplication::activeModalWidget();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(prompt));
+        QTest::keyClick(prompt, Qt::Key_F1);
+        prompt->close();
+    });
+    CPrompts(window).Warn({});
+    EXPECT_EQ(TakeOpened(), m_pages.filePath(QStringLiteral("index.html")));
 }
 
 TEST_F(HelpTest, WarnsOfWhatIsNoPageOfTheHelp) {

@@ -1,20 +1,25 @@
+#include "dialogs/Prompts.h"
+
 #include "base/Language.h"
 #include "dialogs/AboutDlg.h"
 #include "dialogs/ConfirmationDlg.h"
+#include "dialogs/QuestionDlg.h"
 #include "dialogs/WarningDlg.h"
 #include "skin/SkinLabel.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
 #include <QApplication>
-#include <QPushButton>
+#include <QCheckBox>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -31,8 +36,19 @@ private:
     ScratchFolder m_scratch;
 };
 
+Question MakeQuestion(const QString& text) {
+    return {text,
+            {{QStringLiteral("Yes"), true},
+             {QStringLiteral("No")},
+             {QStringLiteral("Yes to &all"), true},
+             {QStringLiteral("No, but as for the others I will make up my mind later")}},
+            0,
+            1,
+            QStringLiteral("&Do not ask again")};
+}
+
 /// The result of a prompt that `act` is done to; -1 if that doesn't end it.
-int Answer(Prompt& prompt, const std::function<void(QWidget&)>& act) {
+int ResultOf(Prompt&& prompt, const std::function<void(QWidget&)>& act) {
     prompt.setResult(-1);
     prompt.setModal(true);
     prompt.show();
@@ -50,10 +66,14 @@ std::function<void(QWidget&)> Key(int key, Qt::KeyboardModifiers modifiers = {})
 
 std::function<void(QWidget&)> Click(const char* label) {
     return [=](QWidget& prompt) {
-        for (auto* button : prompt.findChildren<QPushButton*>())
+        for (auto* button : prompt.findChildren<QAbstractButton*>())
             if (button->accessibleName() == QString::fromLatin1(label))
                 QTest::mouseClick(button, Qt::LeftButton);
     };
+}
+
+void TickTheBox(QWidget& prompt) {
+    QTest::mouseClick(prompt.findChild<QCheckBox*>(), Qt::LeftButton, {}, {8, 8});
 }
 
 } // namespace
@@ -63,91 +83,113 @@ TEST_F(PromptsTest, AnswersKeysAndClicks) {
         std::function<void(QWidget&)> act;
         int confirmation;
         int warning;
+        int question;
     } rows[] = {
-        {Key(Qt::Key_Return), 6, 1},
-        {Key(Qt::Key_Enter), 6, 1},
-        {Key(Qt::Key_Space), 6, 1},
-        {Key(Qt::Key_Escape), 7, 1},
-        {[](QWidget& prompt) { prompt.close(); }, 7, 1},
-    };
-    for (const auto& row : rows) {
-        CConfirmationDlg confirmation(QStringLiteral("Sure?"), nullptr);
-        EXPECT_EQ(Answer(confirmation, row.act), row.confirmation) << &row - rows;
-        CWarningDlg warning(QStringLiteral("No."), nullptr);
-        EXPECT_EQ(Answer(warning, row.act), row.warning) << &row - rows;
-    }
-    const struct {
-        std::function<void(QWidget&)> act;
-        int result;
-    } confirmations[] = {
-        {Click("Yes"), 6},
-        {Click("No"), 7},
-        {Key(Qt::Key_Y), 6},
-        {Key(Qt::Key_N, Qt::AltModifier), 7},
+        {Key(Qt::Key_Return), 6, 1, 0},
+        {Key(Qt::Key_Enter), 6, 1, 0},
+        {Key(Qt::Key_Space), 6, 1, 0},
+        {Key(Qt::Key_Escape), 7, 1, 1},
+        {[](QWidget& prompt) { prompt.close(); }, 7, 1, 1},
+        {Click("Yes"), 6, -1, 0},
+        {Click("No"), 7, -1, 1},
+        {Click("Yes to all"), -1, -1, 2},
+        {Key(Qt::Key_Y), 6, -1, 0},
+        {Key(Qt::Key_N, Qt::AltModifier), 7, -1, 1},
+        {Key(Qt::Key_A), -1, -1, 2},
+        {Key(Qt::Key_A, Qt::AltModifier), -1, -1, 2},
+        {Key(Qt::Key_D, Qt::AltModifier), -1, -1, -1},
         {[](QWidget& prompt) {
              Key(Qt::Key_Tab)(prompt);
              Key(Qt::Key_Return)(prompt);
          },
-         7},
+         7, 1, 1},
     };
-    for (const auto& row : confirmations) {
-        CConfirmationDlg confirmation(QStringLiteral("Sure?"), nullptr);
-        EXPECT_EQ(Answer(confirmation, row.act), row.result) << &row - confirmations;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        const QString text = QStringLiteral("Sure?");
+        EXPECT_EQ(ResultOf(CConfirmationDlg(text, nullptr), row.act), row.confirmation);
+        EXPECT_EQ(ResultOf(CWarningDlg(text, nullptr), row.act), row.warning);
+        EXPECT_EQ(ResultOf(CQuestionDlg(MakeQuestion(text), nullptr), row.act), row.question);
     }
 }
 
-TEST_F(PromptsTest, ShowsTextsOfAnyLengthWithinTheScreen) {
+TEST_F(PromptsTest, WaitForTheUserOverTheWindow) {
+    QWidget window;
+    CPrompts prompts(window);
+    const auto then = [&](std::vector<std::function<void(QWidget&)>> acts) {
+        QTimer::singleShot(0, &window, [&window, acts = std::move(acts)] {
+            QWidget* prompt = QApplication::activeModalWidget();
+            ASSERT_TRUE(prompt);
+            EXPECT_EQ(prompt->parentWidget(), &window);
+            for (const auto& act : acts)
+                act(*prompt);
+        });
+    };
+    then({Click("Yes")});
+    EXPECT_TRUE(prompts.Confirm({}));
+    then({Click("No")});
+    EXPECT_FALSE(prompts.Confirm({}));
+    then({Click("OK")});
+    prompts.Warn({});
+    Question question = MakeQuestion({});
+    then({TickTheBox, Key(Qt::Key_Return)});
+    Answer answer = prompts.Ask(question);
+    EXPECT_EQ(answer.choice, 0U);
+    EXPECT_TRUE(answer.isTicked);
+    question.box.clear();
+    then({Click("Yes to all")});
+    answer = prompts.Ask(question);
+    EXPECT_EQ(answer.choice, 2U);
+    EXPECT_FALSE(answer.isTicked);
+}
+
+TEST_F(PromptsTest, ShowTextsOfAnyLengthWithinTheScreen) {
     const QString sentence = QStringLiteral("A word & <b>another</b>. ");
     const QString texts[] = {{},
-                             QStringLiteral("Short."),
                              QStringLiteral("Two\nlines."),
                              sentence.repeated(80),
                              sentence.repeated(2'000),
                              QString(500, u'W'),
-                             QString(60, u'W'),
                              u'x' + QStringLiteral("\U0001F3B5").repeated(500),
                              QString(300, u'\n')};
     for (const QString& text : texts) {
-        CWarningDlg dialog(text, nullptr);
+        CQuestionDlg dialog(MakeQuestion(text), nullptr);
         dialog.show();
         const QRect screen = dialog.screen()->availableGeometry();
         EXPECT_TRUE(screen.contains(dialog.frameGeometry())) << dialog.frameGeometry().height();
-        QString shown;
+        QStringList shown;
         for (const auto* label : dialog.findChildren<CSkinLabel*>()) {
             if (!label->pixmap().isNull())
                 continue;
             EXPECT_TRUE(label->text().isValidUtf16());
-            shown = label->text().remove(QChar(0x200B));
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+            shown += label->text().remove(QChar(0x200B));
             // All of it can be seen, by scrolling at most.
             const QRect needed = label->fontMetrics().boundingRect(QRect(QPoint(), label->size()),
                                                                    Qt::TextWordWrap, label->text());
             EXPECT_LE(needed.width(), label->width());
             EXPECT_LE(needed.height(), label->height());
             const auto* area = dialog.findChild<QScrollArea*>();
-            EXPECT_TRUE(area ? area->viewport()->width() >= label->width()
-                             : dialog.rect().contains(label->geometry()));
+            EXPECT_TRUE(area && area->isAncestorOf(label)
+                            ? area->viewport()->width() >= label->width()
+                            : dialog.rect().contains(label->geometry()));
         }
-        EXPECT_EQ(shown, text);
+        QStringList expected{text};
+        for (const Question::Choice& choice : MakeQuestion(text).choices)
+            expected += QString(choice.text).remove(u'&');
+        EXPECT_EQ(shown, expected);
         EXPECT_EQ(dialog.accessibleDescription(), text);
     }
 }
 
-TEST_F(PromptsTest, AboutTellsAllItsTexts) {
+TEST_F(PromptsTest, AboutShowsAllItsTextsBesideItsPicture) {
     CAboutDlg dialog(nullptr);
+    dialog.setLayoutDirection(Qt::RightToLeft);
     dialog.show();
+    for (const auto* label : dialog.findChildren<CSkinLabel*>())
+        EXPECT_LT(label->geometry().right(), label->parentWidget()->width() * 6 / 10);
     EXPECT_EQ(dialog.accessibleDescription().remove(u' '),
               u"IDS_MAIN_TITLE\nIDS_ABOUT_COPYRIGHT\nIDS_ABOUT_WARNING\nIDS_ABOUT_NOTICE");
     Key(Qt::Key_Return)(dialog);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
-}
-
-TEST_F(PromptsTest, AboutKeepsItsTextsOffThePicture) {
-    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
-        QApplication::setLayoutDirection(direction);
-        CAboutDlg dialog(nullptr);
-        dialog.show();
-        for (const auto* label : dialog.findChildren<CSkinLabel*>())
-            EXPECT_LT(label->geometry().right(), label->parentWidget()->width() * 6 / 10);
-    }
-    QApplication::setLayoutDirection(Qt::LayoutDirectionAuto);
 }

@@ -32,7 +32,6 @@ void DrawWindow(const Theme& theme, QSize size) {
     QImage window(size, QImage::Format_RGB32);
     QPainter painter(&window);
     DrawFrame(painter, theme, state);
-    Require(ComposeTopBand(theme, state).width() <= size.width());
     Require((BuildWindowRegion(theme, size) - QRegion(window.rect())).isEmpty());
     for (int i = 0; i < 100; ++i) {
         const QPoint point(size.width() * (i % 10) / 9, size.height() * (i / 10) / 9);

@@ -179,11 +179,12 @@ TEST(ScanTest, AnExceptionEndsReadingAsACancelDoes) {
         return std::make_unique<CTrackRecord>();
     };
     CTrackReader reader({}, read, deliver);
+    FoundFiles files;
     for (const char* path : {"good", "bad"}) {
-        auto file = std::make_unique<CMediaFileRequest>();
-        file->m_strPath = QString::fromLatin1(path);
-        EXPECT_TRUE(reader.Add(std::move(file)));
+        files.push_back(std::make_unique<CMediaFileRequest>());
+        files.back()->m_strPath = QString::fromLatin1(path);
     }
+    EXPECT_TRUE(reader.Add(std::move(files)));
     EXPECT_FALSE(reader.Finish());
     EXPECT_LE(delivered, 1);
 }

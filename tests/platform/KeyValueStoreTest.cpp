@@ -46,7 +46,7 @@ TEST(KeyValueStoreTest, WrongKindsAreNotThere) {
         const QString name = QStringLiteral("%1.ini").arg(++number);
         return KeyValueStore(scratch.Write(name, "[Settings]\nValue=" + value + "\n"));
     };
-    for (const char* value : {"abc", "1.5", "", "99999999999", "\"1 2\""})
+    for (const char* value : {"abc", "1.5", "", "99999999999"})
         EXPECT_FALSE(store(value).ReadInt(kKey)) << value;
     EXPECT_EQ(store("abc").ReadText(kKey, 3), QStringLiteral("abc"));
     EXPECT_FALSE(store("abcd").ReadText(kKey, 3)) << "longer than the room for it";

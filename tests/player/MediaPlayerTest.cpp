@@ -1,19 +1,27 @@
 #include "player/MediaPlayer.h"
 
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/player/RecordingDisplay.h"
 #include "tests/player/ScriptedGraph.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <sstream>
+#include <vector>
 
 namespace {
 
+/// A player, and what it is told in words: "load play seek:30".
 class MediaPlayerTest : public ::testing::Test {
 protected:
+    using Scroll = CMediaPlayer::Scroll;
+
     MediaPlayerTest() {
         m_messages.On(WM_TD_GRAPH_NOTIFY, [this](Message&) {
             m_player.OnGraphNotify();
@@ -25,13 +33,16 @@ protected:
         });
     }
 
-    void Load(const char* path) {
-        m_player.LoadFile(QString::fromLatin1(path));
-        Deliver();
-        m_script.log.clear();
+    void Do(const std::string& words) {
+        std::istringstream stream(words);
+        for (std::string word, at; stream >> word;) {
+            std::istringstream parts(word);
+            std::getline(std::getline(parts, word, ':'), at);
+            m_steps.at(word)(std::atoi(at.c_str()));
+        }
     }
     /// What was asked of the graphs since the last question.
-    std::string Log() { return m_script.TakeLog().join(QStringLiteral(", ")).toStdString(); }
+    std::string Log() { return m_script.TakeLog().join(u' ').toStdString(); }
     static void Deliver() { QCoreApplication::processEvents(); }
 
     ScriptedGraph::Script m_script;
@@ -39,14 +50,27 @@ protected:
     MessageTarget m_messages;
     CMediaPlayer m_player{m_script.Factory(), m_messages.Address(), m_display};
     int m_finished = 0;
+    const std::map<std::string, std::function<void(int)>> m_steps{
+        {"load", [this](int) { m_player.LoadFile(QStringLiteral("/a")), Deliver(); }},
+        {"close", [this](int) { m_player.CloseFilterGraph(); }},
+        {"play", [this](int) { m_player.PlayMedia(); }},
+        {"pause", [this](int) { m_player.PauseMedia(); }},
+        {"stop", [this](int) { m_player.StopMedia(); }},
+        {"rewind", [this](int) { m_player.Rewind(); }},
+        {"volume", [this](int at) { m_player.SetVolumeFromSlider(at); }},
+        {"hold", [this](int at) { m_player.OnSeekScroll(Scroll::Track, at); }},
+        {"drop", [this](int at) { m_player.OnSeekScroll(Scroll::End, at); }},
+        {"seek", [this](int at) { m_player.SeekTo(at * kMediaSecond); }},
+        {"complete", [this](int) { m_script.current->Tell({GraphEvent::Code::Complete}); }},
+        {"notify", [this](int) { m_player.OnGraphNotify(); }},
+        {"deliver", [](int) { Deliver(); }},
+    };
 };
 
 } // namespace
 
 TEST(VolumeTest, IsAQuarterCircle) {
-    EXPECT_EQ(VolumeFromSlider(0), -10000);
     EXPECT_EQ(VolumeFromSlider(50), -1339);
-    EXPECT_EQ(VolumeFromSlider(100), 0);
     // The circle through (0, -10000) and (100, 0) round (100, -10000), cut towards zero.
     for (int slider = 0; slider <= 100; ++slider) {
         const double right = (100 - slider) * 100.0;
@@ -58,120 +82,64 @@ TEST(VolumeTest, IsAQuarterCircle) {
 }
 
 TEST_F(MediaPlayerTest, ThePathAloneTellsTheRoute) {
+    const QString longPath = QLatin1Char('/') + QString(255, QLatin1Char('x'));
     const struct {
         QString path;
         const char* route;
     } cases[] = {
-        {QStringLiteral("/a.mp3"), "Render"},
-        {QStringLiteral("/a.WMA"), "RenderWM"},
-        {QStringLiteral("/music.wma/song.mp3"), "RenderWM"},
-        {QStringLiteral("/a.asf.mp3"), "RenderWM"},
-        {QStringLiteral("/b.wmv"), "RenderWM"},
-        {QStringLiteral("/wma.mp3"), "Render"},
-        {QLatin1Char('/') + QString(255, QLatin1Char('x')) + QStringLiteral(".wma"), "RenderWM"},
-        {QLatin1Char('/') + QString(256, QLatin1Char('x')) + QStringLiteral(".wma"), "Render"},
+        {QStringLiteral("/wma.mp3"), "Render "},
+        {QStringLiteral("/a.WMA"), "RenderWM "},
+        {QStringLiteral("/music.wma/song.mp3"), "RenderWM "},
+        {QStringLiteral("/a.asf.mp3"), "RenderWM "},
+        {QStringLiteral("/b.wmv"), "RenderWM "},
+        {longPath + QStringLiteral(".wma"), "RenderWM "},
+        {longPath + QStringLiteral("x.wma"), "Render "},
     };
     for (const auto& c : cases) {
-        m_script.log.clear();
         m_player.LoadFile(c.path);
-        EXPECT_EQ(m_script.log.first(), QString::fromLatin1(c.route) + u' ' + c.path);
+        EXPECT_EQ(Log(), c.route + c.path.toStdString());
     }
 }
 
-TEST_F(MediaPlayerTest, WithoutAFileNothingHappens) {
-    EXPECT_FALSE(m_player.PlayMedia());
-    m_player.PauseMedia();
-    m_player.StopMedia();
-    m_player.Rewind();
-    m_player.OnSeekScroll(CMediaPlayer::Scroll::End, 50);
-    m_player.SeekTo(5);
-    m_player.SetVolumeFromSlider(20);
-    m_player.OnGraphNotify();
-    EXPECT_EQ(m_player.GetPosition(), 0);
-    EXPECT_TRUE(m_script.log.isEmpty());
-}
-
-TEST_F(MediaPlayerTest, TheVolumeStaysForTheFilesToCome) {
-    m_player.SetVolumeFromSlider(50);
-    Load("/a.mp3");
-    m_player.PlayMedia();
-    EXPECT_EQ(Log(), "Volume -1339, Run");
-    m_player.SetVolumeFromSlider(100);
-    EXPECT_EQ(Log(), "Volume 0");
-}
-
-TEST_F(MediaPlayerTest, PauseAndStopOnlyFromWhereTheyLead) {
-    Load("/a.mp3");
-    m_player.PauseMedia();
-    m_player.StopMedia();
-    EXPECT_TRUE(m_script.log.isEmpty());
-    m_player.PlayMedia();
-    m_player.PauseMedia();
-    m_player.PauseMedia();
-    m_player.StopMedia();
-    m_player.StopMedia();
-    EXPECT_EQ(Log(), "Volume 0, Run, Pause, Stop");
-}
-
-TEST_F(MediaPlayerTest, SeekingKeepsTheState) {
-    using Scroll = CMediaPlayer::Scroll;
-    const std::string seeks = "Seek 200000000, Seek 300000000";
+TEST_F(MediaPlayerTest, GraphDoesWhatItIsToldWhereItLeadsAnywhere) {
     const struct {
-        const char* name;
-        std::function<void()> enter;
+        const char* steps;
         std::string log;
+        int finished = 0; ///< tracks
     } cases[] = {
-        {"stopped", [] {}, seeks + ", Stop"},
-        {"running", [this] { m_player.PlayMedia(); }, seeks + ", Run"},
-        {"paused", [this] { m_player.PlayMedia(), m_player.PauseMedia(); }, seeks},
+        {"play pause stop rewind drop:50 seek:5 volume:20 notify", ""}, // without a file
+        {"volume:50 load play volume:100", "Render /a Volume -1339 Run Volume 0"},
+        {"load pause stop play pause pause stop stop", "Render /a Volume 0 Run Pause Stop"},
+        {"load play rewind", "Render /a Volume 0 Run Stop Seek 0"},
+        // The seek bar keeps the state that it finds, and the one that is entered meanwhile.
+        {"load hold:20 drop:30", "Render /a Seek 200000000 Seek 300000000 Stop"},
+        {"load play hold:20 drop:30", "Render /a Volume 0 Run Seek 200000000 Seek 300000000 Run"},
+        {"load play pause drop:30", "Render /a Volume 0 Run Pause Seek 300000000"},
+        {"load play hold:20 pause drop:30",
+         "Render /a Volume 0 Run Seek 200000000 Pause Seek 300000000"},
+        {"load hold:20 play drop:30", "Render /a Seek 200000000 Volume 0 Run Seek 300000000 Run"},
+        {"load play hold:20 stop drop:30",
+         "Render /a Volume 0 Run Seek 200000000 Stop Seek 300000000 Stop"},
+        {"load play hold:20 drop:30 pause drop:40",
+         "Render /a Volume 0 Run Seek 200000000 Seek 300000000 Run Pause Seek 400000000"},
+        // Held at the end it may go back; a file that is closed is not held any more.
+        {"load play hold:100 complete deliver drop:100",
+         "Render /a Volume 0 Run Seek 1000000000 Seek 1000000000 Run"},
+        {"load play complete notify drop:50 deliver",
+         "Render /a Volume 0 Run Seek 500000000 Run"}, // away from the end before it is heard of
+        {"load play drop:100 complete deliver", "Render /a Volume 0 Run Seek 1000000000 Run", 1},
+        {"load hold:20 close load complete deliver", "Render /a Seek 200000000 Render /a", 1},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        Load("/a.mp3");
-        c.enter();
-        m_script.log.clear();
-        m_player.OnSeekScroll(Scroll::Track, 20);
-        m_player.OnSeekScroll(Scroll::End, 30);
-        EXPECT_EQ(Log(), c.log);
+        m_finished = 0;
+        Do(c.steps);
+        EXPECT_EQ(Log(), c.log) << c.steps;
+        EXPECT_EQ(m_finished, c.finished) << c.steps;
+        Do("close volume:100");
+        EXPECT_EQ(m_display.position, 0) << c.steps;
+        EXPECT_EQ(m_player.GetDuration() + m_player.GetPosition(), 0) << c.steps;
+        Log();
     }
-}
-
-TEST_F(MediaPlayerTest, WhatIsAskedForWhileTheBarIsHeldStays) {
-    using Scroll = CMediaPlayer::Scroll;
-    Load("/a.mp3");
-    const struct {
-        std::function<void()> enter;
-        std::string log;
-    } cases[] = {
-        {[this] { m_player.PauseMedia(); }, "Pause, Seek 300000000"},
-        {[this] { m_player.PlayMedia(); }, "Volume 0, Run, Seek 300000000, Run"},
-        {[this] { m_player.StopMedia(); }, "Stop, Seek 300000000, Stop"},
-    };
-    m_player.PlayMedia();
-    for (const auto& c : cases) {
-        m_player.OnSeekScroll(Scroll::Track, 20);
-        m_script.log.clear();
-        c.enter();
-        m_player.OnSeekScroll(Scroll::End, 30);
-        EXPECT_EQ(Log(), c.log);
-    }
-}
-
-TEST_F(MediaPlayerTest, ABarThatIsHeldAtTheEndMayGoBack) {
-    using Scroll = CMediaPlayer::Scroll;
-    const auto complete = [this] {
-        m_script.current->Tell({GraphEvent::Code::Complete});
-        Deliver();
-    };
-    Load("/a.mp3");
-    m_player.PlayMedia();
-    m_player.OnSeekScroll(Scroll::Track, 100);
-    complete();
-    EXPECT_EQ(m_finished, 0);
-    m_player.OnSeekScroll(Scroll::End, 100);
-    EXPECT_EQ(m_finished, 0);
-    complete();
-    EXPECT_EQ(m_finished, 1);
 }
 
 TEST_F(MediaPlayerTest, ShowsThePositionInPercent) {
@@ -185,54 +153,26 @@ TEST_F(MediaPlayerTest, ShowsThePositionInPercent) {
     };
     for (const auto& c : cases) {
         m_script.duration = c.duration;
-        Load("/a.mp3");
+        Do("load");
         m_script.current->position = c.position;
         m_player.UpdatePosition();
         EXPECT_EQ(m_display.position, c.percent);
     }
-    m_player.PlayMedia(); // from now on by itself
+    Do("play"); // from now on by itself
     m_script.current->position = 18'000 * kMediaSecond;
-    const QDeadlineTimer longest(2000);
-    while (m_display.position != 50 && !longest.hasExpired())
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    EXPECT_EQ(m_display.position, 50);
+    EXPECT_TRUE(RunUntil([this] { return m_display.position == 50; }, 2000));
 }
 
 TEST_F(MediaPlayerTest, GoesToAPositionInsideTheFileAndTells) {
     std::vector<std::int64_t> seeks;
-    m_player.SetSeekHandler([&](std::int64_t position) { seeks.push_back(position); });
-    Load("/a.mp3");
-    m_player.SeekTo(50 * kMediaSecond);
+    const auto listening = m_player.OnSeek([&](auto position) { seeks.push_back(position); });
+    Do("load seek:50");
     EXPECT_EQ(m_display.position, 50);
-    m_player.SeekTo(-1);
-    m_player.SeekTo(101 * kMediaSecond);
+    Do("seek:-1 seek:101");
     EXPECT_EQ(seeks, (std::vector{50 * kMediaSecond, std::int64_t(0), 100 * kMediaSecond}));
 }
 
-TEST_F(MediaPlayerTest, NothingIsLeftOfAFileThatIsClosed) {
-    Load("/a.mp3");
-    m_player.PlayMedia();
-    m_player.OnSeekScroll(CMediaPlayer::Scroll::Track, 20);
-    m_player.UpdatePosition();
-    m_player.CloseFilterGraph();
-    EXPECT_EQ(m_display.position, 0);
-    EXPECT_EQ(m_player.GetDuration(), 0);
-    Load("/b.mp3");
-    m_script.current->Tell({GraphEvent::Code::Complete});
-    Deliver();
-    EXPECT_EQ(m_finished, 1); // the bar is not held any more
-}
-
 TEST_F(MediaPlayerTest, TheEndOfAFileIsNotThatOfTheNext) {
-    Load("/a.mp3");
-    m_player.PlayMedia();
-    m_script.current->Tell({GraphEvent::Code::Complete});
-    Deliver();
-    EXPECT_EQ(m_finished, 1);
-
-    m_script.current->Tell({GraphEvent::Code::Complete});
-    m_player.OnGraphNotify(); // posts the end
-    m_player.LoadFile(QStringLiteral("/b.mp3"));
-    Deliver();
-    EXPECT_EQ(m_finished, 1);
+    Do("load play complete notify load"); // the end was posted
+    EXPECT_EQ(m_finished, 0);
 }

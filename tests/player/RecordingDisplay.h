@@ -10,18 +10,16 @@
 
 /// Remembers what it was last shown.
 struct RecordingDisplay : ITransportDisplay {
-    void ShowButtons(const TransportButtons& shown) override { buttons = shown; }
+    void ShowState(TransportState shown) override { state = shown; }
     void ShowPosition(int percent) override { position = percent; }
     void ShowCaption(const QString& text) override { caption = text.toStdString(); }
     void EnableSeek(bool enable) override { canSeek = enable; }
-    void ShowPlayMode(int shown) override { mode = shown; }
     void Beep() override { ++beeps; }
 
-    TransportButtons buttons;
+    TransportState state = TransportState::Stopped;
     int position = -1;
     std::string caption;
     bool canSeek = false;
-    int mode = -1;
     int beeps = 0;
 };
 

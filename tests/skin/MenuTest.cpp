@@ -1,10 +1,8 @@
-#include "platform/KeyValueStore.h"
 #include "skin/Colours.h"
 #include "skin/MenuBar.h"
 #include "skin/MenuStyle.h"
 #include "skin/SkinPalette.h"
 #include "tests/fixtures/Contrast.h"
-#include "tests/fixtures/ScratchFolder.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -13,6 +11,7 @@
 
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 namespace {
 
@@ -39,19 +38,17 @@ QIcon RedIcon() {
     return pixmap;
 }
 
-class MenuTest : public ::testing::TestWithParam<MenuLook> {
+class MenuTest : public ::testing::Test {
 protected:
     MenuTest() {
         UseSkinPalette();
-        QApplication::setStyle(new MenuStyle(GetParam()));
+        QApplication::setStyle(new MenuStyle);
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Looks, MenuTest, ::testing::Values(MenuLook::Normal, MenuLook::Classic));
-
 } // namespace
 
-TEST_P(MenuTest, DrawsItsItems) {
+TEST_F(MenuTest, DrawsItsItems) {
     BCMenu menu;
     QAction* plain = menu.addAction(QStringLiteral("Text"));
     QAction* icon = menu.addAction(RedIcon(), QStringLiteral("Text"));
@@ -88,13 +85,12 @@ TEST_P(MenuTest, DrawsItsItems) {
     menu.setActiveAction(plain);
     const auto hot = ColoursOf(menu, plain);
     EXPECT_TRUE(hot.contains(Colours::kAccent));
-    const QRgb hotText = GetParam() == MenuLook::Classic ? Colours::kInk0 : Colours::kText;
-    EXPECT_TRUE(hot.contains(hotText));
-    EXPECT_GE(Contrast(hotText, GroundOf(hot)), 4.5);
+    EXPECT_TRUE(hot.contains(Colours::kText));
+    EXPECT_GE(Contrast(Colours::kText, GroundOf(hot)), 4.5);
     EXPECT_GE(Contrast(Colours::kQuietText, GroundOf(text)), 4.5);
 }
 
-TEST_P(MenuTest, GrowsWithTheMenuFont) {
+TEST_F(MenuTest, GrowsWithTheMenuFont) {
     CMenuBar bar;
     BCMenu& menu = bar.AddMenu(QStringLiteral("Menu"));
     QAction* item = menu.addAction(QStringLiteral("Text"));
@@ -110,47 +106,21 @@ TEST_P(MenuTest, GrowsWithTheMenuFont) {
     EXPECT_GT(menu.actionGeometry(item).width(), itemSize.width());
 }
 
-TEST_P(MenuTest, IsUsedByKeyboardAlone) {
+TEST_F(MenuTest, IsOpenedByKeyboard) {
     QWidget window;
     auto* bar = new CMenuBar(&window);
-    BCMenu& menu = bar->AddMenu(QStringLiteral("&File"));
-    bar->AddMenu(QStringLiteral("&Edit")).addAction(QStringLiteral("Undo"));
-    QAction* item = menu.AddSubMenu(QStringLiteral("&More")).addAction(QStringLiteral("&Scan"));
-    int scans = 0;
-    QObject::connect(item, &QAction::triggered, [&scans] { ++scans; });
+    const BCMenu& first = bar->AddMenu(QStringLiteral("&File"));
+    const BCMenu& second = bar->AddMenu(QStringLiteral("&Edit"));
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-
-    QTest::keyClick(&window, Qt::Key_F, Qt::AltModifier);
-    ASSERT_EQ(QApplication::activePopupWidget(), &menu);
-    QTest::keyClick(&menu, Qt::Key_M);
-    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_S);
-    EXPECT_EQ(scans, 1);
-
-    QTest::keyClick(&window, Qt::Key_F10);
-    EXPECT_EQ(QApplication::activePopupWidget(), &menu);
-    menu.close();
-
+    const std::tuple<Qt::Key, Qt::KeyboardModifiers, const BCMenu*> rows[] = {
+        {Qt::Key_E, Qt::AltModifier, &second}, {Qt::Key_F10, {}, &first}};
+    for (const auto& [key, modifiers, menu] : rows) {
+        QTest::keyClick(&window, key, modifiers);
+        EXPECT_EQ(QApplication::activePopupWidget(), menu) << key;
+        if (QApplication::activePopupWidget())
+            QApplication::activePopupWidget()->close();
+    }
     QTest::keyClick(&window, Qt::Key_Alt);
     EXPECT_EQ(QApplication::focusWidget(), bar);
-}
-
-TEST(MenuLookTest, IsClassicForTheClassicThemeAlone) {
-    const std::pair<const char16_t*, MenuLook> cases[] = {
-        {u"C:\\Windows\\Resources\\Themes\\Windows Classic.theme", MenuLook::Classic},
-        {u"WINDOWS CLASSIC.THEME", MenuLook::Classic},
-        {u"Windows Classic.theme.bak", MenuLook::Normal},
-        {u"Luna.theme", MenuLook::Normal},
-        {u"", MenuLook::Normal},
-    };
-    ScratchFolder folder;
-    const QString file = folder.File(QStringLiteral("store.ini"));
-    EXPECT_EQ(MenuLookFor(KeyValueStore(file)), MenuLook::Normal);
-    for (const auto& [name, look] : cases) {
-        KeyValueStore store(file);
-        store.WriteText(QStringLiteral("Software/Microsoft/Plus!/Themes/Current"),
-                        QString::fromUtf16(name));
-        ASSERT_TRUE(store.Commit());
-        EXPECT_EQ(MenuLookFor(KeyValueStore(file)), look) << QString::fromUtf16(name).toStdString();
-    }
 }

@@ -39,76 +39,64 @@ enum class Picture : int { Top = 1, Left, Right, Bottom, Close, Minimize, Maximi
 /// looks are 30 (top), 4 (left), 6 (right) and 5 (bottom) thick.
 class SyntheticTheme {
 public:
-    using Section = std::map<QString, QString>;
+    using Section = std::map<QByteArray, QByteArray>;
 
     SyntheticTheme() {
-        Draw(Picture::Top, QStringLiteral("top.png"), {40, 61});
-        Draw(Picture::Left, QStringLiteral("left.bmp"), {9, 50});
-        Draw(Picture::Right, QStringLiteral("right.png"), {12, 52});
-        Draw(Picture::Bottom, QStringLiteral("bottom.bmp"), {38, 10});
-        Section& main = m_sections[QStringLiteral("Personality")];
-        main = {{QStringLiteral("Top"), QStringLiteral("top.png")},
-                {QStringLiteral("Left"), QStringLiteral("left.bmp")},
-                {QStringLiteral("Right"), QStringLiteral("right.png")},
-                {QStringLiteral("Bottom"), QStringLiteral("bottom.bmp")},
-                {QStringLiteral("TextShift"), QStringLiteral("25")},
-                {QStringLiteral("TextShiftVert"), QStringLiteral("4")}};
-        const std::pair<const char*, int> splits[] = {
-            {"TopTopHeight", 7},    {"TopBotHeight", 9},   {"LeftTopHeight", 5},
-            {"LeftBotHeight", 6},   {"RightTopHeight", 8}, {"RightBotHeight", 10},
-            {"BottomTopHeight", 6}, {"BottomBotHeight", 8}};
-        for (const auto& [key, length] : splits)
-            main[QString::fromLatin1(key)] = QString::number(length);
+        Write("top.png", MakePlaces(Picture::Top, {40, 61}));
+        Write("left.bmp", MakePlaces(Picture::Left, {9, 50}));
+        Write("right.png", MakePlaces(Picture::Right, {12, 52}));
+        Write("bottom.bmp", MakePlaces(Picture::Bottom, {38, 10}));
+        m_sections["Personality"] = {
+            {"Top", "top.png"},       {"Left", "left.bmp"},     {"Right", "right.png"},
+            {"Bottom", "bottom.bmp"}, {"TextShift", "25"},      {"TextShiftVert", "4"},
+            {"TopTopHeight", "7"},    {"TopBotHeight", "9"},    {"LeftTopHeight", "5"},
+            {"LeftBotHeight", "6"},   {"RightTopHeight", "8"},  {"RightBotHeight", "10"},
+            {"BottomTopHeight", "6"}, {"BottomBotHeight", "8"},
+        };
     }
 
     /// Writes a picture of the theme's folder.
-    void Draw(Picture picture, const QString& name, QSize size) {
-        Write(name, MakePlaces(picture, size));
+    void Write(const QByteArray& name, const QImage& image) {
+        Write(name, Encode(image, name.endsWith("bmp") ? "bmp" : "png"));
     }
-    void Write(const QString& name, const QImage& image) {
-        Write(name, Encode(image, name.endsWith(QStringLiteral("bmp")) ? "bmp" : "png"));
-    }
-    void Write(const QString& name, const QByteArray& file) { m_folder.Write(name, file); }
+    void Write(const QByteArray& name, const QByteArray& file) { WriteFile(File(name), file); }
 
     /// Sets a key of "Personality".
-    void Set(const char* key, const QString& value) {
-        m_sections[QStringLiteral("Personality")][QString::fromLatin1(key)] = value;
-    }
-    void Set(const char* key, int value) { Set(key, QString::number(value)); }
+    void Set(const char* key, const QByteArray& value) { m_sections["Personality"][key] = value; }
+    void Set(const char* key, int value) { Set(key, QByteArray::number(value)); }
 
     /// Adds a button section with a picture of this size.
     void AddButton(int action, Picture picture, QSize size, int x, int y) {
-        const QString name = QStringLiteral("button%1.png").arg(m_nButtons);
-        Draw(picture, name, size);
-        AddButton({{QStringLiteral("Action"), QString::number(action)},
-                   {QStringLiteral("ButtonImage"), name},
-                   {QStringLiteral("XCoord"), QString::number(x)},
-                   {QStringLiteral("YCoord"), QString::number(y)}});
+        const QByteArray name = "button" + QByteArray::number(m_nButtons) + ".png";
+        Write(name, MakePlaces(picture, size));
+        AddButton({{"Action", QByteArray::number(action)},
+                   {"ButtonImage", name},
+                   {"XCoord", QByteArray::number(x)},
+                   {"YCoord", QByteArray::number(y)}});
     }
     void AddButton(const Section& section) {
-        m_sections[QStringLiteral("Button%1").arg(m_nButtons++)] = section;
+        m_sections["Button" + QByteArray::number(m_nButtons++)] = section;
         Set("ButtonCount", m_nButtons);
     }
 
-    [[nodiscard]] QString File(const QString& name) const { return m_folder.File(name); }
-
-    [[nodiscard]] QByteArray Text() const {
-        QString text;
-        for (const auto& [name, section] : m_sections) {
-            text += QStringLiteral("[%1]\n").arg(name);
-            for (const auto& [key, value] : section)
-                text += QStringLiteral("%1=%2\n").arg(key, value);
-        }
-        return text.toUtf8();
+    [[nodiscard]] QString File(const QByteArray& name) const {
+        return m_folder.File(QString::fromLatin1(name));
     }
 
     /// Writes the theme file and loads it.
     [[nodiscard]] std::optional<Theme> Load(qreal scale = 1) const {
-        return Theme::Load(m_folder.Write(QStringLiteral("theme.ini"), Text()), scale);
+        QByteArray text;
+        for (const auto& [name, section] : m_sections) {
+            text += '[' + name + "]\n";
+            for (const auto& [key, value] : section)
+                text += key + '=' + value + '\n';
+        }
+        WriteFile(File("theme.ini"), text);
+        return Theme::Load(File("theme.ini"), scale);
     }
 
 private:
     ScratchFolder m_folder;
-    std::map<QString, Section> m_sections;
+    std::map<QByteArray, Section> m_sections;
     int m_nButtons = 0;
 };

@@ -5,53 +5,38 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-namespace {
-
-struct Case {
-    bool sizable;
-    bool hasMinimize;
-    bool hasMaximize;
-    WindowState state;
-    const char* enabled; ///< the letters of Restore, Move, siZe, miNimize, maXimize, Close
-};
-
-constexpr WindowState kNormal = WindowState::Normal;
-constexpr WindowState kMaximized = WindowState::Maximized;
-constexpr WindowState kMinimized = WindowState::Minimized;
-
-constexpr Case kCases[] = {
-    {false, false, false, kNormal, "MC"},    {false, false, false, kMaximized, "MC"},
-    {false, false, false, kMinimized, "MC"}, {true, false, false, kNormal, "MZC"},
-    {false, true, false, kNormal, "MNC"},    {false, true, false, kMaximized, "MNC"},
-    {false, true, false, kMinimized, "RMC"}, {false, false, true, kNormal, "MXC"},
-    {false, false, true, kMaximized, "RMC"}, {false, false, true, kMinimized, "RMXC"},
-    {true, true, true, kNormal, "MZNXC"},    {true, true, true, kMaximized, "RMZNC"},
-    {true, true, true, kMinimized, "RMZXC"},
-};
-
-constexpr std::pair<char, SystemCommand> kLetters[] = {
-    {'R', SystemCommand::Restore},  {'M', SystemCommand::Move},     {'Z', SystemCommand::Size},
-    {'N', SystemCommand::Minimize}, {'X', SystemCommand::Maximize}, {'C', SystemCommand::Close},
-};
-
-} // namespace
-
 TEST(SystemMenuTest, OffersWhatTheWindowCanDo) {
-    for (const Case& wanted : kCases) {
+    using enum WindowState;
+    const struct {
+        const char* can; ///< be sized ('Z'), minimized ('N'), maximized ('X')
+        WindowState state;
+        const char* enabled; ///< Restore, Move, siZe, miNimize, maXimize, Close
+    } rows[] = {
+        {"", Normal, "MC"},          {"", Maximized, "MC"},    {"", Minimized, "MC"},
+        {"Z", Normal, "MZC"},        {"N", Normal, "MNC"},     {"N", Maximized, "MNC"},
+        {"N", Minimized, "RMC"},     {"X", Normal, "MXC"},     {"X", Maximized, "RMC"},
+        {"X", Minimized, "RMXC"},    {"ZNX", Normal, "MZNXC"}, {"ZNX", Maximized, "RMZNC"},
+        {"ZNX", Minimized, "RMZXC"},
+    };
+    for (const auto& row : rows) {
+        const std::string_view can = row.can;
         FrameState state;
-        state.m_bSizable = wanted.sizable;
-        state.m_bHasMinimize = wanted.hasMinimize;
-        state.m_bHasMaximize = wanted.hasMaximize;
-        state.m_nWindowState = wanted.state;
+        state.m_bSizable = can.find('Z') != can.npos;
+        state.m_bHasMinimize = can.find('N') != can.npos;
+        state.m_bHasMaximize = can.find('X') != can.npos;
+        state.m_nWindowState = row.state;
         std::string enabled;
-        for (const auto& [letter, command] : kLetters)
+        for (const auto& [letter, command] :
+             {std::pair('R', SystemCommand::Restore), std::pair('M', SystemCommand::Move),
+              std::pair('Z', SystemCommand::Size), std::pair('N', SystemCommand::Minimize),
+              std::pair('X', SystemCommand::Maximize), std::pair('C', SystemCommand::Close)})
             if (IsCommandEnabled(command, state))
                 enabled += letter;
-        EXPECT_EQ(enabled, wanted.enabled) << (&wanted - kCases);
+        EXPECT_EQ(enabled, row.enabled) << &row - rows;
     }
 }
 
-TEST(SystemMenuTest, TellsTheItemChosenAndGoes) {
+TEST(SystemMenuTest, ReportsTheItemChosenAndGoes) {
     QWidget window;
     QAction about(QStringLiteral("About"));
     std::vector<SystemCommand> chosen;

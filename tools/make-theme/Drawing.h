@@ -4,10 +4,12 @@
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPointF>
 #include <QRgb>
 
-// What all pictures are drawn with. Sizes are told in pixels of 100 %; drawing is done in pixels of
-// the rendering, `scale` times as many (1, 1.5 or 2), so that edges and lines can be put on them.
+// What all pictures are drawn with. Sizes are given in pixels of 100 %; drawing is done in pixels
+// of the rendering, `scale` times as many (1, 1.5 or 2), so that edges and lines can be put on
+// them.
 
 /// The colour at `part` of the way from one to the other.
 [[nodiscard]] QColor Mix(QRgb from, QRgb to, qreal part);
@@ -28,6 +30,14 @@
 
 /// A picture that nothing is drawn on yet, in pixels of 100 %.
 [[nodiscard]] QImage Blank(qreal width, qreal height, qreal scale);
+
+/// The size of a round button.
+inline constexpr int kButtonWidth = 45;
+inline constexpr int kButtonHeight = 44;
+
+/// The middle of disc and glyph, in pixels of the rendering: where round shapes begin and end with
+/// a pixel, half a pixel left of the picture's middle at most.
+[[nodiscard]] QPointF ButtonMiddle(qreal scale);
 
 /// A painter with smooth edges and no outline.
 class SmoothPainter : public QPainter {

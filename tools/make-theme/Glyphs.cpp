@@ -3,7 +3,6 @@
 #include "skin/Colours.h"
 #include "tools/make-theme/Drawing.h"
 #include "tools/make-theme/GlyphPen.h"
-#include "tools/make-theme/RoundButtons.h"
 
 #include <map>
 

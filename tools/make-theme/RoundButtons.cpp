@@ -48,11 +48,6 @@ QImage Disc(const DiscLook& look, qreal scale) {
 
 } // namespace
 
-QPointF ButtonMiddle(qreal scale) {
-    return {StrokeMiddle(kButtonWidth * scale / 2, scale),
-            StrokeMiddle(kButtonHeight * scale / 2, scale)};
-}
-
 QImage DrawRaisedDisc(qreal scale) {
     return Disc({Mix(kInk2, kLine, 0.5), Mix(kInk2, kInk1, 0.4), Mix(kLine, kDisabledText, 0.35),
                  Mix(kInk2, kLine, 0.3), kInk0},

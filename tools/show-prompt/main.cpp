@@ -1,5 +1,6 @@
 #include "base/Language.h"
 #include "dialogs/ConfirmationDlg.h"
+#include "dialogs/QuestionDlg.h"
 #include "dialogs/WarningDlg.h"
 #include "skin/BaseDlg.h"
 #include "skin/Pictures.h"
@@ -8,8 +9,23 @@
 #include <QApplication>
 #include <QTextStream>
 
+namespace {
+
+Question MakeQuestion() {
+    return {LoadString(IDS_OVERWRITE_FILE) + QStringLiteral("\n\n/music/album/01 title.m4a"),
+            {{LoadString(IDS_BUTTON_YESONE), true},
+             {LoadString(IDS_BUTTON_NOONE), false},
+             {LoadString(IDS_BUTTON_YESALL), true},
+             {LoadString(IDS_BUTTON_NOALL), false}},
+            0,
+            1,
+            LoadString(IDS_STRING_NOTSHOWAGAIN)};
+}
+
+} // namespace
+
 /// Shows a prompt with a text of the program's, for pictures of it: show_prompt FOLDER
-/// confirmation|warning. FOLDER is the one the program lies in.
+/// confirmation|warning|question. FOLDER is the one the program lies in.
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
@@ -22,6 +38,8 @@ int main(int argc, char** argv) {
         return CConfirmationDlg(LoadString(IDS_CONFIRM_REMOVE), nullptr).exec();
     if (kind == QStringLiteral("warning"))
         return CWarningDlg(LoadString(IDS_PROMPT_ACCESS_PHONE), nullptr).exec();
-    QTextStream(stderr) << "usage: show_prompt FOLDER confirmation|warning\n";
+    if (kind == QStringLiteral("question"))
+        return CQuestionDlg(MakeQuestion(), nullptr).exec();
+    QTextStream(stderr) << "usage: show_prompt FOLDER confirmation|warning|question\n";
     return 2;
 }

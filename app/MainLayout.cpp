@@ -2,6 +2,7 @@
 
 #include "app/ArtworkField.h"
 #include "base/Language.h"
+#include "grid/GridAccessible.h"
 #include "grid/GridCtrl.h"
 #include "skin/BitmapSlider.h"
 #include "skin/ImageButton.h"
@@ -40,6 +41,11 @@ protected:
     }
 };
 
+CGridCtrl* MakeGrid(QWidget* parent) {
+    GridAccessible::Install(); // which a grid that has a name already would not get any more
+    return new CGridCtrl(parent);
+}
+
 QHBoxLayout* MakeRow(QWidget* row) {
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -50,7 +56,7 @@ QHBoxLayout* MakeRow(QWidget* row) {
 } // namespace
 
 MainLayout::MainLayout(QWidget& window)
-    : m_pGrid(new CGridCtrl(&window))
+    : m_pGrid(MakeGrid(&window))
     , m_pBand(new Band(&window))
     , m_pArtwork(new ArtworkField(m_pBand))
     , m_pUpperRow(MakeUpperRow())

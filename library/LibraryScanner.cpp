@@ -114,7 +114,7 @@ void CLibraryScanner::StartScan(const CMediaList& list, bool appends, Source sou
         }
         messages.Post({WM_TD_LIST_DONE, type, id, std::make_unique<EndPayload>(listId, isWhole)});
     };
-    LetRun(std::thread(run), kScanThreadName);
+    LetRun(run, kScanThreadName);
 }
 
 /// What its threads still send is passed over.

@@ -93,7 +93,7 @@ private:
     }
 
     void StartReader() {
-        LetRun(std::thread([self = shared_from_this()] { self->ReadFiles(); }), kReaderThreadName);
+        LetRun([self = shared_from_this()] { self->ReadFiles(); }, kReaderThreadName);
         ++m_nReaders;
     }
 

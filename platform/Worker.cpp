@@ -65,7 +65,8 @@ void CWorker::Run(Work work) {
     m_pState->queue.push_back(std::move(work));
     if (m_pState->isRunning)
         return;
-    LetRun(std::thread(WorkOff, m_pState, m_results.Address()), m_pszName);
+    LetRun([state = m_pState, results = m_results.Address()] { WorkOff(state, results); },
+           m_pszName);
     m_pState->isRunning = true;
 }
 

@@ -2,7 +2,41 @@
 
 #include <pthread.h>
 
-void LetRun(std::thread thread, const char* name) {
-    ::pthread_setname_np(thread.native_handle(), name);
+#include <atomic>
+#include <thread>
+#include <utility>
+
+namespace {
+
+std::atomic<int> g_nRunning = 0;
+
+/// Counts a thread from before its start until what it works on has gone.
+class Running {
+public:
+    Running() { ++g_nRunning; }
+    Running(Running&& other) noexcept
+        : m_bCounts(std::exchange(other.m_bCounts, false)) {}
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+    ~Running() {
+        if (m_bCounts)
+            --g_nRunning;
+    }
+
+private:
+    bool m_bCounts = true;
+};
+
+} // namespace
+
+void LetRun(std::function<void()> work, const char* name) {
+    std::thread thread([running = Running(), work = std::move(work), name]() mutable {
+        ::pthread_setname_np(::pthread_self(), name);
+        std::exchange(work, {})();
+    });
     thread.detach();
+}
+
+int CountRunningThreads() {
+    return g_nRunning;
 }

@@ -30,12 +30,12 @@ public:
 
     void Render(const QString& path, Route route) override {
         m_pChannel->SetHold(GraphChannel::Hold::Device); // it may open it at any time from now on
-        std::thread thread(
+        LetRun(
             [channel = m_pChannel, predecessor = std::move(m_pPredecessor), path, route]() mutable {
                 GraphThread(channel, std::move(predecessor), path, route).Work();
                 channel->SetHold(GraphChannel::Hold::Nothing);
-            });
-        LetRun(std::move(thread), kGraphThreadName);
+            },
+            kGraphThreadName);
     }
 
     void Run() override { Enter(GraphState::Running); }
@@ -100,5 +100,5 @@ std::unique_ptr<MediaGraph> GstMediaGraphs::Make() {
 }
 
 void GstMediaGraphs::WarmUp() {
-    LetRun(std::thread(&FilePipeline::WarmUp), kGraphThreadName);
+    LetRun(&FilePipeline::WarmUp, kGraphThreadName);
 }

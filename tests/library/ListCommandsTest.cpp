@@ -2,7 +2,7 @@
 
 #include "tags/TrackTags.h"
 #include "tests/fixtures/MediaFiles.h"
-#include "tests/library/CommandsFixture.h"
+#include "tests/library/LibraryFixture.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,7 +11,7 @@
 
 namespace {
 
-using ListCommandsTest = CommandsFixture;
+using ListCommandsTest = LibraryFixture;
 
 constexpr int kOperaGenre = 32908;
 

@@ -1,14 +1,14 @@
 #include "library/Playlists.h"
 
 #include "library/PlaylistFile.h"
-#include "tests/library/CommandsFixture.h"
+#include "tests/library/LibraryFixture.h"
 
 #include <QDir>
 #include <QFile>
 
 namespace {
 
-class PlaylistsTest : public CommandsFixture {
+class PlaylistsTest : public LibraryFixture {
 protected:
     /// A playlist of files in the collection, whose names are told; it is opened.
     void Open(const char* name, const QStringList& names) {

@@ -10,7 +10,6 @@
 
 #include <map>
 #include <set>
-#include <string>
 
 namespace {
 
@@ -31,19 +30,12 @@ void Fill(CMediaList& list, int checkedTracks, int checkedPlaylists) {
     list.ClearAll();
     for (int i = 0; i < 4; ++i) {
         auto record = std::make_unique<CTrackRecord>();
-        const bool isPlaylist = i >= 2;
-        record->m_strPath = QStringLiteral("/%1.%2").arg(i).arg(isPlaylist ? QStringLiteral("M3U")
-                                                                           : QStringLiteral("mp3"));
-        record->m_bChecked = isPlaylist ? i - 2 < checkedPlaylists : i < checkedTracks;
+        record->m_strPath =
+            QStringLiteral("/%1.%2").arg(i).arg(QLatin1String(i < 2 ? "mp3" : "M3U"));
+        record->m_bChecked = i < 2 ? i < checkedTracks : i - 2 < checkedPlaylists;
         list.Append(std::move(record));
     }
 }
-
-struct CheckedRows {
-    int tracks;
-    int playlists;
-};
-constexpr CheckedRows kCombinations[] = {{0, 0}, {2, 0}, {1, 1}, {0, 2}};
 
 class CommandStateTest : public ::testing::Test {
 protected:
@@ -76,43 +68,37 @@ TEST_F(CommandStateTest, FollowsTheListAndItsChecks) {
     const struct {
         int type;
         int sourceType;
-        int view; ///< the item that is marked; 0: as before
-        const char* alone[4];
-        const char* withPhone[4];
+        int view;          ///< the item that is marked; 0: as before
+        const char* alone; ///< each without a check, with two tracks, one of both, two playlists
+        const char* withPhone;
     } rows[] = {
-        {MEDIA_TYPE_COLLECTION,
-         -1,
-         kViewCollection,
-         {"", "ndc", "d", "d"},
-         {"", "ndcbp", "dbp", "dbp"}},
-        {MEDIA_TYPE_ALL, -1, kViewAllMusic, {"", "bo", "bo", "bo"}, {"", "bpo", "bpo", "bpo"}},
-        {MEDIA_TYPE_CD, -1, kFirstCd + 3, {"", "bo", "bo", "bo"}, {"", "bpo", "bpo", "bpo"}},
-        {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, 0, {"", "", "", ""}, {"", "", "", ""}},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, 0, {"", "", "", ""}, {"", "", "", ""}},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, 0, {"", "", "", ""}, {"", "", "", ""}},
-        {MEDIA_TYPE_SELECTION,
-         MEDIA_TYPE_PHONE,
-         0,
-         {"", "nbo", "bo", "bo"},
-         {"", "nbo", "bo", "bo"}},
-        {MEDIA_TYPE_PHONE, -1, kViewPhone, {}, {"", "nbo", "bo", "bo"}},
+        {MEDIA_TYPE_COLLECTION, -1, kViewCollection, "|ndc|d|d", "|ndcbp|dbp|dbp"},
+        {MEDIA_TYPE_ALL, -1, kViewAllMusic, "|bo|bo|bo", "|bpo|bpo|bpo"},
+        {MEDIA_TYPE_CD, -1, kFirstCd + 3, "|bo|bo|bo", "|bpo|bpo|bpo"},
+        {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, 0, "|||", "|||"},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, 0, "|||", "|||"},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, 0, "|||", "|||"},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_PHONE, 0, "|nbo|bo|bo", "|nbo|bo|bo"},
+        {MEDIA_TYPE_PHONE, -1, kViewPhone, "|nbo|bo|bo", "|nbo|bo|bo"},
     };
-    const auto check = [&](const auto& row, const char* const(&expected)[4]) {
+    const auto check = [&](const auto& row, const char* expected) {
         m_list.m_iType = row.type;
         m_list.m_bActive = 1;
         m_list.m_iMenuId = kFirstCd + 3;
         g_bPlaylistOnly = row.type == MEDIA_TYPE_PLAYLIST;
         g_bSelectionOnly = row.type == MEDIA_TYPE_SELECTION;
         const bool isFromPhone = row.type == MEDIA_TYPE_PHONE || row.sourceType == MEDIA_TYPE_PHONE;
-        for (int i = 0; i < 4 && expected[i]; ++i) {
-            Fill(m_list, kCombinations[i].tracks, kCombinations[i].playlists);
+        std::string enabled;
+        for (const auto& [tracks, playlists] : {std::pair(0, 0), {2, 0}, {1, 1}, {0, 2}}) {
+            Fill(m_list, tracks, playlists);
             m_list.m_iSourceType = row.sourceType;
             m_display.marked = 0;
             m_state.UpdateCommands();
-            EXPECT_EQ(Enabled(), expected[i]) << row.type << ' ' << row.sourceType << ' ' << i;
+            enabled += (tracks + playlists ? "|" : "") + Enabled();
             EXPECT_EQ(m_display.marked, row.view) << row.type;
             EXPECT_EQ(m_display.toPhone, m_lists.HasPhoneList() && !isFromPhone) << row.type;
         }
+        EXPECT_EQ(enabled, expected) << row.type << ' ' << row.sourceType;
     };
     for (const auto& row : rows)
         check(row, row.alone);

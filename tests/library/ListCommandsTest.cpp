@@ -158,3 +158,28 @@ TEST_F(ListCommandsTest, RefreshReadsTheFolderAnew) {
     AwaitLists();
     EXPECT_EQ(Names(m_collection), "new.mp3");
 }
+
+TEST_F(ListCommandsTest, AListMayGoWhileItIsScannedEditedAndAskedAbout) {
+    AddFile("a.mp3");
+    for (int i = 0; i < 100; ++i)
+        m_scratch.Write(QStringLiteral("Going/%1.mp3").arg(i), "x");
+    m_grid.show();
+    for (unsigned what = 0; what < 8; ++what) { // bits: 1 scanned, 2 edited, 4 asked about
+        CMediaList& list = m_lists.Add(QStringLiteral("Going"), MEDIA_TYPE_COLLECTION, 1);
+        m_lists.SetLocation(list, m_scratch.File(QStringLiteral("Going")));
+        m_filling.Fill(list);
+        EXPECT_TRUE(
+            RunUntil([&] { return list.GetCount() > 0 && (what & 1 || !m_status.running); }));
+        m_view.FillGrid();
+        Click(list, 0);
+        Check(list, {0});
+        if (what & 2)
+            Type({list[0]->m_iRow, 1}, QStringLiteral("typed"));
+        m_prompts.whileAsked = [this, id = list.m_iId] { m_lists.Remove(id); };
+        what & 4 ? m_commands.Run(kDelete) : m_prompts.whileAsked();
+        AwaitLists();
+        AwaitWriter();
+        EXPECT_FALSE(m_grid.IsEditing()) << what;
+        EXPECT_EQ(Rows(), "Mine (0/1) a All (0/0)") << what;
+    }
+}

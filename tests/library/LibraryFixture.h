@@ -14,6 +14,7 @@
 #include "library/TrackFile.h"
 #include "library/TrackView.h"
 #include "library/ViewCommands.h"
+#include "platform/Path.h"
 #include "platform/Worker.h"
 #include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
@@ -101,9 +102,8 @@ protected:
         QStringList rows;
         for (int row = 1; row < m_grid.GetRowCount(); ++row) {
             const auto* check = dynamic_cast<const CGridCellCheck*>(m_grid.GetCell(row, 0));
-            QString text = Text(row, check ? 1 : m_grid.GetColumnCount() - 1);
-            if (check && check->GetCheck())
-                text += u'*';
+            const QString text = Text(row, check ? 1 : m_grid.GetColumnCount() - 1) +
+                                 QString(check && check->GetCheck(), u'*');
             rows += m_grid.GetCell(row, 1)->IsSelected() ? u'[' + text + u']' : text;
         }
         return rows.join(u' ').toStdString();
@@ -112,14 +112,14 @@ protected:
     [[nodiscard]] static std::string Names(const CMediaList& list) {
         QStringList names;
         for (int index = 0; index < list.GetCount(); ++index)
-            names += list[index]->m_strPath.section(u'/', -1) +
-                     (list[index]->m_bChecked ? QStringLiteral("*") : QString());
+            names +=
+                Path::FileName(list[index]->m_strPath) + QString(list[index]->m_bChecked, u'*');
         return names.join(u' ').toStdString();
     }
 
     void EnableCommand(int command, bool enable) override { m_enabled[command] = enable; }
     void MarkCommand(int command) override { m_marked = command; }
-    void ShowCopyDirection(bool) override {}
+    void ShowCopyDirection(bool phone) override { m_isToPhone = phone; }
 
     ScratchFolder m_scratch;
     const QString m_folder = m_scratch.MakeFolder(QStringLiteral("Mine"));
@@ -147,4 +147,5 @@ protected:
 
     std::map<int, bool> m_enabled;
     int m_marked = 0;
+    bool m_isToPhone = false;
 };

@@ -1,6 +1,5 @@
 #include "library/MediaList.h"
 
-#include "library/MediaLists.h"
 #include "library/MergeSort.h"
 #include "library/TrackColumns.h"
 #include "tests/fixtures/Printers.h"
@@ -32,11 +31,6 @@ std::string Order(const CMediaList& list) {
     return order.toStdString();
 }
 
-/// The exclusive views are globals: a test that sets one gives it back.
-struct HitTest : ::testing::Test {
-    ~HitTest() override { g_bSelectionOnly = g_bPlaylistOnly = 0; }
-};
-
 } // namespace
 
 TEST(MediaListTest, PathsAreFoundAfterChanges) {
@@ -58,50 +52,6 @@ TEST(MediaListTest, PathsAreFoundAfterChanges) {
     list.ClearAll();
     EXPECT_TRUE(list.GetCount() == 0 && !list.m_pCdCache && !list.m_bModified);
     EXPECT_EQ(list.m_iSourceType, -1);
-}
-
-TEST_F(HitTest, RowsAreHitOnlyWhereTheyAreOnScreen) {
-    CMediaLists lists;
-    CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
-    CMediaList& selection = lists.Add(QStringLiteral("Selection"), MEDIA_TYPE_SELECTION, 1);
-    selection.m_bVisible = 0;
-    all.m_iTitleRow = 1;
-    for (CMediaList* list : {&all, &selection})
-        for (const int row : {2, 3, 3})
-            AddTrack(*list).m_iRow = row;
-    EXPECT_TRUE(all.IsTitleHit(1) && !all.IsTitleHit(2));
-    EXPECT_EQ(all.BodyHit(3), 1) << "the first match wins";
-    EXPECT_EQ(all.BodyHit(4), -1);
-    EXPECT_EQ(selection.BodyHit(2), -1);
-    all.m_bExpanded = 0;
-    EXPECT_EQ(all.BodyHit(2), -1);
-    all.m_bExpanded = 1;
-    g_bSelectionOnly = 1;
-    EXPECT_FALSE(all.IsTitleHit(1));
-    EXPECT_EQ(all.BodyHit(2), -1);
-    EXPECT_EQ(selection.BodyHit(2), 0);
-    EXPECT_EQ(lists.GetActiveList(), &selection);
-    g_bSelectionOnly = 0;
-    g_bPlaylistOnly = 1;
-    EXPECT_EQ(selection.BodyHit(2), -1);
-    EXPECT_EQ(lists.GetActiveList(), nullptr) << "there is no playlist list here";
-}
-
-TEST(MediaListsTest, FindsLists) {
-    CMediaLists lists;
-    CMediaList& collection = lists.Add(QStringLiteral("C"), MEDIA_TYPE_COLLECTION, 1);
-    CMediaList& all = lists.Add(QStringLiteral("A"), MEDIA_TYPE_ALL, 1);
-    EXPECT_EQ(lists.FindListById(all.m_iId), &all);
-    EXPECT_EQ(lists.FindListById(-7), nullptr);
-    EXPECT_EQ(lists.FindListByType(MEDIA_TYPE_COLLECTION), &collection);
-    all.m_bActive = 1;
-    EXPECT_EQ(lists.GetActiveList(), &all);
-    all.m_bExpanded = 0;
-    EXPECT_EQ(lists.GetActiveList(), nullptr) << "a closed section is no target";
-    for (const QString& location : {QStringLiteral("/a"), QStringLiteral("/b")})
-        lists.SetLocation(all, location);
-    EXPECT_EQ(lists.GetLocation(all.m_iId), u"/b");
-    EXPECT_TRUE(lists.GetLocation(collection.m_iId).isEmpty());
 }
 
 TEST(SortTest, EachColumnHasItsKey) {

@@ -1,4 +1,4 @@
-// Cost of the grid with 100,000 tracks by 9 columns: filling it and fitting the columns, sorting,
+// Cost of the grid with 100,000 tracks by 9 columns: filling it and fitting the columns,
 // painting a window of 60 rows, memory; and filling and fitting against a QTableWidget. Then, of
 // as many tracks in the view of the lists, the checks, and rows that come, go and change places.
 //
@@ -16,7 +16,6 @@
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"
-#include "grid/GridCompare.h"
 #include "grid/GridCtrl.h"
 
 #include <QApplication>
@@ -136,20 +135,6 @@ void FillTable(QTableWidget& table, const std::vector<Track>& tracks) {
     table.resizeColumnsToContents();
 }
 
-double MeasureSort(CGridCtrl& grid) {
-    std::vector<double> byText;
-    std::vector<double> byNumber;
-    for (int round = 0; round < 5; ++round) {
-        const bool ascending = round % 2 == 0;
-        byText.push_back(
-            ProcessorMs([&] { grid.SortItems(CompareTexts, kTitle, ascending, 0, kFirstTrack); }));
-        byNumber.push_back(
-            ProcessorMs([&] { grid.SortItems(CompareNumbers, kSize, ascending, 0, kFirstTrack); }));
-    }
-    std::printf("sort text_ms=%.1f number_ms=%.1f\n", Median(byText), Median(byNumber));
-    return std::max(Median(byText), Median(byNumber));
-}
-
 /// A window of as many rows, at 60 places between the first and the last row.
 double MeasurePaint(QAbstractScrollArea& area, int height) {
     area.resize(1200, height);
@@ -211,7 +196,6 @@ int Run() {
     std::vector<double> fills;
     for (int round = 0; round < 5; ++round)
         fills.push_back(ProcessorMs([&] { Fill(grid, tracks); }));
-    const double sort = MeasureSort(grid);
     const int resident = ResidentMegabytes();
 
     QTableWidget table;
@@ -230,9 +214,9 @@ int Run() {
                 paint, paint2, line, line2, paint / reference, paint2 / reference2);
 
     const double fill = Median(fills);
-    std::printf("grid rows=%d fill_ms=%.0f sort_ms=%.0f paint_ms=%.2f rss_mb=%d "
+    std::printf("grid rows=%d fill_ms=%.0f paint_ms=%.2f rss_mb=%d "
                 "ratio_to_qtablewidget=%.3f\n",
-                kTracks, fill, sort, paint, resident, fill / Median(tableFills));
+                kTracks, fill, paint, resident, fill / Median(tableFills));
     return 0;
 }
 

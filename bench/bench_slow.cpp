@@ -183,8 +183,9 @@ private:
         m_shown = Clock::now();
         m_dialog.show();
         m_dialog.activateWindow();
-        WaitFor("the end of the scan",
-                [this] { return m_grid.GetRowCount() == kRowsAtFirst + kTracks + 1; });
+        WaitFor("the end of the scan", [this] {
+            return m_firstRowsMs >= 0 && m_grid.GetRowCount() == kRowsAtFirst + kTracks + 1;
+        });
         std::printf("slow first_rows_ms=%.0f scan_ms=%.0f", m_firstRowsMs, MsSince(m_shown));
         EndPhase("scan");
     }

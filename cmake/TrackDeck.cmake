@@ -72,7 +72,8 @@ set(TRACKDECK_TEST_OPTIONS -O0)
 #
 # One GoogleTest program; CTest runs each of its tests in a process of its own, so they may run in
 # any order and in parallel. The label "threads" also runs under the thread sanitizer. WIDGETS gives
-# the tests a QApplication on the offscreen platform; SERIAL lets nothing run beside them.
+# the tests a QApplication on the offscreen platform; SERIAL lets nothing run beside them, where
+# times are measured: without a sanitizer.
 add_custom_target(thread_tests)
 function(trackdeck_test name)
   cmake_parse_arguments(ARG "WIDGETS;SERIAL" "" "LINK;SOURCES;LABELS" ${ARGN})
@@ -93,7 +94,7 @@ function(trackdeck_test name)
   if("threads" IN_LIST ARG_LABELS)
     add_dependencies(thread_tests ${name})
   endif()
-  if(ARG_SERIAL)
+  if(ARG_SERIAL AND NOT TRACKDECK_SANITIZE)
     list(APPEND properties RUN_SERIAL ON)
   endif()
   gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_MODE PRE_TEST

@@ -17,17 +17,7 @@ int Order(T first, T second) {
 int CompareTexts(const CGridCellBase* first, const CGridCellBase* second, qintptr) {
     if (!first || !second)
         return 0;
-    const QStringView one = first->GetText();
-    const QStringView other = second->GetText();
-    // What is the same need not be folded; half of a surrogate pair must not be left behind.
-    auto [at, otherAt] = std::mismatch(one.begin(), one.end(), other.begin(), other.end());
-    if (at != one.begin() && at[-1].isHighSurrogate()) {
-        --at;
-        --otherAt;
-    }
-    return Order(
-        QStringView(at, one.end()).compare(QStringView(otherAt, other.end()), Qt::CaseInsensitive),
-        0);
+    return Order(first->GetText().compare(second->GetText(), Qt::CaseInsensitive), 0);
 }
 
 int CompareNumbers(const CGridCellBase* first, const CGridCellBase* second, qintptr) {

@@ -43,6 +43,10 @@ CTrackView::CTrackView(CMediaLists& lists, CGridCtrl& grid)
     m_removing = m_lists.OnRemoving([this](const CMediaList& list) { OnRemoving(list); });
 }
 
+CTrackView::~CTrackView() {
+    m_grid.SetRowFiller(nullptr);
+}
+
 void CTrackView::ConfigureGrid() {
     GridAccessible::Install();
     m_grid.EnableDragAndDrop(false);

@@ -48,6 +48,9 @@ public:
     using MenuHandler = std::function<void(CCellID cell, const CMediaList* list, int index)>;
 
     CTrackView(CMediaLists& lists, CGridCtrl& grid);
+    ~CTrackView();
+    CTrackView(const CTrackView&) = delete;
+    CTrackView& operator=(const CTrackView&) = delete;
 
     /// The mask of visible columns; the title's bit is always in it.
     void SetColumns(unsigned columns);

@@ -152,23 +152,19 @@ TEST_F(GridEdit, EachEndingCommitsAsTold) {
 }
 
 TEST_F(GridEdit, WhateverElseEndsTheEditKeepsTheText) {
-    const std::function<void()> ends[] = {
-        [this] { Editor()->clearFocus(); },
-        [this] {
-            Click({6, 2});
-        },
-        [this] {
-            Click({6, 2}, {}, Qt::RightButton);
-        },
-        [this] { m_grid->verticalScrollBar()->setValue(2000); },
-        [this] { m_grid->SetColumnWidth(1, 0); },
-        [this] { m_grid->SortItems(nullptr, 0, true); },
-        [this] {
-            m_grid->OnEditCell({7, 1});
-        },
-        [this] { m_grid->hide(); },
-        [this] { m_grid->DeleteAllItems(); },
+    const auto click = [this](Qt::MouseButton button) {
+        return [this, button] { Click({6, 2}, {}, button); };
     };
+    const auto editAnother = [this] { m_grid->OnEditCell({7, 1}); };
+    const std::function<void()> ends[] = {[this] { Editor()->clearFocus(); },
+                                          click(Qt::LeftButton),
+                                          click(Qt::RightButton),
+                                          [this] { m_grid->verticalScrollBar()->setValue(2000); },
+                                          [this] { m_grid->SetColumnWidth(1, 0); },
+                                          [this] { m_grid->SortItems(nullptr, 0, true); },
+                                          editAnother,
+                                          [this] { m_grid->hide(); },
+                                          [this] { m_grid->DeleteAllItems(); }};
     for (const auto& end : ends) {
         Renew();
         m_grid->SetEditable(true);

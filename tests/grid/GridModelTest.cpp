@@ -1,7 +1,5 @@
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
-#include "grid/GridCellNull.h"
-#include "grid/GridFont.h"
 #include "tests/grid/GridFixture.h"
 
 #include <limits>
@@ -94,19 +92,19 @@ TEST(GridCells, AnItemWritesAndReadsWhatItsMaskNames) {
     GridItem before;
     before.row = before.col = 1;
     before.mask = 0x1FF;
-    GridItem written = before;
     GridItem read = before;
     EXPECT_EQ(grid->GetItem(before), 1);
-    written.text = QStringLiteral("new");
-    written.image = 3;
-    written.data = 77;
-    written.state = GridState::ReadOnly;
-    written.backClr = 1;
-    written.textClr = 2;
-    written.selBackClr = 3;
-    written.selTextClr = 4;
-    written.format = DT_RIGHT;
-    written.mask = 0;
+    GridItem written{.row = 1,
+                     .col = 1,
+                     .state = GridState::ReadOnly,
+                     .format = DT_RIGHT,
+                     .image = 3,
+                     .backClr = 1,
+                     .textClr = 2,
+                     .selBackClr = 3,
+                     .selTextClr = 4,
+                     .data = 77,
+                     .text = QStringLiteral("new")};
     EXPECT_EQ(grid->SetItem(written), 1);
     EXPECT_EQ(grid->GetItem(read), 1);
     EXPECT_EQ(fields(read), fields(before));

@@ -149,35 +149,23 @@ TEST_F(GridInput, CtrlKeepsTheSelectionAndShiftExtendsIt) {
 }
 
 TEST_F(GridInput, ASelectionPaintsTheRowsThatItChanges) {
+    const auto click = [this](int row, Qt::KeyboardModifiers keys = {}) {
+        return [this, row, keys] { Click({row, 1}, keys); };
+    };
+    const auto select = [this](int first, int last) {
+        return [this, first, last] { m_grid->SetSelectedRange(first, 0, last, 3); };
+    };
     const struct {
         const char* what;
         std::function<void()> act;
         std::vector<int> rows;
-    } cases[] = {
-        {"first",
-         [&] {
-             Click({2, 1});
-         },
-         {2}},
-        {"another",
-         [&] {
-             Click({9, 1});
-         },
-         {2, 9}},
-        {"one more",
-         [&] {
-             Click({5, 1}, Qt::ControlModifier);
-         },
-         {5, 9}},
-        {"up to",
-         [&] {
-             Click({7, 1}, Qt::ShiftModifier);
-         },
-         {5, 6, 7, 9}},
-        {"the next", [&] { Press(Qt::Key_Down); }, {5, 6, 7, 8}},
-        {"down out of sight", [&] { m_grid->SetSelectedRange(8, 0, 150, 3); }, {9, 10, 11, 12}},
-        {"none", [&] { m_grid->SetSelectedRange(-1, -1, -1, -1); }, {8, 9, 10, 11, 12}},
-    };
+    } cases[] = {{"first", click(2), {2}},
+                 {"another", click(9), {2, 9}},
+                 {"one more", click(5, Qt::ControlModifier), {5, 9}},
+                 {"up to", click(7, Qt::ShiftModifier), {5, 6, 7, 9}},
+                 {"the next", [&] { Press(Qt::Key_Down); }, {5, 6, 7, 8}},
+                 {"down out of sight", select(8, 150), {9, 10, 11, 12}},
+                 {"none", select(-1, -1), {8, 9, 10, 11, 12}}};
     m_grid->resize(400, m_grid->GetCellRect({12, 0}).bottom() + 1);
     const auto picture = [&](int row) {
         const QRect cell = m_grid->GetCellRect({row, 0});
@@ -239,16 +227,14 @@ TEST_F(GridInput, HeldBeyondAnEdgeTheGridScrollsAndSelects) {
 }
 
 TEST_F(GridInput, WhatTheMouseDidEndsWhereItsReleaseIsNeverSeen) {
-    const std::function<void()> ends[] = {[this] {
-                                              MoveWithoutButton(Center({6, 1}));
-                                          },
-                                          [this] { m_grid->hide(); },
-                                          [this] { m_grid->setEnabled(false); },
-                                          [] { // a dialog that nobody asked for
-                                              QDialog dialog;
-                                              QTimer::singleShot(0, &dialog, &QDialog::accept);
-                                              dialog.exec();
-                                          },
+    const auto moveAway = [this] { MoveWithoutButton(Center({6, 1})); };
+    const auto dialog = [] { // that nobody asked for
+        QDialog dialog;
+        QTimer::singleShot(0, &dialog, &QDialog::accept);
+        dialog.exec();
+    };
+    const std::function<void()> ends[] = {moveAway, [this] { m_grid->hide(); },
+                                          [this] { m_grid->setEnabled(false); }, dialog,
                                           [this] { m_grid->SetRowCount(199); }};
     for (const auto& end : ends) {
         Renew();
@@ -467,20 +453,17 @@ TEST_F(GridInput, ATextThatDoesNotFitIsShownOverItsCell) {
         QEvent event(QEvent::Leave);
         QApplication::sendEvent(m_grid->viewport(), &event);
     };
-    const std::function<void()> ends[] = {
-        leave,
-        [this] {
-            MoveWithoutButton(Center({3, 2})); // into a cell that the tip covers
-        },
-        [this] {
-            Click({3, 1});
-        },
-        [this] { Press(Qt::Key_Down); },
-        [this] { m_grid->verticalScrollBar()->setValue(9); },
-        [this] { m_grid->hide(); },
-    };
+    const auto moveOn = [this] { MoveWithoutButton(Center({3, 2})); }; // a cell that it covers
+    const auto click = [this] { Click({3, 1}); };
+    const std::function<void()> ends[] = {leave,
+                                          moveOn,
+                                          click,
+                                          [this] { Press(Qt::Key_Down); },
+                                          [this] { m_grid->verticalScrollBar()->setValue(9); },
+                                          [this] { m_grid->InsertRows(1, 1); },
+                                          [this] { m_grid->hide(); }};
     for (const auto& end : ends) {
-        rest(Center({3, 1}));
+        rest(Center({m_grid->GetRowCount() - 197, 1}));
         ASSERT_NE(tip(), nullptr);
         end();
         EXPECT_EQ(tip(), nullptr);

@@ -1,73 +1,44 @@
 #include "library/CommandState.h"
 
 #include "library/BodyMenu.h"
-#include "library/CommandMap.h"
-#include "library/Commands.h"
-#include "library/MediaLists.h"
-#include "tests/fixtures/LibraryFakes.h"
+#include "tests/library/LibraryFixture.h"
 
-#include <gtest/gtest.h>
-
-#include <map>
 #include <set>
-#include <string>
-
-namespace {
 
 using namespace Command;
 
-struct RecordingCommands : ICommandDisplay {
-    void EnableCommand(int command, bool enable) override { enabled[command] = enable; }
-    void MarkCommand(int command) override { marked = command; }
-    void ShowCopyDirection(bool phone) override { toPhone = phone; }
-
-    std::map<int, bool> enabled;
-    int marked = 0;
-    bool toPhone = false;
-};
+namespace {
 
 /// A list of two tracks and two playlists, of which as many are checked.
-void Fill(CMediaList& list, int checkedTracks, int checkedPlaylists) {
+void Fill(CMediaList& list, int tracks, int playlists) {
     list.ClearAll();
-    for (int i = 0; i < 4; ++i) {
+    for (const auto& [name, checked] : {std::pair("a.mp3", tracks > 0),
+                                        {"b.mp3", tracks > 1},
+                                        {"a.M3U", playlists > 0},
+                                        {"b.M3U", playlists > 1}}) {
         auto record = std::make_unique<CTrackRecord>();
-        const bool isPlaylist = i >= 2;
-        record->m_strPath = QStringLiteral("/%1.%2").arg(i).arg(isPlaylist ? QStringLiteral("M3U")
-                                                                           : QStringLiteral("mp3"));
-        record->m_bChecked = isPlaylist ? i - 2 < checkedPlaylists : i < checkedTracks;
+        record->m_strPath = QLatin1String(name);
+        record->m_bChecked = checked;
         list.Append(std::move(record));
     }
 }
 
-struct CheckedRows {
-    int tracks;
-    int playlists;
-};
-constexpr CheckedRows kCombinations[] = {{0, 0}, {2, 0}, {1, 1}, {0, 2}};
-
-class CommandStateTest : public ::testing::Test {
+class CommandStateTest : public LibraryFixture {
 protected:
-    ~CommandStateTest() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
-
     /// Those of the list's commands that can be given: new playlist, delete, convert, copy button,
     /// to the phone, to the collection.
     [[nodiscard]] std::string Enabled() const {
-        const std::pair<char, int> letters[] = {{'n', kCreatePlaylist}, {'d', kDelete},
-                                                {'c', kConvert},        {'b', kCopy},
-                                                {'p', kCopyToPhone},    {'o', kCopyToCollection}};
         std::string enabled;
-        for (const auto& [letter, command] : letters)
-            if (m_display.enabled.at(command))
+        for (const auto& [letter, command] : {std::pair('n', kCreatePlaylist),
+                                              {'d', kDelete},
+                                              {'c', kConvert},
+                                              {'b', kCopy},
+                                              {'p', kCopyToPhone},
+                                              {'o', kCopyToCollection}})
+            if (m_enabled.at(command))
                 enabled += letter;
         return enabled;
     }
-
-    CMediaLists m_lists;
-    CMediaList& m_list = m_lists.Add(QStringLiteral("List"), MEDIA_TYPE_COLLECTION, 1);
-    RecordingCommands m_display;
-    FakePlayer m_player;
-    FakeStatus m_status;
-    CCommandState m_state{m_lists, m_player, m_status, m_display};
 };
 
 } // namespace
@@ -76,59 +47,52 @@ TEST_F(CommandStateTest, FollowsTheListAndItsChecks) {
     const struct {
         int type;
         int sourceType;
-        int view; ///< the item that is marked; 0: as before
-        const char* alone[4];
-        const char* withPhone[4];
+        int view;          ///< the item that is marked; 0: as before
+        const char* alone; ///< each without a check, with two tracks, one of both, two playlists
+        const char* withPhone;
     } rows[] = {
-        {MEDIA_TYPE_COLLECTION,
-         -1,
-         kViewCollection,
-         {"", "ndc", "d", "d"},
-         {"", "ndcbp", "dbp", "dbp"}},
-        {MEDIA_TYPE_ALL, -1, kViewAllMusic, {"", "bo", "bo", "bo"}, {"", "bpo", "bpo", "bpo"}},
-        {MEDIA_TYPE_CD, -1, kFirstCd + 3, {"", "bo", "bo", "bo"}, {"", "bpo", "bpo", "bpo"}},
-        {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, 0, {"", "", "", ""}, {"", "", "", ""}},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, 0, {"", "", "", ""}, {"", "", "", ""}},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, 0, {"", "", "", ""}, {"", "", "", ""}},
-        {MEDIA_TYPE_SELECTION,
-         MEDIA_TYPE_PHONE,
-         0,
-         {"", "nbo", "bo", "bo"},
-         {"", "nbo", "bo", "bo"}},
-        {MEDIA_TYPE_PHONE, -1, kViewPhone, {}, {"", "nbo", "bo", "bo"}},
+        {MEDIA_TYPE_COLLECTION, -1, kViewCollection, "|ndc|d|d", "|ndcbp|dbp|dbp"},
+        {MEDIA_TYPE_ALL, -1, kViewAllMusic, "|bo|bo|bo", "|bpo|bpo|bpo"},
+        {MEDIA_TYPE_CD, -1, kFirstCd + 3, "|bo|bo|bo", "|bpo|bpo|bpo"},
+        {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, 0, "|||", "|||"},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, 0, "|||", "|||"},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, 0, "|||", "|||"},
+        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_PHONE, 0, "|nbo|bo|bo", "|nbo|bo|bo"},
+        {MEDIA_TYPE_PHONE, -1, kViewPhone, "|nbo|bo|bo", "|nbo|bo|bo"},
     };
-    const auto check = [&](const auto& row, const char* const(&expected)[4]) {
-        m_list.m_iType = row.type;
-        m_list.m_bActive = 1;
-        m_list.m_iMenuId = kFirstCd + 3;
+    const auto check = [&](const auto& row, const char* expected) {
         g_bPlaylistOnly = row.type == MEDIA_TYPE_PLAYLIST;
         g_bSelectionOnly = row.type == MEDIA_TYPE_SELECTION;
+        CMediaList& list = IsExclusiveView() ? *m_lists.GetActiveList() : m_collection;
+        list.m_iType = row.type;
+        list.m_iMenuId = kFirstCd + 3;
         const bool isFromPhone = row.type == MEDIA_TYPE_PHONE || row.sourceType == MEDIA_TYPE_PHONE;
-        for (int i = 0; i < 4 && expected[i]; ++i) {
-            Fill(m_list, kCombinations[i].tracks, kCombinations[i].playlists);
-            m_list.m_iSourceType = row.sourceType;
-            m_display.marked = 0;
+        std::string enabled;
+        for (const auto& [tracks, playlists] : {std::pair(0, 0), {2, 0}, {1, 1}, {0, 2}}) {
+            Fill(list, tracks, playlists);
+            list.m_iSourceType = row.sourceType;
+            m_marked = 0;
             m_state.UpdateCommands();
-            EXPECT_EQ(Enabled(), expected[i]) << row.type << ' ' << row.sourceType << ' ' << i;
-            EXPECT_EQ(m_display.marked, row.view) << row.type;
-            EXPECT_EQ(m_display.toPhone, m_lists.HasPhoneList() && !isFromPhone) << row.type;
+            enabled += (tracks + playlists ? "|" : "") + Enabled();
+            EXPECT_EQ(m_marked, row.view) << row.type;
+            EXPECT_EQ(m_isToPhone, m_lists.HasPhoneList() && !isFromPhone) << row.type;
         }
+        EXPECT_EQ(enabled, expected) << row.type << ' ' << row.sourceType;
     };
     for (const auto& row : rows)
         check(row, row.alone);
-    m_list.m_iType = -1;
+    m_collection.m_iType = -1;
     m_lists.Add(QStringLiteral("Phone"), MEDIA_TYPE_PHONE, 1);
     for (const auto& row : rows) // the phone's own list is the first one
         check(row, row.withPhone);
 }
 
 TEST_F(CommandStateTest, WithoutActiveListNothingChanges) {
-    Fill(m_list, 2, 0);
-    m_list.m_bActive = 1;
+    Fill(m_collection, 2, 0);
     m_state.UpdateCommands();
     const auto before = m_state.GetUiState();
-    m_list.m_bActive = 0;
-    m_list.ClearAll();
+    m_collection.m_bActive = 0;
+    m_collection.ClearAll();
     m_state.UpdateCommands();
     EXPECT_EQ(m_state.GetUiState(), before);
 
@@ -142,25 +106,24 @@ TEST_F(CommandStateTest, WordShowsWhole) {
     EXPECT_EQ(m_state.GetUiState(), 0x2u | 0x200 | 0x400 | 0x2000 | 0x8000 | 0x200000 | 0x2000000);
     m_state.ApplyUiState(0);
     std::set<int> on;
-    for (const auto& [command, enabled] : m_display.enabled)
+    for (const auto& [command, enabled] : m_enabled)
         if (enabled)
             on.insert(command);
     EXPECT_EQ(on, (std::set<int>{kScan, kSelectAll, kDeselectAll, kPrevious, kNext}));
-    EXPECT_EQ(m_display.enabled.size(), 17u) << "the four that wait for nothing among them";
-    EXPECT_EQ(m_display.marked, kViewCollection) << "the last mark";
+    EXPECT_EQ(m_enabled.size(), 17u) << "the four that wait for nothing among them";
+    EXPECT_EQ(m_marked, kViewCollection) << "the last mark";
 
-    const std::pair<std::uint32_t, int> modes[] = {
-        {0x100000, 32791}, {0x200000, 32792}, {0x300000, 32793}, {0x400000, 33134}};
-    for (const auto& [mode, command] : modes) {
+    for (const auto& [mode, command] :
+         {std::pair(0x100000u, 32791), {0x200000, 32792}, {0x300000, 32793}, {0x400000, 33134}}) {
         m_state.SetField(UiState::kPlayModeMask, mode);
-        EXPECT_EQ(m_display.marked, command);
+        EXPECT_EQ(m_marked, command);
         EXPECT_EQ(m_state.GetUiState() & 0xF00000, mode);
     }
     m_state.SetField(UiState::kViewMask, UiState::kViewCd + 5);
     EXPECT_EQ(m_state.GetUiState() & 0xF01FFFF, 0x5000000u | 0x2 | 0x200 | 0x400 | 0x2000 | 0x8000);
-    m_display.marked = 0;
+    m_marked = 0;
     m_state.ApplyUiState(0);
-    EXPECT_EQ(m_display.marked, kFirstCd + 5);
+    EXPECT_EQ(m_marked, kFirstCd + 5);
 }
 
 TEST(BodyMenuTest, HasWhatItsListAllows) {

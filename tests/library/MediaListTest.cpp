@@ -1,6 +1,5 @@
 #include "library/MediaList.h"
 
-#include "library/MediaLists.h"
 #include "library/MergeSort.h"
 #include "library/TrackColumns.h"
 #include "tests/fixtures/Printers.h"
@@ -14,175 +13,94 @@
 
 namespace {
 
-CTrackRecord& AddTrack(CMediaList& list, const QString& title, const QString& path = {}) {
+/// Titled a, b, c ... in the order in which they come.
+CTrackRecord& AddTrack(CMediaList& list, const char* path = "") {
     auto track = std::make_unique<CTrackRecord>();
-    track->m_strTitle = title;
-    track->m_strPath = path;
+    track->m_strTitle = QChar(u'a' + list.GetCount());
+    track->m_strPath = QLatin1String(path);
     track->m_iRow = 100 + list.GetCount();
     list.Append(std::move(track));
     return *list[list.GetCount() - 1];
 }
 
-/// One letter per track, in the order of the list.
-QString Order(const CMediaList& list) {
+/// The titles of the tracks.
+std::string Order(const CMediaList& list) {
     QString order;
     for (int i = 0; i < list.GetCount(); ++i)
         order += list[i]->m_strTitle;
-    return order;
+    return order.toStdString();
 }
-
-/// A list whose tracks are titled a, b, c ... and given to `fill` by index.
-std::unique_ptr<CMediaList> MakeList(int count,
-                                     const std::function<void(CTrackRecord&, int)>& fill) {
-    auto list = std::make_unique<CMediaList>(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
-    for (int i = 0; i < count; ++i)
-        fill(AddTrack(*list, QString(QChar(u'a' + i))), i);
-    return list;
-}
-
-/// The exclusive views are globals: a test that sets one gives it back.
-struct HitTest : ::testing::Test {
-    ~HitTest() override { g_bSelectionOnly = g_bPlaylistOnly = 0; }
-};
 
 } // namespace
 
-TEST(MediaListTest, CountsAndTitle) {
-    CMediaList list(QStringLiteral("All Music"), MEDIA_TYPE_ALL, 0);
-    AddTrack(list, {}, QStringLiteral("/a.mp3")).m_bChecked = 1;
-    AddTrack(list, {}, QStringLiteral("/b.M3U")).m_bChecked = 1;
-    AddTrack(list, {}, QStringLiteral("/c.m3u"));
-    AddTrack(list, {}, QStringLiteral("/100%.mp3"));
-    EXPECT_EQ(list.GetTitleText(), QStringLiteral("All Music (2/4)"));
-    EXPECT_EQ(list.CountChecked(1), 1);
-    EXPECT_EQ(list.CountPlaylists(), 2);
-    EXPECT_EQ(list.CountCheckedPlaylists(), 1);
-    EXPECT_EQ(list.FindPath(QStringLiteral("/b.m3u")), -1); // the case counts
-    AddTrack(list, {}, QStringLiteral("/c.m3u"));
-    EXPECT_EQ(list.FindPath(QStringLiteral("/c.m3u")), 2); // the first of both
-    list.SetPath(2, QStringLiteral("/z.m3u"));
-    EXPECT_EQ(list.FindPath(QStringLiteral("/c.m3u")), 4);
+TEST(MediaListTest, PathsAreFoundAfterChanges) {
+    CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 0);
+    for (const char* path : {"/a", "/B", "/c", "/d", "/c"})
+        AddTrack(list, path);
+    const auto find = [&list](const char* path) { return list.FindPath(QLatin1String(path)); };
+    EXPECT_EQ(find("/b"), -1) << "the case counts";
+    EXPECT_EQ(find("/c"), 2) << "the first of both";
+    list.SetPath(2, QStringLiteral("/z"));
+    EXPECT_EQ(find("/c"), 4);
     EXPECT_EQ(list.RemoveIf([](const CTrackRecord& track) { return track.m_iIndex % 2 == 0; }),
               (std::vector<int>{0, 2, 4}));
-    EXPECT_EQ(list.FindPath(QStringLiteral("/100%.mp3")), 1);
-    EXPECT_EQ(list.FindPath(QStringLiteral("/z.m3u")), -1);
-    EXPECT_EQ(list[-1], nullptr);
-    EXPECT_EQ(list[2], nullptr);
-
+    EXPECT_EQ(find("/d"), 1);
+    EXPECT_EQ(find("/z"), -1);
+    EXPECT_TRUE(!list[-1] && !list[2]);
     list.m_pCdCache = std::make_unique<CCdTrackCache>();
     list.m_bModified = list.m_iSourceType = 1;
     list.ClearAll();
-    EXPECT_EQ(list.GetCount(), 0);
-    EXPECT_EQ(list.m_pCdCache, nullptr);
-    EXPECT_EQ(list.m_bModified, 0);
+    EXPECT_TRUE(list.GetCount() == 0 && !list.m_pCdCache && !list.m_bModified);
     EXPECT_EQ(list.m_iSourceType, -1);
 }
 
-TEST_F(HitTest, RowsAreHitOnlyWhereTheyAreOnScreen) {
-    CMediaLists lists;
-    CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
-    CMediaList& selection = lists.Add(QStringLiteral("Selection"), MEDIA_TYPE_SELECTION, 1);
-    selection.m_bVisible = 0;
-    all.m_iTitleRow = 1;
-    for (CMediaList* list : {&all, &selection})
-        for (const int row : {2, 3, 3})
-            AddTrack(*list, {}).m_iRow = row;
-
-    EXPECT_TRUE(all.IsTitleHit(1));
-    EXPECT_FALSE(all.IsTitleHit(2));
-    EXPECT_EQ(all.BodyHit(3), 1) << "the first match wins";
-    EXPECT_EQ(all.BodyHit(4), -1);
-    EXPECT_EQ(selection.BodyHit(2), -1);
-    all.m_bExpanded = 0;
-    EXPECT_EQ(all.BodyHit(2), -1);
-    all.m_bExpanded = 1;
-
-    g_bSelectionOnly = 1;
-    EXPECT_FALSE(all.IsTitleHit(1));
-    EXPECT_EQ(all.BodyHit(2), -1);
-    EXPECT_EQ(selection.BodyHit(2), 0);
-    EXPECT_EQ(lists.GetActiveList(), &selection);
-    g_bSelectionOnly = 0;
-    g_bPlaylistOnly = 1;
-    EXPECT_EQ(selection.BodyHit(2), -1);
-    EXPECT_EQ(lists.GetActiveList(), nullptr) << "there is no playlist list here";
-}
-
-TEST(MediaListsTest, FindsLists) {
-    CMediaLists lists;
-    CMediaList& collection = lists.Add(QStringLiteral("C"), MEDIA_TYPE_COLLECTION, 1);
-    CMediaList& all = lists.Add(QStringLiteral("A"), MEDIA_TYPE_ALL, 1);
-    EXPECT_EQ(lists.FindListById(all.m_iId), &all);
-    EXPECT_EQ(lists.FindListById(-7), nullptr);
-    EXPECT_EQ(lists.FindListByType(MEDIA_TYPE_COLLECTION), &collection);
-    all.m_bActive = 1;
-    EXPECT_EQ(lists.GetActiveList(), &all);
-    all.m_bExpanded = 0;
-    EXPECT_EQ(lists.GetActiveList(), nullptr) << "a closed section is no target";
-    lists.SetLocation(all, QStringLiteral("/a"));
-    lists.SetLocation(all, QStringLiteral("/b"));
-    EXPECT_EQ(lists.GetLocation(all.m_iId), QStringLiteral("/b"));
-    EXPECT_TRUE(lists.GetLocation(collection.m_iId).isEmpty());
-}
-
 TEST(SortTest, EachColumnHasItsKey) {
+    using R = CTrackRecord;
+    const auto texts = [](QString R::*text, const char* values) {
+        return [text, values](R& track, int i) {
+            track.*text = QString::fromLatin1(values).section(u' ', i, i);
+        };
+    };
     const struct {
         const char* what;
         unsigned bit;
-        std::vector<std::function<void(CTrackRecord&)>> tracks;
+        int count; ///< of tracks
+        std::function<void(R&, int)> fill;
         const char* ascending;
         const char* descending;
     } rows[] = {
-        {"checks", 0, {[](auto& t) { t.m_bChecked = 1; }, [](auto&) {}}, "ba", "ab"},
-        {"text without regard to case",
-         0x2,
-         {[](auto& t) { t.m_strArtist = QStringLiteral("beta"); },
-          [](auto& t) { t.m_strArtist = QStringLiteral("Alpha"); },
-          [](auto& t) { t.m_strArtist = QStringLiteral("BETA"); }},
-         "bac",
-         "acb"},
-        {"numbers by value",
-         0x8000,
-         {[](auto& t) { t.m_strTrackNumber = QStringLiteral("10/12"); },
-          [](auto& t) { t.m_strTrackNumber = QStringLiteral("9"); },
-          [](auto& t) { t.m_strTrackNumber = QStringLiteral("none"); }},
-         "cba",
+        {"checks", 0, 2, [](R& track, int i) { track.m_bChecked = i == 0; }, "ba", "ab"},
+        {"any case", 0x2, 3, texts(&R::m_strArtist, "beta Alpha BETA"), "bac", "acb"},
+        {"by value", 0x8000, 3, texts(&R::m_strTrackNumber, "10/12 9 none"), "cba", "abc"},
+        {"duration", 0x10, 2, [](R& track, int i) { track.m_nDuration = 600000 - i; }, "ba", "ab"},
+        {"sizes 4 GiB apart are equal", 0x20, 3,
+         [](R& track, int i) { track.m_nFileSize = i == 0 ? (1ull << 32) + 5 : 6 - i; }, "cab",
          "abc"},
-        {"length by duration",
-         0x10,
-         {[](auto& t) { t.m_nDuration = 600000; }, [](auto& t) { t.m_nDuration = 540000; }},
-         "ba",
-         "ab"},
-        {"sizes 4 GiB apart are equal",
-         0x20,
-         {[](auto& t) { t.m_nFileSize = (1ull << 32) + 5; }, [](auto& t) { t.m_nFileSize = 5; },
-          [](auto& t) { t.m_nFileSize = 4; }},
-         "cab",
-         "abc"},
-        {"no column of this bit", 0x20000, {[](auto&) {}, [](auto&) {}}, "ab", "ab"},
+        {"no column of this bit", 0x20000, 2, [](R&, int) {}, "ab", "ab"},
     };
     for (const auto& row : rows) {
         for (const int direction : {1, 0}) {
-            const auto list =
-                MakeList(static_cast<int>(row.tracks.size()),
-                         [&row](CTrackRecord& track, int i) { row.tracks[i](track); });
-            const QString before = Order(*list);
-            const int changed = list->SortBy(row.bit, direction);
-            EXPECT_EQ(Order(*list), QString::fromUtf8(direction ? row.ascending : row.descending))
-                << row.what;
-            EXPECT_EQ(changed != 0, Order(*list) != before) << row.what;
+            CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
+            for (int i = 0; i < row.count; ++i)
+                row.fill(AddTrack(list), i);
+            const std::string before = Order(list);
+            const int changed = list.SortBy(row.bit, direction);
+            EXPECT_EQ(Order(list), direction ? row.ascending : row.descending) << row.what;
+            EXPECT_EQ(changed != 0, Order(list) != before) << row.what;
         }
     }
 }
 
 TEST(SortTest, TogglesAndTellsWhetherAnythingMoved) {
-    const auto list = MakeList(3, [](CTrackRecord&, int) {});
-    EXPECT_FALSE(list->SortBy(kTitleColumn, CMediaList::kToggleDirection)) << "already ascending";
-    EXPECT_TRUE(list->SortBy(kTitleColumn, CMediaList::kToggleDirection));
-    EXPECT_EQ(Order(*list), QStringLiteral("cba"));
-    const auto single = MakeList(1, [](CTrackRecord&, int) {});
-    EXPECT_FALSE(single->SortBy(kTitleColumn, CMediaList::kToggleDirection));
-    EXPECT_EQ(single->m_bSortAscending, 1) << "flips though there is nothing to sort";
+    CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
+    AddTrack(list);
+    EXPECT_FALSE(list.SortBy(kTitleColumn, CMediaList::kToggleDirection));
+    EXPECT_EQ(list.m_bSortAscending, 1) << "flips though there is nothing to sort";
+    list.m_bSortAscending = 0;
+    AddTrack(list);
+    EXPECT_FALSE(list.SortBy(kTitleColumn, CMediaList::kToggleDirection)) << "already ascending";
+    EXPECT_TRUE(list.SortBy(kTitleColumn, CMediaList::kToggleDirection));
+    EXPECT_EQ(Order(list), "ba");
 }
 
 TEST(SortTest, AnyCompareIsSafe) {
@@ -190,16 +108,17 @@ TEST(SortTest, AnyCompareIsSafe) {
     for (const int count : {0, 1, 2, 3, 17, 1000}) {
         std::vector<int> items(count);
         std::iota(items.begin(), items.end(), 0);
+        const auto all = items;
         MergeSort(items, [&random](int, int) { return random() % 2 == 0; });
         std::sort(items.begin(), items.end());
-        for (int i = 0; i < count; ++i)
-            EXPECT_EQ(items[i], i) << "every item is there once";
+        EXPECT_EQ(items, all) << "every item is there once";
     }
     // Differences of 32 bits wrap, so that three sizes can follow each other in a circle.
-    const auto list = MakeList(
-        300, [](CTrackRecord& track, int i) { track.m_nFileSize = i % 3 * 0x60000000ull; });
-    list->SortBy(0x20, 1);
-    EXPECT_EQ(list->GetCount(), 300);
+    CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
+    for (int i = 0; i < 300; ++i)
+        AddTrack(list).m_nFileSize = i % 3 * 0x60000000ull;
+    list.SortBy(0x20, 1);
+    EXPECT_EQ(list.GetCount(), 300);
 }
 
 TEST(MoveTest, CheckedTracksMoveByOneAsABlock) {
@@ -216,19 +135,19 @@ TEST(MoveTest, CheckedTracksMoveByOneAsABlock) {
     };
     for (const auto& row : rows) {
         for (const bool up : {true, false}) {
-            const auto list = MakeList(4, [&row](CTrackRecord& track, int i) {
-                track.m_bChecked = row.checked[i] == 'x';
-            });
+            CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
+            for (int i = 0; i < 4; ++i)
+                AddTrack(list).m_bChecked = row.checked[i] == 'x';
             std::vector<int> changed;
-            const int moved = up ? list->MoveCheckedUp(changed) : list->MoveCheckedDown(changed);
-            QString flags;
+            const int moved = up ? list.MoveCheckedUp(changed) : list.MoveCheckedDown(changed);
+            std::string flags;
             for (int i = 0; i < 4; ++i) {
-                flags += QString::number(changed[i]);
-                EXPECT_EQ((*list)[i]->m_iRow, 100 + i) << "each row keeps its number";
+                flags += std::to_string(changed[i]);
+                EXPECT_EQ(list[i]->m_iRow, 100 + i) << "each row keeps its number";
             }
-            EXPECT_EQ(Order(*list), QString::fromUtf8(up ? row.up : row.down)) << row.checked;
-            EXPECT_EQ(flags, QString::fromUtf8(up ? row.upChanged : row.downChanged));
-            EXPECT_EQ(moved != 0, flags.contains(u'1'));
+            EXPECT_EQ(Order(list), up ? row.up : row.down) << row.checked;
+            EXPECT_EQ(flags, up ? row.upChanged : row.downChanged);
+            EXPECT_EQ(moved != 0, flags != "0000");
         }
     }
 }

@@ -34,19 +34,12 @@ struct Receiver {
 
     Receiver() { scanner.Listen(messages); }
 
-    static std::unique_ptr<CScanRequest> Request(const CMediaList& list, const QString& folder) {
-        auto request = std::make_unique<CScanRequest>();
-        request->m_iType = list.m_iType;
-        request->m_iListId = list.m_iId;
-        request->m_strPath = folder;
-        request->m_bRecurse = 1;
-        return request;
+    void Await(const CMediaList& list) {
+        EXPECT_TRUE(RunUntil([&] { return !scanner.IsScanning(list.m_iId); }));
     }
-
-    void Scan(std::unique_ptr<CScanRequest> request) {
-        const int listId = request->m_iListId;
-        scanner.Start(std::move(request));
-        EXPECT_TRUE(RunUntil([&] { return !scanner.IsScanning(listId); }));
+    void Scan(const CMediaList& list, const QString& folder) {
+        scanner.ScanList(list, folder);
+        Await(list);
     }
 };
 
@@ -82,22 +75,22 @@ TEST(ScanTest, FindsTheMusicOfATreeOnce) {
         ASSERT_EQ(::symlink(target, Path::ToBytes(scratch.File(QString::fromUtf8(name)))), 0);
 
     Receiver receiver;
-    receiver.Scan(receiver.Request(receiver.all, scratch.Path()));
+    receiver.Scan(receiver.all, scratch.Path());
     EXPECT_EQ(Names(receiver.all), QStringLiteral("a.mp3 d.aac list.m3u b.WMA c.m4a ") +
                                        Path::FromBytes("odd\xE9.Mp3") +
                                        QStringLiteral(" track 2.mp3 Track 10.mp3"));
 
-    auto request = receiver.Request(receiver.all, scratch.Path());
-    request->m_bRecurse = 0;
-    request->m_bIncludePlaylists = 0;
     receiver.all.ClearAll();
-    receiver.Scan(std::move(request));
-    EXPECT_EQ(Names(receiver.all), u"a.mp3 d.aac");
-
-    request = receiver.Request(receiver.all, scratch.Path());
-    request->m_iListId = -5; // of no list
-    receiver.Scan(std::move(request));
-    receiver.Scan(receiver.Request(receiver.all, scratch.File(QStringLiteral("missing"))));
+    for (const int listId : {receiver.all.m_iId, -5}) { // the last is no list's
+        auto request = std::make_unique<CScanRequest>();
+        request->m_iListId = listId;
+        request->m_strPath = scratch.Path();
+        request->m_bIncludePlaylists = 0;
+        receiver.scanner.Start(std::move(request));
+        receiver.Await(receiver.all);
+        EXPECT_EQ(Names(receiver.all), u"a.mp3 d.aac");
+    }
+    receiver.Scan(receiver.all, scratch.File(QStringLiteral("missing")));
     EXPECT_EQ(receiver.all.GetCount(), 2);
 }
 
@@ -108,13 +101,13 @@ TEST(ScanTest, TracksOfTheCollectionEnterNoOtherList) {
     const QString mine = scratch.File(QStringLiteral("mine"));
     Receiver receiver;
     receiver.lists.SetLocation(receiver.collection, mine);
-    receiver.Scan(receiver.Request(receiver.all, scratch.Path()));
+    receiver.Scan(receiver.all, scratch.Path());
     ASSERT_EQ(Names(receiver.all), u"b.Mp3");
     const CTrackRecord& track = *receiver.all[0];
     EXPECT_EQ(track.m_strTitle + track.m_strSize + track.m_strFormat, u"b2.00 KBMP3");
     EXPECT_EQ(track.m_nFileSize, 2048u);
     EXPECT_EQ(track.m_bChecked, 0);
-    receiver.Scan(receiver.Request(receiver.collection, mine));
+    receiver.Scan(receiver.collection, mine);
     EXPECT_EQ(Names(receiver.collection), u"a.mp3");
 }
 
@@ -130,20 +123,20 @@ TEST(ScanTest, DocumentOfTheCollectionIsToldOnceItIsAdded) {
                                   EXPECT_EQ(list[index]->m_strTitle, u"3");
                               });
     for (int scans = 0; scans < 2; ++scans)
-        receiver.Scan(receiver.Request(receiver.collection, folder.Path()));
+        receiver.Scan(receiver.collection, folder.Path());
     EXPECT_EQ(told, 1);
 }
 
 TEST(ScanTest, CancelEndsOneScanAtOnce) {
     const TracksFolder folder(2000);
     Receiver receiver;
-    receiver.scanner.Start(receiver.Request(receiver.all, folder.Path()));
-    receiver.scanner.Start(receiver.Request(receiver.collection, folder.Path()));
+    receiver.scanner.ScanList(receiver.all, folder.Path());
+    receiver.scanner.ScanList(receiver.collection, folder.Path());
     ASSERT_TRUE(RunUntil([&] { return receiver.all.GetCount() > 0; }));
     receiver.scanner.Cancel(receiver.all.m_iId);
     EXPECT_FALSE(receiver.isWhole || receiver.scanner.IsScanning(receiver.all.m_iId));
     const int found = receiver.all.GetCount();
-    ASSERT_TRUE(RunUntil([&] { return !receiver.scanner.IsScanning(receiver.collection.m_iId); }));
+    receiver.Await(receiver.collection);
     EXPECT_TRUE(receiver.isWhole);
     EXPECT_EQ(receiver.collection.GetCount(), 2000) << "the other one goes on";
     EXPECT_EQ(receiver.all.GetCount(), found);
@@ -155,8 +148,8 @@ TEST(ScanTest, OwnersAndListsMayGoInMidScan) {
     const TracksFolder folder(50);
     for (int round = 0; round < 20; ++round) {
         std::optional<Receiver> receiver(std::in_place);
-        receiver->scanner.Start(receiver->Request(receiver->all, folder.Path()));
-        receiver->scanner.Start(receiver->Request(receiver->collection, folder.Path()));
+        receiver->scanner.ScanList(receiver->all, folder.Path());
+        receiver->scanner.ScanList(receiver->collection, folder.Path());
         receiver->scanner.Add(receiver->all, folder.File(QStringLiteral("1.mp3")), {});
         for (int turn = 0; turn < round; ++turn)
             QCoreApplication::processEvents();

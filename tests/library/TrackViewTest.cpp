@@ -1,33 +1,21 @@
-#include "library/TrackView.h"
-
-#include "base/Language.h"
-#include "grid/GridCellBar.h"
-#include "grid/GridCellCheck.h"
-#include "grid/GridCtrl.h"
-#include "library/MediaLists.h"
 #include "library/TrackColumns.h"
 #include "platform/Path.h"
 #include "tests/fixtures/PaintedRows.h"
-#include "tests/fixtures/Printers.h"
+#include "tests/library/LibraryFixture.h"
 
 #include <QScrollBar>
-#include <QTest>
-#include <gtest/gtest.h>
 
 namespace {
 
 /// Rows: 0 header, 1 title of the collection, 2-4 its tracks, 5 title of All Music, 6-7 its tracks.
-class TrackViewTest : public ::testing::Test {
+class TrackViewTest : public LibraryFixture {
 protected:
     TrackViewTest() {
-        SetLanguageFile(QString()); // texts are their own keys
-        m_grid.SetNotifyHandler(
-            [this](GridNotification& notification) { m_view.OnNotify(notification); });
-        m_playlist.m_bVisible = 0;
+        m_collection.m_bActive = 0;
         for (const char* title : {"beta", "gamma", "alpha"})
-            AddTrack(m_collection, title, "/c/");
+            Add(m_collection, title);
         for (const char* title : {"two", "one"})
-            AddTrack(m_all, title, "/a/");
+            Add(m_all, title);
         m_view.SetPlayHandler([this](const CMediaList& list, int index) {
             m_played += list[index]->m_strTitle.toStdString() + ' ';
         });
@@ -35,58 +23,23 @@ protected:
             m_menu = list ? list->m_strName.toStdString() + ' ' + std::to_string(index) : "header";
         });
         m_view.FillGrid();
-        m_grid.resize(800, 400);
-    }
-    ~TrackViewTest() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
-
-    static void AddTrack(CMediaList& list, const char* title, const char* folder) {
-        auto track = std::make_unique<CTrackRecord>();
-        track->m_strTitle = QString::fromLatin1(title);
-        track->m_strPath = QString::fromLatin1(folder) + track->m_strTitle + QStringLiteral(".mp3");
-        list.Append(std::move(track));
     }
 
-    [[nodiscard]] QString Text(int row, int col) const {
-        return m_grid.GetCell(row, col)->GetText();
+    static void Add(CMediaList& list, const char* title) {
+        Append(list, QStringLiteral("/%1/%2.mp3").arg(list.m_strName, QLatin1String(title)));
     }
-    [[nodiscard]] QString TitleText(int row) const {
-        return Text(row, m_grid.GetColumnCount() - 1);
-    }
-    [[nodiscard]] bool IsChecked(int row) const {
-        return dynamic_cast<const CGridCellCheck&>(*m_grid.GetCell(row, 0)).GetCheck();
-    }
-    [[nodiscard]] bool IsSelected(int row) const { return m_grid.GetCell(row, 1)->IsSelected(); }
-    [[nodiscard]] QString Titles(int first, int count) const {
-        QStringList titles;
-        for (int row = first; row < first + count; ++row)
-            titles += Text(row, 1);
-        return titles.join(u' ');
-    }
-    void Click(int row, int col, Qt::KeyboardModifiers keys = {},
-               Qt::MouseButton button = Qt::LeftButton) {
-        QTest::mouseClick(m_grid.viewport(), button, keys, m_grid.GetCellRect({row, col}).center());
-    }
-    void RightClick(int row, int col) { Click(row, col, {}, Qt::RightButton); }
     void DoubleClick(int row) {
         Click(row, 1);
         QTest::mouseDClick(m_grid.viewport(), Qt::LeftButton, {},
                            m_grid.GetCellRect({row, 1}).center());
     }
-    /// The selected rows, such as "2 3 6".
-    [[nodiscard]] std::string SelectedRows() const {
-        QStringList rows;
-        for (int row = 0; row < m_grid.GetRowCount(); ++row)
-            if (IsSelected(row))
-                rows += QString::number(row);
-        return rows.join(u' ').toStdString();
+    [[nodiscard]] COLORREF Back(int row, int col = 1) const {
+        return m_grid.GetCell(row, col)->GetBackClr();
+    }
+    [[nodiscard]] int TopRow() const {
+        return m_grid.GetCellFromPt(m_grid.GetGeometry().Body().topLeft(), false).row;
     }
 
-    CMediaLists m_lists;
-    CMediaList& m_playlist = m_lists.Add(QStringLiteral("Playlist"), MEDIA_TYPE_PLAYLIST, 1);
-    CMediaList& m_collection = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
-    CMediaList& m_all = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
-    CGridCtrl m_grid;
-    CTrackView m_view{m_lists, m_grid};
     std::string m_played; ///< titles of the tracks that were to be played
     std::string m_menu;   ///< what the last menu was for
 };
@@ -94,15 +47,11 @@ protected:
 } // namespace
 
 TEST_F(TrackViewTest, ListsBecomeSections) {
-    EXPECT_EQ(m_grid.GetRowCount(), 8);
+    EXPECT_EQ(Rows(), "Mine (0/3) beta gamma alpha All (0/2) two one");
     EXPECT_EQ(m_grid.GetColumnCount(), 9);
-    EXPECT_EQ(Text(0, 1), QStringLiteral("IDS_FEILD_TITLE"));
-    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (0/3)"));
-    EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha"));
+    EXPECT_EQ(Text(0, 1), u"IDS_FEILD_TITLE");
     EXPECT_EQ(m_all[1]->m_iRow, 7);
     EXPECT_TRUE(m_grid.GetCell(1, 0)->IsReadOnly());
-    EXPECT_EQ(m_grid.GetCell(2, 1)->GetBackClr(), m_collection.m_crRowEven);
-    EXPECT_EQ(m_grid.GetCell(3, 1)->GetBackClr(), m_collection.m_crRowOdd);
 
     m_collection[0]->m_strPath = QStringLiteral("/c/list.M3U");
     m_collection[0]->m_strTitle = Path::FromBytes("odd \xE9");
@@ -111,32 +60,25 @@ TEST_F(TrackViewTest, ListsBecomeSections) {
     m_view.FillGrid();
     EXPECT_EQ(m_grid.GetColumnCount(), 3) << "the title can't go";
     EXPECT_EQ(m_grid.GetCell(2, 1)->GetImage(), 5);
-    EXPECT_EQ(Text(2, 1), QStringLiteral(u"odd \uFFFD"));
-    EXPECT_EQ(m_grid.GetCell(3, 2)->GetBackClr(), m_collection.m_crRowPlaying);
+    EXPECT_EQ(Text(2, 1), u"odd \uFFFD");
+    EXPECT_EQ(Back(3, 2), m_collection.m_crRowPlaying);
     EXPECT_EQ(m_view.GetColumns(), 0x10001u);
 }
 
 TEST_F(TrackViewTest, ClicksCheckSelectAndActivate) {
     Click(3, 0);
-    EXPECT_EQ(m_collection[1]->m_bChecked, 1);
-    EXPECT_TRUE(IsChecked(3));
-    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (1/3)"));
+    EXPECT_EQ(Rows(), "Mine (1/3) beta [gamma*] alpha All (0/2) two one");
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
-    EXPECT_EQ(m_grid.GetCell(1, 0)->GetBackClr(), m_collection.m_crTitleActive);
-    EXPECT_EQ(m_view.GetCurrentTrack().index, 1);
-
-    Click(6, 2);
-    EXPECT_EQ(m_all[0]->m_bChecked, 0) << "only the first column checks";
+    EXPECT_EQ(Back(1, 0), m_collection.m_crTitleActive);
+    EXPECT_EQ(m_view.GetCurrentTrack(), (TrackPlace{m_collection.m_iId, 1}));
+    Click(6, 2); // only the first column checks
+    EXPECT_EQ(Rows(), "Mine (1/3) beta gamma* alpha All (0/2) [two] one");
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-    EXPECT_EQ(m_view.GetCurrentTrack().listId, m_all.m_iId);
-    EXPECT_EQ(SelectedRows(), "6");
-    EXPECT_EQ(m_grid.GetCell(1, 0)->GetBackClr(), m_collection.m_crTitle);
-
+    EXPECT_EQ(m_view.GetCurrentTrack(), (TrackPlace{m_all.m_iId, 0}));
+    EXPECT_EQ(Back(1, 0), m_collection.m_crTitle);
     Click(1, 2);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
     EXPECT_EQ(m_all[0]->m_bRowSelected, 0);
-    Click(3, 0);
-    EXPECT_FALSE(IsChecked(3));
 }
 
 TEST_F(TrackViewTest, ACheckPaintsItsRowAndItsTitle) {
@@ -147,118 +89,102 @@ TEST_F(TrackViewTest, ACheckPaintsItsRowAndItsTitle) {
     EXPECT_EQ(painted.Take(), (std::vector<int>{1, 3}));
     m_view.OnKey(Qt::Key_Space, {});
     EXPECT_EQ(painted.Take(), (std::vector<int>{1, 3}));
-    EXPECT_TRUE(IsChecked(3));
+    EXPECT_TRUE(m_collection[1]->m_bChecked);
 }
 
 TEST_F(TrackViewTest, SeveralRowsStaySelected) {
     Click(3, 1);
-    Click(7, 1, Qt::ShiftModifier);
-    EXPECT_EQ(SelectedRows(), "3 4 6 7") << "the title between the lists left out";
+    Click(7, 1, Qt::ShiftModifier); // leaves the title between the lists out
+    EXPECT_EQ(Rows(), "Mine (0/3) beta [gamma] [alpha] All (0/2) [two] [one]");
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
     Click(2, 1, Qt::ShiftModifier);
-    EXPECT_EQ(SelectedRows(), "2 3");
+    EXPECT_EQ(Rows(), "Mine (0/3) [beta] [gamma] alpha All (0/2) two one");
     Click(4, 1);
     Click(6, 1, Qt::ControlModifier);
     Click(2, 1, Qt::ControlModifier);
-    EXPECT_EQ(SelectedRows(), "2 4 6");
+    EXPECT_EQ(Rows(), "Mine (0/3) [beta] gamma [alpha] All (0/2) [two] one");
     Click(5, 1);
-    EXPECT_EQ(SelectedRows(), "5");
+    EXPECT_EQ(Rows(), "Mine (0/3) beta gamma alpha [All (0/2)] two one");
 }
 
 TEST_F(TrackViewTest, RightClickChecksAndSelects) {
     Click(2, 1);
     Click(3, 1, Qt::ShiftModifier);
-    RightClick(2, 3);
-    EXPECT_EQ(SelectedRows(), "2 3") << "a click into the selection leaves it";
+    Click(2, 3, {}, Qt::RightButton); // into the selection, which stays
+    EXPECT_EQ(Rows(), "Mine (1/3) [beta*] [gamma] alpha All (0/2) two one");
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 1}));
-    EXPECT_TRUE(IsChecked(2));
-    EXPECT_FALSE(IsChecked(3));
-
-    RightClick(7, 0);
-    EXPECT_EQ(SelectedRows(), "7");
+    Click(7, 0, {}, Qt::RightButton);
+    Click(7, 0, {}, Qt::RightButton); // marked, not turned
+    EXPECT_EQ(Rows(), "Mine (1/3) beta* gamma alpha All (1/2) two [one*]");
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{7, 0}));
     EXPECT_EQ(m_menu, "All 1");
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-    RightClick(7, 0);
-    EXPECT_TRUE(IsChecked(7)) << "marked, not turned";
-
-    RightClick(1, 2);
+    Click(1, 2, {}, Qt::RightButton);
     EXPECT_EQ(m_menu, "Mine -1");
-    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
-    AddTrack(m_all, "without a row yet", "/a/");
-    RightClick(0, 1);
+    Add(m_all, "without a row yet");
+    Click(0, 1, {}, Qt::RightButton);
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection) << "the header is no track";
     EXPECT_EQ(m_menu, "header");
 }
 
 TEST_F(TrackViewTest, HeaderSortsTheActiveListAlone) {
-    Click(0, 1);
-    EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha")) << "no list is active";
+    Click(0, 1); // while no list is active
     Click(5, 1);
     Click(0, 1);
-    EXPECT_EQ(Titles(6, 2), QStringLiteral("one two"));
-    EXPECT_EQ(Titles(2, 3), QStringLiteral("beta gamma alpha"));
+    EXPECT_EQ(Rows(), "Mine (0/3) beta gamma alpha All (0/2) one two");
     EXPECT_EQ(m_all.m_bModified, 1);
     EXPECT_EQ(m_grid.GetSortColumn(), 1);
     EXPECT_TRUE(m_grid.IsSortAscending());
     Click(0, 1);
-    EXPECT_EQ(Titles(6, 2), QStringLiteral("two one"));
+    EXPECT_EQ(Rows(), "Mine (0/3) beta gamma alpha All (0/2) two one");
     EXPECT_FALSE(m_grid.IsSortAscending());
     Click(2, 1); // in the other list, which no click has sorted
     EXPECT_EQ(m_grid.GetSortColumn(), -1);
     Click(6, 1);
     EXPECT_EQ(m_grid.GetSortColumn(), 1);
-    AddTrack(m_all, "three", "/a/");
+    Add(m_all, "three");
     m_view.FillGrid();
     EXPECT_EQ(m_grid.GetSortColumn(), -1) << "sorted no more";
 
     Click(6, 0);
+    Click(0, 0); // ascending: unchecked first
+    EXPECT_EQ(Rows(), "Mine (0/3) beta gamma alpha All (1/3) one three [two*]");
     Click(0, 0);
-    EXPECT_EQ(Titles(6, 3), QStringLiteral("one three two")) << "ascending: unchecked first";
-    Click(0, 0);
-    EXPECT_EQ(Titles(6, 3), QStringLiteral("two one three"));
-    EXPECT_EQ(SelectedRows(), "6") << "a rebuild selects the row again";
+    EXPECT_EQ(Rows(), "Mine (0/3) beta gamma alpha All (1/3) [two*] one three");
 }
 
-TEST_F(TrackViewTest, KeysChooseTheCurrentTrackAndASortKeepsIt) {
-    Click(2, 1);
-    QTest::keyClick(&m_grid, Qt::Key_Down);
-    EXPECT_EQ(m_view.GetCurrentTrack().index, 1);
-    EXPECT_TRUE(m_collection[1]->m_bRowSelected && !m_collection[0]->m_bRowSelected);
-    EXPECT_FALSE(m_collection[1]->m_bChecked);
-    Click(0, 1);
-    EXPECT_EQ(m_collection[m_view.GetCurrentTrack().index]->m_strTitle, QStringLiteral("gamma"));
-    m_grid.SetFocusCell({4, 1});
-    QTest::keyClick(&m_grid, Qt::Key_Down);
-    QTest::keyClick(&m_grid, Qt::Key_Down);
-    EXPECT_EQ(m_view.GetCurrentTrack().listId, m_all.m_iId);
-    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-}
-
-TEST_F(TrackViewTest, FocusGoesWithItsRow) {
+TEST_F(TrackViewTest, KeysChooseTheCurrentTrackAndFocusGoesWithItsRow) {
     Click(2, 3);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(Rows(), "Mine (0/3) beta [gamma] alpha All (0/2) two one");
+    EXPECT_EQ(m_view.GetCurrentTrack(), (TrackPlace{m_collection.m_iId, 1}));
+    EXPECT_TRUE(m_collection[1]->m_bRowSelected && !m_collection[0]->m_bRowSelected);
     Click(0, 1);
-    EXPECT_EQ(Titles(2, 3), QStringLiteral("alpha beta gamma"));
-    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 3}));
-    QTest::keyClick(&m_grid, Qt::Key_Down);
+    EXPECT_EQ(m_view.GetCurrentTrack(), (TrackPlace{m_collection.m_iId, 2}));
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{4, 3}));
+    Press(Qt::Key_Up);
+    Press(Qt::Key_Up);
     Click(0, 1);
-    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 3})) << "where the keyboard left it";
+    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{4, 3})) << "where the keyboard left it";
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(m_view.GetCurrentTrack(), (TrackPlace{m_all.m_iId, 0}));
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
 
-    m_grid.SetFocusCell({6, 2});
+    const auto refilled = [this] {
+        m_view.FillGrid();
+        return m_grid.GetFocusCell();
+    };
     m_collection.m_bExpanded = 0;
-    m_view.FillGrid();
-    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 2}));
+    EXPECT_EQ(refilled(), (CCellID{3, 3}));
     m_collection.m_bExpanded = 1;
-    m_view.FillGrid();
-    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{6, 2})) << "not the hidden track that had row 3";
+    EXPECT_EQ(refilled(), (CCellID{6, 3})) << "not the hidden track that had row 3";
     m_grid.SetFocusCell({5, 2});
     m_collection.ClearAll();
-    m_view.FillGrid();
-    EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 2})) << "a title";
+    EXPECT_EQ(refilled(), (CCellID{2, 2})) << "a title";
     m_grid.SetFocusCell({3, 2});
     m_all.m_bExpanded = 0;
-    m_view.FillGrid();
-    EXPECT_FALSE(m_grid.GetFocusCell().IsValid());
+    EXPECT_FALSE(refilled().IsValid());
 }
 
 TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
@@ -273,9 +199,9 @@ TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
     EXPECT_EQ(m_grid.verticalScrollBar()->value(), scrolled);
     m_grid.verticalScrollBar()->setValue(0);
     DoubleClick(1);
-    EXPECT_EQ(m_grid.GetRowCount(), 3);
+    EXPECT_EQ(Rows(), "[Mine (0/3)] All (0/2)");
     DoubleClick(2);
-    EXPECT_EQ(m_grid.GetRowCount(), 5);
+    EXPECT_EQ(Rows(), "Mine (0/3) [All (0/2)] two one");
     m_all.ClearAll();
     m_view.FillGrid();
     DoubleClick(2);
@@ -286,91 +212,71 @@ TEST_F(TrackViewTest, DoubleClickPlaysATrack) {
     const CGridCellBase* cell = m_grid.GetCell(7, 2);
     DoubleClick(2);
     DoubleClick(7);
-    EXPECT_EQ(m_played, "beta one ");
-    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
     EXPECT_EQ(m_grid.GetCell(7, 2), cell) << "no row is built anew";
-
     m_collection[1]->m_strPath = QStringLiteral("/c/list.m3u");
     DoubleClick(3);
     m_collection.m_iType = MEDIA_TYPE_PHONE;
     DoubleClick(4);
     EXPECT_EQ(m_played, "beta one gamma ") << "a playlist too, but nothing on a phone";
-    EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
 }
 
-TEST_F(TrackViewTest, TitleOfTheListThatPlaysHasItsOwnPicture) {
+TEST_F(TrackViewTest, SpaceChecksTheSelectionAndEnterDoesWhatADoubleClickDoes) {
+    EXPECT_FALSE(m_view.OnKey(Qt::Key_X, {}));
+    EXPECT_TRUE(m_view.OnKey(Qt::Key_Enter, {})); // no row has the focus
+    Click(3, 0);
+    Click(2, 1);
+    Click(3, 1, Qt::ShiftModifier);
+    for (const char* after : {"Mine (2/3) [beta*] [gamma*] alpha All (0/2) two one",
+                              "Mine (0/3) [beta] [gamma] alpha All (0/2) two one"}) {
+        EXPECT_TRUE(m_view.OnKey(Qt::Key_Space, {}));
+        EXPECT_EQ(Rows(), after);
+    }
+    m_view.OnKey(Qt::Key_Return, {});
+    EXPECT_EQ(m_played, "gamma ");
+    m_view.OnKey(Qt::Key_Return, Qt::ShiftModifier); // sorts: the focus is in a title
+    EXPECT_EQ(Rows(), "Mine (0/3) alpha [beta] [gamma] All (0/2) two one");
+    Click(2, 0);
+    Click(1, 1);
+    m_view.OnKey(Qt::Key_Return, {});
+    m_view.OnKey(Qt::Key_Space, {}); // of a folded list there is nothing to check
+    EXPECT_EQ(Rows(), "[Mine (1/3)] All (0/2) two one");
+}
+
+TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
+    m_all[1]->m_strArtist = QStringLiteral("New");
+    m_view.RefreshRows(1, &m_all, 1);
+    EXPECT_EQ(Text(7, 2), u"New");
+    m_view.SetTrackStatus(QStringLiteral("/Mine/gamma.mp3"), QStringLiteral("Copying"));
+    EXPECT_EQ(Text(3, 8) + Text(6, 8), u"Copying");
     const auto images = [&] {
-        const int last = m_grid.GetColumnCount() - 1;
-        return std::pair(m_grid.GetCell(1, last)->GetImage(), m_grid.GetCell(5, last)->GetImage());
+        return std::pair(m_grid.GetCell(1, 8)->GetImage(), m_grid.GetCell(5, 8)->GetImage());
     };
     m_view.ShowPlayingList(m_all.m_iId);
-    EXPECT_EQ(images(), std::pair(1, 7));
     m_view.ShowPlayingList(m_collection.m_iId);
     EXPECT_EQ(images(), std::pair(7, 2));
     m_view.FillGrid();
     EXPECT_EQ(images(), std::pair(7, 2));
     m_view.ShowPlayingList(-1);
     EXPECT_EQ(images(), std::pair(1, 2));
-}
-
-TEST_F(TrackViewTest, SpaceChecksTheSelectionAndEnterDoesWhatADoubleClickDoes) {
-    const auto checks = [&] {
-        return QStringLiteral("%1%2%3").arg(IsChecked(2)).arg(IsChecked(3)).arg(IsChecked(4));
-    };
-    EXPECT_FALSE(m_view.OnKey(Qt::Key_X, {}));
-    EXPECT_TRUE(m_view.OnKey(Qt::Key_Enter, {})); // no row has the focus
-    Click(3, 0);
-    Click(2, 1);
-    Click(3, 1, Qt::ShiftModifier);
-    for (const auto* after : {u"110", u"000", u"110"}) { // the first finds one of them checked
-        EXPECT_TRUE(m_view.OnKey(Qt::Key_Space, {}));
-        EXPECT_EQ(checks(), after);
-    }
-    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (2/3)"));
-    m_view.OnKey(Qt::Key_Return, {});
-    EXPECT_EQ(m_played, "gamma ");
-    for (const auto* sorted : {u"alpha beta gamma", u"gamma beta alpha"}) {
-        m_view.OnKey(Qt::Key_Return, Qt::ShiftModifier); // the focus is in a title
-        EXPECT_EQ(Titles(2, 3), sorted);
-    }
-    Click(1, 1);
-    m_view.OnKey(Qt::Key_Return, {});
-    EXPECT_EQ(m_grid.GetRowCount(), 5);
-    m_view.OnKey(Qt::Key_Space, {}); // of a folded list there is nothing to check
-    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (2/3)"));
-}
-
-TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
-    m_all[1]->m_strArtist = QStringLiteral("New");
-    m_view.RefreshRows(1, &m_all, 1);
-    EXPECT_EQ(Text(7, 2), QStringLiteral("New"));
-    m_view.SetTrackStatus(QStringLiteral("/c/gamma.mp3"), QStringLiteral("Copying"));
-    EXPECT_EQ(Text(3, 8), QStringLiteral("Copying"));
-    EXPECT_TRUE(Text(6, 8).isEmpty());
 
     // What is not on screen is passed over.
+    Add(m_collection, "without a row yet");
+    m_view.RefreshRows(1, &m_collection, 3);
+    Click(5, 2);
+    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
     m_all.m_bExpanded = 0;
     m_view.FillGrid();
     for (const int index : {0, 2, -2})
         m_view.RefreshRows(1, &m_all, index);
     m_view.RefreshRows(1, &m_playlist, -1);
     m_view.RefreshRows(1, nullptr, 0);
-    EXPECT_EQ(TitleText(5), QStringLiteral("All (0/2)"));
+    EXPECT_EQ(Text(6, 8), u"All (0/2)");
 }
 
-/// What a section and the grid hold after tracks came, went or took others' places.
 TEST_F(TrackViewTest, RowsChangeByRange) {
-    const auto hold = [&](const char* titles) {
-        EXPECT_EQ(m_grid.GetRowCount(), 2 + m_all.GetCount() + m_all.m_iTitleRow - 1);
-        EXPECT_EQ(Titles(2, m_all.m_iTitleRow - 2), QString::fromLatin1(titles));
-        for (int row = 2; row < m_all.m_iTitleRow; ++row) {
-            EXPECT_EQ(m_grid.GetCell(row, 1)->GetBackClr(),
-                      row % 2 ? m_collection.m_crRowOdd : m_collection.m_crRowEven);
-        }
-    };
-    const auto remove = [&](const char* title) {
+    const auto remove = [this](const char* part) {
         m_view.OnTracksRemoved(m_collection, m_collection.RemoveIf([&](const CTrackRecord& track) {
-            return track.m_strTitle.contains(QLatin1String(title));
+            return track.m_strTitle.contains(QLatin1String(part));
         }));
     };
     m_grid.show();
@@ -378,64 +284,53 @@ TEST_F(TrackViewTest, RowsChangeByRange) {
     Click(7, 1);
     const int wide = m_grid.GetColumnWidth(1);
     const std::string text(60, 'm');
-    AddTrack(m_collection, text.c_str(), "/c/");
-    AddTrack(m_collection, "last", "/c/");
+    Add(m_collection, text.c_str());
+    Add(m_collection, "last");
     m_view.OnTracksAppended(m_collection, 3);
-    hold(("beta gamma alpha " + text + " last").c_str());
-    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (0/5)"));
+    EXPECT_EQ(Rows(), "Mine (0/5) beta gamma alpha " + text + " last All (0/2) two [one]");
     EXPECT_GT(m_grid.GetColumnWidth(1), wide);
-    EXPECT_EQ(m_grid.GetColumnWidth(2), 77);
-    EXPECT_EQ(SelectedRows(), "9");
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{9, 1}));
     remove("mmm");
-    hold("beta gamma alpha last");
     m_view.FitColumns();
     EXPECT_EQ(m_grid.GetColumnWidth(1), wide);
     EXPECT_EQ(m_grid.GetColumnWidth(2), 77);
 
     Click(3, 2);
     remove("gamma");
-    hold("beta alpha last");
-    EXPECT_EQ(TitleText(1), QStringLiteral("Mine (0/3)"));
+    EXPECT_EQ(Rows(), "Mine (0/3) beta alpha last All (0/2) two one");
+    for (int row = 2; row < 5; ++row)
+        EXPECT_EQ(Back(row), row % 2 ? m_collection.m_crRowOdd : m_collection.m_crRowEven);
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{3, 2})) << "on the next track";
     EXPECT_EQ(m_all[1]->m_iRow, 7);
     m_view.OnTracksAppended(m_playlist, 0); // not on screen
 
     for (int i = 0; i < 200; ++i)
-        AddTrack(m_collection, i % 2 ? "odd" : "even", "/c/");
+        Add(m_collection, i % 2 ? "odd" : "even");
     m_view.OnTracksAppended(m_collection, 3);
-    m_grid.resize(800, 400);
     m_grid.EnsureVisible(190, 0);
-    const int top = m_grid.GetCellFromPt(m_grid.GetGeometry().Body().topLeft(), false).row;
+    const int top = TopRow();
     m_grid.SetFocusCell({m_all.m_iTitleRow - 1, 1}); // an odd one
     m_grid.SelectRow(m_all.m_iTitleRow - 2, true);
     remove("even"); // many runs
     EXPECT_EQ(m_grid.GetRowCount(), 108);
     EXPECT_EQ(m_grid.GetFocusCell().row, 104);
-    EXPECT_EQ(SelectedRows(), "");
-    EXPECT_NEAR(m_grid.GetCellFromPt(m_grid.GetGeometry().Body().topLeft(), false).row,
-                5 + (top - 5) / 2, 1);
+    EXPECT_NEAR(TopRow(), 5 + (top - 5) / 2, 1);
     remove("odd");
-    hold("beta alpha last");
+    EXPECT_EQ(Rows(), "Mine (0/3) beta alpha last All (0/2) two one");
 }
 
 TEST_F(TrackViewTest, SectionsComeGoAndAreRefilled) {
     Click(7, 1);
     m_collection.ClearAll();
-    AddTrack(m_collection, "new", "/c/");
+    Add(m_collection, "new");
     m_view.RefillSection(m_collection);
-    EXPECT_EQ(m_grid.GetRowCount(), 6);
-    EXPECT_EQ(Text(2, 1), QStringLiteral("new"));
-    EXPECT_EQ(SelectedRows(), "5");
     CMediaList& phone = m_lists.Add(QStringLiteral("Phone"), MEDIA_TYPE_PHONE, 1);
-    AddTrack(phone, "x", "/p/");
+    Add(phone, "x");
     m_view.RefillSection(phone);
-    AddTrack(m_playlist, "song", "/p/");
+    Add(m_playlist, "song");
     m_playlist.m_bVisible = 1;
     m_view.RefillSection(m_playlist); // the first list
-    EXPECT_EQ(TitleText(1), QStringLiteral("Playlist (0/1)"));
-    EXPECT_EQ(Titles(8, 2), QStringLiteral(" x"));
-    EXPECT_EQ(SelectedRows(), "7");
+    EXPECT_EQ(Rows(), "Playlist (0/1) song Mine (0/1) new All (0/2) two [one] Phone (0/1) x");
     EXPECT_EQ(phone[0]->m_iRow, 9);
     m_playlist.m_bVisible = 0;
     m_view.RefillSection(m_playlist);
@@ -443,53 +338,33 @@ TEST_F(TrackViewTest, SectionsComeGoAndAreRefilled) {
     EXPECT_EQ(phone.m_iTitleRow, 6);
     Click(7, 1);
     m_lists.Remove(phone.m_iId);
-    EXPECT_EQ(m_grid.GetRowCount(), 6);
+    EXPECT_EQ(Rows(), "Mine (0/1) new All (0/2) two one");
     EXPECT_EQ(m_view.GetCurrentTrack(), TrackPlace{});
 
-    AddTrack(m_playlist, "another", "/p/");
-    g_bPlaylistOnly = 1;
-    m_view.RefillSection(m_playlist);
-    EXPECT_EQ(m_grid.GetRowCount(), 3);
-    m_playlist.ClearAll();
-    AddTrack(m_playlist, "only", "/p/");
-    m_view.RefillSection(m_playlist);
-    EXPECT_EQ(m_grid.GetRowCount(), 2);
-    EXPECT_EQ(Text(1, 1), QStringLiteral("only"));
-}
-
-TEST_F(TrackViewTest, RowsStayRightWhileAScanAppends) {
-    AddTrack(m_collection, "new", "/c/");
-    Click(5, 2);
-    EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-    m_view.RefreshRows(1, &m_collection, 3);
-    EXPECT_EQ(TitleText(5), QStringLiteral("All (0/2)")) << "the new track has no row yet";
-    EXPECT_EQ(Titles(6, 2), QStringLiteral("two one"));
-}
-
-TEST_F(TrackViewTest, ExclusiveViewHasNoTitles) {
-    AddTrack(m_playlist, "song", "/p/");
     m_playlist.m_bExpanded = 0;
     g_bPlaylistOnly = 1;
     m_view.FillGrid();
-    EXPECT_EQ(m_grid.GetRowCount(), 2);
+    EXPECT_EQ(Rows(), "song");
     Click(1, 0);
-    EXPECT_TRUE(IsChecked(1));
-    m_view.RefreshRows(1, &m_playlist, -1);
-    EXPECT_EQ(Titles(1, 1), QStringLiteral("song")) << "there is no title to write";
+    m_view.RefreshRows(1, &m_playlist, -1); // there is no title to write
+    EXPECT_EQ(Rows(), "[song*]");
+    m_playlist.ClearAll();
+    Add(m_playlist, "only");
+    m_view.RefillSection(m_playlist);
+    EXPECT_EQ(Rows(), "only");
 }
 
 TEST_F(TrackViewTest, ActivatedListComesIntoSight) {
     for (int i = 0; i < 50; ++i) {
-        AddTrack(m_collection, "more", "/c/");
-        AddTrack(m_all, "more", "/a/");
+        Add(m_collection, "more");
+        Add(m_all, "more");
     }
     m_grid.show();
     m_view.FillGrid();
     m_view.ActivateList(m_all.m_iId);
     m_view.ScrollToList(m_all.m_iId);
     EXPECT_EQ(m_lists.GetActiveList(), &m_all);
-    EXPECT_EQ(m_grid.GetCellRect({m_all.m_iTitleRow, 0}).top(),
-              m_grid.GetCellRect({0, 0}).bottom() + 1);
+    EXPECT_EQ(TopRow(), m_all.m_iTitleRow);
 
     g_bSelectionOnly = 1;
     m_view.ActivateList(m_collection.m_iId);

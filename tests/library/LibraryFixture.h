@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Language.h"
+#include "grid/GridCellCheck.h"
 #include "grid/GridCtrl.h"
 #include "library/CommandMap.h"
 #include "library/CommandState.h"
@@ -13,6 +14,7 @@
 #include "library/TrackFile.h"
 #include "library/TrackView.h"
 #include "library/ViewCommands.h"
+#include "platform/Path.h"
 #include "platform/Worker.h"
 #include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
@@ -20,15 +22,20 @@
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/ScriptedPrompts.h"
 
+#include <QTest>
 #include <gtest/gtest.h>
 
-/// All commands over lists of real files in a folder, shown in a real grid.
-class CommandsFixture : public ::testing::Test, protected ICommandDisplay {
+/// All commands over lists of files, shown in a real grid. Its rows: 0 the header, 1 the title of
+/// the collection and, after its tracks, that of All Music.
+class LibraryFixture : public ::testing::Test, protected ICommandDisplay {
 protected:
-    CommandsFixture() {
+    LibraryFixture() {
         SetLanguageFile(QString()); // texts are their own keys
         m_lists.SetLocation(m_collection, m_folder);
         m_scanner.Listen(m_messages);
+        m_grid.SetNotifyHandler(
+            [this](GridNotification& notification) { m_view.OnNotify(notification); });
+        m_grid.resize(900, 400);
         m_view.SetEditHandler(
             [this](const CMediaList& list, int index, TrackText text, const QString& typed) {
                 m_trackCommands.StoreText(list, index, text, typed);
@@ -37,10 +44,10 @@ protected:
         m_collection.m_bActive = 1;
         m_view.FillGrid();
     }
-    ~CommandsFixture() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
+    ~LibraryFixture() override { g_bPlaylistOnly = g_bSelectionOnly = 0; }
 
-    /// Appends a file to a list that shows no rows yet.
-    void Append(CMediaList& list, const QString& path, int checked = 0) {
+    /// Appends a file, which need not be there; no row is made.
+    static void Append(CMediaList& list, const QString& path, int checked = 0) {
         CMediaFileRequest request;
         request.m_strPath = path;
         request.m_bChecked = checked;
@@ -72,23 +79,47 @@ protected:
             list[index]->m_bChecked = 1;
         m_state.UpdateCommands();
     }
-    /// As a click on its row does.
-    void Click(const CMediaList& list, int index) {
-        GridNotification click{.code = NM_CLICK, .row = list[index]->m_iRow, .col = 1};
-        m_view.OnNotify(click);
+    void Click(int row, int col, Qt::KeyboardModifiers keys = {},
+               Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(m_grid.viewport(), button, keys, m_grid.GetCellRect({row, col}).center());
+    }
+    void Click(const CMediaList& list, int index) { Click(list[index]->m_iRow, 1); }
+    void Press(Qt::Key key) { QTest::keyClick(&m_grid, key); }
+    /// Opens the editor of a cell, and types another text into it.
+    void Type(CCellID cell, const QString& text) {
+        m_grid.SetFocusCell(cell);
+        Press(Qt::Key_F2);
+        ASSERT_TRUE(m_grid.IsEditing());
+        QTest::keyClick(m_grid.focusWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(m_grid.focusWidget(), Qt::Key_Delete);
+        QTest::keyClicks(m_grid.focusWidget(), text);
+    }
+    [[nodiscard]] QString Text(int row, int col) const {
+        return m_grid.GetCell(row, col)->GetText();
+    }
+    /// Titles and tracks as the grid shows them: those checked with a "*", selected ones in [].
+    [[nodiscard]] std::string Rows() const {
+        QStringList rows;
+        for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+            const auto* check = dynamic_cast<const CGridCellCheck*>(m_grid.GetCell(row, 0));
+            const QString text = Text(row, check ? 1 : m_grid.GetColumnCount() - 1) +
+                                 QString(check && check->GetCheck(), u'*');
+            rows += m_grid.GetCell(row, 1)->IsSelected() ? u'[' + text + u']' : text;
+        }
+        return rows.join(u' ').toStdString();
     }
     /// File names of the records, those that are checked with a "*".
     [[nodiscard]] static std::string Names(const CMediaList& list) {
         QStringList names;
         for (int index = 0; index < list.GetCount(); ++index)
-            names += list[index]->m_strPath.section(u'/', -1) +
-                     (list[index]->m_bChecked ? QStringLiteral("*") : QString());
+            names +=
+                Path::FileName(list[index]->m_strPath) + QString(list[index]->m_bChecked, u'*');
         return names.join(u' ').toStdString();
     }
 
     void EnableCommand(int command, bool enable) override { m_enabled[command] = enable; }
     void MarkCommand(int command) override { m_marked = command; }
-    void ShowCopyDirection(bool) override {}
+    void ShowCopyDirection(bool phone) override { m_isToPhone = phone; }
 
     ScratchFolder m_scratch;
     const QString m_folder = m_scratch.MakeFolder(QStringLiteral("Mine"));
@@ -116,4 +147,5 @@ protected:
 
     std::map<int, bool> m_enabled;
     int m_marked = 0;
+    bool m_isToPhone = false;
 };

@@ -1,8 +1,6 @@
 #include "grid/GridAccessible.h"
 
-#include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
-#include "grid/GridCellNull.h"
 #include "tests/grid/GridFixture.h"
 
 #include <QAccessible>
@@ -24,14 +22,6 @@ QAccessibleInterface* CellOf(const std::unique_ptr<CGridCtrl>& grid, int row, in
 
 qsizetype KnownCells(const std::unique_ptr<CGridCtrl>& grid) {
     return static_cast<GridAccessible*>(TableOf(grid))->CountKnownCells();
-}
-
-void MakeTitle(CGridCtrl& grid, int row) {
-    const int last = grid.GetColumnCount() - 1;
-    for (int col = 0; col < last; ++col)
-        grid.SetCellType(row, col, RuntimeClass<CGridCellNull>);
-    grid.SetCellType(row, last, RuntimeClass<CGridCellBar>);
-    grid.GetCell(row, last)->SetText(QStringLiteral("Title"));
 }
 
 CGridCellCheck* MakeCheck(CGridCtrl& grid, int row, int col) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "grid/GridAccessible.h"
+#include "grid/GridCellBar.h"
+#include "grid/GridCellNull.h"
 #include "grid/GridCtrl.h"
 #include "tests/fixtures/Printers.h"
 
@@ -52,10 +54,18 @@ inline std::vector<std::function<void(CGridCtrl&)>> Rebuilds() {
         [](CGridCtrl& grid) { grid.SetRowCount(3); },
         [](CGridCtrl& grid) { grid.SetColumnCount(7); },
         [](CGridCtrl& grid) { grid.SetFixedRowCount(3); },
-        [](CGridCtrl& grid) { grid.SetFixedColumnCount(1); },
         [](CGridCtrl& grid) { grid.SortItems(nullptr, 0, true); },
         [](CGridCtrl& grid) { grid.DeleteAllItems(); },
     };
+}
+
+/// Makes a row one title over its whole width.
+inline void MakeTitle(CGridCtrl& grid, int row) {
+    const int last = grid.GetColumnCount() - 1;
+    for (int col = 0; col < last; ++col)
+        grid.SetCellType(row, col, RuntimeClass<CGridCellNull>);
+    grid.SetCellType(row, last, RuntimeClass<CGridCellBar>);
+    grid.GetCell(row, last)->SetText(QStringLiteral("Title"));
 }
 
 inline QString TextAt(const CGridCtrl& grid, int row, int col) {

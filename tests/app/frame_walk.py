@@ -49,7 +49,6 @@ class Walk:
     def __init__(self, cleanup, scratch, _home):
         self.screen = Screen(cleanup, scratch, SCREEN)
         self.deck = TrackDeck(PROGRAM, self.screen, cleanup, SCALE)
-        self.mini_place = None
 
     def geometry(self):
         return self.screen.geometry(self.deck.window)
@@ -146,19 +145,9 @@ class Walk:
         self.double_click_caption()
         self.deck.wait_for_geometry(MINI_SIZE, mini_place)
         _, (left, top) = self.drag(CAPTION, (STEP, -STEP))
-        self.mini_place = (left + STEP, top - STEP)
-        self.deck.wait_for_geometry(MINI_SIZE, self.mini_place)
+        self.deck.wait_for_geometry(MINI_SIZE, (left + STEP, top - STEP))
         self.click_button(TO_NORMAL)
         self.deck.wait_for_geometry(size, place)
-
-    def mini_player_remembers(self):
-        self.double_click_caption()
-        self.deck.wait_for_geometry(SCREEN, (0, 0))
-        self.click_button(TO_MINI)
-        self.deck.wait_for_geometry(MINI_SIZE, self.mini_place)
-        self.click_button(TO_NORMAL)
-        self.deck.wait_for_geometry(SCREEN, (0, 0))
-        self.double_click_caption()
 
     def close_button_ends(self):
         self.click_button(CLOSE)
@@ -172,7 +161,6 @@ class Walk:
         (minimizes_and_comes_back, "the button minimizes it, and it comes back"),
         (maximizes, "a double click and the button maximize and restore it"),
         (mini_player_comes_and_goes, "the mini player comes, is moved, and goes"),
-        (mini_player_remembers, "the mini player goes back to a maximized window"),
         (close_button_ends, "the close button ends the program"),
     ]
 

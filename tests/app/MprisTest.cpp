@@ -11,6 +11,7 @@
 #include "tests/fixtures/Pictures.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/PrivateBus.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
 #include "tests/player/RecordingDisplay.h"
@@ -26,7 +27,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
-#include <QTest>
 #include <QUrl>
 #include <gtest/gtest.h>
 
@@ -90,7 +90,7 @@ public:
 
     /// Names of the properties in the next message of changes.
     QString NextChange() {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !m_changes.isEmpty(); }));
+        EXPECT_TRUE(RunUntil([this] { return !m_changes.isEmpty(); }));
         return m_changes.isEmpty() ? QString() : m_changes.takeFirst();
     }
 
@@ -138,17 +138,17 @@ protected:
     void Start() {
         m_panel.emplace(m_bus.Address());
         m_mpris->Start(m_bus.Address());
-        ASSERT_TRUE(QTest::qWaitFor([this] { return m_panel->SeesService(); }));
+        ASSERT_TRUE(RunUntil([this] { return m_panel->SeesService(); }));
     }
     void StartPlaying(int index = 0) {
         Start();
         m_transport.PlayTrack(m_list, index);
         m_panel->NextChange();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return m_panel->Get("CanSeek").toBool(); }));
+        ASSERT_TRUE(RunUntil([this] { return m_panel->Get("CanSeek").toBool(); }));
         m_panel->m_changes.clear();
     }
     static void WaitForThread(const char* name) {
-        EXPECT_TRUE(QTest::qWaitFor([name] { return !HasThread(::getpid(), name); }, 60'000));
+        EXPECT_TRUE(RunUntil([name] { return !HasThread(::getpid(), name); }));
         QCoreApplication::processEvents();
     }
 
@@ -236,7 +236,7 @@ TEST_F(MprisTest, ChangesAloneAreTold) {
 
     m_mpris->Update(); // nothing has changed
     m_player.SeekTo(7 * kMediaSecond);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !m_panel->m_seeks.isEmpty(); }));
+    EXPECT_TRUE(RunUntil([this] { return !m_panel->m_seeks.isEmpty(); }));
     EXPECT_EQ(m_panel->m_seeks, QList<qlonglong>{7 * kSecond});
     EXPECT_TRUE(m_panel->m_changes.isEmpty());
     EXPECT_EQ(m_panel->Get("Position"), QVariant(7 * kSecond));
@@ -300,7 +300,7 @@ TEST_F(MprisTest, CoverIsAFileWhileItsTrackPlays) {
     ASSERT_EQ(WriteTrackArtwork(path, MakePicture("jpeg", {20, 12})), 0);
     const auto files = [this] { return QDir(m_covers).entryList(QDir::Files).size(); };
     StartPlaying();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !m_panel->Cover().isEmpty(); }));
+    ASSERT_TRUE(RunUntil([this] { return !m_panel->Cover().isEmpty(); }));
     EXPECT_EQ(QImage(m_panel->Cover()).size(), QSize(20, 12));
     EXPECT_EQ(files(), 1);
 

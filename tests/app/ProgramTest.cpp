@@ -1,9 +1,9 @@
 #include "library/FolderScan.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QThread>
 #include <gtest/gtest.h>
@@ -16,19 +16,7 @@
 namespace {
 
 constexpr int kPatience = 30'000; // ms
-
-/// Waits until `test` holds; false if that takes too long.
-template <typename Test>
-bool RunsUntil(Test test) {
-    QElapsedTimer waited;
-    waited.start();
-    while (!test()) {
-        if (waited.elapsed() > kPatience)
-            return false;
-        QThread::msleep(1);
-    }
-    return true;
-}
+constexpr const char* kFolders[] = {"home", "tmp", "runtime", "program"};
 
 /// True while a thread of the program walks folders.
 bool IsScanning(const QProcess& program) {
@@ -40,7 +28,7 @@ bool IsScanning(const QProcess& program) {
 class Home {
 public:
     Home() {
-        for (const char* folder : {"home", "tmp", "runtime", "program"})
+        for (const char* folder : kFolders)
             m_scratch.MakeFolder(QString::fromLatin1(folder));
         std::filesystem::permissions(File("runtime").toStdString(),
                                      std::filesystem::perms::owner_all);
@@ -76,10 +64,10 @@ public:
     /// Everything below the folders that the program may write to.
     [[nodiscard]] std::set<std::string> Listing() const {
         std::set<std::string> names;
-        for (const char* folder : {"home", "tmp", "runtime", "program"})
+        for (const char* folder : kFolders)
             for (const auto& entry :
                  std::filesystem::recursive_directory_iterator(File(folder).toStdString()))
-                names.insert(entry.path().lexically_relative(m_scratch.Path().toStdString()));
+                names.insert(entry.path());
         return names;
     }
 
@@ -92,11 +80,11 @@ private:
 TEST(ProgramTest, KilledInMidScanItLeavesNoTraceAndIsInNobodysWay) {
     const Home home;
     std::set<std::string> expected = home.Listing();
-    expected.insert("tmp/VTD_CDMA");
+    expected.insert(home.File("tmp/VTD_CDMA").toStdString());
     int killedInScan = 0;
     for (const unsigned long delay : {0, 20, 60, 120}) {
         const auto program = home.Start();
-        ASSERT_TRUE(RunsUntil([&] { return IsScanning(*program); }));
+        ASSERT_TRUE(RunUntil([&] { return IsScanning(*program); }));
         QThread::msleep(delay);
         killedInScan += IsScanning(*program);
         program->kill();
@@ -106,7 +94,7 @@ TEST(ProgramTest, KilledInMidScanItLeavesNoTraceAndIsInNobodysWay) {
     EXPECT_GE(killedInScan, 2) << "most scans were over before the kill";
 
     const auto first = home.Start();
-    ASSERT_TRUE(RunsUntil([&] { return IsScanning(*first); }));
+    ASSERT_TRUE(RunUntil([&] { return IsScanning(*first); }));
     const auto second = home.Start();
     ASSERT_TRUE(second->waitForFinished(kPatience));
     EXPECT_EQ(second->exitStatus(), QProcess::NormalExit);

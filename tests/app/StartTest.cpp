@@ -3,7 +3,6 @@
 #include "base/Language.h"
 #include "base/Settings.h"
 #include "dialogs/ScanPCDlg.h"
-#include "dialogs/ScanningDlg.h"
 #include "grid/GridCtrl.h"
 #include "platform/KeyValueStore.h"
 #include "tags/TrackTags.h"
@@ -102,12 +101,12 @@ protected:
         GetSettings().m_strSearchDir = home->scratch.File(QStringLiteral("Elsewhere"));
         QTimer hands; // on the two dialogs, which wait for them
         QObject::connect(&hands, &QTimer::timeout, &hands, [&] {
-            if (auto* options = dynamic_cast<CScanPCDlg*>(QApplication::activeModalWidget())) {
+            auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dynamic_cast<CScanPCDlg*>(modal)) {
                 meanwhile();
-                options->accept();
-            } else if (auto* scan = dynamic_cast<CScanningDlg*>(QApplication::activeModalWidget());
-                       scan && scan->windowTitle() == LoadString(IDS_SCAN_COMPLET)) {
-                scan->reject();
+                modal->accept();
+            } else if (modal && modal->windowTitle() == LoadString(IDS_SCAN_COMPLET)) {
+                modal->reject();
             }
         });
         hands.start(5);

@@ -8,6 +8,7 @@
 #include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/fixtures/Pictures.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
 
@@ -15,7 +16,6 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QTest>
 #include <QUrl>
 #include <gtest/gtest.h>
 
@@ -55,11 +55,11 @@ protected:
     /// Runs the event loop until another picture is shown, and returns its size.
     [[nodiscard]] QSize NextPicture() {
         const QImage before = m_field.GetPicture();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return m_field.GetPicture() != before; }, 60'000));
+        EXPECT_TRUE(RunUntil([&] { return m_field.GetPicture() != before; }));
         return m_field.GetPicture().size();
     }
     [[nodiscard]] bool Shows(QSize size) {
-        return QTest::qWaitFor([&] { return m_field.GetPicture().size() == size; }, 60'000);
+        return RunUntil([&] { return m_field.GetPicture().size() == size; });
     }
     static void WaitForReader() {
         while (HasThread(::getpid(), "artwork"))
@@ -89,7 +89,7 @@ protected:
     bool HasFailed() {
         bool isDone = false;
         m_writer.Run([&isDone] { return [&isDone] { isDone = true; }; });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return isDone; }, 60'000));
+        EXPECT_TRUE(RunUntil([&] { return isDone; }));
         return !std::exchange(m_status.news, {}).isEmpty();
     }
     bool DropFile(const QByteArray& content, const char* name = "dropped.jpg") {
@@ -125,7 +125,6 @@ TEST_F(TrackArtworkTest, PictureStaysUntilThatOfTheNextTrackComes) {
 TEST_F(TrackArtworkTest, OwnerMayGoWhileAPictureIsRead) {
     m_artwork.reset();
     WaitForReader();
-    QCoreApplication::processEvents();
     m_artwork.emplace(m_lists, m_field, m_writer, m_status).ShowTrack(m_list, 0);
     WaitForReader();
     m_artwork.reset(); // the picture is on its way
@@ -152,8 +151,7 @@ TEST_F(TrackArtworkTest, OtherDropsChangeNothing) {
     const QByteArray jpeg = MakePicture("jpeg", kOther);
     EXPECT_FALSE(Drop({}));
     EXPECT_FALSE(Drop({QUrl(QStringLiteral("https://example.org/a.jpg"))}));
-    for (const QString& file : {m_scratch.Path(), m_scratch.File(QStringLiteral("none.jpg"))})
-        EXPECT_TRUE(Drop({QUrl::fromLocalFile(file)}) && HasFailed());
+    EXPECT_TRUE(Drop({QUrl::fromLocalFile(m_scratch.Path())}) && HasFailed());
     for (const QByteArray& file : {MakePicture("png", {20, 10}), jpeg.first(100), QByteArray()})
         EXPECT_TRUE(DropFile(file) && HasFailed());
 

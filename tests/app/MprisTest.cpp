@@ -245,8 +245,10 @@ TEST_F(MprisTest, ChangesAloneAreTold) {
 TEST_F(MprisTest, SeeksStayInsideTheTrack) {
     StartPlaying(1);
     constexpr qlonglong kMost = std::numeric_limits<qlonglong>::max();
-    constexpr qlonglong kSeeks[][2] = {
-        {10 * kSecond, 60 * kSecond}, {50 * kSecond, 100 * kSecond}, {-kMost - 1, 0}};
+    constexpr qlonglong kSeeks[][2] = {{10 * kSecond, 60 * kSecond},
+                                       {-20 * kSecond, 30 * kSecond},
+                                       {50 * kSecond, 100 * kSecond},
+                                       {-kMost - 1, 0}};
     for (const auto& [offset, position] : kSeeks) {
         m_graphs.current->position = 50 * kMediaSecond;
         m_panel->Call("Seek", {offset});
@@ -317,6 +319,7 @@ TEST_F(MprisTest, CoverIsAFileWhileItsTrackPlays) {
 
 TEST_F(MprisTest, DoesWithoutABus) {
     const std::function<void()> kStarts[] = {
+        [this] { m_mpris->Start(QStringLiteral("unix:path=/nowhere")); },
         [this] { m_mpris->Start(QStringLiteral("\u00E9=,;")); },
         [this] { // the name is taken
             m_panel.emplace(m_bus.Address());

@@ -166,6 +166,10 @@ protected:
         m_pGraph->SetNotify(m_messages.Address(), 1);
         m_pGraph->Render(path, route);
     }
+    void Play(const char* name) {
+        Render(MediaFile(QString::fromLatin1(name)));
+        m_pGraph->Run();
+    }
     [[nodiscard]] bool WaitFor(Code code, int longest = kLongestEnd) {
         return RunUntil([&] { return Count(code) > 0; }, longest);
     }
@@ -329,9 +333,8 @@ TEST_F(GstMediaGraphTest, NamesThePackageOfADecoderThatIsMissing) {
 
 TEST_F(GstMediaGraphTest, IsAsLoudAsItIsTold) {
     UseTestSink();
-    Render(MediaFile(QStringLiteral("tagged.m4a")));
+    Play("tagged.m4a");
     m_pGraph->PutVolume(0);
-    m_pGraph->Run();
     ASSERT_TRUE(WaitForPosition(0.1));
     const int full = loudest;
     EXPECT_GT(full, 8000);
@@ -346,8 +349,7 @@ TEST_F(GstMediaGraphTest, IsAsLoudAsItIsTold) {
 
 TEST_F(GstMediaGraphTest, ADeviceThatFailsIsNoFaultOfTheFile) {
     UseTestSink();
-    Render(MediaFile(QStringLiteral("untagged.mp3")));
-    m_pGraph->Run();
+    Play("untagged.mp3");
     ASSERT_TRUE(WaitForPosition(0.1));
     GST_ELEMENT_ERROR(lastSink.load(), RESOURCE, WRITE, ("unplugged"), (nullptr));
     EXPECT_TRUE(WaitFor(Code::DeviceFailed));
@@ -357,14 +359,10 @@ TEST_F(GstMediaGraphTest, ADeviceThatFailsIsNoFaultOfTheFile) {
 TEST_F(GstMediaGraphTest, OneGraphAtATimeHasTheDevice) {
     UseTestSink();
     mostOpenSinks = 0;
-    const QString sound = MediaFile(QStringLiteral("untagged.mp3"));
-    Render(sound);
-    m_pGraph->Run();
+    Play("untagged.mp3");
     ASSERT_TRUE(WaitFor(Code::Rendered, 20'000));
-    for (int i = 0; i < 20; ++i) {
-        Render(i % 2 ? sound : QStringLiteral("/missing.mp3"));
-        m_pGraph->Run();
-    }
+    for (int i = 0; i < 20; ++i)
+        Play(i % 2 ? "untagged.mp3" : "missing.mp3");
     ASSERT_TRUE(WaitFor(Code::Rendered));
     EXPECT_EQ(mostOpenSinks, 1);
 }
@@ -372,16 +370,14 @@ TEST_F(GstMediaGraphTest, OneGraphAtATimeHasTheDevice) {
 TEST_F(GstMediaGraphTest, AStuckDeviceHoldsUpNobody) {
     UseTestSink();
     stickSinks = true;
-    Render(MediaFile(QStringLiteral("untagged.mp3")));
-    m_pGraph->Run();
+    Play("untagged.mp3");
     ASSERT_TRUE(RunUntil([] { return stuckSinks == 1; }));
     m_pGraph->Pause();
     m_pGraph->SetPositions(Position(1.0));
     m_pGraph->Stop();
     m_pGraph->Run();
     stickSinks = false;
-    Render(MediaFile(QStringLiteral("tagged.m4a"))); // leaves the other one behind
-    m_pGraph->Run();
+    Play("tagged.m4a"); // leaves the other one behind
     EXPECT_TRUE(WaitFor(Code::Rendered));
     EXPECT_EQ(stuckSinks, 1);
     m_pGraph.reset();

@@ -6,10 +6,12 @@
 #include "player/MediaPlayer.h"
 #include "player/Transport.h"
 #include "tags/TrackTags.h"
+#include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/fixtures/Pictures.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/PrivateBus.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
 #include "tests/player/RecordingDisplay.h"
@@ -25,7 +27,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
-#include <QTest>
 #include <QUrl>
 #include <gtest/gtest.h>
 
@@ -45,10 +46,6 @@ constexpr QLatin1String kPlayer("org.mpris.MediaPlayer2.Player");
 constexpr QLatin1String kProperties("org.freedesktop.DBus.Properties");
 
 constexpr qlonglong kSecond = 1'000'000; // of the bus
-
-QStringList Names(const char* text) {
-    return QString::fromLatin1(text).split(u' ');
-}
 
 /// A panel of the desktop: it asks, commands, and hears what it is told.
 class Panel : public QObject {
@@ -87,26 +84,25 @@ public:
     }
     QVariant Get(const char* property) { return GetAll().value(QLatin1String(property)); }
     QVariantMap Metadata() { return qdbus_cast<QVariantMap>(Get("Metadata")); }
-    QVariant TrackId() { return Metadata().value(QStringLiteral("mpris:trackid")); }
-    QString Cover() {
-        return QUrl(Metadata().value(QStringLiteral("mpris:artUrl")).toString()).toLocalFile();
-    }
+    QVariant Told(const char* key) { return Metadata().value(QLatin1String(key)); }
+    QVariant TrackId() { return Told("mpris:trackid"); }
+    QString Cover() { return Told("mpris:artUrl").toUrl().toLocalFile(); }
 
     /// Names of the properties in the next message of changes.
-    QStringList NextChange() {
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !m_changes.isEmpty(); }));
-        return m_changes.isEmpty() ? QStringList() : m_changes.takeFirst().keys();
+    QString NextChange() {
+        EXPECT_TRUE(RunUntil([this] { return !m_changes.isEmpty(); }));
+        return m_changes.isEmpty() ? QString() : m_changes.takeFirst();
     }
 
     QDBusConnection m_bus;
-    QList<QVariantMap> m_changes;
+    QStringList m_changes;
     QList<qlonglong> m_seeks;
 
 private Q_SLOTS:
     void OnChanged(const QString& interface, const QVariantMap& changed, const QStringList& lost) {
         EXPECT_EQ(interface, QString(kPlayer));
         EXPECT_TRUE(lost.isEmpty());
-        m_changes += changed;
+        m_changes += changed.keys().join(u' ');
     }
     void OnSeeked(qlonglong position) { m_seeks += position; }
 };
@@ -121,8 +117,8 @@ protected:
             AddTrack(QString::fromLatin1(name));
         m_list.m_bActive = 1;
         m_mpris.emplace(m_transport, m_player,
-                        MprisWindow{[this] { m_done += QStringLiteral("raise"); },
-                                    [this] { m_done += QStringLiteral("quit"); },
+                        MprisWindow{[this] { m_done += QStringLiteral("raise "); },
+                                    [this] { m_done += QStringLiteral("quit "); },
                                     [this] { return m_nVolume; },
                                     [this](int volume) {
                                         m_nVolume = volume;
@@ -136,27 +132,23 @@ protected:
     }
 
     CTrackRecord& AddTrack(const QString& name) {
-        auto track = std::make_unique<CTrackRecord>();
-        track->m_strTitle = name;
-        track->m_strPath = m_scratch.File(name + QStringLiteral(".mp3"));
-        m_list.Append(std::move(track));
-        return *m_list[m_list.GetCount() - 1];
+        return ::AddTrack(m_list, m_scratch.File(name + QStringLiteral(".mp3")), name);
     }
     /// Goes to the bus, where a panel waits.
     void Start() {
         m_panel.emplace(m_bus.Address());
         m_mpris->Start(m_bus.Address());
-        ASSERT_TRUE(QTest::qWaitFor([this] { return m_panel->SeesService(); }));
+        ASSERT_TRUE(RunUntil([this] { return m_panel->SeesService(); }));
     }
     void StartPlaying(int index = 0) {
         Start();
         m_transport.PlayTrack(m_list, index);
         m_panel->NextChange();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return m_panel->Get("CanSeek").toBool(); }));
+        ASSERT_TRUE(RunUntil([this] { return m_panel->Get("CanSeek").toBool(); }));
         m_panel->m_changes.clear();
     }
     static void WaitForThread(const char* name) {
-        EXPECT_TRUE(QTest::qWaitFor([name] { return !HasThread(::getpid(), name); }, 60'000));
+        EXPECT_TRUE(RunUntil([name] { return !HasThread(::getpid(), name); }));
         QCoreApplication::processEvents();
     }
 
@@ -172,7 +164,7 @@ protected:
     CMediaPlayer m_player{m_graphs.Factory(), m_messages.Address(), m_display};
     CTransport m_transport{m_lists, m_player, m_view, m_display};
     int m_nVolume = 70;
-    QStringList m_done;
+    QString m_done;
     std::optional<MprisPlayer> m_mpris;
     std::optional<Panel> m_panel;
 };
@@ -181,53 +173,49 @@ protected:
 
 TEST_F(MprisTest, DesktopFindsThePlayer) {
     Start();
-    EXPECT_EQ(m_panel->GetAll(kRoot).keys(),
-              Names("CanQuit CanRaise DesktopEntry HasTrackList Identity SupportedMimeTypes "
-                    "SupportedUriSchemes"));
-    EXPECT_EQ(m_panel->GetAll().keys(),
-              Names("CanControl CanGoNext CanGoPrevious CanPause CanPlay CanSeek LoopStatus "
-                    "MaximumRate Metadata MinimumRate PlaybackStatus Position Rate Shuffle "
-                    "Volume"));
+    EXPECT_EQ(m_panel->GetAll(kRoot).keys().join(u' '),
+              u"CanQuit CanRaise DesktopEntry HasTrackList Identity SupportedMimeTypes "
+              "SupportedUriSchemes");
+    EXPECT_EQ(m_panel->GetAll().keys().join(u' '),
+              u"CanControl CanGoNext CanGoPrevious CanPause CanPlay CanSeek LoopStatus MaximumRate "
+              "Metadata MinimumRate PlaybackStatus Position Rate Shuffle Volume");
     m_panel->Call("Raise", {}, kRoot);
     m_panel->Call("Quit", {}, kRoot);
-    EXPECT_EQ(m_done, Names("raise quit"));
+    EXPECT_EQ(m_done, u"raise quit ");
 }
 
 TEST_F(MprisTest, CommandsDriveTheTransport) {
     Start();
-    for (const QString& step :
-         Names("Next:Stopped: Pause:Stopped: Play:Playing:one Previous:Playing:one "
-               "Next:Playing:two Pause:Paused:two Pause:Paused:two PlayPause:Playing:two "
-               "PlayPause:Paused:two Play:Playing:two Next:Playing:three Next:Playing:three "
-               "Previous:Playing:two Stop:Stopped:two PlayPause:Playing:one")) {
-        m_panel->Call(step.section(u':', 0, 0).toLatin1().constData());
-        const QVariant title = m_panel->Metadata().value(QStringLiteral("xesam:title"));
-        EXPECT_EQ(m_panel->Get("PlaybackStatus").toString() + u':' + title.toString(),
-                  step.section(u':', 1))
-            << step.toStdString();
+    const char* const steps[][2] = {
+        {"Next", "Stopped "},        {"Pause", "Stopped "},        {"Play", "Playing one"},
+        {"Previous", "Playing one"}, {"Next", "Playing two"},      {"Pause", "Paused two"},
+        {"Pause", "Paused two"},     {"PlayPause", "Playing two"}, {"PlayPause", "Paused two"},
+        {"Play", "Playing two"},     {"Next", "Playing three"},    {"Next", "Playing three"},
+        {"Previous", "Playing two"}, {"Stop", "Stopped two"},      {"PlayPause", "Playing one"}};
+    for (const auto& [command, result] : steps) {
+        m_panel->Call(command);
+        const QString title = m_panel->Told("xesam:title").toString();
+        EXPECT_EQ(m_panel->Get("PlaybackStatus").toString() + u' ' + title, QLatin1String(result));
     }
 }
 
 TEST_F(MprisTest, PropertiesAreSetAsFarAsTheyCanBe) {
     Start();
-    const struct {
-        const char* property;
-        QVariant value;
-        int result; ///< the play mode, and for the volume the position of the slider
-    } kSteps[] = {{"Shuffle", true, PLAY_RANDOM},
-                  {"LoopStatus", QStringLiteral("Playlist"), PLAY_RANDOM_CONTINUOUS},
-                  {"LoopStatus", QStringLiteral("Track"), PLAY_RANDOM_CONTINUOUS},
-                  {"Shuffle", false, PLAY_CONTINUOUS},
-                  {"LoopStatus", QStringLiteral("None"), PLAY_SINGLE},
-                  {"Volume", 0.555, 56},
-                  {"Volume", std::nan(""), 56},
-                  {"Volume", QStringList(QStringLiteral("loud")), 56},
-                  {"Volume", -3.0, 0},
-                  {"Volume", std::numeric_limits<double>::infinity(), 100}};
-    for (const auto& step : kSteps) {
-        m_panel->Set(step.property, step.value);
-        EXPECT_EQ(m_nVolume != 70 ? m_nVolume : m_transport.GetPlayMode(), step.result)
-            << step.property;
+    // The result is the play mode, and for the volume the position of the slider.
+    const std::tuple<const char*, QVariant, int> steps[] = {
+        {"Shuffle", true, PLAY_RANDOM},
+        {"LoopStatus", QStringLiteral("Playlist"), PLAY_RANDOM_CONTINUOUS},
+        {"LoopStatus", QStringLiteral("Track"), PLAY_RANDOM_CONTINUOUS},
+        {"Shuffle", false, PLAY_CONTINUOUS},
+        {"LoopStatus", QStringLiteral("None"), PLAY_SINGLE},
+        {"Volume", 0.555, 56},
+        {"Volume", std::nan(""), 56},
+        {"Volume", QStringList(QStringLiteral("loud")), 56},
+        {"Volume", -3.0, 0},
+        {"Volume", std::numeric_limits<double>::infinity(), 100}};
+    for (const auto& [property, value, result] : steps) {
+        m_panel->Set(property, value);
+        EXPECT_EQ(m_nVolume != 70 ? m_nVolume : m_transport.GetPlayMode(), result) << property;
     }
 }
 
@@ -236,19 +224,19 @@ TEST_F(MprisTest, ChangesAloneAreTold) {
     m_transport.Pause();
     m_transport.Play();
     m_transport.Pause();
-    EXPECT_EQ(m_panel->NextChange(), Names("PlaybackStatus"));
+    EXPECT_EQ(m_panel->NextChange(), u"PlaybackStatus");
     m_transport.SetPlayMode(PLAY_RANDOM_CONTINUOUS);
-    EXPECT_EQ(m_panel->NextChange(), Names("CanGoPrevious LoopStatus Shuffle"));
+    EXPECT_EQ(m_panel->NextChange(), u"CanGoPrevious LoopStatus Shuffle");
     m_panel->Set("Volume", 0.3);
-    EXPECT_EQ(m_panel->NextChange(), Names("Volume"));
+    EXPECT_EQ(m_panel->NextChange(), u"Volume");
     m_graphs.duration = 90 * kMediaSecond;
     m_graphs.current->position = 5 * kMediaSecond;
     m_graphs.current->Tell({GraphEvent::Code::LengthChanged});
-    EXPECT_EQ(m_panel->NextChange(), Names("Metadata"));
+    EXPECT_EQ(m_panel->NextChange(), u"Metadata");
 
     m_mpris->Update(); // nothing has changed
     m_player.SeekTo(7 * kMediaSecond);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return !m_panel->m_seeks.isEmpty(); }));
+    EXPECT_TRUE(RunUntil([this] { return !m_panel->m_seeks.isEmpty(); }));
     EXPECT_EQ(m_panel->m_seeks, QList<qlonglong>{7 * kSecond});
     EXPECT_TRUE(m_panel->m_changes.isEmpty());
     EXPECT_EQ(m_panel->Get("Position"), QVariant(7 * kSecond));
@@ -257,18 +245,14 @@ TEST_F(MprisTest, ChangesAloneAreTold) {
 TEST_F(MprisTest, SeeksStayInsideTheTrack) {
     StartPlaying(1);
     constexpr qlonglong kMost = std::numeric_limits<qlonglong>::max();
-    const struct {
-        qlonglong offset;
-        qlonglong position;
-    } kSeeks[] = {{10 * kSecond, 60 * kSecond},
-                  {-20 * kSecond, 30 * kSecond},
-                  {50 * kSecond, 100 * kSecond},
-                  {-51 * kSecond, 0},
-                  {-kMost - 1, 0}};
-    for (const auto& seek : kSeeks) {
+    constexpr qlonglong kSeeks[][2] = {{10 * kSecond, 60 * kSecond},
+                                       {-20 * kSecond, 30 * kSecond},
+                                       {50 * kSecond, 100 * kSecond},
+                                       {-kMost - 1, 0}};
+    for (const auto& [offset, position] : kSeeks) {
         m_graphs.current->position = 50 * kMediaSecond;
-        m_panel->Call("Seek", {seek.offset});
-        EXPECT_EQ(m_panel->Get("Position").toLongLong(), seek.position) << seek.offset;
+        m_panel->Call("Seek", {offset});
+        EXPECT_EQ(m_panel->Get("Position").toLongLong(), position) << offset;
     }
 
     const QVariant id = m_panel->TrackId();
@@ -318,7 +302,7 @@ TEST_F(MprisTest, CoverIsAFileWhileItsTrackPlays) {
     ASSERT_EQ(WriteTrackArtwork(path, MakePicture("jpeg", {20, 12})), 0);
     const auto files = [this] { return QDir(m_covers).entryList(QDir::Files).size(); };
     StartPlaying();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !m_panel->Cover().isEmpty(); }));
+    ASSERT_TRUE(RunUntil([this] { return !m_panel->Cover().isEmpty(); }));
     EXPECT_EQ(QImage(m_panel->Cover()).size(), QSize(20, 12));
     EXPECT_EQ(files(), 1);
 

@@ -1,9 +1,9 @@
 #include "library/FolderScan.h"
 #include "tests/fixtures/Printers.h"
+#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QThread>
 #include <gtest/gtest.h>
@@ -16,19 +16,7 @@
 namespace {
 
 constexpr int kPatience = 30'000; // ms
-
-/// Waits until `test` holds; false if that takes too long.
-template <typename Test>
-bool RunsUntil(Test test) {
-    QElapsedTimer waited;
-    waited.start();
-    while (!test()) {
-        if (waited.elapsed() > kPatience)
-            return false;
-        QThread::msleep(1);
-    }
-    return true;
-}
+constexpr const char* kFolders[] = {"home", "tmp", "runtime", "program"};
 
 /// True while a thread of the program walks folders.
 bool IsScanning(const QProcess& program) {
@@ -39,22 +27,21 @@ bool IsScanning(const QProcess& program) {
 /// only instance, is the test's own.
 class Home {
 public:
-    explicit Home(int tracks) {
-        for (const char* folder : {"home", "tmp", "runtime", "program"})
+    Home() {
+        for (const char* folder : kFolders)
             m_scratch.MakeFolder(QString::fromLatin1(folder));
         std::filesystem::permissions(File("runtime").toStdString(),
                                      std::filesystem::perms::owner_all);
-        std::filesystem::copy_file(PROGRAM, Program().toStdString());
+        std::filesystem::copy_file(PROGRAM, File("program/trackdeck").toStdString());
         m_scratch.Write(QStringLiteral("program/languages/language.lgg"),
                         "[TrackDeck]\nIDS_MAIN_TITLE=" + m_scratch.Path().toUtf8() + "\n");
-        for (int i = 0; i < tracks; ++i)
+        for (int i = 0; i < 3000; ++i)
             m_scratch.Write(QStringLiteral("home/Music/Veltria Track Deck/%1.mp3").arg(i), "x");
     }
 
     [[nodiscard]] QString File(const char* name) const {
         return m_scratch.File(QString::fromLatin1(name));
     }
-    [[nodiscard]] QString Program() const { return File("program/trackdeck"); }
 
     [[nodiscard]] std::unique_ptr<QProcess> Start() const {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -69,7 +56,7 @@ public:
         auto process = std::make_unique<QProcess>();
         process->setProcessEnvironment(environment);
         process->setProcessChannelMode(QProcess::ForwardedChannels);
-        process->start(Program(), QStringList());
+        process->start(File("program/trackdeck"), QStringList());
         EXPECT_TRUE(process->waitForStarted());
         return process;
     }
@@ -77,20 +64,11 @@ public:
     /// Everything below the folders that the program may write to.
     [[nodiscard]] std::set<std::string> Listing() const {
         std::set<std::string> names;
-        for (const char* folder : {"home", "tmp", "runtime", "program"})
+        for (const char* folder : kFolders)
             for (const auto& entry :
                  std::filesystem::recursive_directory_iterator(File(folder).toStdString()))
-                names.insert(entry.path().lexically_relative(m_scratch.Path().toStdString()));
+                names.insert(entry.path());
         return names;
-    }
-
-    /// Starts the program and waits until it has made its scratch folder, on its way to the scan.
-    [[nodiscard]] std::unique_ptr<QProcess> StartAndAwaitScratchFolder() const {
-        const std::filesystem::path folder = File("tmp/VTD_CDMA").toStdString();
-        std::filesystem::remove_all(folder);
-        auto process = Start();
-        EXPECT_TRUE(RunsUntil([&] { return std::filesystem::exists(folder); }));
-        return process;
     }
 
 private:
@@ -99,31 +77,14 @@ private:
 
 } // namespace
 
-TEST(ProgramTest, SecondInstanceEndsAtOnce) {
-    const Home home(0);
-    const auto first = home.StartAndAwaitScratchFolder();
-    const auto second = home.Start();
-    ASSERT_TRUE(second->waitForFinished(kPatience));
-    EXPECT_EQ(second->exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(second->exitCode(), 1);
-    EXPECT_FALSE(first->waitForFinished(0));
-    first->kill();
-    ASSERT_TRUE(first->waitForFinished(kPatience));
-
-    // A killed instance is in nobody's way.
-    const auto next = home.StartAndAwaitScratchFolder();
-    next->kill();
-    EXPECT_TRUE(next->waitForFinished(kPatience));
-}
-
-TEST(ProgramTest, KillInMidScanLeavesTheScratchFolderAlone) {
-    const Home home(3000);
+TEST(ProgramTest, KilledInMidScanItLeavesNoTraceAndIsInNobodysWay) {
+    const Home home;
     std::set<std::string> expected = home.Listing();
-    expected.insert("tmp/VTD_CDMA");
+    expected.insert(home.File("tmp/VTD_CDMA").toStdString());
     int killedInScan = 0;
     for (const unsigned long delay : {0, 20, 60, 120}) {
-        const auto program = home.StartAndAwaitScratchFolder();
-        ASSERT_TRUE(RunsUntil([&] { return IsScanning(*program); }));
+        const auto program = home.Start();
+        ASSERT_TRUE(RunUntil([&] { return IsScanning(*program); }));
         QThread::msleep(delay);
         killedInScan += IsScanning(*program);
         program->kill();
@@ -131,4 +92,14 @@ TEST(ProgramTest, KillInMidScanLeavesTheScratchFolderAlone) {
         EXPECT_EQ(home.Listing(), expected);
     }
     EXPECT_GE(killedInScan, 2) << "most scans were over before the kill";
+
+    const auto first = home.Start();
+    ASSERT_TRUE(RunUntil([&] { return IsScanning(*first); }));
+    const auto second = home.Start();
+    ASSERT_TRUE(second->waitForFinished(kPatience));
+    EXPECT_EQ(second->exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(second->exitCode(), 1);
+    EXPECT_FALSE(first->waitForFinished(0));
+    first->kill();
+    EXPECT_TRUE(first->waitForFinished(kPatience));
 }

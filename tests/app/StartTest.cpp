@@ -3,7 +3,6 @@
 #include "base/Language.h"
 #include "base/Settings.h"
 #include "dialogs/ScanPCDlg.h"
-#include "dialogs/ScanningDlg.h"
 #include "grid/GridCtrl.h"
 #include "platform/KeyValueStore.h"
 #include "tags/TrackTags.h"
@@ -35,6 +34,7 @@ constexpr bool kIsFullSpeed = true;
 
 constexpr int kFiles = 10000;
 constexpr int kLongestGap = 100; // ms
+constexpr QSize kMiniSize(400, 89);
 
 /// A home of the test's own, whose collection has `files` tracks of several kinds.
 struct Home {
@@ -51,8 +51,7 @@ struct Home {
             const std::filesystem::path source = MediaFile(media[i % media.size()]).toStdString();
             const auto album = folder / ("Album " + std::to_string(i / 100));
             std::filesystem::create_directories(album);
-            auto track = album / std::to_string(i);
-            track.replace_extension(source.extension());
+            const auto track = album / (std::to_string(i) + source.extension().string());
             // A link makes no new file, which on some file systems takes longer than the scan.
             std::error_code otherDevice;
             std::filesystem::create_hard_link(source, track, otherDevice);
@@ -98,16 +97,16 @@ protected:
     }
 
     /// Scans a folder for All Music, doing something when the first dialog is up.
-    void Scan(const QString& folder, const std::function<void()>& meanwhile) {
-        GetSettings().m_strSearchDir = folder;
+    void Scan(const std::function<void()>& meanwhile) {
+        GetSettings().m_strSearchDir = home->scratch.File(QStringLiteral("Elsewhere"));
         QTimer hands; // on the two dialogs, which wait for them
         QObject::connect(&hands, &QTimer::timeout, &hands, [&] {
-            if (auto* options = dynamic_cast<CScanPCDlg*>(QApplication::activeModalWidget())) {
+            auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (dynamic_cast<CScanPCDlg*>(modal)) {
                 meanwhile();
-                options->accept();
-            } else if (auto* scan = dynamic_cast<CScanningDlg*>(QApplication::activeModalWidget());
-                       scan && scan->windowTitle() == LoadString(IDS_SCAN_COMPLET)) {
-                scan->reject();
+                modal->accept();
+            } else if (modal && modal->windowTitle() == LoadString(IDS_SCAN_COMPLET)) {
+                modal->reject();
             }
         });
         hands.start(5);
@@ -122,9 +121,12 @@ protected:
                           grid->GetCellRect({row, 1}).center());
     }
 
-    /// Whether the player has found out what documents here are.
-    static bool IsUnplayable(const CTrackRecord& track) {
-        return track.m_strStatus == LoadString(IDS_FEILD_CORRUPT);
+    /// Runs until the player has found out what the documents here are.
+    static bool TurnsOutUnplayable(const CTrackRecord& track) {
+        return RunUntil([&] { return track.m_strStatus == LoadString(IDS_FEILD_CORRUPT); });
+    }
+    [[nodiscard]] const CMediaList& AllMusic() const {
+        return *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
     }
 
     std::optional<Home> home;
@@ -168,35 +170,31 @@ TEST_F(StartTest, WindowComesFirstAndAnswersWhileTheCollectionIsRead) {
 
 TEST_F(StartTest, DocumentFromOutsidePlaysInTheMiniPlayer) {
     Open(1, "outside.mp3");
-    const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
-    ASSERT_TRUE(RunUntil([&] { return all.GetCount() == 1; }));
-    EXPECT_EQ(all[0]->m_strTitle, u"outside");
-    EXPECT_TRUE(all[0]->m_bPlaying);
-    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    ASSERT_TRUE(RunUntil([&] { return AllMusic().GetCount() == 1; }));
+    EXPECT_EQ(AllMusic()[0]->m_strTitle, u"outside");
+    EXPECT_TRUE(AllMusic()[0]->m_bPlaying);
+    EXPECT_EQ(dialog->size(), kMiniSize);
     EXPECT_FALSE(grid->isVisibleTo(&*dialog));
     dialog->show();
-    EXPECT_TRUE(RunUntil([&] { return IsUnplayable(*all[0]); }));
+    EXPECT_TRUE(TurnsOutUnplayable(*AllMusic()[0]));
 }
 
 TEST_F(StartTest, DocumentThatPlaysKeepsTheButtonsWhenTheCollectionIsRead) {
     document = MediaFile(QStringLiteral("vbr.mp3"));
     OpenAndRead(1, 1);
-    const CMediaList* active = dialog->GetLists().GetActiveList();
-    ASSERT_TRUE(active);
-    EXPECT_EQ(active->m_iType, MEDIA_TYPE_ALL);
-    EXPECT_TRUE((*active)[0]->m_bPlaying);
+    EXPECT_EQ(dialog->GetLists().GetActiveList(), &AllMusic());
+    EXPECT_TRUE(AllMusic()[0]->m_bPlaying);
 }
 
 TEST_F(StartTest, DocumentOfTheCollectionPlaysOnceItIsRead) {
     Open(3, "Music/Veltria Track Deck/mine.mp3");
-    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    EXPECT_EQ(dialog->size(), kMiniSize);
     dialog->show();
     ASSERT_TRUE(RunUntil([&] { return grid->GetRowCount() == 3 + 4; }));
     for (int index = 0; index < 4; ++index)
         EXPECT_EQ((*list)[index]->m_bPlaying, (*list)[index]->m_strTitle == u"mine");
-    const int mine = list->FindPath(document);
-    EXPECT_TRUE(RunUntil([&] { return IsUnplayable(*(*list)[mine]); }));
-    EXPECT_EQ(dialog->GetLists().FindListByType(MEDIA_TYPE_ALL)->GetCount(), 0);
+    EXPECT_TRUE(TurnsOutUnplayable(*(*list)[list->FindPath(document)]));
+    EXPECT_EQ(AllMusic().GetCount(), 0);
 }
 
 TEST_F(StartTest, PlaylistFromOutsidePlaysItsTracks) {
@@ -207,11 +205,11 @@ TEST_F(StartTest, PlaylistFromOutsidePlaysItsTracks) {
     OpenAndRead(1, 1);
     const auto bars = dialog->findChildren<QAbstractSlider*>();
     EXPECT_TRUE(RunUntil([&] {
-        return std::any_of(bars.begin(), bars.end(), [](const QAbstractSlider* bar) {
+        return std::ranges::any_of(bars, [](const QAbstractSlider* bar) {
             return bar->accessibleDescription() == u"named by it alone";
         });
     }));
-    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    EXPECT_EQ(dialog->size(), kMiniSize);
 }
 
 TEST_F(StartTest, ClickShowsTheArtworkOfTheTrack) {
@@ -219,8 +217,7 @@ TEST_F(StartTest, ClickShowsTheArtworkOfTheTrack) {
     OpenAndRead(kTracks);
     const ArtworkField* field = nullptr;
     for (const QWidget* child : dialog->findChildren<QWidget*>())
-        if (const auto* found = dynamic_cast<const ArtworkField*>(child))
-            field = found;
+        field = field ? field : dynamic_cast<const ArtworkField*>(child);
     ASSERT_TRUE(field && field->isVisible());
     int pictures = 0;
     for (int index = 0; index < kTracks; ++index) {
@@ -242,14 +239,14 @@ TEST_F(StartTest, MiniPlayerAndClosingKeepThePlaces) {
                 QTest::mouseClick(&*dialog, Qt::LeftButton, {}, button.place.center());
     };
     toggle();
-    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    EXPECT_EQ(dialog->size(), kMiniSize);
     EXPECT_FALSE(grid->isVisible());
     toggle();
     EXPECT_EQ(QRect(dialog->pos(), dialog->size()), QRect(30, 40, 700, 500));
     EXPECT_TRUE(grid->isVisible());
     dialog->showMaximized(); // as a desktop's own key does
     toggle();
-    EXPECT_EQ(dialog->size(), QSize(400, 89));
+    EXPECT_EQ(dialog->size(), kMiniSize);
     EXPECT_TRUE(dialog->isVisible() && !dialog->isMaximized());
     toggle();
     EXPECT_TRUE(dialog->GetSkin().IsMaximized());
@@ -262,11 +259,11 @@ TEST_F(StartTest, MiniPlayerAndClosingKeepThePlaces) {
     const std::pair<const char*, int> rows[] = {{"MiniMode", 1},
                                                 {"MiniPlayer/MiniPosX", 50},
                                                 {"MiniPlayer/MiniPosY", 60},
+                                                {"MainWindow/Volume", 70},
                                                 {"MainWindow/MainPosX", 30},
                                                 {"MainWindow/MainSizeX", 700},
-                                                {"MainWindow/MainSizeY", 500},
-                                                {"MainWindow/Volume", 70},
                                                 {"MainWindow/Maximized", 0},
+                                                {"MainWindow/MainSizeY", 500},
                                                 {"TrackSheet/ColumnDef", 0xFF}};
     for (const auto& [key, value] : rows)
         EXPECT_EQ(store.ReadInt(QString::fromLatin1(key)), value) << key;
@@ -282,16 +279,15 @@ public:
 TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditLeavesIt) {
     OpenAndRead(4);
     const int rows = grid->GetRowCount();
-    const QString elsewhere = home->scratch.MakeFolder(QStringLiteral("Elsewhere"));
     home->scratch.Write(QStringLiteral("Elsewhere/new.mp3"), "x");
-    const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
+    const CMediaList& all = AllMusic();
     // The two dialogs of the scan come before and after the edit, which they would else end.
     std::optional<KeptFocus> keptFocus(std::in_place);
     const auto edit = [&] {
         for (int row = 2; !grid->IsEditing(); ++row)
             grid->OnEditCell({row, 1});
     };
-    Scan(elsewhere, edit);
+    Scan(edit);
     keptFocus.reset();
     EXPECT_EQ(all.GetCount(), 1);
     EXPECT_TRUE(grid->IsEditing());
@@ -305,17 +301,16 @@ TEST_F(StartTest, ScanThatEndsInTheMiddleOfAnEditLeavesIt) {
 
 TEST_F(StartTest, ScanForAllMusicEndsWhatPlaysOfIt) {
     OpenAndRead(1);
-    const QString elsewhere = home->scratch.MakeFolder(QStringLiteral("Elsewhere"));
     home->scratch.Write(QStringLiteral("Elsewhere/a.mp3"),
                         ReadFile(MediaFile(QStringLiteral("untagged.mp3"))));
-    Scan(elsewhere, [] {});
-    const CMediaList& all = *dialog->GetLists().FindListByType(MEDIA_TYPE_ALL);
+    Scan([] {});
+    const CMediaList& all = AllMusic();
     ASSERT_TRUE(RunUntil([&] { return all.GetCount() == 1 && all[0]->m_iRow > 0; }));
     QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {},
                        grid->GetCellRect({all[0]->m_iRow, 1}).center());
     const auto plays = [&] { return all[0]->m_nDuration > 0; };
     ASSERT_TRUE(RunUntil(plays));
-    Scan(elsewhere, [] {});
+    Scan([] {});
     ASSERT_TRUE(RunUntil([&] { return all.GetCount() == 1; }));
     EXPECT_FALSE(all[0]->m_bPlaying);
     EXPECT_FALSE(RunUntil(plays, 300)); // the new record knows nothing of the old graph

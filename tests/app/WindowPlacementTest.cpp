@@ -26,23 +26,19 @@ TEST(WindowPlacementTest, FirstRun) {
 }
 
 TEST(WindowPlacementTest, SavedPlacesAreMended) {
-    const struct {
-        const char* what;
-        QRect workArea;
-        QRect saved;
-        QRect mended;
-    } rows[] = {
-        {"sound", kWorkArea, {5, 6, 800, 600}, {5, 6, 800, 600}},
-        {"empty store", kWorkArea, {0, 0, 0, 0}, {0, 0, 640, 480}},
-        {"as large as can be", kWorkArea, {0, 0, 1280, 780}, {0, 0, 1280, 780}},
-        {"too large", kWorkArea, {0, 0, 1281, 781}, {0, 0, 640, 480}},
-        {"just in reach", kWorkArea, {1270, 790, 640, 480}, {1270, 790, 640, 480}},
-        {"out of reach", kWorkArea, {1271, 791, 640, 480}, {0, 0, 640, 480}},
-        {"left and above", kWorkArea, {-1, -1, 640, 480}, {0, 0, 640, 480}},
-        {"small screen", {0, 0, 320, 200}, {0, 0, 300, 190}, {0, 0, 640, 480}},
+    const QRect kSmallest(0, 0, 640, 480);
+    const std::tuple<QRect, QRect, QRect> rows[] = {
+        {kWorkArea, {5, 6, 800, 600}, {5, 6, 800, 600}},
+        {kWorkArea, {0, 0, 1280, 780}, {0, 0, 1280, 780}},
+        {kWorkArea, {0, 0, 1281, 781}, kSmallest},
+        {kWorkArea, {1270, 790, 640, 480}, {1270, 790, 640, 480}},
+        {kWorkArea, {1271, 791, 640, 480}, kSmallest},
+        {kWorkArea, {-1, -1, 640, 480}, kSmallest},
+        {{0, 0, 320, 200}, {0, 0, 300, 190}, kSmallest},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(SavedPlaces(Saved(row.saved), row.workArea).normal, row.mended) << row.what;
+    for (const auto& [workArea, saved, mended] : rows)
+        EXPECT_EQ(SavedPlaces(Saved(saved), workArea).normal, mended)
+            << saved.x() << ' ' << saved.width();
 
     const QPoint minis[][2] = {{{7, 8}, {7, 8}}, {{-5, -5}, {0, 0}}, {{2000, 2000}, {880, 711}}};
     for (const auto& [saved, mended] : minis)

@@ -31,25 +31,21 @@ CAPTION = scaled(200, 16)
 CLOSE, MAXIMIZE, MINIMIZE = (scaled(right, 15) for right in (21, 47, 73))
 TO_MINI, TO_NORMAL = (scaled(right, 15) for right in (109, 58))
 
-# Where a window of a size is taken hold of for each edge and corner, and what a drag there by
-# (STEP, STEP) does to its left, top, right and bottom.
-GRIPS = {
-    "left edge": (lambda w, h: (1, h // 2), (1, 0, 0, 0)),
-    "right edge": (lambda w, h: (w - 2, h // 2), (0, 0, 1, 0)),
-    "top edge": (lambda w, h: (w // 3, 1), (0, 1, 0, 0)),
-    "bottom edge": (lambda w, h: (w // 2, h - 2), (0, 0, 0, 1)),
-    "top left corner": (lambda w, h: (2, 12), (1, 1, 0, 0)),
-    "top right corner": (lambda w, h: (w - 2, 12), (0, 1, 1, 0)),
-    "bottom left corner": (lambda w, h: (2, h - 2), (1, 0, 0, 1)),
-    "bottom right corner": (lambda w, h: (w - 2, h - 2), (0, 0, 1, 1)),
-}
+# Edges and corners: -1 is left or top, 1 right or bottom, 0 neither of them.
+GRIPS = [(-1, 0), (1, 0), (0, -1), (0, 1), (-1, -1), (1, -1), (-1, 1), (1, 1)]
+
+
+def grip(size, x, y):
+    """Where a window of this size is taken hold of. Its upper corners are round."""
+    width, height = size
+    top = 12 if x else 1
+    return {-1: 1, 0: width // 3, 1: width - 2}[x], {-1: top, 0: height // 2, 1: height - 2}[y]
 
 
 class Walk:
     def __init__(self, cleanup, scratch, _home):
         self.screen = Screen(cleanup, scratch, SCREEN)
         self.deck = TrackDeck(PROGRAM, self.screen, cleanup, SCALE)
-        self.mini_place = None
 
     def geometry(self):
         return self.screen.geometry(self.deck.window)
@@ -102,20 +98,19 @@ class Walk:
 
     def edges_and_corners_size(self):
         step = -STEP
-        for name, (place_in, (left, top, right, bottom)) in GRIPS.items():
-            size, _ = self.geometry()
-            (w, h), (x, y) = self.drag(place_in(*size), (step, step))
-            size = w + step * (right - left), h + step * (bottom - top)
+        for x, y in GRIPS:
+            (w, h), (left, top) = self.drag(grip(self.geometry()[0], x, y), (step, step))
             try:
-                self.deck.wait_for_geometry(size, (x + step * left, y + step * top))
+                self.deck.wait_for_geometry(
+                    (w + step * x, h + step * y), (left + step * (x < 0), top + step * (y < 0))
+                )
             except StepFailed as failure:
-                raise StepFailed(f"{name}: {failure}") from None
+                raise StepFailed(f"{x}, {y}: {failure}") from None
             step = -step
 
     def smallest_size_holds(self):
         size, place = self.geometry()
-        grip = GRIPS["bottom right corner"][0]
-        self.drag(grip(*size), scaled(-400, -400))
+        self.drag(grip(size, 1, 1), scaled(-400, -400))
         self.deck.wait_for_geometry(SMALLEST, place)
 
     def maximizes(self):
@@ -146,19 +141,9 @@ class Walk:
         self.double_click_caption()
         self.deck.wait_for_geometry(MINI_SIZE, mini_place)
         _, (left, top) = self.drag(CAPTION, (STEP, -STEP))
-        self.mini_place = (left + STEP, top - STEP)
-        self.deck.wait_for_geometry(MINI_SIZE, self.mini_place)
+        self.deck.wait_for_geometry(MINI_SIZE, (left + STEP, top - STEP))
         self.click_button(TO_NORMAL)
         self.deck.wait_for_geometry(size, place)
-
-    def mini_player_remembers(self):
-        self.double_click_caption()
-        self.deck.wait_for_geometry(SCREEN, (0, 0))
-        self.click_button(TO_MINI)
-        self.deck.wait_for_geometry(MINI_SIZE, self.mini_place)
-        self.click_button(TO_NORMAL)
-        self.deck.wait_for_geometry(SCREEN, (0, 0))
-        self.double_click_caption()
 
     def close_button_ends(self):
         self.click_button(CLOSE)
@@ -172,7 +157,6 @@ class Walk:
         (minimizes_and_comes_back, "the button minimizes it, and it comes back"),
         (maximizes, "a double click and the button maximize and restore it"),
         (mini_player_comes_and_goes, "the mini player comes, is moved, and goes"),
-        (mini_player_remembers, "the mini player goes back to a maximized window"),
         (close_button_ends, "the close button ends the program"),
     ]
 

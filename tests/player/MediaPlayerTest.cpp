@@ -75,18 +75,13 @@ TEST(VolumeTest, IsAQuarterCircle) {
     for (int slider = 0; slider <= 100; ++slider) {
         const double right = (100 - slider) * 100.0;
         const double exact = std::sqrt(1e8 - right * right) - 10000;
-        const int volume = VolumeFromSlider(slider);
-        EXPECT_GE(volume, exact - 1e-6) << slider;
-        EXPECT_LT(volume, exact + 1 + 1e-6) << slider;
+        EXPECT_NEAR(VolumeFromSlider(slider), exact + 0.5, 0.5 + 1e-6) << slider;
     }
 }
 
 TEST_F(MediaPlayerTest, ThePathAloneTellsTheRoute) {
     const QString longPath = QLatin1Char('/') + QString(255, QLatin1Char('x'));
-    const struct {
-        QString path;
-        const char* route;
-    } cases[] = {
+    const std::pair<QString, std::string> cases[] = {
         {QStringLiteral("/wma.mp3"), "Render "},
         {QStringLiteral("/a.WMA"), "RenderWM "},
         {QStringLiteral("/music.wma/song.mp3"), "RenderWM "},
@@ -95,9 +90,9 @@ TEST_F(MediaPlayerTest, ThePathAloneTellsTheRoute) {
         {longPath + QStringLiteral(".wma"), "RenderWM "},
         {longPath + QStringLiteral("x.wma"), "Render "},
     };
-    for (const auto& c : cases) {
-        m_player.LoadFile(c.path);
-        EXPECT_EQ(Log(), c.route + c.path.toStdString());
+    for (const auto& [path, route] : cases) {
+        m_player.LoadFile(path);
+        EXPECT_EQ(Log(), route + path.toStdString());
     }
 }
 
@@ -143,20 +138,13 @@ TEST_F(MediaPlayerTest, GraphDoesWhatItIsToldWhereItLeadsAnywhere) {
 }
 
 TEST_F(MediaPlayerTest, ShowsThePositionInPercent) {
-    const struct {
-        std::int64_t duration, position;
-        int percent;
-    } cases[] = {
-        {0, 5 * kMediaSecond, 0},
-        {3 * kMediaSecond, kMediaSecond, 33},
-        {36'000 * kMediaSecond, 35'999 * kMediaSecond, 99},
-    };
-    for (const auto& c : cases) {
-        m_script.duration = c.duration;
+    constexpr int kCases[][3] = {{0, 5, 0}, {3, 1, 33}, {36'000, 35'999, 99}};
+    for (const auto& [duration, position, percent] : kCases) {
+        m_script.duration = duration * kMediaSecond;
         Do("load");
-        m_script.current->position = c.position;
+        m_script.current->position = position * kMediaSecond;
         m_player.UpdatePosition();
-        EXPECT_EQ(m_display.position, c.percent);
+        EXPECT_EQ(m_display.position, percent);
     }
     Do("play"); // from now on by itself
     m_script.current->position = 18'000 * kMediaSecond;

@@ -1,6 +1,6 @@
 #include "player/PlayQueue.h"
 
-#include "library/MediaList.h"
+#include "tests/fixtures/LibraryFakes.h"
 
 #include <gtest/gtest.h>
 
@@ -10,101 +10,73 @@
 
 namespace {
 
-/// A list from letters: a track each, in upper case a checked one, '.' a playlist file.
-void Fill(CMediaList& list, const std::string& tracks) {
-    for (const char letter : tracks) {
-        auto track = std::make_unique<CTrackRecord>();
-        track->m_strPath = QStringLiteral("/%1.%2")
-                               .arg(QLatin1Char(letter))
-                               .arg(letter == '.' ? QStringLiteral("M3U") : QStringLiteral("mp3"));
-        track->m_bChecked = letter >= 'A' && letter <= 'Z';
-        list.Append(std::move(track));
+/// A queue made from letters: a track each, in upper case a checked one, '.' a playlist file.
+struct Queue : CPlayQueue {
+    Queue(const std::string& tracks, int startRow, int mode) {
+        CMediaList list({}, MEDIA_TYPE_ALL, 1);
+        for (const char letter : tracks) {
+            const QLatin1String kind(letter == '.' ? "M3U" : "mp3");
+            AddTrack(list, QStringLiteral("/%1.%2").arg(QLatin1Char(letter)).arg(kind)).m_bChecked =
+                letter >= 'A' && letter <= 'Z';
+        }
+        EXPECT_FALSE(CanNext(mode) || CanPrevious(mode));
+        Build(list, startRow, mode);
     }
-}
-
-/// The track at the place in the queue, '-' for none.
-char Current(const CPlayQueue& queue) {
-    const auto entry = queue.Current();
-    return entry ? entry->strPath.at(1).toLatin1() : '-';
-}
-
-/// Once round the queue, from the place in it.
-std::string Round(CPlayQueue& queue) {
-    std::string letters;
-    for (int i = 0; i < queue.GetCount(); ++i, queue.Next(PLAY_CONTINUOUS))
-        letters += Current(queue);
-    return letters;
-}
+    /// The current track, and that after each step: n next, p previous. '-' for none.
+    std::string Walk(const std::string& steps, int mode) {
+        std::string letters(1, Letter());
+        for (const char step : steps) {
+            const bool isThere = step == 'n' ? Next(mode) : Previous(mode);
+            letters += Letter();
+            EXPECT_EQ(isThere, letters.back() != '-');
+        }
+        return letters;
+    }
+    [[nodiscard]] char Letter() const {
+        return Current() ? Current()->strPath.at(1).toLatin1() : '-';
+    }
+};
 
 } // namespace
 
-TEST(PlayQueueTest, OrderOfThePlainModes) {
+TEST(PlayQueueTest, StepsByMode) {
     const struct {
         std::string tracks;
         int startRow;
-        std::string round;
+        int mode;
+        std::string steps, letters;
     } cases[] = {
-        {"abcd", -1, "abcd"}, {"abCd", -1, "Cabd"}, {"abCD", -1, "CabD"}, {"abCd", 3, "dabC"},
-        {"a.b.c", 2, "bca"},  {"...", -1, ""},      {"", -1, ""},         {"ab", 7, "ab"},
+        {"abc", -1, PLAY_SINGLE, "nnnn", "abc-a"},
+        {"abc", -1, PLAY_SINGLE, "pnpp", "aabaa"},
+        {"abc", -1, PLAY_CONTINUOUS, "nnnn", "abcab"},
+        {"abc", -1, PLAY_CONTINUOUS, "pppn", "acbab"},
+        {"abCd", -1, PLAY_SINGLE, "nnnn", "Cabd-"},
+        {"abCD", -1, PLAY_SINGLE, "nnnn", "CabD-"},
+        {"abCd", 3, PLAY_CONTINUOUS, "nnnn", "dabCd"},
+        {"a.b.c", 2, PLAY_CONTINUOUS, "nnn", "bcab"},
+        {"ab", 7, PLAY_CONTINUOUS, "nn", "aba"},
+        {"...", -1, PLAY_SINGLE, "pn", "---"},
+        {"", -1, PLAY_CONTINUOUS, "pn", "---"},
+        {"", -1, PLAY_RANDOM, "pn", "---"},
+        {"", -1, PLAY_RANDOM_CONTINUOUS, "pn", "---"},
     };
     for (const auto& c : cases)
-        for (const int mode : {PLAY_SINGLE, PLAY_CONTINUOUS}) {
-            CMediaList list({}, MEDIA_TYPE_ALL, 1);
-            Fill(list, c.tracks);
-            CPlayQueue queue;
-            queue.Build(list, c.startRow, mode);
-            EXPECT_EQ(Round(queue), c.round) << c.tracks << " from " << c.startRow;
-        }
+        EXPECT_EQ(Queue(c.tracks, c.startRow, c.mode).Walk(c.steps, c.mode), c.letters)
+            << c.tracks << " from " << c.startRow << " in mode " << c.mode;
 }
 
 TEST(PlayQueueTest, RandomOrderBeginsWithTheTrackThatIsAskedForAndHoldsEachOnce) {
-    CMediaList list({}, MEDIA_TYPE_ALL, 1);
-    Fill(list, "abcdefgH.");
     std::set<std::string> orders;
     for (int i = 0; i < 20; ++i)
         for (const int mode : {PLAY_RANDOM, PLAY_RANDOM_CONTINUOUS})
             for (const int startRow : {5, -1}) {
-                CPlayQueue queue;
-                queue.Build(list, startRow, mode);
+                Queue queue("abcdefgH.", startRow, mode);
                 EXPECT_FALSE(queue.CanPrevious(PLAY_RANDOM));
-                std::string letters = Round(queue);
+                std::string letters = queue.Walk("nnnnnnn", PLAY_CONTINUOUS);
                 EXPECT_EQ(letters.front(), startRow == 5 ? 'f' : 'H');
                 orders.insert(letters);
                 std::sort(letters.begin(), letters.end());
                 EXPECT_EQ(letters, "Habcdefg");
             }
     EXPECT_GT(orders.size(), 10U);
-}
-
-TEST(PlayQueueTest, StepsByMode) {
-    // Steps: n next, p previous. After each of them: the current track, '-' for none.
-    const struct {
-        std::string tracks;
-        int mode;
-        std::string steps;
-        std::string current;
-    } cases[] = {
-        {"abc", PLAY_SINGLE, "nnnn", "bc-a"},
-        {"abc", PLAY_SINGLE, "pnpp", "abaa"},
-        {"abc", PLAY_CONTINUOUS, "nnnn", "bcab"},
-        {"abc", PLAY_CONTINUOUS, "pppn", "cbab"},
-        {"", PLAY_SINGLE, "pn", "--"},
-        {"", PLAY_CONTINUOUS, "pn", "--"},
-        {"", PLAY_RANDOM, "pn", "--"},
-        {"", PLAY_RANDOM_CONTINUOUS, "pn", "--"},
-    };
-    for (const auto& c : cases) {
-        CMediaList list({}, MEDIA_TYPE_ALL, 1);
-        Fill(list, c.tracks);
-        CPlayQueue queue;
-        EXPECT_FALSE(queue.CanNext(c.mode) || queue.CanPrevious(c.mode));
-        queue.Build(list, -1, c.mode);
-        std::string current;
-        for (const char step : c.steps) {
-            const bool isThere = step == 'n' ? queue.Next(c.mode) : queue.Previous(c.mode);
-            current += Current(queue);
-            EXPECT_EQ(isThere, current.back() != '-');
-        }
-        EXPECT_EQ(current, c.current) << c.steps;
-    }
 }

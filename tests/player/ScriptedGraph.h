@@ -46,9 +46,7 @@ public:
         m_message = message;
     }
     void Render(const QString& path, Route route) override {
-        m_script.log +=
-            (route == Route::ByContent ? QStringLiteral("Render ") : QStringLiteral("RenderWM ")) +
-            path;
+        m_script.log += QLatin1String(route == Route::ByContent ? "Render " : "RenderWM ") + path;
         const auto answer = m_script.answers.find(path);
         if (answer != m_script.answers.end())
             Tell(answer->second);

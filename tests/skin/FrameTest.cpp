@@ -7,6 +7,7 @@
 
 #include <random>
 #include <sstream>
+#include <tuple>
 
 namespace {
 
@@ -82,9 +83,7 @@ Theme Loaded(const SyntheticTheme& files, qreal scale = 1) {
 FrameState SizableWindow(QSize size) {
     FrameState state;
     state.size = size;
-    state.m_bSizable = true;
-    state.m_bHasMinimize = true;
-    state.m_bHasMaximize = true;
+    state.m_bSizable = state.m_bHasMinimize = state.m_bHasMaximize = true;
     return state;
 }
 
@@ -173,14 +172,9 @@ TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
     state.m_customButtons.push_back({999, 80, 2, 0, MakePlaces(Picture::None, {24, 7}), {}});
     constexpr auto kCustom = FrameHit::FirstCustom;
     constexpr auto kMaximized = WindowState::Maximized;
-    const struct {
-        int hover;
-        int pressed;
-        WindowState windowState;
-        Picture picture;
-        QRect place; ///< standard buttons are as high as the close picture, if theirs is
-        int state;
-    } rows[] = {
+    // What is hovered over and pressed, and the picture, place and state that show. Standard
+    // buttons are as high as the close picture, if theirs is.
+    const std::tuple<int, int, WindowState, Picture, QRect, int> rows[] = {
         {0, 0, {}, Picture::Close, {95, 1, 10, 8}, 0},
         {20, 0, {}, Picture::Close, {95, 1, 10, 8}, 2},
         {20, 20, {}, Picture::Close, {95, 1, 10, 8}, 1},
@@ -191,18 +185,16 @@ TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
         {kCustom, kCustom, {}, Picture::None, {29, 2, 8, 7}, 1},
         {kCustom + 1, 0, {}, Picture::None, {29, 2, 8, 7}, 0},
     };
-    for (const auto& row : rows) {
-        state.m_nHoverHit = row.hover;
-        state.m_nPressedHit = row.pressed;
-        state.m_nWindowState = row.windowState;
+    for (const auto& [hover, pressed, windowState, picture, place, shown] : rows) {
+        state.m_nHoverHit = hover;
+        state.m_nPressedHit = pressed;
+        state.m_nWindowState = windowState;
         const QImage band = DrawBand(theme, state);
-        const QRect part({row.place.width() * row.state, 0}, row.place.size());
-        EXPECT_EQ(band.copy(row.place), MakePlaces(row.picture, {36, 12}).copy(part))
-            << &row - rows;
-        const QPoint below = row.place.bottomLeft() + QPoint(0, 1);
+        const QRect part({place.width() * shown, 0}, place.size());
+        EXPECT_EQ(band.copy(place), MakePlaces(picture, {36, 12}).copy(part)) << hover;
+        const QPoint below = place.bottomLeft() + QPoint(0, 1);
         EXPECT_EQ(qBlue(band.pixel(below)), static_cast<int>(Picture::Top));
     }
-
     state.m_customButtons.clear();
     state.m_bHasMinimize = state.m_bHasMaximize = false;
     EXPECT_EQ(DifferenceOf(DrawBand(theme, state), DrawBand(Loaded(SyntheticTheme()), state)),
@@ -316,40 +308,27 @@ TEST(FrameTest, HitTestKnowsEveryPlace) {
     fixed.m_bSizable = fixed.m_bHasMinimize = fixed.m_bHasMaximize = false;
     FrameState maximized = sizable;
     maximized.m_nWindowState = WindowState::Maximized;
-    const struct {
-        QPoint point;
-        int sizable;
-        int fixed;
-        int maximized;
-    } rows[] = {
-        {{286, 1}, 20, 20, 20}, // close: 286 to 296 by 1 to 9
-        {{295, 8}, 20, 20, 20},     {{285, 8}, 2, 2, 2},
-        {{286, 0}, 12, 1, 1},       {{286, 9}, 2, 2, 2},
-        {{255, 3}, 8, 1, 8},                             // minimize: 255 to 264 by 3 to 9
-        {{263, 8}, 8, 2, 8},        {{269, 5}, 2, 2, 9}, // restore: 269 to 280 by 4 to 14
-        {{270, 13}, 9, 2, 9},                            // maximize: 270 to 282 by 2 to 14
-        {{281, 13}, 9, 2, 2},       {{270, 2}, 9, 1, 1},
-        {{220, 6}, 900, 900, 900}, // added: 220 to 228 by 6 to 13
-        {{227, 12}, 900, 900, 900}, {{228, 12}, 2, 2, 2},
-        {{4, 5}, 3, 3, 3}, // icon
-        {{19, 20}, 3, 3, 3},        {{20, 20}, 2, 2, 2},
-        {{0, 0}, 13, 1, 1},         {{3, 29}, 13, 1, 1},
-        {{299, 0}, 14, 1, 1}, // the corner is as wide as the left edge, 4, beside the right one's 6
-        {{296, 29}, 14, 1, 1},      {{295, 29}, 1, 1, 1},
-        {{294, 0}, 1, 1, 1},        {{293, 0}, 12, 1, 1},
-        {{100, 4}, 12, 1, 1}, // the top edge is as high as the bottom one, 5
-        {{100, 5}, 2, 2, 2},        {{100, 29}, 2, 2, 2},
-        {{100, 30}, 1, 1, 1},       {{0, 30}, 10, 1, 1},
-        {{3, 194}, 10, 1, 1},       {{3, 195}, 16, 1, 1},
-        {{4, 195}, 15, 1, 1},       {{293, 199}, 15, 1, 1},
-        {{294, 195}, 17, 1, 1},     {{294, 194}, 11, 1, 1},
-        {{299, 30}, 11, 1, 1},      {{150, 100}, 1, 1, 1},
-        {{-1, 300}, 1, 1, 1},
-    };
-    for (const auto& [point, inSizable, inFixed, inMaximized] : rows) {
-        EXPECT_EQ(HitTest(theme, sizable, point), inSizable) << point.x() << ' ' << point.y();
-        EXPECT_EQ(HitTest(theme, fixed, point), inFixed) << point.x() << ' ' << point.y();
-        EXPECT_EQ(HitTest(theme, maximized, point), inMaximized) << point.x() << ' ' << point.y();
+    // x, y, and what is there of the window sizable, fixed, maximized. Close is 286 to 296 by 1 to
+    // 9, minimize 255 to 264 by 3 to 9, restore 269 to 280 by 4 to 14, maximize 270 to 282 by 2 to
+    // 14, an added one 220 to 228 by 6 to 13. Corners are as wide as the left edge, 4, beside the
+    // right one's 6, and the top edge is as high as the bottom one, 5.
+    const int rows[][5] = {{286, 1, 20, 20, 20},     {295, 8, 20, 20, 20}, {285, 8, 2, 2, 2},
+                           {286, 0, 12, 1, 1},       {286, 9, 2, 2, 2},    {255, 3, 8, 1, 8},
+                           {263, 8, 8, 2, 8},        {269, 5, 2, 2, 9},    {270, 13, 9, 2, 9},
+                           {281, 13, 9, 2, 2},       {270, 2, 9, 1, 1},    {220, 6, 900, 900, 900},
+                           {227, 12, 900, 900, 900}, {228, 12, 2, 2, 2},   {4, 5, 3, 3, 3},
+                           {19, 20, 3, 3, 3},        {20, 20, 2, 2, 2},    {0, 0, 13, 1, 1},
+                           {3, 29, 13, 1, 1},        {299, 0, 14, 1, 1},   {296, 29, 14, 1, 1},
+                           {295, 29, 1, 1, 1},       {294, 0, 1, 1, 1},    {293, 0, 12, 1, 1},
+                           {100, 4, 12, 1, 1},       {100, 5, 2, 2, 2},    {100, 29, 2, 2, 2},
+                           {100, 30, 1, 1, 1},       {0, 30, 10, 1, 1},    {3, 194, 10, 1, 1},
+                           {3, 195, 16, 1, 1},       {4, 195, 15, 1, 1},   {293, 199, 15, 1, 1},
+                           {294, 195, 17, 1, 1},     {294, 194, 11, 1, 1}, {299, 30, 11, 1, 1},
+                           {150, 100, 1, 1, 1},      {-1, 300, 1, 1, 1}};
+    for (const auto& [x, y, inSizable, inFixed, inMaximized] : rows) {
+        EXPECT_EQ(HitTest(theme, sizable, {x, y}), inSizable) << x << ' ' << y;
+        EXPECT_EQ(HitTest(theme, fixed, {x, y}), inFixed) << x << ' ' << y;
+        EXPECT_EQ(HitTest(theme, maximized, {x, y}), inMaximized) << x << ' ' << y;
     }
     EXPECT_EQ(MinimumTrackSize(theme), QSize(40 + 9 + 12, 50 + 20));
 }

@@ -22,6 +22,7 @@
 
 #include <functional>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -108,7 +109,7 @@ TEST(SkinPaletteTest, ComesBeforeWhatTheDesktopSays) {
             ASSERT_TRUE(TipLabel());
             const QCheckBox newBox;
             for (const QWidget* widget :
-                 std::initializer_list<const QWidget*>{&box, &menu, &newBox, TipLabel()})
+                 std::vector<const QWidget*>{&box, &menu, &newBox, TipLabel()})
                 EXPECT_EQ(widget->palette(), ours) << widget->metaObject()->className();
             EXPECT_EQ(QApplication::palette(), ours);
         }
@@ -123,7 +124,7 @@ TEST(SkinPaletteTest, ShowsWhereToTypeAndTick) {
     QCheckBox box;
     QRadioButton button;
     const QColor ground = SkinPalette().color(QPalette::Window);
-    for (QWidget* control : std::initializer_list<QWidget*>{&field, &number, &box, &button}) {
+    for (QWidget* control : std::vector<QWidget*>{&field, &number, &box, &button}) {
         control->resize(100, 24);
         const QImage row = control->grab({0, 12, 8, 1}).toImage(); // before any text
         EXPECT_GT(CountPlain(row, [&](QPoint) { return ground; }), 0)
@@ -138,14 +139,15 @@ TEST(SkinPaletteTest, ShowsWhereTheKeyboardIs) {
     QCheckBox box(QStringLiteral("Text"));
     QTreeWidget tree;
     QScrollArea text;
-    for (QWidget* control : std::initializer_list<QWidget*>{&box, &tree, &text})
+    const std::vector<QWidget*> controls{&box, &tree, &text};
+    for (QWidget* control : controls)
         layout.addWidget(control);
     auto* folder = new QTreeWidgetItem(&tree);
     new QTreeWidgetItem(folder);
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     text.setFocus();
-    for (QWidget* control : std::initializer_list<QWidget*>{&box, &tree, &text}) {
+    for (QWidget* control : controls) {
         const QImage before = control->grab().toImage();
         QTest::keyClick(window.focusWidget(), Qt::Key_Tab);
         ASSERT_EQ(window.focusWidget(), control);

@@ -23,11 +23,9 @@ TEST(PicturesTest, HaveTheirSizeAtEveryScaleAndStatesOfOneWidth) {
         PictureId id;
         QSize state;
         int states;
-    } rows[] = {
-        {PictureId::Ok, {45, 44}, 1},         {PictureId::NewPlaylist, {45, 44}, 4},
-        {PictureId::ScanPC, {45, 44}, 4},     {PictureId::CancelAll, {45, 44}, 4},
-        {PictureId::MiniPlayer, {42, 28}, 3}, {PictureId::NormalWindow, {42, 28}, 3},
-    };
+    } rows[] = {{PictureId::Ok, {45, 44}, 1},         {PictureId::NewPlaylist, {45, 44}, 4},
+                {PictureId::ScanPC, {45, 44}, 4},     {PictureId::CancelAll, {45, 44}, 4},
+                {PictureId::MiniPlayer, {42, 28}, 3}, {PictureId::NormalWindow, {42, 28}, 3}};
     for (const auto& row : rows) {
         for (const qreal scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
             const QPixmap picture = LoadPicture(row.id, scale);

@@ -11,13 +11,11 @@ TEST(SystemMenuTest, OffersWhatTheWindowCanDo) {
         const char* can; ///< be sized ('Z'), minimized ('N'), maximized ('X')
         WindowState state;
         const char* enabled; ///< of the commands
-    } rows[] = {
-        {"", Normal, "MC"},          {"", Maximized, "MC"},    {"", Minimized, "MC"},
-        {"Z", Normal, "MZC"},        {"N", Normal, "MNC"},     {"N", Maximized, "MNC"},
-        {"N", Minimized, "RMC"},     {"X", Normal, "MXC"},     {"X", Maximized, "RMC"},
-        {"X", Minimized, "RMXC"},    {"ZNX", Normal, "MZNXC"}, {"ZNX", Maximized, "RMZNC"},
-        {"ZNX", Minimized, "RMZXC"},
-    };
+    } rows[] = {{"", Normal, "MC"},         {"", Maximized, "MC"},    {"", Minimized, "MC"},
+                {"Z", Normal, "MZC"},       {"N", Normal, "MNC"},     {"N", Maximized, "MNC"},
+                {"N", Minimized, "RMC"},    {"X", Normal, "MXC"},     {"X", Maximized, "RMC"},
+                {"X", Minimized, "RMXC"},   {"ZNX", Normal, "MZNXC"}, {"ZNX", Maximized, "RMZNC"},
+                {"ZNX", Minimized, "RMZXC"}};
     for (const auto& row : rows) {
         const std::string_view can = row.can;
         FrameState state;

@@ -97,25 +97,25 @@ TEST(WriteTagsTest, KeepsOtherFramesAndTheSound) {
     const ScratchFolder scratch;
     std::map<QString, CTrackInfo> read;
     std::map<QString, CTrackInfo> written;
-    const auto files =
-        Edit(scratch,
-             {"mutagen-v23.mp3", "mutagen-v24.mp3", "mutagen-v23.aac", "lame-v1.mp3",
-              "untagged.mp3", "untagged.aac", "ffmpeg-v23-v1.mp3", "ffmpeg-v24-v1.mp3",
-              "lame-v23-v1-picture.mp3", "mutagen-v24-utf16.mp3", "id3lib-v23-utf16-unsync.mp3"},
-             [&](const QString& path) {
-                 CTrackInfo info = ReadInfo(path);
-                 read[path] = info;
-                 info.m_strAlbum = QStringLiteral(u"Gr\u00FC\u00DFe \u041F\u0440\u0438");
-                 info.m_strArtist = QStringLiteral(u"\u00FF\u00FE plain");
-                 info.m_strGenre = QStringLiteral("Comedy");
-                 info.m_strYear.clear();
-                 info.m_nLengthMs = 61000;
-                 EXPECT_EQ(WriteTrackTags(path, info, 0), 0);
-                 info.m_strLength = QStringLiteral("01:00");
-                 if (info.m_strSize.isEmpty())
-                     info.m_strSize = QStringLiteral("0 B");
-                 written[path] = info;
-             });
+    const auto files = Edit(
+        scratch,
+        {"mutagen-v23.mp3", "mutagen-v24.mp3", "mutagen-v23.aac", "lame-v1.mp3", "untagged.mp3",
+         "untagged.aac", "ffmpeg-v23-v1.mp3", "ffmpeg-v24-v1.mp3", "lame-v23-v1-picture.mp3",
+         "mutagen-v24-utf16.mp3", "id3lib-v23-utf16-unsync.mp3", "lame-v23-utf16.mp3"},
+        [&](const QString& path) {
+            CTrackInfo info = ReadInfo(path);
+            read[path] = info;
+            info.m_strAlbum = QStringLiteral(u"Gr\u00FC\u00DFe \u041F\u0440\u0438");
+            info.m_strArtist = QStringLiteral(u"\u00FF\u00FE plain");
+            info.m_strGenre = QStringLiteral("Comedy");
+            info.m_strYear.clear();
+            info.m_nLengthMs = 61000;
+            EXPECT_EQ(WriteTrackTags(path, info, 0), 0);
+            info.m_strLength = QStringLiteral("01:00");
+            if (info.m_strSize.isEmpty())
+                info.m_strSize = QStringLiteral("0 B");
+            written[path] = info;
+        });
     for (const Edited& file : files) {
         SCOPED_TRACE(file.name.toStdString());
         const CTrackInfo& info = written[file.path];

@@ -136,17 +136,6 @@ TEST(FrameTest, StripsLieToThePixel) {
         ExpectLine(DrawSides(theme, line.window, line.inactive), line);
 }
 
-TEST(FrameTest, PiecesReachAsFarAsThePicture) {
-    SyntheticTheme files;
-    files.Set("LeftBotHeight", 100);  // the middle is row 5 alone, the tail starts at row 6
-    files.Set("RightTopHeight", 200); // the whole picture is head
-    const Theme theme = Loaded(files);
-    const QImage image = DrawSides(theme, {109, 120}, false);
-    ExpectLine(image, {{}, false, Qt::Vertical, 0, 0, "0L0 5L5 6L5 7"});
-    ExpectLine(image, {{}, false, Qt::Vertical, 0, 0, "75L5 76L6 120"});
-    ExpectLine(image, {{}, false, Qt::Vertical, 108, 5, "0R0 52N0 120"});
-}
-
 TEST(FrameTest, WholeFrameIsSidesBelowABand) {
     const Theme theme = Loaded(SyntheticTheme());
     FrameState state;

@@ -6,7 +6,6 @@
 
 #include <QActionGroup>
 #include <QApplication>
-#include <QTest>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -99,21 +98,4 @@ TEST_F(MenuTest, GrowsWithTheMenuFont) {
     EXPECT_GT(bar.sizeHint().height(), barHeight);
     EXPECT_GT(menu.actionGeometry(item).height(), itemSize.height());
     EXPECT_GT(menu.actionGeometry(item).width(), itemSize.width());
-}
-
-TEST_F(MenuTest, IsOpenedByKeyboard) {
-    QWidget window;
-    auto* bar = new CMenuBar(&window);
-    const BCMenu& first = bar->AddMenu(QStringLiteral("&File"));
-    const BCMenu& second = bar->AddMenu(QStringLiteral("&Edit"));
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    QTest::keyClick(&window, Qt::Key_E, Qt::AltModifier);
-    ASSERT_EQ(QApplication::activePopupWidget(), &second);
-    QApplication::activePopupWidget()->close();
-    QTest::keyClick(&window, Qt::Key_F10);
-    ASSERT_EQ(QApplication::activePopupWidget(), &first);
-    QApplication::activePopupWidget()->close();
-    QTest::keyClick(&window, Qt::Key_Alt);
-    EXPECT_EQ(QApplication::focusWidget(), bar);
 }

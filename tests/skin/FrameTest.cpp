@@ -44,25 +44,6 @@ QImage DrawBand(const Theme& theme, const FrameState& state) {
     return DrawWhole(theme, state).copy(0, 0, state.size.width(), theme.m_nTopHeight);
 }
 
-void ExpectLine(const QImage& image, const Line& line) {
-    const bool isRow = line.along == Qt::Horizontal;
-    std::istringstream spans(line.spans);
-    int to = 0;
-    spans >> to;
-    char letter = 0;
-    for (int from = to, source = 0; spans >> letter >> source >> to; from = to) {
-        const auto picture = static_cast<Picture>(1 + QByteArrayView("TLRB").indexOf(letter));
-        for (int at = from; at < to; ++at, ++source) {
-            const QRgb expected = letter == 'N' ? kGround
-                                  : isRow       ? PixelOf(picture, source, line.across)
-                                                : PixelOf(picture, line.across, source);
-            const QPoint point = isRow ? QPoint(at, line.place) : QPoint(line.place, at);
-            ASSERT_EQ(image.pixel(point), expected)
-                << line.spans << ", pixel " << point.x() << ", " << point.y();
-        }
-    }
-}
-
 /// A theme with all buttons: close at 14, maximize at 30, restore at 31, minimize at 45.
 class ThemeWithButtons : public SyntheticTheme {
 public:
@@ -132,8 +113,25 @@ TEST(FrameTest, StripsLieToThePixel) {
         // Lower than the side pictures: the tail covers the head.
         {{109, 9}, false, kColumn, 0, 0, "0L0 3L44 9"},
     };
-    for (const Line& line : lines)
-        ExpectLine(DrawSides(theme, line.window, line.inactive), line);
+    for (const Line& line : lines) {
+        const QImage image = DrawSides(theme, line.window, line.inactive);
+        const bool isRow = line.along == Qt::Horizontal;
+        std::istringstream spans(line.spans);
+        int to = 0;
+        spans >> to;
+        char letter = 0;
+        for (int from = to, source = 0; spans >> letter >> source >> to; from = to) {
+            const auto picture = static_cast<Picture>(1 + QByteArrayView("TLRB").indexOf(letter));
+            for (int at = from; at < to; ++at, ++source) {
+                const QRgb expected = letter == 'N' ? kGround
+                                      : isRow       ? PixelOf(picture, source, line.across)
+                                                    : PixelOf(picture, line.across, source);
+                const QPoint point = isRow ? QPoint(at, line.place) : QPoint(line.place, at);
+                ASSERT_EQ(image.pixel(point), expected)
+                    << line.spans << ", pixel " << point.x() << ", " << point.y();
+            }
+        }
+    }
 }
 
 TEST(FrameTest, WholeFrameIsSidesBelowABand) {
@@ -328,13 +326,12 @@ TEST(FrameTest, FrameGrowsWithTheScale) {
     const Theme theme = Loaded(files, 2);
     FrameState state = SizableWindow({600, 400});
     state.m_customButtons.push_back({999, 80, 6, 0, QImage(48, 14, QImage::Format_RGB32), {}});
-    EXPECT_EQ(HitTest(theme, state, {572, 2}), FrameHit::Close);
-    EXPECT_EQ(HitTest(theme, state, {591, 17}), FrameHit::Close);
-    EXPECT_EQ(HitTest(theme, state, {592, 17}), FrameHit::TopRight);
-    EXPECT_EQ(HitTest(theme, state, {440, 12}), FrameHit::FirstCustom);
-    EXPECT_EQ(HitTest(theme, state, {9, 10}), FrameHit::SystemMenu);
-    EXPECT_EQ(HitTest(theme, state, {40, 41}), FrameHit::SystemMenu);
-    EXPECT_EQ(HitTest(theme, state, {300, 60}), FrameHit::Caption);
-    EXPECT_EQ(HitTest(theme, state, {300, 61}), FrameHit::Client);
+    const std::pair<QPoint, int> rows[] = {
+        {{572, 2}, FrameHit::Close},     {{591, 17}, FrameHit::Close},
+        {{592, 17}, FrameHit::TopRight}, {{440, 12}, FrameHit::FirstCustom},
+        {{9, 10}, FrameHit::SystemMenu}, {{40, 41}, FrameHit::SystemMenu},
+        {{300, 60}, FrameHit::Caption},  {{300, 61}, FrameHit::Client}};
+    for (const auto& [point, hit] : rows)
+        EXPECT_EQ(HitTest(theme, state, point), hit) << point.x() << ' ' << point.y();
     EXPECT_EQ(MinimumTrackSize(theme), QSize(2 * 61, 140));
 }

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <set>
+#include <tuple>
 #include <utility>
 
 TEST(LanguageTest, FileHoldsTheKeysOfTheTable) {
@@ -97,33 +98,25 @@ TEST(SettingsTest, DefaultsThenWhatWasStored) {
 }
 
 TEST(FileKindsTest, GoByTheTextBehindTheLastPoint) {
-    using Test = bool (*)(const QString&);
-    const struct {
-        Test test;
-        const char* name;
-        bool expected;
-    } rows[] = {
+    const std::tuple<bool (*)(const QString&), const char*, bool> rows[] = {
         {IsPlaylistFile, "/a/list.M3U", true}, {IsPlaylistFile, "/a.m3u/list", false},
         {IsWmaFile, "song.wMa", true},         {IsMp3OrAacFile, "song.mp4.mp3", true},
         {IsMp3OrAacFile, "song.AAC", true},    {IsMp3OrAacFile, "song.mp3 ", false},
         {IsMp4File, "song.m4a", true},         {IsMp4File, "song.mp4", true},
         {IsCdTrackFile, "Track01.cda", true},  {IsCdTrackFile, "Track01.CDX", true},
-        {IsMusicFile, "list.m3u", true},       {IsMusicFile, "video.mp4", false},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.test(QString::fromUtf8(row.name)), row.expected) << row.name;
+        {IsMusicFile, "list.m3u", true},       {IsMusicFile, "video.mp4", false}};
+    for (const auto& [test, name, expected] : rows)
+        EXPECT_EQ(test(QString::fromUtf8(name)), expected) << name;
 }
 
 TEST(DecimalValueTest, ReadsTheHeadOfTheText) {
-    const std::pair<QStringView, int> rows[] = {
-        {u"  -7/10", -7},
-        {u"+3", 3},
-        {u"128 kbps", 128},
-        {u"abc", 0},
-        {u"", 0},
-        {u"99999999999999999999", 2147483647},
-        {u"-99999999999", -2147483647 - 1},
-    };
+    const std::pair<QStringView, int> rows[] = {{u"  -7/10", -7},
+                                                {u"+3", 3},
+                                                {u"128 kbps", 128},
+                                                {u"abc", 0},
+                                                {u"", 0},
+                                                {u"99999999999999999999", 2147483647},
+                                                {u"-99999999999", -2147483647 - 1}};
     for (const auto& [text, value] : rows)
         EXPECT_EQ(DecimalValue(text), value);
 }

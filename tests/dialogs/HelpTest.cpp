@@ -24,6 +24,7 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <utility>
 
 namespace {
@@ -89,33 +90,29 @@ TEST_F(HelpTest, EveryDialogOpensItsTopic) {
     CScanPCDlg scan(nullptr);
     CScanningDlg scanning(scanner, {0, m_scratch.Path(), false}, nullptr);
     CSetColumnDlg columns(0, nullptr);
-    const struct {
-        QDialog& dialog;
-        const char* page;
-        int buttons;
-    } rows[] = {{about, "index.html", 0},
-                {folder, "index.html", 0},
-                {scan, "scanning.html", 1},
-                {scanning, "scanning.html", 0},
-                {columns, "customize-view.html", 1}};
-    for (const auto& row : rows) {
-        row.dialog.show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&row.dialog));
-        const QString page = m_pages.filePath(QString::fromLatin1(row.page));
-        QWidget* focus = row.dialog.focusWidget();
-        QTest::keyClick(focus ? focus : &row.dialog, Qt::Key_F1);
-        EXPECT_EQ(TakeOpened(), page) << row.dialog.metaObject()->className();
+    const std::tuple<QDialog*, const char*, int> rows[] = {{&about, "index.html", 0},
+                                                           {&folder, "index.html", 0},
+                                                           {&scan, "scanning.html", 1},
+                                                           {&scanning, "scanning.html", 0},
+                                                           {&columns, "customize-view.html", 1}};
+    for (const auto& [dialog, name, helpButtons] : rows) {
+        dialog->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        const QString page = m_pages.filePath(QString::fromLatin1(name));
+        QWidget* focus = dialog->focusWidget();
+        QTest::keyClick(focus ? focus : dialog, Qt::Key_F1);
+        EXPECT_EQ(TakeOpened(), page) << dialog->metaObject()->className();
         int buttons = 0;
-        for (auto* button : row.dialog.findChildren<QPushButton*>()) {
+        for (auto* button : dialog->findChildren<QPushButton*>()) {
             if (button->toolTip() != QStringLiteral("IDS_BT_HELP (F1)"))
                 continue;
             ++buttons;
             button->click();
             EXPECT_EQ(TakeOpened(), page);
         }
-        EXPECT_EQ(buttons, row.buttons) << row.page;
-        EXPECT_TRUE(row.dialog.isVisible());
-        row.dialog.hide();
+        EXPECT_EQ(buttons, helpButtons) << name;
+        EXPECT_TRUE(dialog->isVisible());
+        dialog->hide();
     }
     QWidget window;
     QTimer::singleShot(0, &window, [] {
@@ -134,22 +131,18 @@ TEST_F(HelpTest, WarnsOfWhatIsNoPageOfTheHelp) {
     const QString program = QCoreApplication::applicationFilePath();
     const QString name = QFileInfo(program).fileName();
     ASSERT_TRUE(QDir(m_pages.path()).mkdir(QStringLiteral("folder")));
-    const struct {
-        QString page;
-        QString folder;
-    } rows[] = {{QStringLiteral("missing.html"), Folder()},
-                {QStringLiteral("folder"), Folder()},
-                {{}, Folder()},
-                {QStringLiteral("../") + name, Folder()},
-                {program, Folder()},
-                {name, Folder() + QStringLiteral("/..")},
-                {program, QStringLiteral("/")}};
-    for (const auto& row : rows) {
-        UseTopic(row.page, row.folder);
-        EXPECT_EQ(OpenMainTopic(),
-                  QStringLiteral("No page %1/%2/%3")
-                      .arg(QCoreApplication::applicationDirPath(), row.folder, row.page));
-        EXPECT_EQ(TakeOpened(), u"") << row.page.toStdString();
+    const std::pair<QString, QString> rows[] = {{QStringLiteral("missing.html"), Folder()},
+                                                {QStringLiteral("folder"), Folder()},
+                                                {{}, Folder()},
+                                                {QStringLiteral("../") + name, Folder()},
+                                                {program, Folder()},
+                                                {name, Folder() + QStringLiteral("/..")},
+                                                {program, QStringLiteral("/")}};
+    for (const auto& [page, folder] : rows) {
+        UseTopic(page, folder);
+        const QString path = QCoreApplication::applicationDirPath() + u'/' + folder + u'/' + page;
+        EXPECT_EQ(OpenMainTopic(), QStringLiteral("No page ") + path);
+        EXPECT_EQ(TakeOpened(), u"") << page.toStdString();
     }
     UseTopic(QStringLiteral("index.html"));
     QDesktopServices::setUrlHandler(QStringLiteral("file"), &m_browser, "noSuchSlot");
@@ -168,10 +161,10 @@ TEST(HelpPagesTest, LeadToEachOther) {
         const QString text = QString::fromUtf8(ReadFile(help.filePath(page)));
         static const QRegularExpression link(QStringLiteral("(?:href|src)=\"([^\"]*)\""));
         QStringList links;
-        for (auto match = link.globalMatch(text); match.hasNext();)
+        for (auto match = link.globalMatch(text); match.hasNext();) {
             links += match.next().captured(1);
-        for (const QString& target : links)
-            EXPECT_TRUE(files.contains(target)) << (page + u' ' + target).toStdString();
+            EXPECT_TRUE(files.contains(links.last())) << (page + u' ' + links.last()).toStdString();
+        }
         for (const QString& file : files)
             EXPECT_TRUE(links.contains(file)) << (page + u' ' + file).toStdString();
     }

@@ -7,7 +7,6 @@
 #include "dialogs/WarningDlg.h"
 #include "skin/SkinLabel.h"
 #include "tests/fixtures/Printers.h"
-#include "tests/fixtures/ScratchFolder.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -18,22 +17,13 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <tuple>
 #include <utility>
-#include <vector>
 
 namespace {
 
-class PromptsTest : public ::testing::Test {
-protected:
-    PromptsTest() {
-        SetLanguageFile(m_scratch.Write(QStringLiteral("l.lgg"), "[TrackDeck]\n"
-                                                                 "IDS_BT_OK=OK\n"
-                                                                 "IDS_BT_YES=Yes\n"
-                                                                 "IDS_BT_NO=No\n"));
-    }
-
-private:
-    ScratchFolder m_scratch;
+struct PromptsTest : ::testing::Test {
+    PromptsTest() { SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg")); }
 };
 
 Question MakeQuestion(const QString& text) {
@@ -72,19 +62,11 @@ std::function<void(QWidget&)> Click(const char* label) {
     };
 }
 
-void TickTheBox(QWidget& prompt) {
-    QTest::mouseClick(prompt.findChild<QCheckBox*>(), Qt::LeftButton, {}, {8, 8});
-}
-
 } // namespace
 
 TEST_F(PromptsTest, AnswersKeysAndClicks) {
-    const struct {
-        std::function<void(QWidget&)> act;
-        int confirmation;
-        int warning;
-        int question;
-    } rows[] = {
+    // What the user does, and the results of a confirmation, a warning and a question.
+    const std::tuple<std::function<void(QWidget&)>, int, int, int> rows[] = {
         {Key(Qt::Key_Return), 6, 1, 0},
         {Key(Qt::Key_Enter), 6, 1, 0},
         {Key(Qt::Key_Space), 6, 1, 0},
@@ -104,40 +86,43 @@ TEST_F(PromptsTest, AnswersKeysAndClicks) {
          },
          7, 1, 1},
     };
+    const QString text = QStringLiteral("Sure?");
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
-        const QString text = QStringLiteral("Sure?");
-        EXPECT_EQ(ResultOf(CConfirmationDlg(text, nullptr), row.act), row.confirmation);
-        EXPECT_EQ(ResultOf(CWarningDlg(text, nullptr), row.act), row.warning);
-        EXPECT_EQ(ResultOf(CQuestionDlg(MakeQuestion(text), nullptr), row.act), row.question);
+        const auto& [act, confirmation, warning, question] = row;
+        EXPECT_EQ(ResultOf(CConfirmationDlg(text, nullptr), act), confirmation);
+        EXPECT_EQ(ResultOf(CWarningDlg(text, nullptr), act), warning);
+        EXPECT_EQ(ResultOf(CQuestionDlg(MakeQuestion(text), nullptr), act), question);
     }
 }
 
 TEST_F(PromptsTest, WaitForTheUserOverTheWindow) {
     QWidget window;
     CPrompts prompts(window);
-    const auto then = [&](std::vector<std::function<void(QWidget&)>> acts) {
-        QTimer::singleShot(0, &window, [&window, acts = std::move(acts)] {
+    const auto then = [&](std::function<void(QWidget&)> act) {
+        QTimer::singleShot(0, &window, [&window, act = std::move(act)] {
             QWidget* prompt = QApplication::activeModalWidget();
             ASSERT_TRUE(prompt);
             EXPECT_EQ(prompt->parentWidget(), &window);
-            for (const auto& act : acts)
-                act(*prompt);
+            act(*prompt);
         });
     };
-    then({Click("Yes")});
+    then(Click("Yes"));
     EXPECT_TRUE(prompts.Confirm({}));
-    then({Click("No")});
+    then(Click("No"));
     EXPECT_FALSE(prompts.Confirm({}));
-    then({Click("OK")});
+    then(Click("OK"));
     prompts.Warn({});
     Question question = MakeQuestion({});
-    then({TickTheBox, Key(Qt::Key_Return)});
+    then([](QWidget& prompt) {
+        QTest::mouseClick(prompt.findChild<QCheckBox*>(), Qt::LeftButton, {}, {8, 8});
+        Key(Qt::Key_Return)(prompt);
+    });
     Answer answer = prompts.Ask(question);
     EXPECT_EQ(answer.choice, 0U);
     EXPECT_TRUE(answer.isTicked);
     question.box.clear();
-    then({Click("Yes to all")});
+    then(Click("Yes to all"));
     answer = prompts.Ask(question);
     EXPECT_EQ(answer.choice, 2U);
     EXPECT_FALSE(answer.isTicked);
@@ -145,12 +130,13 @@ TEST_F(PromptsTest, WaitForTheUserOverTheWindow) {
 
 TEST_F(PromptsTest, ShowTextsOfAnyLengthWithinTheScreen) {
     const QString sentence = QStringLiteral("A word & <b>another</b>. ");
+    const QString notes = u'x' + QStringLiteral("\U0001F3B5").repeated(500);
     const QString texts[] = {{},
                              QStringLiteral("Two\nlines."),
                              sentence.repeated(80),
                              sentence.repeated(2'000),
                              QString(500, u'W'),
-                             u'x' + QStringLiteral("\U0001F3B5").repeated(500),
+                             notes,
                              QString(300, u'\n')};
     for (const QString& text : texts) {
         CQuestionDlg dialog(MakeQuestion(text), nullptr);
@@ -183,6 +169,7 @@ TEST_F(PromptsTest, ShowTextsOfAnyLengthWithinTheScreen) {
 }
 
 TEST_F(PromptsTest, AboutShowsAllItsTextsBesideItsPicture) {
+    SetLanguageFile(QString());
     CAboutDlg dialog(nullptr);
     dialog.setLayoutDirection(Qt::RightToLeft);
     dialog.show();

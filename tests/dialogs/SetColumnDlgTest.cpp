@@ -26,14 +26,11 @@ void Press(CSetColumnDlg& dialog, Qt::Key key, Qt::KeyboardModifiers modifiers =
 
 TEST(SetColumnDlgTest, MakesOfItsBoxesTheMaskThatTheyWereMadeOf) {
     SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg"));
-    const struct {
-        unsigned given;
-        unsigned taken;
-    } rows[] = {{kDefaultColumns, kDefaultColumns},
-                {0, kTitleColumn},
-                {kYear, kYear | kTitleColumn},
-                {0x15555, 0x15555},
-                {0xFFFFFFFF, 0x1FFFF}};
+    const unsigned rows[][2] = {{kDefaultColumns, kDefaultColumns},
+                                {0, kTitleColumn},
+                                {kYear, kYear | kTitleColumn},
+                                {0x15555, 0x15555},
+                                {0xFFFFFFFF, kAllColumns}};
     for (const auto& [given, taken] : rows) {
         CSetColumnDlg dialog(given, nullptr);
         Press(dialog, Qt::Key_Return);

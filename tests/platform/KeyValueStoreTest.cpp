@@ -15,14 +15,12 @@ const QString kKey = QStringLiteral("Settings/Value");
 } // namespace
 
 TEST(KeyValueStoreTest, ValuesComeBackAsWrittenBesideUnknownOnes) {
-    const QString texts[] = {
-        QString(),
-        QStringLiteral("/home/user/Music, \"best of\" = 100 %; @home"),
-        QStringLiteral(u"/Musik/\u6771\u4EAC/\U0001F3B5"),
-        Path::FromBytes("/music/\xE9t\xE9"),
-        QStringLiteral("12"),
-        QStringLiteral("  blanks  "),
-    };
+    const QString texts[] = {QString(),
+                             QStringLiteral("/home/user/Music, \"best of\" = 100 %; @home"),
+                             QStringLiteral(u"/Musik/\u6771\u4EAC/\U0001F3B5"),
+                             Path::FromBytes("/music/\xE9t\xE9"),
+                             QStringLiteral("12"),
+                             QStringLiteral("  blanks  ")};
     const ScratchFolder scratch;
     const QString file = scratch.Write(QStringLiteral("store.ini"), "[Settings]\nFuture=5\n");
     for (const QString& path : {file, scratch.File(QStringLiteral("new/folder/store.ini"))}) {

@@ -18,14 +18,11 @@ namespace {
 constexpr int kNumber = 0x8001;
 constexpr int kLast = 0x8002;
 
-/// Counts how many of its kind are alive.
-struct CountedPayload : MessagePayload {
-    explicit CountedPayload(std::atomic<int>& alive)
-        : m_alive(alive) {
-        ++m_alive;
-    }
-    ~CountedPayload() override { --m_alive; }
-    std::atomic<int>& m_alive;
+/// Holds a share, by which those alive can be counted.
+struct SharingPayload : MessagePayload {
+    explicit SharingPayload(const std::shared_ptr<int>& share)
+        : m_share(share) {}
+    std::shared_ptr<int> m_share;
 };
 
 struct OtherPayload : MessagePayload {};
@@ -86,26 +83,26 @@ TEST(MessageTargetTest, PostsKeepTheirOrderAndSendsBringAnswers) {
 }
 
 TEST(MessageTargetTest, PayloadsAreTakenOrFreed) {
-    std::atomic<int> alive = 0;
-    std::unique_ptr<CountedPayload> kept;
+    const auto share = std::make_shared<int>();
+    std::unique_ptr<SharingPayload> kept;
     {
         MessageTarget target;
         target.On(kNumber, [&kept](Message& message) {
             EXPECT_EQ(message.Take<OtherPayload>(), nullptr) << "something else is not taken";
             if (message.wParam == 1)
-                kept = message.Take<CountedPayload>();
+                kept = message.Take<SharingPayload>();
             return 0;
         });
         for (const int value : {1, 2})
-            target.Address().Post({kNumber, value, 0, std::make_unique<CountedPayload>(alive)});
-        EXPECT_EQ(alive, 2);
+            target.Address().Post({kNumber, value, 0, std::make_unique<SharingPayload>(share)});
+        EXPECT_EQ(share.use_count(), 1 + 2);
         QCoreApplication::processEvents();
-        EXPECT_EQ(alive, 1) << "what the handler leaves goes with the message";
-        target.Address().Post({kNumber, 3, 0, std::make_unique<CountedPayload>(alive)});
+        EXPECT_EQ(share.use_count(), 1 + 1) << "what the handler leaves goes with the message";
+        target.Address().Post({kNumber, 3, 0, std::make_unique<SharingPayload>(share)});
     }
-    EXPECT_EQ(alive, 1) << "undelivered payloads go with the target";
+    EXPECT_EQ(share.use_count(), 1 + 1) << "undelivered payloads go with the target";
     kept.reset();
-    EXPECT_EQ(alive, 0);
+    EXPECT_EQ(share.use_count(), 1);
 }
 
 TEST(MessageTargetTest, SendersWakeWhenTheTargetGoes) {

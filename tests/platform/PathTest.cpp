@@ -10,16 +10,14 @@
 #include <unistd.h>
 
 TEST(PathTest, BytesSurviveTheWayThroughText) {
-    const QByteArray names[] = {
-        "",
-        "Gr\xC3\xBC.mp3",
-        "latin \xE9t\xE9.mp3",
-        "\xF0\x9F\x8E\xB5 note",
-        "cut \xF0\x9F\x8E",
-        "surrogate \xED\xB2\x80 in UTF-8",
-        "\xEF\xBB\xBFmark.mp3",
-        "a\xE9\xEF\xBB\xBFz",
-    };
+    const QByteArray names[] = {"",
+                                "Gr\xC3\xBC.mp3",
+                                "latin \xE9t\xE9.mp3",
+                                "\xF0\x9F\x8E\xB5 note",
+                                "cut \xF0\x9F\x8E",
+                                "surrogate \xED\xB2\x80 in UTF-8",
+                                "\xEF\xBB\xBFmark.mp3",
+                                "a\xE9\xEF\xBB\xBFz"};
     for (const QByteArray& name : names) {
         const QString text = Path::FromBytes(name);
         EXPECT_EQ(Path::ToBytes(text), name);
@@ -36,8 +34,7 @@ TEST(PathTest, TakesPathsApart) {
         {u"/music/a.b/song", u"/music/a.b", u"song", u"song", u""},
         {u"song.mp3", u"", u"song.mp3", u"song", u"mp3"},
         {u"/.mp3", u"", u".mp3", u"", u"mp3"},
-        {u"/music/end.", u"/music", u"end.", u"end", u""},
-    };
+        {u"/music/end.", u"/music", u"end.", u"end", u""}};
     for (const auto& [path, folder, name, base, extension] : rows) {
         EXPECT_EQ(Path::Folder(path.toString()), folder);
         EXPECT_EQ(Path::FileName(path.toString()), name);

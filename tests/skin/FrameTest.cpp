@@ -7,6 +7,7 @@
 
 #include <random>
 #include <sstream>
+#include <tuple>
 
 namespace {
 
@@ -43,25 +44,6 @@ QImage DrawBand(const Theme& theme, const FrameState& state) {
     return DrawWhole(theme, state).copy(0, 0, state.size.width(), theme.m_nTopHeight);
 }
 
-void ExpectLine(const QImage& image, const Line& line) {
-    const bool isRow = line.along == Qt::Horizontal;
-    std::istringstream spans(line.spans);
-    int to = 0;
-    spans >> to;
-    char letter = 0;
-    for (int from = to, source = 0; spans >> letter >> source >> to; from = to) {
-        const auto picture = static_cast<Picture>(1 + QByteArrayView("TLRB").indexOf(letter));
-        for (int at = from; at < to; ++at, ++source) {
-            const QRgb expected = letter == 'N' ? kGround
-                                  : isRow       ? PixelOf(picture, source, line.across)
-                                                : PixelOf(picture, line.across, source);
-            const QPoint point = isRow ? QPoint(at, line.place) : QPoint(line.place, at);
-            ASSERT_EQ(image.pixel(point), expected)
-                << line.spans << ", pixel " << point.x() << ", " << point.y();
-        }
-    }
-}
-
 /// A theme with all buttons: close at 14, maximize at 30, restore at 31, minimize at 45.
 class ThemeWithButtons : public SyntheticTheme {
 public:
@@ -82,9 +64,7 @@ Theme Loaded(const SyntheticTheme& files, qreal scale = 1) {
 FrameState SizableWindow(QSize size) {
     FrameState state;
     state.size = size;
-    state.m_bSizable = true;
-    state.m_bHasMinimize = true;
-    state.m_bHasMaximize = true;
+    state.m_bSizable = state.m_bHasMinimize = state.m_bHasMaximize = true;
     return state;
 }
 
@@ -133,19 +113,25 @@ TEST(FrameTest, StripsLieToThePixel) {
         // Lower than the side pictures: the tail covers the head.
         {{109, 9}, false, kColumn, 0, 0, "0L0 3L44 9"},
     };
-    for (const Line& line : lines)
-        ExpectLine(DrawSides(theme, line.window, line.inactive), line);
-}
-
-TEST(FrameTest, PiecesReachAsFarAsThePicture) {
-    SyntheticTheme files;
-    files.Set("LeftBotHeight", 100);  // the middle is row 5 alone, the tail starts at row 6
-    files.Set("RightTopHeight", 200); // the whole picture is head
-    const Theme theme = Loaded(files);
-    const QImage image = DrawSides(theme, {109, 120}, false);
-    ExpectLine(image, {{}, false, Qt::Vertical, 0, 0, "0L0 5L5 6L5 7"});
-    ExpectLine(image, {{}, false, Qt::Vertical, 0, 0, "75L5 76L6 120"});
-    ExpectLine(image, {{}, false, Qt::Vertical, 108, 5, "0R0 52N0 120"});
+    for (const Line& line : lines) {
+        const QImage image = DrawSides(theme, line.window, line.inactive);
+        const bool isRow = line.along == Qt::Horizontal;
+        std::istringstream spans(line.spans);
+        int to = 0;
+        spans >> to;
+        char letter = 0;
+        for (int from = to, source = 0; spans >> letter >> source >> to; from = to) {
+            const auto picture = static_cast<Picture>(1 + QByteArrayView("TLRB").indexOf(letter));
+            for (int at = from; at < to; ++at, ++source) {
+                const QRgb expected = letter == 'N' ? kGround
+                                      : isRow       ? PixelOf(picture, source, line.across)
+                                                    : PixelOf(picture, line.across, source);
+                const QPoint point = isRow ? QPoint(at, line.place) : QPoint(line.place, at);
+                ASSERT_EQ(image.pixel(point), expected)
+                    << line.spans << ", pixel " << point.x() << ", " << point.y();
+            }
+        }
+    }
 }
 
 TEST(FrameTest, WholeFrameIsSidesBelowABand) {
@@ -173,14 +159,9 @@ TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
     state.m_customButtons.push_back({999, 80, 2, 0, MakePlaces(Picture::None, {24, 7}), {}});
     constexpr auto kCustom = FrameHit::FirstCustom;
     constexpr auto kMaximized = WindowState::Maximized;
-    const struct {
-        int hover;
-        int pressed;
-        WindowState windowState;
-        Picture picture;
-        QRect place; ///< standard buttons are as high as the close picture, if theirs is
-        int state;
-    } rows[] = {
+    // What is hovered over and pressed, and the picture, place and state that show. Standard
+    // buttons are as high as the close picture, if theirs is.
+    const std::tuple<int, int, WindowState, Picture, QRect, int> rows[] = {
         {0, 0, {}, Picture::Close, {95, 1, 10, 8}, 0},
         {20, 0, {}, Picture::Close, {95, 1, 10, 8}, 2},
         {20, 20, {}, Picture::Close, {95, 1, 10, 8}, 1},
@@ -191,18 +172,16 @@ TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
         {kCustom, kCustom, {}, Picture::None, {29, 2, 8, 7}, 1},
         {kCustom + 1, 0, {}, Picture::None, {29, 2, 8, 7}, 0},
     };
-    for (const auto& row : rows) {
-        state.m_nHoverHit = row.hover;
-        state.m_nPressedHit = row.pressed;
-        state.m_nWindowState = row.windowState;
+    for (const auto& [hover, pressed, windowState, picture, place, shown] : rows) {
+        state.m_nHoverHit = hover;
+        state.m_nPressedHit = pressed;
+        state.m_nWindowState = windowState;
         const QImage band = DrawBand(theme, state);
-        const QRect part({row.place.width() * row.state, 0}, row.place.size());
-        EXPECT_EQ(band.copy(row.place), MakePlaces(row.picture, {36, 12}).copy(part))
-            << &row - rows;
-        const QPoint below = row.place.bottomLeft() + QPoint(0, 1);
+        const QRect part({place.width() * shown, 0}, place.size());
+        EXPECT_EQ(band.copy(place), MakePlaces(picture, {36, 12}).copy(part)) << hover;
+        const QPoint below = place.bottomLeft() + QPoint(0, 1);
         EXPECT_EQ(qBlue(band.pixel(below)), static_cast<int>(Picture::Top));
     }
-
     state.m_customButtons.clear();
     state.m_bHasMinimize = state.m_bHasMaximize = false;
     EXPECT_EQ(DifferenceOf(DrawBand(theme, state), DrawBand(Loaded(SyntheticTheme()), state)),
@@ -316,40 +295,27 @@ TEST(FrameTest, HitTestKnowsEveryPlace) {
     fixed.m_bSizable = fixed.m_bHasMinimize = fixed.m_bHasMaximize = false;
     FrameState maximized = sizable;
     maximized.m_nWindowState = WindowState::Maximized;
-    const struct {
-        QPoint point;
-        int sizable;
-        int fixed;
-        int maximized;
-    } rows[] = {
-        {{286, 1}, 20, 20, 20}, // close: 286 to 296 by 1 to 9
-        {{295, 8}, 20, 20, 20},     {{285, 8}, 2, 2, 2},
-        {{286, 0}, 12, 1, 1},       {{286, 9}, 2, 2, 2},
-        {{255, 3}, 8, 1, 8},                             // minimize: 255 to 264 by 3 to 9
-        {{263, 8}, 8, 2, 8},        {{269, 5}, 2, 2, 9}, // restore: 269 to 280 by 4 to 14
-        {{270, 13}, 9, 2, 9},                            // maximize: 270 to 282 by 2 to 14
-        {{281, 13}, 9, 2, 2},       {{270, 2}, 9, 1, 1},
-        {{220, 6}, 900, 900, 900}, // added: 220 to 228 by 6 to 13
-        {{227, 12}, 900, 900, 900}, {{228, 12}, 2, 2, 2},
-        {{4, 5}, 3, 3, 3}, // icon
-        {{19, 20}, 3, 3, 3},        {{20, 20}, 2, 2, 2},
-        {{0, 0}, 13, 1, 1},         {{3, 29}, 13, 1, 1},
-        {{299, 0}, 14, 1, 1}, // the corner is as wide as the left edge, 4, beside the right one's 6
-        {{296, 29}, 14, 1, 1},      {{295, 29}, 1, 1, 1},
-        {{294, 0}, 1, 1, 1},        {{293, 0}, 12, 1, 1},
-        {{100, 4}, 12, 1, 1}, // the top edge is as high as the bottom one, 5
-        {{100, 5}, 2, 2, 2},        {{100, 29}, 2, 2, 2},
-        {{100, 30}, 1, 1, 1},       {{0, 30}, 10, 1, 1},
-        {{3, 194}, 10, 1, 1},       {{3, 195}, 16, 1, 1},
-        {{4, 195}, 15, 1, 1},       {{293, 199}, 15, 1, 1},
-        {{294, 195}, 17, 1, 1},     {{294, 194}, 11, 1, 1},
-        {{299, 30}, 11, 1, 1},      {{150, 100}, 1, 1, 1},
-        {{-1, 300}, 1, 1, 1},
-    };
-    for (const auto& [point, inSizable, inFixed, inMaximized] : rows) {
-        EXPECT_EQ(HitTest(theme, sizable, point), inSizable) << point.x() << ' ' << point.y();
-        EXPECT_EQ(HitTest(theme, fixed, point), inFixed) << point.x() << ' ' << point.y();
-        EXPECT_EQ(HitTest(theme, maximized, point), inMaximized) << point.x() << ' ' << point.y();
+    // x, y, and what is there of the window sizable, fixed, maximized. Close is 286 to 296 by 1 to
+    // 9, minimize 255 to 264 by 3 to 9, restore 269 to 280 by 4 to 14, maximize 270 to 282 by 2 to
+    // 14, an added one 220 to 228 by 6 to 13. Corners are as wide as the left edge, 4, beside the
+    // right one's 6, and the top edge is as high as the bottom one, 5.
+    const int rows[][5] = {{286, 1, 20, 20, 20},     {295, 8, 20, 20, 20}, {285, 8, 2, 2, 2},
+                           {286, 0, 12, 1, 1},       {286, 9, 2, 2, 2},    {255, 3, 8, 1, 8},
+                           {263, 8, 8, 2, 8},        {269, 5, 2, 2, 9},    {270, 13, 9, 2, 9},
+                           {281, 13, 9, 2, 2},       {270, 2, 9, 1, 1},    {220, 6, 900, 900, 900},
+                           {227, 12, 900, 900, 900}, {228, 12, 2, 2, 2},   {4, 5, 3, 3, 3},
+                           {19, 20, 3, 3, 3},        {20, 20, 2, 2, 2},    {0, 0, 13, 1, 1},
+                           {3, 29, 13, 1, 1},        {299, 0, 14, 1, 1},   {296, 29, 14, 1, 1},
+                           {295, 29, 1, 1, 1},       {294, 0, 1, 1, 1},    {293, 0, 12, 1, 1},
+                           {100, 4, 12, 1, 1},       {100, 5, 2, 2, 2},    {100, 29, 2, 2, 2},
+                           {100, 30, 1, 1, 1},       {0, 30, 10, 1, 1},    {3, 194, 10, 1, 1},
+                           {3, 195, 16, 1, 1},       {4, 195, 15, 1, 1},   {293, 199, 15, 1, 1},
+                           {294, 195, 17, 1, 1},     {294, 194, 11, 1, 1}, {299, 30, 11, 1, 1},
+                           {150, 100, 1, 1, 1},      {-1, 300, 1, 1, 1}};
+    for (const auto& [x, y, inSizable, inFixed, inMaximized] : rows) {
+        EXPECT_EQ(HitTest(theme, sizable, {x, y}), inSizable) << x << ' ' << y;
+        EXPECT_EQ(HitTest(theme, fixed, {x, y}), inFixed) << x << ' ' << y;
+        EXPECT_EQ(HitTest(theme, maximized, {x, y}), inMaximized) << x << ' ' << y;
     }
     EXPECT_EQ(MinimumTrackSize(theme), QSize(40 + 9 + 12, 50 + 20));
 }
@@ -360,13 +326,12 @@ TEST(FrameTest, FrameGrowsWithTheScale) {
     const Theme theme = Loaded(files, 2);
     FrameState state = SizableWindow({600, 400});
     state.m_customButtons.push_back({999, 80, 6, 0, QImage(48, 14, QImage::Format_RGB32), {}});
-    EXPECT_EQ(HitTest(theme, state, {572, 2}), FrameHit::Close);
-    EXPECT_EQ(HitTest(theme, state, {591, 17}), FrameHit::Close);
-    EXPECT_EQ(HitTest(theme, state, {592, 17}), FrameHit::TopRight);
-    EXPECT_EQ(HitTest(theme, state, {440, 12}), FrameHit::FirstCustom);
-    EXPECT_EQ(HitTest(theme, state, {9, 10}), FrameHit::SystemMenu);
-    EXPECT_EQ(HitTest(theme, state, {40, 41}), FrameHit::SystemMenu);
-    EXPECT_EQ(HitTest(theme, state, {300, 60}), FrameHit::Caption);
-    EXPECT_EQ(HitTest(theme, state, {300, 61}), FrameHit::Client);
+    const std::pair<QPoint, int> rows[] = {
+        {{572, 2}, FrameHit::Close},     {{591, 17}, FrameHit::Close},
+        {{592, 17}, FrameHit::TopRight}, {{440, 12}, FrameHit::FirstCustom},
+        {{9, 10}, FrameHit::SystemMenu}, {{40, 41}, FrameHit::SystemMenu},
+        {{300, 60}, FrameHit::Caption},  {{300, 61}, FrameHit::Client}};
+    for (const auto& [point, hit] : rows)
+        EXPECT_EQ(HitTest(theme, state, point), hit) << point.x() << ' ' << point.y();
     EXPECT_EQ(MinimumTrackSize(theme), QSize(2 * 61, 140));
 }

@@ -6,12 +6,10 @@
 
 #include <QActionGroup>
 #include <QApplication>
-#include <QTest>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <map>
-#include <tuple>
 
 namespace {
 
@@ -32,12 +30,6 @@ QRgb GroundOf(const std::map<QRgb, int>& colours) {
         ->first;
 }
 
-QIcon RedIcon() {
-    QPixmap pixmap(16, 16);
-    pixmap.fill(Qt::red);
-    return pixmap;
-}
-
 class MenuTest : public ::testing::Test {
 protected:
     MenuTest() {
@@ -50,9 +42,11 @@ protected:
 
 TEST_F(MenuTest, DrawsItsItems) {
     BCMenu menu;
+    QPixmap red(16, 16);
+    red.fill(Qt::red);
     QAction* plain = menu.addAction(QStringLiteral("Text"));
-    QAction* icon = menu.addAction(RedIcon(), QStringLiteral("Text"));
-    QAction* disabled = menu.addAction(RedIcon(), QStringLiteral("Text"));
+    QAction* icon = menu.addAction(red, QStringLiteral("Text"));
+    QAction* disabled = menu.addAction(red, QStringLiteral("Text"));
     disabled->setEnabled(false);
     QAction* separator = menu.addSeparator();
     QAction* arrow = menu.AddSubMenu(QStringLiteral("Text")).menuAction();
@@ -104,23 +98,4 @@ TEST_F(MenuTest, GrowsWithTheMenuFont) {
     EXPECT_GT(bar.sizeHint().height(), barHeight);
     EXPECT_GT(menu.actionGeometry(item).height(), itemSize.height());
     EXPECT_GT(menu.actionGeometry(item).width(), itemSize.width());
-}
-
-TEST_F(MenuTest, IsOpenedByKeyboard) {
-    QWidget window;
-    auto* bar = new CMenuBar(&window);
-    const BCMenu& first = bar->AddMenu(QStringLiteral("&File"));
-    const BCMenu& second = bar->AddMenu(QStringLiteral("&Edit"));
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    const std::tuple<Qt::Key, Qt::KeyboardModifiers, const BCMenu*> rows[] = {
-        {Qt::Key_E, Qt::AltModifier, &second}, {Qt::Key_F10, {}, &first}};
-    for (const auto& [key, modifiers, menu] : rows) {
-        QTest::keyClick(&window, key, modifiers);
-        EXPECT_EQ(QApplication::activePopupWidget(), menu) << key;
-        if (QApplication::activePopupWidget())
-            QApplication::activePopupWidget()->close();
-    }
-    QTest::keyClick(&window, Qt::Key_Alt);
-    EXPECT_EQ(QApplication::focusWidget(), bar);
 }

@@ -6,15 +6,15 @@
 #include <QtEndian>
 #include <gtest/gtest.h>
 
-#include <malloc.h>
+#include <sys/resource.h>
 #include <unistd.h>
 #include <zlib.h>
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <functional>
-#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -25,6 +25,13 @@ using Change = std::function<void(SyntheticTheme&)>;
 
 Change Setting(const char* key, const QByteArray& value) {
     return [=](SyntheticTheme& files) { files.Set(key, value); };
+}
+
+Change Adding(int buttons, int x) {
+    return [=](SyntheticTheme& files) {
+        for (int i = 0; i < buttons; ++i)
+            files.AddButton(1, Picture::Maximize, {30, 8}, x, 1);
+    };
 }
 
 Change Writing(const QByteArray& name, const QByteArray& file) {
@@ -72,28 +79,12 @@ QByteArray BmpOf(int width, int height) {
     return file;
 }
 
-/// The most memory that the process has had since it was last asked, in MB above what it has now.
-class MemoryWatch {
-public:
-    MemoryWatch() {
-        ::malloc_trim(0);
-        std::ofstream("/proc/self/clear_refs") << 5;
-        m_nStart = Read("VmRSS:");
-    }
-    [[nodiscard]] long PeakMegabytes() const { return (Read("VmHWM:") - m_nStart) / 1024; }
-
-private:
-    static long Read(const std::string& field) {
-        std::ifstream status("/proc/self/status");
-        for (std::string line; std::getline(status, line);) {
-            if (line.starts_with(field))
-                return std::stol(line.substr(field.size()));
-        }
-        return -1;
-    }
-
-    long m_nStart = 0;
-};
+/// The most memory that the process has had up to now, in MB.
+long PeakMegabytes() {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+}
 
 } // namespace
 
@@ -111,16 +102,13 @@ TEST(ThemeTest, ReadsWhatTheFileSays) {
     ASSERT_TRUE(theme);
     EXPECT_EQ(theme->top.bitmap.Image(), MakePlaces(Picture::Top, {40, 61}));
     EXPECT_FALSE(theme->dialog.IsLoaded());
-    EXPECT_EQ(theme->m_nTopHeight, 30);
-    EXPECT_EQ(theme->m_nLeftWidth, 4);
-    EXPECT_EQ(theme->m_nRightWidth, 6);
-    EXPECT_EQ(theme->m_nBottomHeight, 5);
-    EXPECT_EQ(theme->top.headEnd, 7);
-    EXPECT_EQ(theme->top.tailStart, 31);
-    EXPECT_EQ(theme->left.headEnd, 20);
-    EXPECT_EQ(theme->left.tailStart, 21);
-    EXPECT_EQ(theme->bottom.headEnd, 6);
-    EXPECT_EQ(theme->bottom.tailStart, 7);
+    const std::vector sizes{theme->m_nTopHeight, theme->m_nLeftWidth, theme->m_nRightWidth,
+                            theme->m_nBottomHeight};
+    EXPECT_EQ(sizes, (std::vector{30, 4, 6, 5}));
+    const auto pieces = [](const auto& strip) { return std::pair(strip.headEnd, strip.tailStart); };
+    EXPECT_EQ(pieces(theme->top), std::pair(7, 31));
+    EXPECT_EQ(pieces(theme->left), std::pair(20, 21));
+    EXPECT_EQ(pieces(theme->bottom), std::pair(6, 7));
     EXPECT_EQ(theme->maximize.PlaceIn(100), QRect(70, 2, 12, 12));
     EXPECT_EQ(theme->close.PlaceIn(100), QRect(86, 1, 10, 8));
     EXPECT_FALSE(theme->restore.bitmap.IsLoaded());
@@ -144,15 +132,8 @@ TEST(ThemeTest, RefusesWhatIsIncompleteOrHostile) {
         {"a split below 0", Setting("LeftTopHeight", "-1")},
         {"a split too large", Setting("BottomBotHeight", "16385")},
         {"a text place below 0", Setting("TextShiftVert", "-2147483648")},
-        {"a button place below 0",
-         [](SyntheticTheme& files) {
-             files.AddButton(0, Picture::Close, {30, 8}, -1, 1);
-         }},
-        {"three maximize buttons",
-         [](SyntheticTheme& files) {
-             for (int i = 0; i < 3; ++i)
-                 files.AddButton(1, Picture::Close, {30, 8}, 14, 1);
-         }},
+        {"a button place below 0", Adding(1, -1)},
+        {"three maximize buttons", Adding(3, 14)},
         {"no picture", Writing(kTop, "GIF89a or whatever this is, it is long enough for a header")},
         {"a cut PNG", Writing(kTop, top.first(top.size() / 2))},
         {"a cut BMP", Writing(kLeft, left.chopped(1))},
@@ -221,9 +202,9 @@ TEST(ThemeTest, HoldsNoMoreThanItMay) {
     files.Set("DialogBmp", "dialog.png");
     files.Write("dialog.png", million);
     files.Write("dialog@1.5x.png", rendering);
-    const MemoryWatch memory;
+    const long before = PeakMegabytes();
     const std::optional<Theme> theme = files.Load(1.5);
-    EXPECT_LT(memory.PeakMegabytes(), 64);
+    EXPECT_LT(PeakMegabytes() - before, 64);
     ASSERT_TRUE(theme);
     EXPECT_EQ(theme->dialog.Width(), 1500);
 }

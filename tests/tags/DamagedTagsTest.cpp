@@ -9,6 +9,7 @@
 
 #include <random>
 #include <set>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -131,6 +132,11 @@ qint64 BytesReadBy(Work work) {
     return total() - before;
 }
 
+/// A header of ID3v2.3 that claims 256 MB.
+QByteArray LargestHeader(char flags = 0) {
+    return QByteArray("ID3\3\0", 5) + flags + "\x7F\x7F\x7F\x7F";
+}
+
 /// A frame header of ID3v2.3.
 QByteArray FrameHeader(const char* id, std::uint32_t size) {
     QByteArray header = AssembleId3Frame(3, {id, 0, {}});
@@ -144,35 +150,28 @@ TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
     constexpr qint64 kMegabyte = 1024 * 1024;
     constexpr qint64 kTag = 256 * kMegabyte - 1;
     constexpr qint64 kFrame = 20'000;
-    const auto header = [](char flags) {
-        return QByteArray("ID3\3\0", 5) + flags + QByteArray("\x7F\x7F\x7F\x7F");
-    };
     const QByteArray title = AssembleId3Frame(3, {"TIT2", 0, EightBit("Title")});
-    Pieces many = {{0, header(0) + title}};
+    Pieces many = {{0, LargestHeader() + title}};
     for (qint64 i = 0; i < 1'100; ++i) // a hundred too many
         many.push_back({many[0].second.size() + i * (10 + kFrame), FrameHeader("PRIV", kFrame)});
     const QByteArray picture = FrameHeader("APIC", 200 * kMegabyte);
-    struct {
-        const char* what;
-        Pieces pieces;
-        qint64 textCost;
-        qint64 pictureCost;
-    } const rows[] = {
-        {"unsynchronised", {{0, header('\x80') + title + picture}}, 9, 74},
+    // What it is, and less than how many MB its texts and its picture cost.
+    const std::tuple<const char*, Pieces, qint64, qint64> rows[] = {
+        {"unsynchronised", {{0, LargestHeader('\x80') + title + picture}}, 9, 74},
         {"many frames", many, 9, 74},
-        {"a picture too large", {{0, header(0) + title + picture}}, 1, 1},
+        {"a picture too large", {{0, LargestHeader() + title + picture}}, 1, 1},
     };
     const ScratchFolder scratch(ScratchFolder::Place::Memory);
     const QString path = scratch.File(QStringLiteral("large.mp3"));
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
-        WriteSparse(path, kTag + 10 + 1000, row.pieces);
+    for (const auto& [what, pieces, textCost, pictureCost] : rows) {
+        SCOPED_TRACE(what);
+        WriteSparse(path, kTag + 10 + 1000, pieces);
         CTrackInfo info;
         EXPECT_LT(BytesReadBy([&] { EXPECT_EQ(ReadTrackTags(path, info), 0); }),
-                  row.textCost * kMegabyte);
+                  textCost * kMegabyte);
         EXPECT_EQ(info.m_strTitle, u"Title");
         EXPECT_LT(BytesReadBy([&] { EXPECT_EQ(ReadTrackArtwork(path), QByteArray()); }),
-                  row.pictureCost * kMegabyte);
+                  pictureCost * kMegabyte);
         EXPECT_LT(BytesReadBy([&] { EXPECT_NE(WriteTrackTags(path, info, 0), 0); }), kMegabyte)
             << "above what is read whole";
     }
@@ -181,28 +180,21 @@ TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
 // Tags that would cost a reader dearly which believes their sizes, or searches.
 TEST(DamagedTagsTest, HostileTagsAreReadUpToTheDamage) {
     const QByteArray title = AssembleId3Frame(3, {"TIT2", 0, EightBit("Title")});
-    const auto tag = [](const QByteArray& body) {
-        return QByteArray("ID3\3\0\0\x7F\x7F\x7F\x7F", 10) + body;
-    };
     const QByteArray bomb = AssembleId3Frame(3, {"TALB", 0x0080, "\x7F\xFF\xFF\xFFx\x9C garbage"});
     const QByteArray huge = FrameHeader("TALB", 0x7FFFFFFF) + "\0x";
     const QByteArray empties = FrameHeader("TXXX", 0).repeated(200'000);
-    struct {
-        const char* what;
-        QByteArray content;
-        const char* title;
-    } const rows[] = {
-        {"compressed to 2 GB", tag(bomb + title), "Title"},
-        {"frame of 2 GB", tag(title + huge), "Title"},
-        {"frame of 2 GB first", tag(huge + title), "damaged"},
-        {"endless empty frames", tag(empties + title), "damaged"},
-        {"tag of 256 MB, cut", tag({}), "damaged"},
+    const std::tuple<const char*, QByteArray, const char*> rows[] = {
+        {"compressed to 2 GB", LargestHeader() + bomb + title, "Title"},
+        {"frame of 2 GB", LargestHeader() + title + huge, "Title"},
+        {"frame of 2 GB first", LargestHeader() + huge + title, "damaged"},
+        {"endless empty frames", LargestHeader() + empties + title, "damaged"},
+        {"tag of 256 MB, cut", LargestHeader(), "damaged"},
     };
     const ScratchFolder scratch(ScratchFolder::Place::Memory);
-    for (const auto& row : rows) {
-        const QString path = scratch.Write(QStringLiteral("damaged.mp3"), row.content);
+    for (const auto& [what, content, read] : rows) {
+        const QString path = scratch.Write(QStringLiteral("damaged.mp3"), content);
         CTrackInfo info;
         EXPECT_EQ(ReadTrackTags(path, info), 0);
-        EXPECT_EQ(info.m_strTitle, QLatin1StringView(row.title)) << row.what;
+        EXPECT_EQ(info.m_strTitle, QLatin1StringView(read)) << what;
     }
 }

@@ -10,6 +10,7 @@
 #include <functional>
 #include <initializer_list>
 #include <map>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -40,6 +41,13 @@ QJsonObject OtherFrames(const QJsonObject& inspected) {
 QString Frame(const QJsonObject& inspected, const char* key) {
     return inspected[QStringLiteral("frames")].toObject()[QLatin1StringView(key)].toString();
 }
+
+/// Frames of text as they are read, but for their length.
+constexpr std::pair<const char*, QString CTrackInfo::*> kTexts[] = {
+    {"TALB", &CTrackInfo::m_strAlbum}, {"TPE1", &CTrackInfo::m_strArtist},
+    {"TBPM", &CTrackInfo::m_strBPM},   {"TCOM", &CTrackInfo::m_strComposer},
+    {"TIT2", &CTrackInfo::m_strTitle}, {"TRCK", &CTrackInfo::m_strTrackNumber},
+};
 
 /// A text frame without text, which the independent reader passes over.
 bool HasEmptyFrame(const QString& path, const QByteArray& id) {
@@ -87,29 +95,37 @@ std::vector<Edited> Edit(const ScratchFolder& scratch, std::initializer_list<con
 
 TEST(WriteTagsTest, KeepsOtherFramesAndTheSound) {
     const ScratchFolder scratch;
+    std::map<QString, CTrackInfo> read;
     std::map<QString, CTrackInfo> written;
-    const auto files =
-        Edit(scratch,
-             {"mutagen-v23.mp3", "mutagen-v24.mp3", "mutagen-v23.aac", "lame-v1.mp3",
-              "untagged.mp3", "untagged.aac", "ffmpeg-v23-v1.mp3", "ffmpeg-v24-v1.mp3",
-              "lame-v23-v1-picture.mp3", "mutagen-v24-utf16.mp3", "id3lib-v23-utf16-unsync.mp3"},
-             [&](const QString& path) {
-                 CTrackInfo info = ReadInfo(path);
-                 info.m_strAlbum =
-                     QStringLiteral(u"Gr\u00FC\u00DFe \u041F\u0440\u0438\u0432\u0435\u0442");
-                 info.m_strArtist = QStringLiteral(u"\u00FF\u00FE plain");
-                 info.m_strGenre = QStringLiteral("Comedy");
-                 info.m_strYear.clear();
-                 info.m_nLengthMs = 61000;
-                 EXPECT_EQ(WriteTrackTags(path, info, 0), 0);
-                 info.m_strLength = QStringLiteral("01:00");
-                 if (info.m_strSize.isEmpty())
-                     info.m_strSize = QStringLiteral("0 B");
-                 written[path] = info;
-             });
+    const auto files = Edit(
+        scratch,
+        {"mutagen-v23.mp3", "mutagen-v24.mp3", "mutagen-v23.aac", "lame-v1.mp3", "untagged.mp3",
+         "untagged.aac", "ffmpeg-v23-v1.mp3", "ffmpeg-v24-v1.mp3", "lame-v23-v1-picture.mp3",
+         "mutagen-v24-utf16.mp3", "id3lib-v23-utf16-unsync.mp3", "lame-v23-utf16.mp3"},
+        [&](const QString& path) {
+            CTrackInfo info = ReadInfo(path);
+            read[path] = info;
+            info.m_strAlbum = QStringLiteral(u"Gr\u00FC\u00DFe \u041F\u0440\u0438");
+            info.m_strArtist = QStringLiteral(u"\u00FF\u00FE plain");
+            info.m_strGenre = QStringLiteral("Comedy");
+            info.m_strYear.clear();
+            info.m_nLengthMs = 61000;
+            EXPECT_EQ(WriteTrackTags(path, info, 0), 0);
+            info.m_strLength = QStringLiteral("01:00");
+            if (info.m_strSize.isEmpty())
+                info.m_strSize = QStringLiteral("0 B");
+            written[path] = info;
+        });
     for (const Edited& file : files) {
         SCOPED_TRACE(file.name.toStdString());
         const CTrackInfo& info = written[file.path];
+        for (const auto& [id, field] : kTexts) {
+            const QString text = read[file.path].*field;
+            EXPECT_TRUE(file.before[QStringLiteral("version")] == 0 ||
+                        (Frame(file.before, id).contains(text) && !text.isEmpty()) ||
+                        (Frame(file.before, id).isEmpty() && text.isEmpty()))
+                << id;
+        }
         const int version = file.name.contains(QStringLiteral("v24")) ? 4 : 3;
         EXPECT_EQ(file.After("version").toInt(), version);
         EXPECT_EQ(OtherFrames(file.after), OtherFrames(file.before));
@@ -229,11 +245,9 @@ TEST(WriteTagsTest, ArtworkBringsTheTextsOfId3v1Along) {
     };
     for (const Edited& file : Edit(scratch, {"lame-v1.mp3"}, write)) {
         EXPECT_EQ(file.After("id3v1"), file.before[QStringLiteral("id3v1")]);
-        EXPECT_TRUE(Frame(file.after, "TIT2").contains(info.m_strTitle));
-        EXPECT_TRUE(Frame(file.after, "TPE1").contains(info.m_strArtist));
-        EXPECT_TRUE(Frame(file.after, "TALB").contains(info.m_strAlbum));
+        for (const auto& [id, field] : kTexts)
+            EXPECT_TRUE(Frame(file.after, id).contains(info.*field)) << id;
         EXPECT_TRUE(Frame(file.after, "TCON").contains(QStringLiteral("(17)")));
-        EXPECT_TRUE(Frame(file.after, "TRCK").contains(info.m_strTrackNumber));
     }
 }
 
@@ -270,10 +284,7 @@ TEST(WriteTagsTest, RefusesWhatItDoesNotUnderstand) {
     // What looks like an ADTS frame of 100 bytes ends where the search for sound ends.
     QByteArray lookalike(70'000, '\0');
     lookalike.replace(65536 - 100, 7, QByteArray("\xFF\xF1\x50\x80\x0C\x80\xFC", 7));
-    struct {
-        const char* what;
-        QByteArray content;
-    } const rows[] = {
+    const std::pair<const char*, QByteArray> rows[] = {
         {"one frame alone", lookalike},
         {"empty file", QByteArray()},
         {"another kind", "RIFF\x24\x08\0\0WAVEfmt " + QByteArray(1000, 'x')},
@@ -287,10 +298,10 @@ TEST(WriteTagsTest, RefusesWhatItDoesNotUnderstand) {
     const ScratchFolder scratch;
     CTrackInfo info;
     info.m_strTitle = QStringLiteral("New");
-    for (const auto& row : rows) {
-        const QString path = scratch.Write(QStringLiteral("file.mp3"), row.content);
-        EXPECT_NE(WriteTrackTags(path, info, 0), 0) << row.what;
-        EXPECT_EQ(ReadFile(path), row.content) << row.what;
+    for (const auto& [what, content] : rows) {
+        const QString path = scratch.Write(QStringLiteral("file.mp3"), content);
+        EXPECT_NE(WriteTrackTags(path, info, 0), 0) << what;
+        EXPECT_EQ(ReadFile(path), content) << what;
     }
     EXPECT_NE(WriteTrackTags(scratch.Write(QStringLiteral("a.m4a"), Mp3Sound()), info, 0), 0);
     EXPECT_NE(WriteTrackTags(scratch.File(QStringLiteral("missing.mp3")), info, 0), 0);

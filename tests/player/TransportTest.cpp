@@ -11,7 +11,7 @@
 #include "tests/player/RecordingDisplay.h"
 #include "tests/player/ScriptedGraph.h"
 
-#include <QCoreApplication>
+#include <QEventLoop>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -64,8 +64,8 @@ struct Deck {
             std::istringstream parts(word);
             std::getline(std::getline(parts, word, ':'), argument);
             steps.at(word)(argument);
-            if (word != "press" && word != "playlist")
-                QCoreApplication::processEvents();
+            while (word != "press" && word != "playlist" && QEventLoop().processEvents()) {
+            }
         }
     }
 

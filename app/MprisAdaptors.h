@@ -1,7 +1,8 @@
 #pragma once
 
+#include "app/CoverFile.h"
 #include "app/MprisMetadata.h"
-#include "app/MprisPlayer.h"
+#include "app/MprisWindow.h"
 #include "player/MediaPlayer.h"
 #include "player/Transport.h"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CoverFile.h"
+#include "app/MprisWindow.h"
 #include "base/Listeners.h"
 #include "platform/DBusService.h"
 
@@ -15,14 +16,6 @@
 class CMediaPlayer;
 class CTransport;
 class MprisPlayerAdaptor;
-
-/// What the desktop's media controls reach of the window.
-struct MprisWindow {
-    std::function<void()> raise;
-    std::function<void()> quit;
-    std::function<int()> getVolume; ///< position of the slider, 0 to 100
-    std::function<void(int)> setVolume;
-};
 
 /// The player on the desktop's bus, for media keys, panels and lock screens: MPRIS 2.2.
 ///

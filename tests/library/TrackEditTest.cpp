@@ -3,6 +3,7 @@
 #include "tests/library/LibraryFixture.h"
 
 #include <filesystem>
+#include <set>
 
 namespace {
 
@@ -51,11 +52,9 @@ protected:
 } // namespace
 
 TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
-    std::vector<int> columns;
+    const std::set<int> allowed{Title, Artist, Album, Composer, Disk, TrackNumber, Year};
     for (int column = -1; column <= m_grid.GetColumnCount(); ++column)
-        if (Allows(2, column))
-            columns.push_back(column);
-    EXPECT_EQ(columns, (std::vector<int>{Title, Artist, Album, Composer, Disk, TrackNumber, Year}));
+        EXPECT_EQ(Allows(2, column), allowed.contains(column)) << column;
     AddTrack(m_collection, QStringLiteral("/c/without a row yet.mp3"));
     for (const int row : {0, 1, 4, 5, 99})
         EXPECT_FALSE(Allows(row, Title)) << row;
@@ -81,10 +80,9 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
         copies.m_iType = row.type;
         copies.m_iSourceType = row.sourceType;
         m_view.FillGrid();
-        std::string allowed;
         for (int index = 0; index < 3; ++index)
-            allowed += Allows(copies[index]->m_iRow, Title) ? '1' : '0';
-        EXPECT_EQ(allowed, row.allowed) << row.type << ' ' << row.sourceType;
+            EXPECT_EQ(Allows(copies[index]->m_iRow, Title), row.allowed[index] == '1')
+                << row.type << ' ' << row.sourceType << ' ' << index;
     }
 }
 

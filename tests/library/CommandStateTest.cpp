@@ -161,16 +161,15 @@ TEST(BodyMenuTest, HasWhatItsListAllows) {
         EXPECT_EQ(MakeBodyMenu(list, 3).opens, row.opens);
     }
 
+    // Tracks can be added to a playlist, but not a playlist, and not to none.
     CMediaList list(QString(), MEDIA_TYPE_COLLECTION, 1);
-    const auto canAdd = [&](int tracks, int playlists) {
+    const auto canAdd = [&] { return MakeBodyMenu(list, 0).items.at(kFirstPlaylist); };
+    for (const auto& [tracks, playlists] : {std::pair(0, 0), {2, 1}, {2, 0}}) {
         Fill(list, tracks, playlists);
-        return MakeBodyMenu(list, 0).items.at(kFirstPlaylist) == ItemState::Enabled;
-    };
-    EXPECT_TRUE(canAdd(2, 0));
-    EXPECT_FALSE(canAdd(0, 0)) << "nothing to add";
-    EXPECT_FALSE(canAdd(2, 1)) << "a playlist can't be added";
+        EXPECT_EQ(canAdd() == ItemState::Enabled, tracks > 0 && playlists == 0);
+    }
     list.RemoveIf([](const CTrackRecord& record) { return record.m_strPath.endsWith(u'U'); });
-    EXPECT_EQ(MakeBodyMenu(list, 0).items.at(kFirstPlaylist), ItemState::Gray) << "nowhere to";
+    EXPECT_EQ(canAdd(), ItemState::Gray);
     EXPECT_EQ(MakeBodyMenu(list, 0).items.at(kBodySelectAll), ItemState::Gone) << "all are";
 }
 

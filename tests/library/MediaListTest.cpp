@@ -1,7 +1,6 @@
 #include "library/MediaList.h"
 
 #include "library/MergeSort.h"
-#include "library/TrackColumns.h"
 #include "tests/fixtures/Printers.h"
 
 #include <gtest/gtest.h>
@@ -89,18 +88,6 @@ TEST(SortTest, EachColumnHasItsKey) {
             EXPECT_EQ(changed != 0, Order(list) != before) << row.what;
         }
     }
-}
-
-TEST(SortTest, TogglesAndTellsWhetherAnythingMoved) {
-    CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
-    AddTrack(list);
-    EXPECT_FALSE(list.SortBy(kTitleColumn, CMediaList::kToggleDirection));
-    EXPECT_EQ(list.m_bSortAscending, 1) << "flips though there is nothing to sort";
-    list.m_bSortAscending = 0;
-    AddTrack(list);
-    EXPECT_FALSE(list.SortBy(kTitleColumn, CMediaList::kToggleDirection)) << "already ascending";
-    EXPECT_TRUE(list.SortBy(kTitleColumn, CMediaList::kToggleDirection));
-    EXPECT_EQ(Order(list), "ba");
 }
 
 TEST(SortTest, AnyCompareIsSafe) {

@@ -1,5 +1,3 @@
-#include "library/Playlists.h"
-
 #include "library/PlaylistFile.h"
 #include "tests/library/LibraryFixture.h"
 
@@ -95,8 +93,7 @@ TEST_F(PlaylistsTest, FilesOfOtherSystemsShowTheirNames) {
     ASSERT_EQ(m_playlist.GetCount(), 4);
     EXPECT_EQ(m_playlist[0]->m_strTitle, u"one.mp3");
     EXPECT_EQ(m_playlist[0]->m_strPath, u"C:\\Music\\one.mp3") << "kept for when it is saved";
-    EXPECT_EQ(m_playlist[1]->m_strPath, m_folder + QStringLiteral("/sub/two.mp3"));
-    EXPECT_EQ(m_playlist[1]->m_nFileSize, 2u);
+    EXPECT_EQ(m_playlist[1]->m_nFileSize, 2u) << "found";
     EXPECT_EQ(m_playlist[3]->m_strPath, QString());
 }
 

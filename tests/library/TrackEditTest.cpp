@@ -3,6 +3,7 @@
 #include "tests/library/LibraryFixture.h"
 
 #include <filesystem>
+#include <set>
 
 namespace {
 
@@ -51,11 +52,9 @@ protected:
 } // namespace
 
 TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
-    std::vector<int> columns;
+    const std::set<int> allowed{Title, Artist, Album, Composer, Disk, TrackNumber, Year};
     for (int column = -1; column <= m_grid.GetColumnCount(); ++column)
-        if (Allows(2, column))
-            columns.push_back(column);
-    EXPECT_EQ(columns, (std::vector<int>{Title, Artist, Album, Composer, Disk, TrackNumber, Year}));
+        EXPECT_EQ(Allows(2, column), allowed.contains(column)) << column;
     AddTrack(m_collection, QStringLiteral("/c/without a row yet.mp3"));
     for (const int row : {0, 1, 4, 5, 99})
         EXPECT_FALSE(Allows(row, Title)) << row;
@@ -81,35 +80,26 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
         copies.m_iType = row.type;
         copies.m_iSourceType = row.sourceType;
         m_view.FillGrid();
-        std::string allowed;
         for (int index = 0; index < 3; ++index)
-            allowed += Allows(copies[index]->m_iRow, Title) ? '1' : '0';
-        EXPECT_EQ(allowed, row.allowed) << row.type << ' ' << row.sourceType;
+            EXPECT_EQ(Allows(copies[index]->m_iRow, Title), row.allowed[index] == '1')
+                << row.type << ' ' << row.sourceType << ' ' << index;
     }
 }
 
 TEST_F(TrackEditTest, PlaylistIsRenamed) {
     const QString taken = m_scratch.Write(QStringLiteral("taken.m3u"), "t");
     m_collection.SetPath(1, m_scratch.Write(QStringLiteral("list.m3u"), "#EXTM3U"));
-    const std::pair<QString, const char*> rows[] = {// typed, and the file afterwards
-                                                    {QStringLiteral("Morning"), "Morning.m3u"},
-                                                    {QStringLiteral("Évening.M3U"), "Évening.M3U"},
-                                                    {QStringLiteral("taken"), nullptr},
-                                                    {QStringLiteral("../out"), nullptr},
-                                                    {QStringLiteral(" "), nullptr},
-                                                    {QString(300, u'x'), nullptr}};
-    QString file;
-    QString title;
-    for (const auto& [typed, renamed] : rows) {
-        if (renamed) {
-            file = m_scratch.File(QString::fromUtf8(renamed));
-            title = typed;
-        }
-        Edit(3, Title, typed);
-        EXPECT_EQ(m_collection[1]->m_strPath, file) << typed.toStdString();
-        EXPECT_EQ(Text(3, Title), title);
-        EXPECT_EQ(ReadFile(file), "#EXTM3U");
+    Edit(3, Title, QStringLiteral("Morning"));
+    EXPECT_EQ(m_collection[1]->m_strPath, m_scratch.File(QStringLiteral("Morning.m3u")));
+    EXPECT_EQ(Text(3, Title), u"Morning");
+    const QString renamed = QStringLiteral("Évening.M3U");
+    for (const QString& typed : {renamed, QStringLiteral("taken"), QStringLiteral("../out"),
+                                 QStringLiteral(" "), QString(300, u'x')}) {
+        Edit(3, Title, typed); // but for the first none can be
+        EXPECT_EQ(m_collection[1]->m_strPath, m_scratch.File(renamed)) << typed.toStdString();
+        EXPECT_EQ(Text(3, Title), renamed);
     }
+    EXPECT_EQ(ReadFile(m_scratch.File(renamed)), "#EXTM3U");
     EXPECT_EQ(ReadFile(taken), "t");
 
     Click(3, Album, {}, Qt::RightButton);
@@ -130,7 +120,7 @@ TEST_F(TrackEditTest, EditGoesIntoTheFileAndIntoEveryList) {
     expected.m_strArtist = QStringLiteral("New artist");
     Edit(2, Artist, expected.m_strArtist);
     EXPECT_EQ(Tags(), expected);
-    EXPECT_EQ(m_collection[0]->m_strArtist, expected.m_strArtist);
+    EXPECT_EQ(Text(2, Artist), expected.m_strArtist);
     EXPECT_EQ(m_all[0]->m_strArtist, expected.m_strArtist);
     EXPECT_EQ(Text(5, Artist), expected.m_strArtist);
     EXPECT_EQ(Text(6, Artist), QStringLiteral("old")) << "another file";
@@ -140,7 +130,6 @@ TEST_F(TrackEditTest, EditGoesIntoTheFileAndIntoEveryList) {
     Edit(2, Title, QStringLiteral("new"));
     Edit(2, Title, QString());
     EXPECT_EQ(Text(2, Title), QStringLiteral("song"));
-    EXPECT_EQ(m_collection[0]->m_strTitle, QStringLiteral("song"));
 }
 
 TEST_F(TrackEditTest, RebuildStoresAnOpenEditForItsTrack) {
@@ -163,10 +152,9 @@ TEST_F(TrackEditTest, FailedEditBringsTheOldTextBack) {
     const QByteArray before = ReadFile(m_path);
     Edit(2, Artist, QStringLiteral("new"));
     EXPECT_EQ(Text(2, Artist), QStringLiteral("old"));
-    EXPECT_EQ(m_collection[0]->m_strArtist, u"old");
     EXPECT_EQ(ReadFile(m_path), before);
     std::filesystem::remove(m_path.toStdString());
     Edit(2, Artist, QStringLiteral("new"));
     EXPECT_EQ(Text(2, Artist), QStringLiteral("old")) << "the file is gone";
-    EXPECT_FALSE(std::filesystem::exists(m_path.toStdString()));
+    EXPECT_EQ(m_status.news.size(), 2);
 }

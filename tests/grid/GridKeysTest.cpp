@@ -10,12 +10,11 @@ TEST_F(GridInput, KeysMoveTheFocusTheSelectionAndTheView) {
     for (const int row : {1, 199})
         m_grid->SetRowHeight(row, 0);
     const int page = (300 - m_grid->GetRowHeight(0)) / m_grid->GetRowHeight(2);
-    struct Step {
+    const struct {
         int key;
         Qt::KeyboardModifiers modifiers;
         CCellID focus;
-    };
-    const Step steps[] = {
+    } steps[] = {
         {Qt::Key_Down, {}, {3, 1}},
         {Qt::Key_Down, {}, {5, 1}}, // over a hidden row
         {Qt::Key_Up, {}, {3, 1}},
@@ -38,7 +37,7 @@ TEST_F(GridInput, KeysMoveTheFocusTheSelectionAndTheView) {
     };
     Click({2, 1});
     Take();
-    for (const Step& step : steps) {
+    for (const auto& step : steps) {
         SCOPED_TRACE(step.key);
         const CCellID before = m_grid->GetFocusCell();
         Press(step.key, step.modifiers);

@@ -160,8 +160,6 @@ TEST(GridSort, RowsAreSortedStablyByTheNumbersThatTheirTextsBeginWith) {
         EXPECT_EQ(grid->IsSortAscending(), ascending);
     }
     EXPECT_EQ(grid->SortItems(nullptr, 0, true, 0, 0, 4), 0); // the header stays
-    EXPECT_EQ(grid->SortItems(CompareTexts, 0, true), 1);
-    EXPECT_EQ(TextAt(*grid, 1, 0), QString());
     EXPECT_EQ(CompareNumbers(nullptr, grid->GetCell(1, 0), 0), 0);
 }
 

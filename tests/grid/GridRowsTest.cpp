@@ -110,14 +110,6 @@ TEST_F(GridRows, TheMouseHoldsWhatItHeld) {
     Down(Center({5, 1}));
     m_grid->DeleteRows(5, 1); // what was pressed is gone: no click
     EXPECT_EQ(m_grid->GetMouseMode(), GridMouseMode::Nothing);
-
-    m_grid->SetFixedColumnCount(1);
-    const int end = m_grid->GetCellRect({3, 0}).bottom();
-    const int height = m_grid->GetRowHeight(3);
-    Down({9, end});
-    m_grid->InsertRows(2, 1);
-    Up({9, end + height + 30});
-    EXPECT_EQ(m_grid->GetRowHeight(4), height + 29);
 }
 
 TEST_F(GridRows, TheCellsOfARowAreFilledWhenTheyAreNeeded) {

@@ -133,30 +133,6 @@ TEST_F(FolderDlgTest, ReadsAFolderWhenItIsExpanded) {
     EXPECT_EQ(dialog->GetPath(), scratch.File(QString()));
 }
 
-TEST_F(FolderDlgTest, NamesNewFoldersByTheFirstFreeSuffix) {
-    scratch.Write(QStringLiteral("a/New Folder"), "a file takes the name too");
-    scratch.MakeFolder(QStringLiteral("a/New Folder1"));
-    scratch.MakeFolder(QStringLiteral("a/New Folder3"));
-    for (const char* made : {"a/New Folder2", "a/New Folder4"}) {
-        Open(QStringLiteral("a"));
-        Click("IDS_BT_NEWFOLDER");
-        EXPECT_EQ(Selected(), QString::fromLatin1(made));
-        EXPECT_TRUE(Exists(QString::fromLatin1(made)));
-        EXPECT_TRUE(tree->currentItem()->parent()->isExpanded());
-        EXPECT_TRUE(tree->findChild<QLineEdit*>());
-    }
-    for (int i = 5; i < 1023; ++i)
-        scratch.MakeFolder(QStringLiteral("a/New Folder%1").arg(i));
-    Open(QStringLiteral("a"));
-    Click("IDS_BT_NEWFOLDER");
-    EXPECT_EQ(Selected(), u"a");
-    EXPECT_FALSE(Exists(QStringLiteral("a/New Folder1023")));
-    Open(QStringLiteral("a/New Folder1"));
-    ::rmdir(Path::ToBytes(tree->GetSelectedPath()));
-    Click("IDS_BT_NEWFOLDER"); // in a folder that is gone
-    EXPECT_EQ(Children(), QStringList());
-}
-
 TEST_F(FolderDlgTest, RenamesTheNewFolderAndNoOther) {
     scratch.MakeFolder(QStringLiteral("a/taken"));
     const QString taken = QStringLiteral("taken");

@@ -140,14 +140,3 @@ TEST(ScanningDlgTest, CancelEndsTheScanAndNotTheDialog) {
     EXPECT_GE(main.all.GetCount(), 1) << "what was found by then stays";
     EXPECT_LT(main.all.GetCount(), 8'000);
 }
-
-TEST(ScanningDlgTest, MayGoInMidScan) {
-    const ScratchFolder scratch;
-    WriteTracks(scratch, 50);
-    MainDialog main;
-    for (int round = 0; round < 20; ++round) {
-        const CScanningDlg dialog(main.scanner, main.Job(scratch), nullptr);
-        for (int turn = 0; turn < round; ++turn)
-            QCoreApplication::processEvents();
-    }
-}

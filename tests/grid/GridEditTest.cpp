@@ -194,22 +194,4 @@ TEST_F(GridEdit, WhereTheFocusGoesWithAndAfterAnEdit) {
     m_grid->setParent(nullptr);
 }
 
-TEST_F(GridEdit, TheFieldWidensWithItsTextUpToTheWindowsEdgeAndMovesWithItsCell) {
-    Press(Qt::Key_F2);
-    const int narrow = Editor()->width();
-    Editor()->setText(QString(12, u'W'));
-    EXPECT_GE(Editor()->width(), Editor()->fontMetrics().horizontalAdvance(Editor()->text()));
-    Editor()->setText(QString(120, u'W'));
-    m_grid->SetColumnWidth(0, 60);
-    EXPECT_EQ(Editor()->geometry().right(), 399);
-    EXPECT_LT(Editor()->x(), 70);
-    Editor()->setText(QStringLiteral("a"));
-    EXPECT_EQ(Editor()->width(), narrow);
-    m_grid->SetColumnWidth(0, 600);
-    for (const CCellID cell : {CCellID{2, 3}, CCellID{150, 0}, CCellID{2, 2}}) {
-        EXPECT_TRUE(m_grid->OnEditCell(cell)) << cell.col; // out of sight
-        EXPECT_TRUE(m_grid->viewport()->rect().contains(Editor()->geometry())) << cell.col;
-    }
-}
-
 } // namespace

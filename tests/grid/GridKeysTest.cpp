@@ -97,41 +97,4 @@ TEST_F(GridInput, TheSelectedTextsAreCopiedInRowsAndColumns) {
     }
 }
 
-TEST_F(GridInput, WithoutACellAnArrowOrTheTabKeyTakesTheFirstOneSeen) {
-    m_grid->clearFocus();
-    m_grid->EnsureVisible(100, 0);
-    m_grid->setFocus(Qt::MouseFocusReason);
-    Press(Qt::Key_Down, Qt::AltModifier);
-    EXPECT_FALSE(m_grid->GetFocusCell().IsValid());
-    Press(Qt::Key_Down);
-    EXPECT_GT(m_grid->GetFocusCell().row, 50);
-    m_grid->SetFocusCell({});
-    m_grid->clearFocus();
-    m_grid->setFocus(Qt::TabFocusReason);
-    EXPECT_TRUE(m_grid->viewport()->rect().intersects(m_grid->GetCellRect(m_grid->GetFocusCell())));
-    EXPECT_GT(m_grid->GetFocusCell().row, 50);
-    EXPECT_EQ(m_grid->GetSelectedCount(), 0);
-    Press(Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_EQ(SelectedRows().size(), 2u);
-}
-
-TEST_F(GridInput, WhileTheMouseIsHeldKeysMoveTheFocusOnly) {
-    m_grid->SetEditable(true);
-    Down(Center({4, 1}));
-    Take();
-    Press(Qt::Key_Down);
-    Press(Qt::Key_A);
-    EXPECT_EQ(m_grid->GetFocusCell(), (CCellID{5, 1}));
-    EXPECT_EQ(SelectedRows(), std::vector<int>{4});
-    EXPECT_FALSE(m_grid->IsEditing());
-    EXPECT_EQ(Take(), Notes{});
-    Up(Center({4, 1}));
-
-    Move(ColumnEnd(1)); // resting where it could size a column, the mouse holds nothing up
-    Press(Qt::Key_Down);
-    EXPECT_EQ(SelectedRows(), std::vector<int>{6});
-    Press(Qt::Key_A);
-    EXPECT_TRUE(m_grid->IsEditing());
-}
-
 } // namespace

@@ -7,24 +7,6 @@
 
 namespace {
 
-TEST(GridCounts, CellsThatStayKeepTheirContentAndFixedCellsFollowTheFixedCounts) {
-    using namespace GridState;
-    const auto grid = MakeGrid(3, 2);
-    EXPECT_EQ(grid->SetRowCount(-1) + grid->SetColumnCount(-1) + grid->SetFixedRowCount(4) +
-                  grid->SetFixedColumnCount(3),
-              0);
-    EXPECT_EQ(grid->SetRowCount(5) + grid->SetColumnCount(4) + grid->SetFixedRowCount(2), 3);
-    EXPECT_EQ(TextAt(*grid, 2, 1), QStringLiteral("2/1"));
-    EXPECT_EQ(TextAt(*grid, 4, 3), QString());
-    EXPECT_EQ(grid->GetItemState(1, 2), Fixed | FixedRow);
-    EXPECT_EQ(grid->SetFixedRowCount(0), 1);
-    EXPECT_EQ(grid->GetItemState(1, 2), 0u);
-    EXPECT_EQ(grid->SetFixedRowCount(4) + grid->SetRowCount(2), 2);
-    EXPECT_EQ(grid->GetFixedRowCount(), 2);
-    EXPECT_EQ(grid->DeleteAllItems(), 1);
-    EXPECT_EQ(grid->GetFixedRowCount() + grid->GetRowCount(), 0);
-}
-
 TEST(GridCells, IndexesOutOfRangeHaveNoEffect) {
     const auto grid = MakeGrid(3, 2);
     for (const CCellID id : {CCellID{-1, 0}, {0, -1}, {3, 0}, {0, 2}, {0x7FFFFFFF, 0}}) {
@@ -94,22 +76,6 @@ TEST(GridCells, AnItemWritesAndReadsWhatItsMaskNamesAndDefaultsFillTheRest) {
     EXPECT_EQ(read(), defaults);
 }
 
-TEST(GridDefaults, RowsFollowTheFontAndTheImages) {
-    const auto grid = MakeGrid(5, 2);
-    const int before = grid->GetRowHeight(2);
-    grid->SetRowHeight(3, 50);
-    QFont large = grid->font();
-    large.setPixelSize(40);
-    grid->setFont(large);
-    EXPECT_EQ(grid->GetCell(2, 1)->GetFont().pixelSize(), 40);
-    EXPECT_GT(grid->GetRowHeight(2), before + 20);
-    grid->SetImageList({}, QSize(100, 100));
-    EXPECT_LT(grid->GetRowHeight(2), 100);
-    grid->SetImageList({QIcon()}, QSize(100, 100));
-    EXPECT_GT(grid->GetRowHeight(2), 100);
-    EXPECT_EQ(grid->GetRowHeight(3), 50);
-}
-
 TEST(GridSelection, ARangeTakesThePlaceOfTheOldOneAndSparesTheHeader) {
     const auto grid = MakeGrid(6, 3);
     grid->SetItemState(5, 2, GridState::Selected);
@@ -137,30 +103,6 @@ TEST(GridSelection, RebuildingDropsSelectionAndFocus) {
                              (GridState::Selected | GridState::Focused));
         }
     }
-}
-
-TEST(GridSort, RowsAreSortedStablyByTheNumbersThatTheirTextsBeginWith) {
-    const char* const texts[] = {"12", " \t9 KB", "-7", "abc", "9", "99999999999999999999", ""};
-    const auto grid = MakeGrid(8, 2);
-    grid->SetCompareFunction(CompareNumbers);
-    for (const auto& [ascending, low, high, order] :
-         {std::tuple(true, -1, -1, std::vector{3, 4, 7, 2, 5, 1, 6}),
-          std::tuple(false, -1, -1, std::vector{6, 1, 2, 5, 4, 7, 3}),
-          std::tuple(true, 2, 5, std::vector{1, 3, 4, 2, 5, 6, 7})}) {
-        for (int row = 1; row < 8; ++row) {
-            grid->GetCell(row, 0)->SetText(QString::fromLatin1(texts[row - 1]));
-            grid->GetCell(row, 1)->SetData(row);
-            grid->SetRowHeight(row, row == 3 ? 44 : 20);
-        }
-        EXPECT_EQ(grid->SortItems(nullptr, 0, ascending, 0, low, high), 1);
-        for (int row = 1; row < 8; ++row) {
-            EXPECT_EQ(grid->GetCell(row, 1)->GetData(), order[row - 1]);
-            EXPECT_EQ(grid->GetRowHeight(row) == 44, order[row - 1] == 3);
-        }
-        EXPECT_EQ(grid->IsSortAscending(), ascending);
-    }
-    EXPECT_EQ(grid->SortItems(nullptr, 0, true, 0, 0, 4), 0); // the header stays
-    EXPECT_EQ(CompareNumbers(nullptr, grid->GetCell(1, 0), 0), 0);
 }
 
 } // namespace

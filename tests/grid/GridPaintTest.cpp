@@ -233,41 +233,6 @@ TEST(GridPaint, ARightToLeftApplicationShowsTheSameGrid) {
     EXPECT_TRUE(pictures[Qt::RightToLeft] == pictures[Qt::LeftToRight]);
 }
 
-TEST(GridPaint, AnImageIsDrawnOnlyWhereItFits) {
-    const auto grid = MakeEmptyGrid(2, 2);
-    QPixmap red(16, 16);
-    red.fill(Qt::red);
-    grid->SetImageList({QIcon(red)});
-    grid->GetCell(1, 0)->SetImage(0);
-    Show(*grid, 300, 100);
-    const std::pair<QSize, bool> cases[] = {{{24, 18}, true}, {{23, 22}, false}, {{24, 17}, false}};
-    for (const auto& [size, shown] : cases) {
-        grid->SetColumnWidth(0, size.width());
-        grid->SetRowHeight(1, size.height());
-        const QRect rect = grid->GetCellRect({1, 0});
-        EXPECT_EQ(At(Picture(*grid), rect.center()), shown ? 0x0000FFu : 0xFFFFFFu);
-    }
-}
-
-TEST(GridPaint, ACheckBoxLooksTheSameAtEveryPlace) {
-    for (const qreal scale : kScales) {
-        std::vector<QImage> looks;
-        for (int y = 1; y < 40; ++y) {
-            QImage picture(QSize(20, 60) * scale, QImage::Format_RGB32);
-            picture.fill(Qt::gray);
-            picture.setDevicePixelRatio(scale);
-            const QRect box(1, y, 13, 13);
-            QPainter painter(&picture);
-            GridPainting::DrawCheckBox(painter, box, false, Qt::black);
-            painter.end();
-            const QRect around = Scaled(box, scale);
-            looks.push_back(picture.copy(
-                QRect(around.topLeft() - QPoint(1, 1), QSize(1, 1) * (qRound(13 * scale) + 2))));
-            EXPECT_EQ(looks.back(), looks.front()) << scale << ": " << y;
-        }
-    }
-}
-
 class CountedCell : public CGridCell {
 public:
     bool Draw(QPainter&, int row, int, QRect, bool) override {

@@ -111,21 +111,6 @@ TEST(ScanTest, TracksOfTheCollectionEnterNoOtherList) {
     EXPECT_EQ(Names(receiver.collection), QStringList{QStringLiteral("a.mp3")});
 }
 
-TEST(ScanTest, DocumentOfTheCollectionIsToldOnceItIsAdded) {
-    const ScratchFolder folder;
-    WriteTracks(folder, 5);
-    Receiver receiver;
-    receiver.lists.SetLocation(receiver.collection, folder.Path());
-    QString told;
-    receiver.scanner.AutoPlay(folder.File(QStringLiteral("3.mp3")),
-                              [&](const CMediaList& list, int index) {
-                                  told += list.m_strName + list[index]->m_strTitle;
-                              });
-    for (int scans = 0; scans < 2; ++scans)
-        receiver.Scan(receiver.collection, folder.Path());
-    EXPECT_EQ(told, u"Collection3");
-}
-
 TEST(ScanTest, CancelEndsOneScanAtOnce) {
     const ScratchFolder folder;
     const QStringList tracks = WriteTracks(folder, 2000);

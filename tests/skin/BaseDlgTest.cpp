@@ -210,29 +210,6 @@ TEST_F(BaseDlgTest, MaximizesMinimizesAndComesBackAsItWas) {
     EXPECT_EQ(dialog->size(), kSize);
 }
 
-TEST_F(BaseDlgTest, SystemMenuOpensWhereTheMouseIs) {
-    Open();
-    QAction own(QStringLiteral("About"));
-    dialog->GetSkin().AppendToSystemMenu(&own);
-    for (const auto& [button, place] :
-         {std::pair(Qt::LeftButton, QPoint(6, 10)), std::pair(Qt::RightButton, kCaption)}) {
-        QTest::mousePress(dialog.get(), button, {}, place);
-        const QPointer menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        ASSERT_TRUE(menu);
-        EXPECT_EQ(menu->pos(), dialog->mapToGlobal(place));
-        EXPECT_EQ(menu->actions().size(), 8);
-        EXPECT_FALSE(menu->actions().first()->isEnabled()) << "Restore";
-        EXPECT_EQ(menu->actions().last(), &own);
-        if (button == Qt::RightButton)
-            menu->actions()[6]->trigger(); // Close
-        menu->close();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_FALSE(menu);
-        QTest::mouseRelease(dialog.get(), button, {}, place);
-    }
-    EXPECT_FALSE(dialog->isVisible());
-}
-
 TEST_F(BaseDlgTest, TitleAndActivityAreDrawn) {
     Open();
     const QRect title(25, 0, 200, 30);

@@ -160,33 +160,6 @@ TEST_F(ControlsTest, HoverEnds) {
     }
 }
 
-TEST_F(ControlsTest, HoverFadesWhereTheDesktopAllowsMotion) {
-    struct Clock : QAnimationDriver {
-        qint64 elapsed() const override { return now; }
-        void AdvanceTo(qint64 milliseconds) {
-            now = milliseconds;
-            advance();
-        }
-        qint64 now = 0;
-    } clock;
-    clock.install();
-    CImageButton button(PictureId::Ok, {}, &m_window);
-    Show();
-    const QImage normal = Look(button);
-    MoveOnto(button);
-    clock.AdvanceTo(60);
-    const QImage half = Look(button);
-    clock.AdvanceTo(120);
-    const QImage full = Look(button);
-    EXPECT_NE(half, normal);
-    EXPECT_NE(half, full);
-    Leave();
-    EXPECT_EQ(Look(button), full);
-    clock.AdvanceTo(240);
-    EXPECT_EQ(Look(button), normal);
-    clock.uninstall();
-}
-
 TEST_F(ControlsTest, APressTakesTheFocusAndADoubleClickIsTwoClicks) {
     for (QAbstractButton* button : MakeButtons()) {
         Show();

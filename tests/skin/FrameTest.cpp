@@ -134,24 +134,6 @@ TEST(FrameTest, StripsLieToThePixel) {
     }
 }
 
-TEST(FrameTest, WholeFrameIsSidesBelowABand) {
-    const Theme theme = Loaded(SyntheticTheme());
-    FrameState state;
-    state.size = {109, 90};
-    state.m_bActive = false;
-    const QImage whole = DrawWhole(theme, state);
-    const QImage sides = DrawSides(theme, state.size, true);
-    const QRect below(0, 30, 109, 60);
-    EXPECT_EQ(whole.copy(below), sides.copy(below));
-    // In the band the sides have the length of their pictures: rows of the head and the middle.
-    EXPECT_EQ(whole.pixel(0, 29), PixelOf(Picture::Left, 4, 29));
-    EXPECT_EQ(whole.pixel(103, 29), PixelOf(Picture::Right, 6, 29));
-    EXPECT_EQ(whole.copy(4, 0, 99, 30), sides.copy(4, 0, 99, 30));
-
-    for (const QSize size : {QSize(1, 1), QSize(3, 200), QSize(200, 3), QSize(9, 29)})
-        DrawWhole(theme, SizableWindow(size)); // draws what there is room for
-}
-
 TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
     ThemeWithButtons files;
     const Theme theme = Loaded(files);

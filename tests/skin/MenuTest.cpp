@@ -83,19 +83,3 @@ TEST_F(MenuTest, DrawsItsItems) {
     EXPECT_GE(Contrast(Colours::kText, GroundOf(hot)), 4.5);
     EXPECT_GE(Contrast(Colours::kQuietText, GroundOf(text)), 4.5);
 }
-
-TEST_F(MenuTest, GrowsWithTheMenuFont) {
-    CMenuBar bar;
-    BCMenu& menu = bar.AddMenu(QStringLiteral("Menu"));
-    QAction* item = menu.addAction(QStringLiteral("Text"));
-    const int barHeight = bar.sizeHint().height();
-    const QSize itemSize = menu.actionGeometry(item).size();
-    EXPECT_GE(itemSize.height(), 16 + 8);
-    QFont larger = menu.font();
-    larger.setPointSize(larger.pointSize() * 3);
-    bar.setFont(larger);
-    menu.setFont(larger);
-    EXPECT_GT(bar.sizeHint().height(), barHeight);
-    EXPECT_GT(menu.actionGeometry(item).height(), itemSize.height());
-    EXPECT_GT(menu.actionGeometry(item).width(), itemSize.width());
-}

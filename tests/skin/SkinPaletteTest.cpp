@@ -53,13 +53,6 @@ int CountPlain(const QImage& image, const std::function<QColor(QPoint)>& ground)
     return plain;
 }
 
-const QWidget* TipLabel() {
-    for (const QWidget* widget : QApplication::topLevelWidgets())
-        if (widget->inherits("QTipLabel"))
-            return widget;
-    return nullptr;
-}
-
 } // namespace
 
 TEST(SkinPaletteTest, LeavesNoRoleToTheDesktopAndAllTextReadable) {
@@ -84,46 +77,6 @@ TEST(SkinPaletteTest, LeavesNoRoleToTheDesktopAndAllTextReadable) {
                         Contrast(palette.color(group, text), palette.color(group, ground)) >= 4.5)
                         << text << " on " << ground;
         }
-    }
-}
-
-TEST(SkinPaletteTest, ComesBeforeWhatTheDesktopSays) {
-    const QPalette ours = SkinPalette();
-    auto* const former = QGuiApplicationPrivate::platform_theme;
-    {
-        Desktop desktop(Qt::white);
-        const QFont font = QApplication::font();
-        QApplication::setPalette(QPalette(Qt::white), "QMenu"); // as some desktops do at the start
-        UseSkinPalette();
-        EXPECT_EQ(QApplication::font(), font);
-        QCheckBox box;
-        QMenu menu;
-        for (const Qt::GlobalColor change : {Qt::black, Qt::white}) {
-            desktop.Change(change);
-            QToolTip::showText({}, QStringLiteral("Tip"));
-            ASSERT_TRUE(TipLabel());
-            const QCheckBox newBox;
-            for (const QWidget* widget :
-                 std::vector<const QWidget*>{&box, &menu, &newBox, TipLabel()})
-                EXPECT_EQ(widget->palette(), ours) << widget->metaObject()->className();
-            EXPECT_EQ(QApplication::palette(), ours);
-        }
-    }
-    QGuiApplicationPrivate::platform_theme = former;
-}
-
-TEST(SkinPaletteTest, ShowsWhereToTypeAndTick) {
-    UseSkinPalette();
-    QLineEdit field;
-    QSpinBox number;
-    QCheckBox box;
-    QRadioButton button;
-    const QColor ground = SkinPalette().color(QPalette::Window);
-    for (QWidget* control : std::vector<QWidget*>{&field, &number, &box, &button}) {
-        control->resize(100, 24);
-        const QImage row = control->grab({0, 12, 8, 1}).toImage(); // before any text
-        EXPECT_GT(CountPlain(row, [&](QPoint) { return ground; }), 0)
-            << control->metaObject()->className();
     }
 }
 

@@ -30,10 +30,9 @@ private:
 } // namespace
 
 void LetRun(std::function<void()> work, const char* name) {
-    std::thread thread([running = Running(), work = std::move(work), name]() mutable {
-        ::pthread_setname_np(::pthread_self(), name);
-        std::exchange(work, {})();
-    });
+    std::thread thread(
+        [running = Running(), work = std::move(work)]() mutable { std::exchange(work, {})(); });
+    ::pthread_setname_np(thread.native_handle(), name);
     thread.detach();
 }
 

@@ -36,20 +36,20 @@ void AcceptCopy(QDropEvent& event) {
 
 } // namespace
 
-ArtworkField::ArtworkField(QWidget* parent)
+CArtworkField::CArtworkField(QWidget* parent)
     : QWidget(parent)
     , m_strPlaceholder(LoadString(IDS_DRAGARTHERE)) {
     setAccessibleName(LoadString(IDS_FEILD_ARTWORK));
     setToolTip(LoadString(IDS_FEILD_ARTWORK));
 }
 
-void ArtworkField::SetPicture(const QImage& picture) {
+void CArtworkField::SetPicture(const QImage& picture) {
     m_picture = picture;
     m_scaled = {};
     update();
 }
 
-void ArtworkField::paintEvent(QPaintEvent*) {
+void CArtworkField::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     if (m_picture.isNull()) {
         DrawPlaceholder(painter);
@@ -67,7 +67,7 @@ void ArtworkField::paintEvent(QPaintEvent*) {
     painter.drawImage(QPointF(space.width() / 2, space.height() / 2) / ratio, m_scaled);
 }
 
-void ArtworkField::DrawPlaceholder(QPainter& painter) const {
+void CArtworkField::DrawPlaceholder(QPainter& painter) const {
     QColor text = palette().color(QPalette::WindowText);
     QColor line = text;
     text.setAlphaF(0.65F);
@@ -81,12 +81,12 @@ void ArtworkField::DrawPlaceholder(QPainter& painter) const {
                      Qt::AlignCenter | Qt::TextWordWrap, m_strPlaceholder);
 }
 
-void ArtworkField::dragEnterEvent(QDragEnterEvent* event) {
+void CArtworkField::dragEnterEvent(QDragEnterEvent* event) {
     if (!FirstFile(*event->mimeData()).isEmpty())
         AcceptCopy(*event);
 }
 
-void ArtworkField::dropEvent(QDropEvent* event) {
+void CArtworkField::dropEvent(QDropEvent* event) {
     const QString path = FirstFile(*event->mimeData());
     if (!path.isEmpty() && m_pfnDrop && m_pfnDrop(path))
         AcceptCopy(*event);

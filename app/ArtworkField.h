@@ -10,12 +10,12 @@
 /// files can be dropped on it.
 ///
 /// Thread: interface thread.
-class ArtworkField : public QWidget {
+class CArtworkField : public QWidget {
 public:
     /// Takes the path of the first file dropped; answers whether it had a use for it.
     using DropHandler = std::function<bool(const QString& path)>;
 
-    explicit ArtworkField(QWidget* parent);
+    explicit CArtworkField(QWidget* parent);
 
     /// A null picture is none.
     void SetPicture(const QImage& picture);

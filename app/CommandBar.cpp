@@ -25,20 +25,20 @@ constexpr int kMiniPlayerKeys[] = {kMiniPlayer, kExit, kHelp};
 
 } // namespace
 
-CommandBar::CommandBar(QWidget& window, CMenuBar& menuBar, const MainLayout& layout,
-                       const CCommandMap& commands)
+CCommandBar::CCommandBar(QWidget& window, CMenuBar& menuBar, const CMainLayout& layout,
+                         const CCommandMap& commands)
     : m_window(window)
     , m_menuBar(menuBar)
     , m_layout(layout)
     , m_commands(commands) {}
 
-void CommandBar::Build() {
+void CCommandBar::Build() {
     BuildMenus();
     TakeButtons();
     ShowOpenPlaylist(false);
 }
 
-void CommandBar::BuildMenus() {
+void CCommandBar::BuildMenus() {
     for (const Menu& menu : kMainMenus) {
         BCMenu& popup =
             m_menuBar.AddMenu(GetMenuText(QStringLiteral("IDS_"), QString::fromLatin1(menu.name)));
@@ -65,7 +65,7 @@ void CommandBar::BuildMenus() {
         m_window.addAction(m_actions.at(command));
 }
 
-void CommandBar::TakeButtons() {
+void CCommandBar::TakeButtons() {
     for (const MenuItem& item : kButtonItems)
         m_actions[item.command] = MakeCommandAction(item, "", m_commands, &m_window);
     TakeButton(kCreatePlaylist, m_layout.NewPlaylist());
@@ -83,7 +83,7 @@ void CommandBar::TakeButtons() {
         m_buttons.at(item.command)->addAction(m_actions.at(item.command));
 }
 
-void CommandBar::TakeButton(int command, PictureButton& button) {
+void CCommandBar::TakeButton(int command, CPictureButton& button) {
     m_buttons[command] = &button;
     button.setEnabled(m_commands.Has(command));
     QObject::connect(&button, &QAbstractButton::clicked, &button,
@@ -92,15 +92,15 @@ void CommandBar::TakeButton(int command, PictureButton& button) {
 }
 
 /// The tip of a button tells its key.
-void CommandBar::LabelButton(int command) const {
+void CCommandBar::LabelButton(int command) const {
     const auto action = m_actions.find(command);
     if (action == m_actions.end() || action->second->shortcut().isEmpty())
         return;
-    PictureButton& button = *m_buttons.at(command);
+    CPictureButton& button = *m_buttons.at(command);
     button.SetTooltipText(button.accessibleName(), action->second->shortcut());
 }
 
-void CommandBar::EnableCommand(int command, bool enable) {
+void CCommandBar::EnableCommand(int command, bool enable) {
     enable = enable && m_commands.Has(command);
     if (const auto action = m_actions.find(command); action != m_actions.end())
         action->second->setEnabled(enable);
@@ -109,7 +109,7 @@ void CommandBar::EnableCommand(int command, bool enable) {
 }
 
 /// Left to Qt, the keyboard's focus would go from a button that turns gray to any other control.
-void CommandBar::Enable(PictureButton& button, bool enable) {
+void CCommandBar::Enable(CPictureButton& button, bool enable) {
     if (!enable && m_window.focusWidget() == &button) {
         const bool isPlayers = button.parentWidget() == m_layout.Play().parentWidget();
         if (isPlayers)
@@ -123,7 +123,7 @@ void CommandBar::Enable(PictureButton& button, bool enable) {
         button.setFocus(); // the mini player's, which could not take it when gray
 }
 
-void CommandBar::MarkCommand(int command) {
+void CCommandBar::MarkCommand(int command) {
     const auto action = m_actions.find(command);
     if (action == m_actions.end())
         return;
@@ -131,13 +131,13 @@ void CommandBar::MarkCommand(int command) {
     action->second->setChecked(true);
 }
 
-void CommandBar::ShowCopyDirection(bool toPhone) {
+void CCommandBar::ShowCopyDirection(bool toPhone) {
     m_layout.Copy().SetBitmaps(toPhone ? PictureId::CopyToPhone : PictureId::CopyToCollection);
     m_layout.Copy().SetTooltipText(LoadString(toPhone ? IDS_BT_TOPHONE : IDS_BT_TOCOLLECT));
     LabelButton(kCopy);
 }
 
-void CommandBar::ShowOpenPlaylist(bool open) {
+void CCommandBar::ShowOpenPlaylist(bool open) {
     for (const int command : kViews)
         EnableCommand(command, !open);
     for (const int command : {kClosePlaylist, kSavePlaylist, kMoveUp, kMoveDown}) {

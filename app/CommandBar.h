@@ -6,8 +6,8 @@
 
 class CCommandMap;
 class CMenuBar;
-class MainLayout;
-class PictureButton;
+class CMainLayout;
+class CPictureButton;
 class QAction;
 class QActionGroup;
 class QWidget;
@@ -16,10 +16,10 @@ class QWidget;
 ///
 /// Thread:   interface thread.
 /// Lifetime: what the constructor takes outlives this.
-class CommandBar : public ICommandDisplay {
+class CCommandBar : public ICommandDisplay {
 public:
-    CommandBar(QWidget& window, CMenuBar& menuBar, const MainLayout& layout,
-               const CCommandMap& commands);
+    CCommandBar(QWidget& window, CMenuBar& menuBar, const CMainLayout& layout,
+                const CCommandMap& commands);
 
     /// Makes the items and takes the buttons, once each command has what is done for it. What has
     /// nothing stays gray.
@@ -35,15 +35,15 @@ public:
 private:
     void BuildMenus();
     void TakeButtons();
-    void TakeButton(int command, PictureButton& button);
-    void Enable(PictureButton& button, bool enable);
+    void TakeButton(int command, CPictureButton& button);
+    void Enable(CPictureButton& button, bool enable);
     void LabelButton(int command) const;
 
     QWidget& m_window;
     CMenuBar& m_menuBar;
-    const MainLayout& m_layout;
+    const CMainLayout& m_layout;
     const CCommandMap& m_commands;
-    std::map<int, QAction*> m_actions;       ///< by command
-    std::map<int, PictureButton*> m_buttons; ///< by command
+    std::map<int, QAction*> m_actions;        ///< by command
+    std::map<int, CPictureButton*> m_buttons; ///< by command
     std::map<const QActionGroup*, QAction*> m_marked;
 };

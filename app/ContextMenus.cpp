@@ -27,19 +27,19 @@ BCMenu& MakeSubMenu(QAction& item) {
 
 } // namespace
 
-ContextMenus::ContextMenus(CGridCtrl& grid, const CCommandMap& commands)
+CContextMenus::CContextMenus(CGridCtrl& grid, const CCommandMap& commands)
     : m_grid(grid)
     , m_commands(commands) {}
 
-ContextMenus::~ContextMenus() = default;
+CContextMenus::~CContextMenus() = default;
 
-QAction& ContextMenus::Add(const MenuItem& item, const char* prefix) {
+QAction& CContextMenus::Add(const MenuItem& item, const char* prefix) {
     QAction* action = MakeCommandAction(item, prefix, m_commands, m_pMenu.get());
     m_pMenu->addAction(action);
     return *action;
 }
 
-void ContextMenus::ShowHeaderMenu(CCellID cell, unsigned columns) {
+void CContextMenus::ShowHeaderMenu(CCellID cell, unsigned columns) {
     m_pMenu = std::make_unique<BCMenu>(&m_grid);
     for (const TrackColumn& column : AllTrackColumns()) {
         QAction& action = Add({column.command, column.name}, kHeaderPrefix);
@@ -52,7 +52,7 @@ void ContextMenus::ShowHeaderMenu(CCellID cell, unsigned columns) {
     PopUp(cell);
 }
 
-void ContextMenus::ShowRowMenu(CCellID cell, const CMediaList& list, int index) {
+void CContextMenus::ShowRowMenu(CCellID cell, const CMediaList& list, int index) {
     m_pMenu = std::make_unique<BCMenu>(&m_grid);
     if (index >= 0)
         BuildBodyMenu(list, index);
@@ -61,7 +61,7 @@ void ContextMenus::ShowRowMenu(CCellID cell, const CMediaList& list, int index) 
     PopUp(cell);
 }
 
-void ContextMenus::BuildBodyMenu(const CMediaList& list, int index) {
+void CContextMenus::BuildBodyMenu(const CMediaList& list, int index) {
     const BodyMenu body = MakeBodyMenu(list, index);
     for (MenuItem item : kBodyItems) {
         if (item.command == 0) {
@@ -86,20 +86,20 @@ void ContextMenus::BuildBodyMenu(const CMediaList& list, int index) {
     }
 }
 
-void ContextMenus::AddNamed(QMenu& menu, const QString& name, int command) const {
+void CContextMenus::AddNamed(QMenu& menu, const QString& name, int command) const {
     menu.addAction(MenuTextOf(name), &menu,
                    [&commands = m_commands, command] { commands.Run(command); });
 }
 
 /// One for each playlist of the list, in their order.
-void ContextMenus::AddPlaylists(QMenu& menu, const CMediaList& list) const {
+void CContextMenus::AddPlaylists(QMenu& menu, const CMediaList& list) const {
     int command = Command::kFirstPlaylist;
     for (int index = 0; index < list.GetCount() && command <= Command::kLastPlaylist; ++index)
         if (IsPlaylistFile(list[index]->m_strPath))
             AddNamed(menu, Path::ForDisplay(list[index]->m_strTitle), command++);
 }
 
-void ContextMenus::AddGenres(BCMenu& menu) const {
+void CContextMenus::AddGenres(BCMenu& menu) const {
     for (const GenreMenu::Group& group : GenreMenu::Groups()) {
         BCMenu& genres = menu.AddSubMenu(MenuTextOf(group.name));
         int command = group.firstId;
@@ -108,7 +108,7 @@ void ContextMenus::AddGenres(BCMenu& menu) const {
     }
 }
 
-void ContextMenus::PopUp(CCellID cell) {
+void CContextMenus::PopUp(CCellID cell) {
     if (m_pMenu->isEmpty())
         return;
     const QPoint mouse = QCursor::pos();

@@ -17,10 +17,10 @@ struct MenuItem;
 /// pops up at the mouse, or at the focused cell when the keyboard asked for it.
 ///
 /// Thread: interface thread. Lifetime: what the constructor takes outlives this.
-class ContextMenus {
+class CContextMenus {
 public:
-    ContextMenus(CGridCtrl& grid, const CCommandMap& commands);
-    ~ContextMenus();
+    CContextMenus(CGridCtrl& grid, const CCommandMap& commands);
+    ~CContextMenus();
 
     /// Lets columns be shown or not; `columns` is the mask of those that are.
     void ShowHeaderMenu(CCellID cell, unsigned columns);

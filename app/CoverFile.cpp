@@ -23,14 +23,14 @@ bool WriteCover(const QString& trackPath, const QString& path) {
     QBuffer buffer;
     if (picture.isNull() || !picture.save(&buffer, "PNG"))
         return false;
-    std::optional<FileReplacement> file = FileReplacement::BeginOrCreate(path);
+    std::optional<CFileReplacement> file = CFileReplacement::BeginOrCreate(path);
     return file && file->Append(buffer.data()) && file->Commit();
 }
 
 } // namespace
 
 /// Owner of the file, which goes with it.
-struct CoverFile::File {
+struct CCoverFile::File {
     File(const QString& trackPath, const QString& target) {
         try {
             if (WriteCover(trackPath, target))
@@ -50,13 +50,13 @@ struct CoverFile::File {
     QString path; ///< empty if there is none
 };
 
-CoverFile::CoverFile(QString folder, std::function<void()> changed)
+CCoverFile::CCoverFile(QString folder, std::function<void()> changed)
     : m_strFolder(std::move(folder))
     , m_pfnChanged(std::move(changed)) {}
 
-CoverFile::~CoverFile() = default;
+CCoverFile::~CCoverFile() = default;
 
-void CoverFile::ShowTrack(const QString& path) {
+void CCoverFile::ShowTrack(const QString& path) {
     m_strTrackPath = path;
     m_pFile.reset();
     if (m_bReading)
@@ -65,11 +65,11 @@ void CoverFile::ShowTrack(const QString& path) {
         Read();
 }
 
-QString CoverFile::GetPath() const {
+QString CCoverFile::GetPath() const {
     return m_pFile ? m_pFile->path : QString();
 }
 
-void CoverFile::Read() {
+void CCoverFile::Read() {
     if (m_strTrackPath.isEmpty() || m_strFolder.isEmpty())
         return;
     // Another name each time: programs keep pictures by their names.
@@ -80,7 +80,7 @@ void CoverFile::Read() {
     m_bReading = true;
 }
 
-void CoverFile::OnRead(std::shared_ptr<const File> file) {
+void CCoverFile::OnRead(std::shared_ptr<const File> file) {
     m_bReading = false;
     if (std::exchange(m_bReadAgain, false)) {
         Read();

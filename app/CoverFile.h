@@ -14,14 +14,14 @@
 /// Lifetime: destroying it waits for no thread. A file goes with the next track and at the end.
 /// Errors:   no file for a track without a picture that can be shown, and in a folder that can't be
 ///           written to.
-class CoverFile {
+class CCoverFile {
 public:
     /// `folder`: for the files, readable by the user alone; none are written if it is empty.
-    CoverFile(QString folder, std::function<void()> changed);
-    ~CoverFile();
+    CCoverFile(QString folder, std::function<void()> changed);
+    ~CCoverFile();
 
-    CoverFile(const CoverFile&) = delete;
-    CoverFile& operator=(const CoverFile&) = delete;
+    CCoverFile(const CCoverFile&) = delete;
+    CCoverFile& operator=(const CCoverFile&) = delete;
 
     /// Goes over to another track; an empty path is none. It has no file until the handler is
     /// called.

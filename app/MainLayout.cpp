@@ -42,7 +42,7 @@ protected:
 };
 
 CGridCtrl* MakeGrid(QWidget* parent) {
-    GridAccessible::Install(); // which a grid that has a name already would not get any more
+    CGridAccessible::Install(); // which a grid that has a name already would not get any more
     return new CGridCtrl(parent);
 }
 
@@ -55,10 +55,10 @@ QHBoxLayout* MakeRow(QWidget* row) {
 
 } // namespace
 
-MainLayout::MainLayout(QWidget& window)
+CMainLayout::CMainLayout(QWidget& window)
     : m_pGrid(MakeGrid(&window))
     , m_pBand(new Band(&window))
-    , m_pArtwork(new ArtworkField(m_pBand))
+    , m_pArtwork(new CArtworkField(m_pBand))
     , m_pUpperRow(MakeUpperRow())
     , m_pLowerRow(MakeLowerRow()) {
     m_pGrid->setPalette(PagePalette());
@@ -80,7 +80,7 @@ MainLayout::MainLayout(QWidget& window)
     whole->addWidget(m_pBand);
 }
 
-QWidget* MainLayout::MakeUpperRow() {
+QWidget* CMainLayout::MakeUpperRow() {
     auto* row = new QWidget(m_pBand);
     row->setFixedHeight(kUpperHeight);
     const auto text = [](StringId id) { return LoadString(id); };
@@ -104,7 +104,7 @@ QWidget* MainLayout::MakeUpperRow() {
     return row;
 }
 
-QWidget* MainLayout::MakeLowerRow() {
+QWidget* CMainLayout::MakeLowerRow() {
     auto* row = new QWidget(m_pBand);
     row->setMaximumHeight(kLowerHeight);
     m_pPrevious = new CImageButton(PictureId::Previous, LoadString(IDS_BT_PRE), row);
@@ -128,7 +128,7 @@ QWidget* MainLayout::MakeLowerRow() {
     return row;
 }
 
-void MainLayout::SetMiniMode(bool mini) {
+void CMainLayout::SetMiniMode(bool mini) {
     m_pGrid->setVisible(!mini);
     m_pUpperRow->setVisible(!mini);
     m_pArtwork->setVisible(!mini);

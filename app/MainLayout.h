@@ -1,6 +1,6 @@
 #pragma once
 
-class ArtworkField;
+class CArtworkField;
 class CBitmapSlider;
 class CGridCtrl;
 class CImageButton;
@@ -12,9 +12,9 @@ class QWidget;
 /// the artwork beside them. The lower row alone is the mini player.
 ///
 /// Thread: interface thread. The controls belong to the window they are made in.
-class MainLayout {
+class CMainLayout {
 public:
-    explicit MainLayout(QWidget& window);
+    explicit CMainLayout(QWidget& window);
 
     /// Shows what the mini player has, or everything. The focus goes to the main thing there.
     void SetMiniMode(bool mini);
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] CImageButton& Next() const { return *m_pNext; }
     [[nodiscard]] CProgressSlider& Seek() const { return *m_pSeek; }
     [[nodiscard]] CBitmapSlider& Volume() const { return *m_pVolume; }
-    [[nodiscard]] ArtworkField& Artwork() const { return *m_pArtwork; }
+    [[nodiscard]] CArtworkField& Artwork() const { return *m_pArtwork; }
 
 private:
     [[nodiscard]] QWidget* MakeUpperRow();
@@ -56,7 +56,7 @@ private:
     CImageButton* m_pNext = nullptr;
     CProgressSlider* m_pSeek = nullptr;
     CBitmapSlider* m_pVolume = nullptr;
-    ArtworkField* m_pArtwork;
+    CArtworkField* m_pArtwork;
     QWidget* m_pUpperRow;
     QWidget* m_pLowerRow;
 };

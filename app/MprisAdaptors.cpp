@@ -24,64 +24,65 @@ static_assert(PLAY_RANDOM_CONTINUOUS == (PLAY_RANDOM | PLAY_CONTINUOUS));
 
 } // namespace
 
-MprisRootAdaptor::MprisRootAdaptor(QObject* object, const MprisWindow& window)
+CMprisRootAdaptor::CMprisRootAdaptor(QObject* object, const MprisWindow& window)
     : QDBusAbstractAdaptor(object)
     , m_window(window) {}
 
-QString MprisRootAdaptor::GetIdentity() {
+QString CMprisRootAdaptor::GetIdentity() {
     return Path::ForDisplay(LoadString(IDS_MAIN_TITLE));
 }
 
-MprisPlayerAdaptor::MprisPlayerAdaptor(QObject* object, CTransport& transport, CMediaPlayer& player,
-                                       const MprisWindow& window, const CoverFile& cover)
+CMprisPlayerAdaptor::CMprisPlayerAdaptor(QObject* object, CTransport& transport,
+                                         CMediaPlayer& player, const MprisWindow& window,
+                                         const CCoverFile& cover)
     : QDBusAbstractAdaptor(object)
     , m_transport(transport)
     , m_player(player)
     , m_window(window)
     , m_cover(cover) {}
 
-QString MprisPlayerAdaptor::GetPlaybackStatus() const {
+QString CMprisPlayerAdaptor::GetPlaybackStatus() const {
     return kStatuses[static_cast<int>(m_transport.GetState())];
 }
 
-QString MprisPlayerAdaptor::GetLoopStatus() const {
+QString CMprisPlayerAdaptor::GetLoopStatus() const {
     return m_transport.GetPlayMode() & PLAY_CONTINUOUS ? kLoop : kNoLoop;
 }
 
 /// One track again and again is no play mode.
-void MprisPlayerAdaptor::SetLoopStatus(const QString& status) {
+void CMprisPlayerAdaptor::SetLoopStatus(const QString& status) {
     if (status == kLoop || status == kNoLoop)
         SetPlayModeFlag(PLAY_CONTINUOUS, status == kLoop);
 }
 
-void MprisPlayerAdaptor::SetPlayModeFlag(int flag, bool on) {
+void CMprisPlayerAdaptor::SetPlayModeFlag(int flag, bool on) {
     const int others = m_transport.GetPlayMode() & ~flag;
     m_transport.SetPlayMode(others | (on ? flag : 0));
 }
 
-QVariantMap MprisPlayerAdaptor::GetMetadata() const {
+QVariantMap CMprisPlayerAdaptor::GetMetadata() const {
     const CTrackRecord* track = m_transport.GetNowPlaying();
     if (!track)
         return {};
     return MakeMetadata(*track, GetTrackId(), m_player.GetDuration(), m_cover.GetPath());
 }
 
-void MprisPlayerAdaptor::SetVolume(double volume) {
+void CMprisPlayerAdaptor::SetVolume(double volume) {
     if (!std::isnan(volume))
         m_window.setVolume(static_cast<int>(std::lround(std::clamp(volume, 0.0, 1.0) * 100)));
 }
 
-void MprisPlayerAdaptor::Next() {
+void CMprisPlayerAdaptor::Next() {
     if (CanGoNext())
         m_transport.OnNext();
 }
 
-void MprisPlayerAdaptor::Previous() {
+void CMprisPlayerAdaptor::Previous() {
     if (CanGoPrevious())
         m_transport.OnPrevious();
 }
 
-void MprisPlayerAdaptor::PlayPause() {
+void CMprisPlayerAdaptor::PlayPause() {
     if (m_transport.GetState() == TransportState::Playing)
         m_transport.Pause();
     else
@@ -89,7 +90,7 @@ void MprisPlayerAdaptor::PlayPause() {
 }
 
 /// Beyond the end lies the next track.
-void MprisPlayerAdaptor::Seek(qlonglong Offset) {
+void CMprisPlayerAdaptor::Seek(qlonglong Offset) {
     if (!CanSeek())
         return;
     const qlonglong length = GetLength();
@@ -101,11 +102,11 @@ void MprisPlayerAdaptor::Seek(qlonglong Offset) {
 }
 
 /// A request that is meant for a track before this one comes too late.
-void MprisPlayerAdaptor::SetPosition(const QDBusObjectPath& TrackId, qlonglong Position) {
+void CMprisPlayerAdaptor::SetPosition(const QDBusObjectPath& TrackId, qlonglong Position) {
     if (CanSeek() && TrackId.path() == GetTrackId() && Position >= 0 && Position <= GetLength())
         m_player.SeekTo(Position * kMicrosecond);
 }
 
-QString MprisPlayerAdaptor::GetTrackId() const {
+QString CMprisPlayerAdaptor::GetTrackId() const {
     return kTrackPath + QString::number(m_player.GetFileNumber());
 }

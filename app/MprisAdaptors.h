@@ -18,7 +18,7 @@ class QDBusObjectPath;
 // take has to be there for as long as that object is on the bus. They live on the interface thread.
 // Positions and lengths are in microseconds. What can't be done is ignored.
 
-class MprisRootAdaptor : public QDBusAbstractAdaptor {
+class CMprisRootAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.mpris.MediaPlayer2")
     Q_PROPERTY(bool CanQuit READ Yes)
@@ -30,7 +30,7 @@ class MprisRootAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(QStringList SupportedMimeTypes READ None)
 
 public:
-    MprisRootAdaptor(QObject* object, const MprisWindow& window);
+    CMprisRootAdaptor(QObject* object, const MprisWindow& window);
 
     [[nodiscard]] static bool Yes() { return true; }
     [[nodiscard]] static bool No() { return false; }
@@ -46,7 +46,7 @@ private:
     const MprisWindow& m_window;
 };
 
-class MprisPlayerAdaptor : public QDBusAbstractAdaptor {
+class CMprisPlayerAdaptor : public QDBusAbstractAdaptor {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.mpris.MediaPlayer2.Player")
     Q_PROPERTY(QString PlaybackStatus READ GetPlaybackStatus)
@@ -66,8 +66,8 @@ class MprisPlayerAdaptor : public QDBusAbstractAdaptor {
     Q_PROPERTY(bool CanControl READ CanControl)
 
 public:
-    MprisPlayerAdaptor(QObject* object, CTransport& transport, CMediaPlayer& player,
-                       const MprisWindow& window, const CoverFile& cover);
+    CMprisPlayerAdaptor(QObject* object, CTransport& transport, CMediaPlayer& player,
+                        const MprisWindow& window, const CCoverFile& cover);
 
     [[nodiscard]] QString GetPlaybackStatus() const;
     [[nodiscard]] QString GetLoopStatus() const;
@@ -108,5 +108,5 @@ private:
     CTransport& m_transport;
     CMediaPlayer& m_player;
     const MprisWindow& m_window;
-    const CoverFile& m_cover;
+    const CCoverFile& m_cover;
 };

@@ -21,15 +21,15 @@ constexpr QLatin1String kUntold("Position");
 
 } // namespace
 
-MprisPlayer::MprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindow window,
-                         const QString& coverFolder)
+CMprisPlayer::CMprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindow window,
+                           const QString& coverFolder)
     : m_transport(transport)
     , m_player(player)
     , m_window(std::move(window))
     , m_cover(coverFolder, [this] { Update(); })
-    , m_pAdaptor(new MprisPlayerAdaptor(this, transport, player, m_window, m_cover))
+    , m_pAdaptor(new CMprisPlayerAdaptor(this, transport, player, m_window, m_cover))
     , m_service(kService, kPath, *this) {
-    new MprisRootAdaptor(this, m_window);
+    new CMprisRootAdaptor(this, m_window);
     m_changeTimer.setSingleShot(true);
     connect(&m_changeTimer, &QTimer::timeout, this, [this] { TellChanges(); });
     m_changes = transport.OnChange([this] { Update(); });
@@ -40,11 +40,11 @@ MprisPlayer::MprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindo
     });
 }
 
-void MprisPlayer::Start(const QString& busAddress) {
+void CMprisPlayer::Start(const QString& busAddress) {
     m_service.Start(busAddress);
 }
 
-void MprisPlayer::Update() {
+void CMprisPlayer::Update() {
     if (!m_service.IsConnected())
         return;
     UpdateCover();
@@ -52,21 +52,21 @@ void MprisPlayer::Update() {
 }
 
 /// The jump may lie in a track that others were not told of yet.
-void MprisPlayer::OnSeek(std::int64_t position) {
+void CMprisPlayer::OnSeek(std::int64_t position) {
     if (m_changeTimer.isActive())
         TellChanges();
     Q_EMIT m_pAdaptor->Seeked(position / kMicrosecond);
 }
 
 /// What others ask for comes as an event. No exception may go on from here into Qt.
-bool MprisPlayer::event(QEvent* event) {
+bool CMprisPlayer::event(QEvent* event) {
     bool handled = true;
     Guarded("OnDesktopRequest()", [&] { handled = QObject::event(event); });
     return handled;
 }
 
 /// Reads the cover of each track that is begun, once.
-void MprisPlayer::UpdateCover() {
+void CMprisPlayer::UpdateCover() {
     const CTrackRecord* track = m_transport.GetNowPlaying();
     const int number = track ? m_player.GetFileNumber() : 0;
     if (number == m_nCoverOf)
@@ -75,7 +75,7 @@ void MprisPlayer::UpdateCover() {
     m_cover.ShowTrack(track ? track->m_strPath : QString());
 }
 
-void MprisPlayer::TellChanges() {
+void CMprisPlayer::TellChanges() {
     m_changeTimer.stop();
     const QVariantMap old = std::exchange(m_told, ReadProperties());
     QVariantMap changed = m_told;
@@ -85,7 +85,7 @@ void MprisPlayer::TellChanges() {
         m_service.TellChanged(*m_pAdaptor, changed);
 }
 
-QVariantMap MprisPlayer::ReadProperties() const {
+QVariantMap CMprisPlayer::ReadProperties() const {
     QVariantMap values;
     const QMetaObject* type = m_pAdaptor->metaObject();
     for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {

@@ -15,18 +15,18 @@
 
 class CMediaPlayer;
 class CTransport;
-class MprisPlayerAdaptor;
+class CMprisPlayerAdaptor;
 
 /// The player on the desktop's bus, for media keys, panels and lock screens: MPRIS 2.2.
 ///
 /// Thread:   interface thread. Nothing here waits for the bus or for a file.
 /// Lifetime: what the constructor takes outlives this, but for the folder's name.
 /// Errors:   without a bus the program does without it.
-class MprisPlayer : public QObject {
+class CMprisPlayer : public QObject {
 public:
     /// `coverFolder`: for the picture of the track that plays, readable by the user alone.
-    MprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindow window,
-                const QString& coverFolder);
+    CMprisPlayer(CTransport& transport, CMediaPlayer& player, MprisWindow window,
+                 const QString& coverFolder);
 
     /// Goes to the bus of the user's session, or to that at an address. To be called once, when
     /// there is nothing more urgent to do.
@@ -47,12 +47,12 @@ private:
     CTransport& m_transport;
     CMediaPlayer& m_player;
     MprisWindow m_window;
-    CoverFile m_cover;
-    int m_nCoverOf = 0;             ///< number of the file whose cover it is; 0: none
-    MprisPlayerAdaptor* m_pAdaptor; ///< a child of this
-    QVariantMap m_told;             ///< its properties as others know them
-    QTimer m_changeTimer;           ///< several changes in a row make one message
-    CListening m_changes;           ///< of the transport
+    CCoverFile m_cover;
+    int m_nCoverOf = 0;              ///< number of the file whose cover it is; 0: none
+    CMprisPlayerAdaptor* m_pAdaptor; ///< a child of this
+    QVariantMap m_told;              ///< its properties as others know them
+    QTimer m_changeTimer;            ///< several changes in a row make one message
+    CListening m_changes;            ///< of the transport
     CListening m_seeks;
-    DBusService m_service; // last: it goes first
+    CDBusService m_service; // last: it goes first
 };

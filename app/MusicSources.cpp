@@ -26,7 +26,7 @@ CMusicSources::CMusicSources(QWidget& window, const CommandContext& context, CCo
     , m_filling(context, commands, [this](const CMediaList& list) { return MayTakeOver(list); })
     , m_warmUp(context.scanner.OnDone([](const CMediaList& list, bool) {
         if (list.m_iType == MEDIA_TYPE_COLLECTION)
-            GstMediaGraphs::WarmUp();
+            CGstMediaGraphs::WarmUp();
     })) {
     commands.On(Command::kScan, [this](int) { OnScanPC(); });
 }

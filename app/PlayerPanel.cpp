@@ -26,7 +26,7 @@ QAction& AddAction(QWidget& window, const QList<QKeySequence>& keys) {
 
 } // namespace
 
-PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
+CPlayerPanel::CPlayerPanel(QWidget& window, const CMainLayout& layout)
     : m_previous{layout.Previous(),
                  AddAction(window, {Qt::ALT | Qt::Key_Left, Qt::Key_MediaPrevious})}
     , m_play{layout.Play(), AddAction(window, {Qt::CTRL | Qt::Key_P, Qt::Key_MediaPlay,
@@ -45,7 +45,7 @@ PlayerPanel::PlayerPanel(QWidget& window, const MainLayout& layout)
     EnableSeek(false);
 }
 
-void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport, CCommandMap& commands) {
+void CPlayerPanel::Connect(CMediaPlayer& player, CTransport& transport, CCommandMap& commands) {
     commands.On(Command::kPrevious, [&transport](int) { transport.OnPrevious(); });
     commands.On(Command::kPlayPause, [&transport](int) { transport.OnPlayPause(); });
     commands.On(Command::kNext, [&transport](int) { transport.OnNext(); });
@@ -61,7 +61,7 @@ void PlayerPanel::Connect(CMediaPlayer& player, CTransport& transport, CCommandM
 }
 
 /// What a key, the wheel or a screen reader does is at its end at once.
-void PlayerPanel::ConnectSeek(CMediaPlayer& player) {
+void CPlayerPanel::ConnectSeek(CMediaPlayer& player) {
     using Scroll = CMediaPlayer::Scroll;
     QObject::connect(&m_seek, &QAbstractSlider::valueChanged, &m_seek, [this, &player](int value) {
         player.OnSeekScroll(m_seek.isSliderDown() ? Scroll::Track : Scroll::End, value);
@@ -70,33 +70,33 @@ void PlayerPanel::ConnectSeek(CMediaPlayer& player) {
                      [this, &player] { player.OnSeekScroll(Scroll::End, m_seek.value()); });
 }
 
-void PlayerPanel::ShowState(TransportState state) {
+void CPlayerPanel::ShowState(TransportState state) {
     const bool plays = state == TransportState::Playing;
     m_play.button.SetBitmaps(plays ? PictureId::Pause : PictureId::Play);
     m_play.Label(plays ? IDS_BT_PAUSE : IDS_BT_PLAY);
 }
 
-void PlayerPanel::ShowPosition(int percent) {
+void CPlayerPanel::ShowPosition(int percent) {
     if (m_seek.isSliderDown())
         return;
     const QSignalBlocker notTheUser(m_seek);
     m_seek.setValue(percent);
 }
 
-void PlayerPanel::ShowCaption(const QString& caption) {
+void CPlayerPanel::ShowCaption(const QString& caption) {
     m_seek.SetCaption(caption);
 }
 
-void PlayerPanel::EnableSeek(bool enable) {
+void CPlayerPanel::EnableSeek(bool enable) {
     m_seek.setEnabled(enable);
     if (!enable) // from wherever it was held
         ShowPosition(0);
 }
 
-void PlayerPanel::Beep() {
+void CPlayerPanel::Beep() {
     QApplication::beep();
 }
 
-void PlayerPanel::Control::Label(StringId text) const {
+void CPlayerPanel::Control::Label(StringId text) const {
     button.SetTooltipText(LoadString(text), action.shortcut());
 }

@@ -9,7 +9,7 @@ class CImageButton;
 class CMediaPlayer;
 class CProgressSlider;
 class CTransport;
-class MainLayout;
+class CMainLayout;
 class QAction;
 class QWidget;
 
@@ -18,10 +18,10 @@ class QWidget;
 ///
 /// Thread:   interface thread.
 /// Lifetime: the controls are the window's, which outlives this.
-class PlayerPanel : public ITransportDisplay {
+class CPlayerPanel : public ITransportDisplay {
 public:
     /// The keys work wherever the focus is in `window`.
-    PlayerPanel(QWidget& window, const MainLayout& layout);
+    CPlayerPanel(QWidget& window, const CMainLayout& layout);
 
     /// From now on the controls and `commands` are those of this player, which gets the volume that
     /// is shown. Both outlive the last input of the user.

@@ -13,11 +13,11 @@ constexpr int kPause = 50;      // ms, for each try and between two
 
 } // namespace
 
-SingleInstance::SingleInstance(const QString& name)
+CSingleInstance::CSingleInstance(const QString& name)
     : m_strSocket(KernelName(name) + QStringLiteral("-call"))
     , m_lock(name) {}
 
-void SingleInstance::Listen(std::function<void()> onCalled) {
+void CSingleInstance::Listen(std::function<void()> onCalled) {
     QObject::connect(&m_server, &QLocalServer::newConnection, &m_server,
                      [this, onCalled = std::move(onCalled)] {
                          while (QLocalSocket* caller = m_server.nextPendingConnection())
@@ -28,7 +28,7 @@ void SingleInstance::Listen(std::function<void()> onCalled) {
     m_server.listen(m_strSocket);
 }
 
-void SingleInstance::CallFirst() const {
+void CSingleInstance::CallFirst() const {
     QElapsedTimer waited;
     waited.start();
     QLocalSocket socket;

@@ -11,9 +11,9 @@
 /// local socket; a later one asks it to come to the front.
 ///
 /// Thread: interface thread, with a running event loop for the first instance.
-class SingleInstance {
+class CSingleInstance {
 public:
-    explicit SingleInstance(const QString& name);
+    explicit CSingleInstance(const QString& name);
 
     [[nodiscard]] bool IsFirst() const { return m_lock.IsHeld(); }
 
@@ -25,6 +25,6 @@ public:
 
 private:
     QString m_strSocket;
-    NamedLock m_lock;
+    CNamedLock m_lock;
     QLocalServer m_server;
 };

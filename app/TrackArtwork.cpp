@@ -46,8 +46,8 @@ QString StorePicture(const QString& track, const QString& file) {
 
 } // namespace
 
-TrackArtwork::TrackArtwork(const CMediaLists& lists, ArtworkField& field, CWorker& writer,
-                           IStatusDisplay& status)
+CTrackArtwork::CTrackArtwork(const CMediaLists& lists, CArtworkField& field, CWorker& writer,
+                             IStatusDisplay& status)
     : m_lists(lists)
     , m_field(field)
     , m_writer(writer)
@@ -59,7 +59,7 @@ TrackArtwork::TrackArtwork(const CMediaLists& lists, ArtworkField& field, CWorke
     });
 }
 
-void TrackArtwork::ShowTrack(const CMediaList& list, int index) {
+void CTrackArtwork::ShowTrack(const CMediaList& list, int index) {
     const CTrackRecord* track = list[index];
     if (!track)
         return;
@@ -69,7 +69,7 @@ void TrackArtwork::ShowTrack(const CMediaList& list, int index) {
     Read();
 }
 
-bool TrackArtwork::OnDrop(const QString& file) {
+bool CTrackArtwork::OnDrop(const QString& file) {
     if (!IsInCollection())
         return false;
     m_writer.Run([this, file, track = m_strTrackPath] {
@@ -78,7 +78,7 @@ bool TrackArtwork::OnDrop(const QString& file) {
     return true;
 }
 
-void TrackArtwork::OnStored(const QString& track, const QString& problem) {
+void CTrackArtwork::OnStored(const QString& track, const QString& problem) {
     if (!problem.isEmpty())
         m_status.ShowNews(problem);
     else if (track == m_strTrackPath)
@@ -86,12 +86,12 @@ void TrackArtwork::OnStored(const QString& track, const QString& problem) {
 }
 
 /// Whether the track is still there, too.
-bool TrackArtwork::IsInCollection() const {
+bool CTrackArtwork::IsInCollection() const {
     const CMediaList* list = m_lists.FindListById(m_iListId);
     return list && list->m_iType == MEDIA_TYPE_COLLECTION && list->FindPath(m_strTrackPath) >= 0;
 }
 
-void TrackArtwork::Read() {
+void CTrackArtwork::Read() {
     if (m_bReading) {
         m_bReadAgain = true;
         return;
@@ -102,7 +102,7 @@ void TrackArtwork::Read() {
     });
 }
 
-void TrackArtwork::OnRead(const QImage& picture) {
+void CTrackArtwork::OnRead(const QImage& picture) {
     m_bReading = false;
     if (std::exchange(m_bReadAgain, false))
         Read();

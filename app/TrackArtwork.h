@@ -4,7 +4,7 @@
 
 #include <QString>
 
-class ArtworkField;
+class CArtworkField;
 class CMediaList;
 class CMediaLists;
 class IStatusDisplay;
@@ -17,11 +17,11 @@ class QImage;
 /// loop.
 ///           Until then the field keeps the one that it has.
 /// Lifetime: what the constructor takes outlives this. Destroying it waits for no thread.
-class TrackArtwork {
+class CTrackArtwork {
 public:
     /// `writer` stores what is dropped; `status` tells where that fails.
-    TrackArtwork(const CMediaLists& lists, ArtworkField& field, CWorker& writer,
-                 IStatusDisplay& status);
+    CTrackArtwork(const CMediaLists& lists, CArtworkField& field, CWorker& writer,
+                  IStatusDisplay& status);
 
     /// Shows the track at an index of a list, which is the current one from now on.
     void ShowTrack(const CMediaList& list, int index);
@@ -34,7 +34,7 @@ private:
     void OnRead(const QImage& picture);
 
     const CMediaLists& m_lists;
-    ArtworkField& m_field;
+    CArtworkField& m_field;
     CWorker& m_writer;
     IStatusDisplay& m_status;
     int m_iListId = -1;        ///< of the current track's list

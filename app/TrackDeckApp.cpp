@@ -25,7 +25,7 @@ int CTrackDeckApp::Run(int argc, char** argv) {
     UseSkinPalette();
     ParseCommandLine(argc, argv);
 
-    SingleInstance instance(LoadString(IDS_MAIN_TITLE));
+    CSingleInstance instance(LoadString(IDS_MAIN_TITLE));
     if (!instance.IsFirst()) {
         instance.CallFirst();
         return 1;

@@ -207,7 +207,7 @@ void CTrackDeckDlg::OnPainted() {
 /// Puts the player within reach of the desktop's media controls.
 void CTrackDeckDlg::ConnectDesktop() {
     CBitmapSlider& volume = m_layout.Volume();
-    m_pMpris = std::make_unique<MprisPlayer>(
+    m_pMpris = std::make_unique<CMprisPlayer>(
         m_transport, m_player,
         MprisWindow{[this] { BringToFront(); }, [this] { close(); },
                     [&volume] { return volume.value(); },

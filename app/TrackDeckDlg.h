@@ -73,30 +73,30 @@ private:
     QString m_strOpenFile;
     QString m_strTempFolder;
     CMenuBar* m_pMenuBar;
-    MainLayout m_layout;
+    CMainLayout m_layout;
     CWindowForm m_form;
     CStatusLine m_status;
 
     // The music, and the table that shows it
     CMediaLists m_lists;
-    CCommandMap m_commands;  ///< what is done for each item, key and button
-    CommandBar m_commandBar; ///< those of the menu bar and the band
+    CCommandMap m_commands;   ///< what is done for each item, key and button
+    CCommandBar m_commandBar; ///< those of the menu bar and the band
     CTrackView m_view;
-    ContextMenus m_menus; ///< those of the rows
-    PlayerPanel m_panel;
+    CContextMenus m_menus; ///< those of the rows
+    CPlayerPanel m_panel;
 
     // The player
-    MessageTarget m_messages; ///< by which workers reach this thread
-    GstMediaGraphs m_graphs;
+    CMessageTarget m_messages; ///< by which workers reach this thread
+    CGstMediaGraphs m_graphs;
     CMediaPlayer m_player;
     CTransport m_transport;
-    std::unique_ptr<MprisPlayer> m_pMpris; ///< none before the window was painted
+    std::unique_ptr<CMprisPlayer> m_pMpris; ///< none before the window was painted
 
     // What is done with the music
     CCommandState m_state; ///< which commands can be given now
     CLibraryScanner m_scanner;
     CWorker m_writer; ///< of tags and artwork
-    TrackArtwork m_artwork;
+    CTrackArtwork m_artwork;
     CPrompts m_prompts;
     CPlaylists m_playlists;
     CViewCommands m_viewCommands;   ///< select all, the views

@@ -25,7 +25,7 @@ constexpr int kFormButtonY = 1;
 
 } // namespace
 
-CWindowForm::CWindowForm(QWidget& window, CSkinWnd& skin, CMenuBar& menuBar, MainLayout& layout)
+CWindowForm::CWindowForm(QWidget& window, CSkinWnd& skin, CMenuBar& menuBar, CMainLayout& layout)
     : m_window(window)
     , m_skin(skin)
     , m_menuBar(menuBar)

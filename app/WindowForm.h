@@ -5,7 +5,7 @@
 #include <QRect>
 
 class CMenuBar;
-class MainLayout;
+class CMainLayout;
 class QWidget;
 
 /// The frame of the whole window.
@@ -18,7 +18,7 @@ inline constexpr FrameStyles kNormalStyle =
 class CWindowForm {
 public:
     /// `window` has to have its screen.
-    CWindowForm(QWidget& window, CSkinWnd& skin, CMenuBar& menuBar, MainLayout& layout);
+    CWindowForm(QWidget& window, CSkinWnd& skin, CMenuBar& menuBar, CMainLayout& layout);
 
     /// Takes form and places from the settings, or those of a first run.
     void ReadSettings();
@@ -40,7 +40,7 @@ private:
     QWidget& m_window;
     CSkinWnd& m_skin;
     CMenuBar& m_menuBar;
-    MainLayout& m_layout;
+    CMainLayout& m_layout;
     bool m_bMiniMode = false;
     QRect m_rcNormal;
     QRect m_rcMini;

@@ -40,7 +40,7 @@ QString LoadString(int id) {
 }
 
 QString GetLanguageText(const QString& key) {
-    QString text = IniFile(g_strLanguageFile).ReadText(u"TrackDeck", key, key, kLongestText);
+    QString text = CIniFile(g_strLanguageFile).ReadText(u"TrackDeck", key, key, kLongestText);
     text.replace(QStringLiteral("\\n"), QStringLiteral("\n"));
     text.replace(QStringLiteral("\\r"), QStringLiteral("\r"));
     text.replace(QStringLiteral("\\t"), QStringLiteral("\t"));

@@ -67,7 +67,7 @@ QString UserStoreFile() {
            QStringLiteral("/Veltria/Track Deck.ini");
 }
 
-CTrackDeckSettings LoadSettings(const KeyValueStore& store) {
+CTrackDeckSettings LoadSettings(const CKeyValueStore& store) {
     CTrackDeckSettings settings;
     if (!store.Exists())
         return settings;
@@ -82,7 +82,7 @@ CTrackDeckSettings LoadSettings(const KeyValueStore& store) {
     return settings;
 }
 
-void StoreSettings(const CTrackDeckSettings& settings, KeyValueStore& store) {
+void StoreSettings(const CTrackDeckSettings& settings, CKeyValueStore& store) {
     for (const StoredField& entry : kStoredFields) {
         const QString key = QString::fromLatin1(entry.key);
         if (const auto* number = std::get_if<IntField>(&entry.field))
@@ -96,14 +96,14 @@ void StoreSettings(const CTrackDeckSettings& settings, KeyValueStore& store) {
 CTrackDeckSettings& GetSettings() {
     if (!Block())
         Block() =
-            std::make_unique<CTrackDeckSettings>(LoadSettings(KeyValueStore(UserStoreFile())));
+            std::make_unique<CTrackDeckSettings>(LoadSettings(CKeyValueStore(UserStoreFile())));
     return *Block();
 }
 
 void SaveSettings() {
     if (!Block())
         return;
-    KeyValueStore store(UserStoreFile());
+    CKeyValueStore store(UserStoreFile());
     StoreSettings(*Block(), store);
     store.Commit();
 }

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class KeyValueStore;
+class CKeyValueStore;
 
 /// All options that outlive a run. The names are those of the values in the store.
 ///
@@ -56,10 +56,10 @@ struct CTrackDeckSettings {
 inline constexpr int kLongestStoredText = 130;
 
 /// The settings in a store. What is missing or of the wrong kind has its default.
-[[nodiscard]] CTrackDeckSettings LoadSettings(const KeyValueStore& store);
+[[nodiscard]] CTrackDeckSettings LoadSettings(const CKeyValueStore& store);
 
 /// Writes every value to the store; committing is the caller's.
-void StoreSettings(const CTrackDeckSettings& settings, KeyValueStore& store);
+void StoreSettings(const CTrackDeckSettings& settings, CKeyValueStore& store);
 
 /// The one settings block of the process, read from the user's store at the first call.
 ///

@@ -44,7 +44,7 @@ const std::filesystem::path kMedia = MEDIA_FOLDER;
 class FirstSample {
 public:
     static void Watch() {
-        FilePipeline::Initialize();
+        CFilePipeline::Initialize();
         gst_tracing_register_hook(nullptr, "pad-push-post", G_CALLBACK(&OnPushed));
     }
     static void Expect() { s_at = Clock::time_point(); }
@@ -174,10 +174,10 @@ void BenchManyTracks() {
         track->m_strPath = QString::fromStdString(kMedia / "short.mp3");
         list.Append(std::move(track));
     }
-    GstMediaGraphs graphs;
+    CGstMediaGraphs graphs;
     RecordingDisplay display;
     RecordingView view;
-    MessageTarget messages;
+    CMessageTarget messages;
     CMediaPlayer player([&] { return graphs.Make(); }, messages.Address(), display);
     CTransport transport(lists, player, view, display);
     transport.Listen(messages);

@@ -50,7 +50,7 @@ int Scan(const QString& folder) {
     CMediaLists lists;
     CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
     CLibraryScanner scanner(lists);
-    MessageTarget messages;
+    CMessageTarget messages;
     QEventLoop loop;
     scanner.Listen(messages);
     const auto done = scanner.OnDone([&](const CMediaList&, bool) { loop.quit(); });

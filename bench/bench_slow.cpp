@@ -95,7 +95,7 @@ public:
         , m_grid(*dialog.findChild<CGridCtrl*>())
         , m_list(*dialog.GetLists().FindListByType(MEDIA_TYPE_COLLECTION)) {
         for (QWidget* child : dialog.findChildren<QWidget*>())
-            if (auto* field = dynamic_cast<ArtworkField*>(child))
+            if (auto* field = dynamic_cast<CArtworkField*>(child))
                 m_pArtwork = field;
         connect(&m_heart, &QTimer::timeout, this, [this] { Beat(); });
         m_heart.setTimerType(Qt::PreciseTimer);
@@ -241,7 +241,7 @@ private:
     CTrackDeckDlg& m_dialog;
     CGridCtrl& m_grid;
     const CMediaList& m_list;
-    ArtworkField* m_pArtwork = nullptr;
+    CArtworkField* m_pArtwork = nullptr;
     Clock::time_point m_shown;
     double m_firstRowsMs = -1;
 

@@ -13,7 +13,7 @@ namespace {
 
 // The picture at 120 %: it leaves its left 240 of 400 pixels to the texts.
 constexpr QSize kGroundSize(480, 288);
-constexpr int kTextWidth = 288 - 2 * DialogLayout::kMargin;
+constexpr int kTextWidth = 288 - 2 * CDialogLayout::kMargin;
 
 /// The picture behind the texts, stretched over the whole client area.
 class Ground : public QWidget {
@@ -49,7 +49,7 @@ CAboutDlg::CAboutDlg(QWidget* parent)
     whole->setSizeConstraint(QLayout::SetFixedSize);
     whole->addWidget(ground);
 
-    auto* layout = new DialogLayout(ground);
+    auto* layout = new CDialogLayout(ground);
 
     QStringList texts = {LoadString(IDS_MAIN_TITLE) + u' ' +
                          QCoreApplication::applicationVersion()};

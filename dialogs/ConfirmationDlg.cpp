@@ -1,7 +1,7 @@
 #include "dialogs/ConfirmationDlg.h"
 
 CConfirmationDlg::CConfirmationDlg(const QString& question, QWidget* parent)
-    : Prompt(PictureId::QuestionSign, question, parent) {
+    : CPrompt(PictureId::QuestionSign, question, parent) {
     setWindowTitle(LoadString(IDS_MAIN_TITLE));
     AddAnswer({PictureId::Ok, LoadString(IDS_BT_YES), PromptResult::kYes});
     AddAnswer({PictureId::No, LoadString(IDS_BT_NO), PromptResult::kNo});

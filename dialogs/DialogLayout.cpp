@@ -42,14 +42,14 @@ QSize FitText(const QLabel& label, int widest) {
     return {lines.width() + 1, lines.height()};
 }
 
-DialogLayout::DialogLayout(QWidget* parent)
+CDialogLayout::CDialogLayout(QWidget* parent)
     : QVBoxLayout(parent) {
     setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     setSpacing(kGap);
 }
 
-CImageButton* DialogLayout::AddButton(PictureId glyph, const QString& label,
-                                      const std::function<void()>& action, Caption caption) {
+CImageButton* CDialogLayout::AddButton(PictureId glyph, const QString& label,
+                                       const std::function<void()>& action, Caption caption) {
     if (!m_pButtons) {
         m_pButtons = new QHBoxLayout;
         m_pButtons->setSpacing(kGap);

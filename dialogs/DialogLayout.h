@@ -19,12 +19,12 @@ enum class Caption { None, Shown };
 
 /// The layout of every dialog: its parts in a column, and under them a row of round buttons at the
 /// bottom right. What is shared by all of them is the distances, on a grid of 4 px.
-class DialogLayout : public QVBoxLayout {
+class CDialogLayout : public QVBoxLayout {
 public:
     static constexpr int kMargin = 16; ///< around the parts
     static constexpr int kGap = 8;     ///< between two parts
 
-    explicit DialogLayout(QWidget* parent);
+    explicit CDialogLayout(QWidget* parent);
 
     /// Appends a button to the row; the first call puts the row under what the column has by then.
     CImageButton* AddButton(PictureId glyph, const QString& label,

@@ -17,7 +17,7 @@ CFolderDlg::CFolderDlg(const QString& path, QWidget* parent, const std::vector<F
     m_pTree->setMinimumSize(240, 160);
     m_pTree->SelectPath(path);
 
-    auto* layout = new DialogLayout(this);
+    auto* layout = new CDialogLayout(this);
     layout->addWidget(m_pTree);
     layout->AddButton(PictureId::NewFolder, IDS_BT_NEWFOLDER, [this] { m_pTree->AddNewFolder(); });
     layout->AddButton(PictureId::Ok, IDS_BT_OK, [this] { accept(); })->setDefault(true);

@@ -51,7 +51,7 @@ QTreeWidgetItem* MakeItem(const QString& name, const QString& title) {
 
 /// A name may hold line ends, and a row has one line.
 QString TitleOf(const QString& name) {
-    return GridFont::OneLine(Path::ForDisplay(name));
+    return CGridFont::OneLine(Path::ForDisplay(name));
 }
 
 QTreeWidgetItem* MakeItem(const QString& name) {

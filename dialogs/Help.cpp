@@ -37,7 +37,7 @@ void AddHelpKey(QWidget& dialog, StringId topic) {
                      [&dialog, topic] { OpenHelp(topic, &dialog); });
 }
 
-void AddHelpButton(DialogLayout& layout, StringId topic) {
+void AddHelpButton(CDialogLayout& layout, StringId topic) {
     QWidget* dialog = layout.parentWidget();
     layout.AddButton(PictureId::Help, IDS_BT_HELP, [dialog, topic] { OpenHelp(topic, dialog); })
         ->SetTooltipText(LoadString(IDS_BT_HELP), QKeySequence::HelpContents);

@@ -2,7 +2,7 @@
 
 #include "base/Language.h"
 
-class DialogLayout;
+class CDialogLayout;
 class QWidget;
 
 // The help: pages in a folder beside the program, shown by the desktop's browser. The language file
@@ -20,4 +20,4 @@ void AddHelpKey(QWidget& dialog, StringId topic);
 
 /// Appends a button for the help on a topic to the dialog's row, and gives the dialog the key for
 /// it.
-void AddHelpButton(DialogLayout& layout, StringId topic);
+void AddHelpButton(CDialogLayout& layout, StringId topic);

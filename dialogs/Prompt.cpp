@@ -50,22 +50,22 @@ Qt::Key KeyOf(const QString& label) {
 
 } // namespace
 
-Prompt::Prompt(PictureId sign, const QString& text, QWidget* parent)
+CPrompt::CPrompt(PictureId sign, const QString& text, QWidget* parent)
     : CBaseDlg(parent)
-    , m_pLayout(new DialogLayout(this)) {
+    , m_pLayout(new CDialogLayout(this)) {
     setAccessibleDescription(text);
     auto* signLabel = new QLabel(this);
     signLabel->setPixmap(LoadPicture(sign, devicePixelRatioF()));
     auto* message = new QHBoxLayout;
-    message->setSpacing(2 * DialogLayout::kGap);
+    message->setSpacing(2 * CDialogLayout::kGap);
     message->addWidget(signLabel, 0, Qt::AlignTop);
     message->addWidget(MakeText(text), 1, Qt::AlignVCenter);
     m_pLayout->setSizeConstraint(QLayout::SetFixedSize);
     m_pLayout->addLayout(message);
-    m_pLayout->addSpacing(DialogLayout::kGap);
+    m_pLayout->addSpacing(CDialogLayout::kGap);
 }
 
-void Prompt::AddAnswer(const Choice& choice, Caption caption) {
+void CPrompt::AddAnswer(const Choice& choice, Caption caption) {
     const int result = choice.result;
     auto* button = m_pLayout->AddButton(
         choice.glyph, choice.label, [this, result] { done(result); }, caption);
@@ -79,13 +79,13 @@ void Prompt::AddAnswer(const Choice& choice, Caption caption) {
     connect(shortcut, &QShortcut::activated, button, &CImageButton::click);
 }
 
-void Prompt::SetKeys(int enterResult, int escapeResult) {
+void CPrompt::SetKeys(int enterResult, int escapeResult) {
     m_buttons.at(enterResult)->setDefault(true);
     m_buttons.at(enterResult)->setFocus();
     m_iEscapeResult = escapeResult;
 }
 
-QWidget* Prompt::MakeText(const QString& text) {
+QWidget* CPrompt::MakeText(const QString& text) {
     const QSize largest = screen()->availableSize() - kAround;
     auto* label = new CSkinLabel(BreakLongWords(text), this);
     label->setWordWrap(true);
@@ -95,7 +95,7 @@ QWidget* Prompt::MakeText(const QString& text) {
     if (label->height() <= largest.height())
         return label;
 
-    constexpr int kMargin = DialogLayout::kGap / 2;
+    constexpr int kMargin = CDialogLayout::kGap / 2;
     label->setMargin(kMargin);
     label->setFixedSize(label->size().grownBy({kMargin, kMargin, kMargin, kMargin}));
     auto* area = new QScrollArea(this);

@@ -19,7 +19,7 @@ inline constexpr int kNo = 7;
 /// broken.
 ///
 /// Thread: interface thread.
-class Prompt : public CBaseDlg {
+class CPrompt : public CBaseDlg {
 public:
     void reject() override { done(m_iEscapeResult); }
 
@@ -31,7 +31,7 @@ protected:
         int result;    ///< of exec()
     };
 
-    Prompt(PictureId sign, const QString& text, QWidget* parent);
+    CPrompt(PictureId sign, const QString& text, QWidget* parent);
 
     /// Appends an answer. Its key works alone and with Alt; an answer with the key of one before it
     /// has none. With a caption, the label is shown under the button.
@@ -43,7 +43,7 @@ protected:
 private:
     [[nodiscard]] QWidget* MakeText(const QString& text);
 
-    DialogLayout* m_pLayout;
+    CDialogLayout* m_pLayout;
     std::map<int, CImageButton*> m_buttons; ///< by result
     std::map<Qt::Key, CImageButton*> m_keys;
     int m_iEscapeResult = 0;

@@ -8,7 +8,7 @@
 namespace {
 
 /// The key for help is given to prompts here, because help shows prompts itself.
-int Show(Prompt& prompt) {
+int Show(CPrompt& prompt) {
     AddHelpKey(prompt, IDS_HELPDOC_TRACKDK);
     return prompt.exec();
 }

@@ -4,7 +4,7 @@
 #include <QLayout>
 
 CQuestionDlg::CQuestionDlg(const Question& question, QWidget* parent)
-    : Prompt(PictureId::QuestionSign, question.text, parent) {
+    : CPrompt(PictureId::QuestionSign, question.text, parent) {
     setWindowTitle(LoadString(IDS_MAIN_TITLE));
     if (!question.box.isEmpty()) {
         m_pBox = new QCheckBox(question.box, this);

@@ -7,7 +7,7 @@ class QCheckBox;
 
 /// Asks a question with two to four answers, the text of each under its button, and perhaps a box
 /// to tick. exec() is the index of the choice.
-class CQuestionDlg : public Prompt {
+class CQuestionDlg : public CPrompt {
 public:
     CQuestionDlg(const Question& question, QWidget* parent);
 

@@ -27,11 +27,11 @@ CScanPCDlg::CScanPCDlg(QWidget* parent)
     m_pSubfolders->setChecked(GetSettings().m_bScanSubfolders != 0);
 
     auto* folder = new QHBoxLayout;
-    folder->setSpacing(DialogLayout::kGap);
+    folder->setSpacing(CDialogLayout::kGap);
     folder->addWidget(label);
     folder->addWidget(m_pFolder);
     folder->addWidget(browse);
-    auto* layout = new DialogLayout(this);
+    auto* layout = new CDialogLayout(this);
     layout->addLayout(folder);
     layout->addWidget(m_pSubfolders);
     auto* start = layout->AddButton(PictureId::StartScan, IDS_SCAN_START, [this] { accept(); });

@@ -22,7 +22,7 @@ CScanningDlg::CScanningDlg(CLibraryScanner& scanner, const Job& job, QWidget* pa
     , m_pFoundText(new CSkinLabel(LoadString(IDS_SCAN_0FOUND), this)) {
     setWindowTitle(LoadString(IDS_SCAN_ING));
     AddHelpKey(*this, IDS_HELPDOC_SCANNING);
-    auto* layout = new DialogLayout(this);
+    auto* layout = new CDialogLayout(this);
     for (CSkinLabel* label : {m_pFolderText, m_pFoundText}) {
         label->setFixedWidth(440);
         layout->addWidget(label);
@@ -80,5 +80,5 @@ void CScanningDlg::EndScanOrClose() {
 
 void CScanningDlg::ShowFolderText(const QString& text) {
     m_pFolderText->setText(m_pFolderText->fontMetrics().elidedText(
-        GridFont::OneLine(text), Qt::ElideMiddle, m_pFolderText->width()));
+        CGridFont::OneLine(text), Qt::ElideMiddle, m_pFolderText->width()));
 }

@@ -40,6 +40,6 @@ private:
     CSkinLabel* m_pFoundText;
     CImageButton* m_pButton;
     int m_nFound = 0;
-    MessageTarget m_messages; ///< tells the folder that is looked through
+    CMessageTarget m_messages; ///< tells the folder that is looked through
     std::vector<CListening> m_listenings;
 };

@@ -22,11 +22,11 @@ CSetColumnDlg::CSetColumnDlg(unsigned columns, QWidget* parent)
     setWindowTitle(LoadString(IDS_DLGTITLE_COLUMN));
     auto* group = new QGroupBox(LoadString(IDS_SHOWCOLUMNS), this);
     auto* places = new QGridLayout(group);
-    places->setHorizontalSpacing(3 * DialogLayout::kGap);
-    places->setVerticalSpacing(DialogLayout::kGap);
+    places->setHorizontalSpacing(3 * CDialogLayout::kGap);
+    places->setVerticalSpacing(CDialogLayout::kGap);
     AddBoxes(*places);
 
-    auto* layout = new DialogLayout(this);
+    auto* layout = new CDialogLayout(this);
     layout->setSizeConstraint(QLayout::SetFixedSize);
     layout->addWidget(group);
     layout->AddButton(PictureId::Ok, IDS_BT_OK, [this] { accept(); })->setDefault(true);

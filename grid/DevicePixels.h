@@ -9,9 +9,9 @@
 
 /// The device pixels under a painter. Lengths in logical pixels would come out now wider, now
 /// narrower where one of them is not a whole number of device pixels.
-class DevicePixels {
+class CDevicePixels {
 public:
-    explicit DevicePixels(QPainter& painter)
+    explicit CDevicePixels(QPainter& painter)
         : m_painter(painter)
         , m_toDevice(painter.deviceTransform())
         , m_toLogical(m_toDevice.inverted()) {}

@@ -10,18 +10,18 @@
 #include <limits>
 #include <utility>
 
-void GridAccessible::Install() {
-    QAccessible::installFactory(&GridAccessible::Make); // which leaves out one it has
+void CGridAccessible::Install() {
+    QAccessible::installFactory(&CGridAccessible::Make); // which leaves out one it has
 }
 
-QAccessibleInterface* GridAccessible::Make(const QString& className, QObject* object) {
+QAccessibleInterface* CGridAccessible::Make(const QString& className, QObject* object) {
     auto* grid = qobject_cast<CGridCtrl*>(object);
     return grid && className == QLatin1String(CGridCtrl::staticMetaObject.className())
-               ? new GridAccessible(*grid)
+               ? new CGridAccessible(*grid)
                : nullptr;
 }
 
-GridAccessible::GridAccessible(CGridCtrl& grid)
+CGridAccessible::CGridAccessible(CGridCtrl& grid)
     : QAccessibleWidget(&grid, QAccessible::Table) {
     grid.SetWatcher(this);
     m_announcing.setSingleShot(true);
@@ -34,50 +34,50 @@ GridAccessible::GridAccessible(CGridCtrl& grid)
                      });
 }
 
-GridAccessible::~GridAccessible() {
+CGridAccessible::~CGridAccessible() {
     DropAll();
     Grid().SetWatcher(nullptr);
 }
 
-void GridAccessible::OnGridGoes() {
+void CGridAccessible::OnGridGoes() {
     QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(this));
 }
 
-CGridCtrl& GridAccessible::Grid() const {
+CGridCtrl& CGridAccessible::Grid() const {
     return *static_cast<CGridCtrl*>(object());
 }
 
 // --- cells
 
-qint64 GridAccessible::NumberOf(CCellID cell) const {
+qint64 CGridAccessible::NumberOf(CCellID cell) const {
     return qint64{cell.row} * columnCount() + cell.col;
 }
 
-GridAccessibleCell* GridAccessible::CellFor(CCellID cell) const {
+CGridAccessibleCell* CGridAccessible::CellFor(CCellID cell) const {
     if (!Grid().IsValid(cell))
         return nullptr;
-    if (GridAccessibleCell::IsTitleRow(Grid(), cell.row))
+    if (CGridAccessibleCell::IsTitleRow(Grid(), cell.row))
         cell.col = columnCount() - 1;
     QAccessible::Id& id = m_cells[NumberOf(cell)];
     if (auto* known = QAccessible::accessibleInterface(id))
-        return static_cast<GridAccessibleCell*>(known);
+        return static_cast<CGridAccessibleCell*>(known);
     // Reading a table leaves it as it is; a cell leads back to it, though, and from there to all.
-    auto* made = new GridAccessibleCell(const_cast<GridAccessible&>(*this), Grid(), cell);
+    auto* made = new CGridAccessibleCell(const_cast<CGridAccessible&>(*this), Grid(), cell);
     id = QAccessible::registerAccessibleInterface(made);
     return made;
 }
 
-void GridAccessible::Drop(CCellID cell) {
+void CGridAccessible::Drop(CCellID cell) {
     if (const auto id = m_cells.take(NumberOf(cell)))
         QAccessible::deleteAccessibleInterface(id);
 }
 
-void GridAccessible::DropAll() {
+void CGridAccessible::DropAll() {
     for (const QAccessible::Id id : std::exchange(m_cells, {}))
         QAccessible::deleteAccessibleInterface(id);
 }
 
-void GridAccessible::DropRows(int first, int count) {
+void CGridAccessible::DropRows(int first, int count) {
     const qint64 from = NumberOf({first, 0});
     const qint64 behind = NumberOf({first + count, 0});
     m_cells.removeIf([&](const auto& entry) {
@@ -88,26 +88,26 @@ void GridAccessible::DropRows(int first, int count) {
     });
 }
 
-int GridAccessible::childCount() const {
+int CGridAccessible::childCount() const {
     const CCellID behind{Grid().GetRowCount(), 0};
     return static_cast<int>(std::min<qint64>(NumberOf(behind), std::numeric_limits<int>::max()));
 }
 
-QAccessibleInterface* GridAccessible::child(int index) const {
+QAccessibleInterface* CGridAccessible::child(int index) const {
     const int columns = columnCount();
     if (index < 0 || columns == 0)
         return nullptr;
     return CellFor({index / columns, index % columns});
 }
 
-int GridAccessible::indexOfChild(const QAccessibleInterface* child) const {
-    const auto* cell = dynamic_cast<const GridAccessibleCell*>(child);
+int CGridAccessible::indexOfChild(const QAccessibleInterface* child) const {
+    const auto* cell = dynamic_cast<const CGridAccessibleCell*>(child);
     if (!cell || cell->parent() != this)
         return -1;
     return static_cast<int>(NumberOf({cell->Place().row, cell->columnIndex()}));
 }
 
-QAccessibleInterface* GridAccessible::childAt(int x, int y) const {
+QAccessibleInterface* CGridAccessible::childAt(int x, int y) const {
     const CGridCtrl& grid = Grid();
     const QPoint point = grid.viewport()->mapFromGlobal(QPoint(x, y));
     auto* cell = CellFor(grid.GetCellFromPt(point, true));
@@ -115,42 +115,42 @@ QAccessibleInterface* GridAccessible::childAt(int x, int y) const {
     return cell && cell->rect().contains(x, y) ? cell : nullptr;
 }
 
-QAccessibleInterface* GridAccessible::focusChild() const {
+QAccessibleInterface* CGridAccessible::focusChild() const {
     auto* cell = Grid().hasFocus() ? CellFor(Grid().GetFocusCell()) : nullptr;
     return cell ? cell : QAccessibleWidget::focusChild();
 }
 
-QAccessible::State GridAccessible::state() const {
+QAccessible::State CGridAccessible::state() const {
     QAccessible::State state = QAccessibleWidget::state();
     state.multiSelectable = Grid().IsSelectionEnabled();
     state.extSelectable = Grid().IsSelectionEnabled();
     return state;
 }
 
-void* GridAccessible::interface_cast(QAccessible::InterfaceType type) {
+void* CGridAccessible::interface_cast(QAccessible::InterfaceType type) {
     return type == QAccessible::TableInterface ? static_cast<QAccessibleTableInterface*>(this)
                                                : QAccessibleWidget::interface_cast(type);
 }
 
 // --- table
 
-int GridAccessible::rowCount() const {
+int CGridAccessible::rowCount() const {
     return Grid().GetRowCount() - Grid().GetFixedRowCount();
 }
 
-int GridAccessible::columnCount() const {
+int CGridAccessible::columnCount() const {
     return Grid().GetColumnCount();
 }
 
-int GridAccessible::GridRow(int row) const {
+int CGridAccessible::GridRow(int row) const {
     return row >= 0 && row < rowCount() ? row + Grid().GetFixedRowCount() : -1;
 }
 
-QAccessibleInterface* GridAccessible::cellAt(int row, int column) const {
+QAccessibleInterface* CGridAccessible::cellAt(int row, int column) const {
     return CellFor({GridRow(row), column});
 }
 
-QString GridAccessible::columnDescription(int column) const {
+QString CGridAccessible::columnDescription(int column) const {
     const CGridCellBase* header =
         Grid().GetFixedRowCount() > 0 ? Grid().GetCell(0, column) : nullptr;
     return header ? header->GetText() : QString();
@@ -158,7 +158,7 @@ QString GridAccessible::columnDescription(int column) const {
 
 // --- selection
 
-const GridAccessible::Selection& GridAccessible::GetSelection() const {
+const CGridAccessible::Selection& CGridAccessible::GetSelection() const {
     if (m_selection)
         return *m_selection;
     const CGridCtrl& grid = Grid();
@@ -168,7 +168,7 @@ const GridAccessible::Selection& GridAccessible::GetSelection() const {
     for (const CCellID cell : grid.GetSelectedCells()) {
         if (cell.row != row) {
             row = cell.row;
-            title = GridAccessibleCell::IsTitleRow(Grid(), row);
+            title = CGridAccessibleCell::IsTitleRow(Grid(), row);
             if (isRowSelected(row - grid.GetFixedRowCount()))
                 selection.rows.append(row - grid.GetFixedRowCount());
         }
@@ -178,31 +178,31 @@ const GridAccessible::Selection& GridAccessible::GetSelection() const {
     return selection;
 }
 
-int GridAccessible::selectedCellCount() const {
+int CGridAccessible::selectedCellCount() const {
     return static_cast<int>(GetSelection().cells.size());
 }
 
-QList<QAccessibleInterface*> GridAccessible::selectedCells() const {
+QList<QAccessibleInterface*> CGridAccessible::selectedCells() const {
     QList<QAccessibleInterface*> cells;
     for (const CCellID cell : GetSelection().cells)
         cells.append(CellFor(cell));
     return cells;
 }
 
-int GridAccessible::selectedRowCount() const {
+int CGridAccessible::selectedRowCount() const {
     return static_cast<int>(GetSelection().rows.size());
 }
 
-QList<int> GridAccessible::selectedRows() const {
+QList<int> CGridAccessible::selectedRows() const {
     return GetSelection().rows;
 }
 
-bool GridAccessible::isRowSelected(int row) const {
+bool CGridAccessible::isRowSelected(int row) const {
     const CGridCtrl& grid = Grid();
     const int gridRow = GridRow(row);
     const int cols = columnCount();
     int col =
-        GridAccessibleCell::IsTitleRow(Grid(), gridRow) ? cols - 1 : grid.GetFixedColumnCount();
+        CGridAccessibleCell::IsTitleRow(Grid(), gridRow) ? cols - 1 : grid.GetFixedColumnCount();
     if (gridRow < 0 || col >= cols)
         return false;
     while (col < cols && grid.IsSelected({gridRow, col}))
@@ -210,11 +210,11 @@ bool GridAccessible::isRowSelected(int row) const {
     return col == cols;
 }
 
-int GridAccessible::selectedColumnCount() const {
+int CGridAccessible::selectedColumnCount() const {
     return static_cast<int>(selectedColumns().size());
 }
 
-QList<int> GridAccessible::selectedColumns() const {
+QList<int> CGridAccessible::selectedColumns() const {
     QList<int> columns;
     for (int column = 0; column < columnCount(); ++column) {
         if (isColumnSelected(column))
@@ -223,7 +223,7 @@ QList<int> GridAccessible::selectedColumns() const {
     return columns;
 }
 
-bool GridAccessible::isColumnSelected(int column) const {
+bool CGridAccessible::isColumnSelected(int column) const {
     const CGridCtrl& grid = Grid();
     if (grid.IsListMode() || column < 0 || column >= columnCount() || rowCount() == 0 ||
         grid.GetSelectedCount() < rowCount())
@@ -234,29 +234,29 @@ bool GridAccessible::isColumnSelected(int column) const {
     return row == grid.GetRowCount();
 }
 
-bool GridAccessible::selectRow(int row) {
+bool CGridAccessible::selectRow(int row) {
     return SelectRow(row, true);
 }
 
-bool GridAccessible::unselectRow(int row) {
+bool CGridAccessible::unselectRow(int row) {
     return SelectRow(row, false);
 }
 
-bool GridAccessible::selectColumn(int column) {
+bool CGridAccessible::selectColumn(int column) {
     return SelectColumn(column, true);
 }
 
-bool GridAccessible::unselectColumn(int column) {
+bool CGridAccessible::unselectColumn(int column) {
     return SelectColumn(column, false);
 }
 
-bool GridAccessible::SelectRow(int row, bool selected) {
+bool CGridAccessible::SelectRow(int row, bool selected) {
     const int gridRow = GridRow(row);
     return Grid().SelectBesides({gridRow, Grid().GetFixedColumnCount()},
                                 {gridRow, columnCount() - 1}, selected);
 }
 
-bool GridAccessible::SelectColumn(int column, bool selected) {
+bool CGridAccessible::SelectColumn(int column, bool selected) {
     CGridCtrl& grid = Grid();
     return !grid.IsListMode() && grid.SelectBesides({grid.GetFixedRowCount(), column},
                                                     {grid.GetRowCount() - 1, column}, selected);
@@ -264,20 +264,20 @@ bool GridAccessible::SelectColumn(int column, bool selected) {
 
 // --- changes
 
-void GridAccessible::OnTableChanges() {
+void CGridAccessible::OnTableChanges() {
     DropAll();
     m_selection.reset();
     m_shifts.clear();
     Announce(TableChange);
 }
 
-void GridAccessible::OnRowsShifted(GridRowShift shift) {
+void CGridAccessible::OnRowsShifted(GridRowShift shift) {
     m_selection.reset();
     DropRows(shift.first, -shift.count);
     QHash<qint64, QAccessible::Id> moved;
     for (const QAccessible::Id id : std::exchange(m_cells, {})) {
         // Qt may have dropped it.
-        if (auto* cell = static_cast<GridAccessibleCell*>(QAccessible::accessibleInterface(id))) {
+        if (auto* cell = static_cast<CGridAccessibleCell*>(QAccessible::accessibleInterface(id))) {
             cell->SetPlace(shift.Moved(cell->Place()));
             moved[NumberOf(cell->Place())] = id;
         }
@@ -288,12 +288,12 @@ void GridAccessible::OnRowsShifted(GridRowShift shift) {
     Announce(RowChange);
 }
 
-void GridAccessible::OnRowsReplaced(int first, int count) {
+void CGridAccessible::OnRowsReplaced(int first, int count) {
     DropRows(first, count);
     Announce(CellChange);
 }
 
-void GridAccessible::OnCellReplaced(CCellID cell) {
+void CGridAccessible::OnCellReplaced(CCellID cell) {
     m_selection.reset();
     if (m_cells.isEmpty())
         return;
@@ -304,21 +304,21 @@ void GridAccessible::OnCellReplaced(CCellID cell) {
         Drop({cell.row, col});
 }
 
-void GridAccessible::OnSelectionChanged() {
+void CGridAccessible::OnSelectionChanged() {
     m_selection.reset();
     Announce(SelectionChange);
 }
 
-void GridAccessible::OnFocusMoved() {
+void CGridAccessible::OnFocusMoved() {
     Announce(FocusChange);
 }
 
-void GridAccessible::OnCellsRedrawn() {
+void CGridAccessible::OnCellsRedrawn() {
     if (!m_cells.isEmpty())
         Announce(CellChange);
 }
 
-void GridAccessible::Announce(Change change) {
+void CGridAccessible::Announce(Change change) {
     if (!QAccessible::isActive())
         return;
     m_changes |= change;
@@ -326,7 +326,7 @@ void GridAccessible::Announce(Change change) {
         m_announcing.start();
 }
 
-void GridAccessible::Tell() {
+void CGridAccessible::Tell() {
     const unsigned changes = std::exchange(m_changes, 0);
     if (changes & TableChange) {
         QAccessibleTableModelChangeEvent event(&Grid(),
@@ -354,13 +354,13 @@ void GridAccessible::Tell() {
     }
 }
 
-void GridAccessible::TellCells() {
+void CGridAccessible::TellCells() {
     const GridSpan rows = Grid().GetGeometry().VisibleRows(Grid().viewport()->rect());
     for (int row = rows.first; row <= rows.last; ++row) {
         for (int col = 0; col < columnCount(); ++col) {
             const auto id = m_cells.value(NumberOf({row, col}));
             if (auto* cell = QAccessible::accessibleInterface(id))
-                static_cast<GridAccessibleCell*>(cell)->TellChanges();
+                static_cast<CGridAccessibleCell*>(cell)->TellChanges();
         }
     }
 }

@@ -10,7 +10,7 @@
 #include <optional>
 
 class CGridCtrl;
-class GridAccessibleCell;
+class CGridAccessibleCell;
 
 /// The grid as a screen reader sees it: a table whose rows are those below the header.
 ///
@@ -28,9 +28,9 @@ class GridAccessibleCell;
 ///
 /// Thread: interface thread. Owner: Qt's table of interfaces; the grid knows it while it lives, and
 ///         takes it along at its own end.
-class GridAccessible final : public QAccessibleWidget,
-                             public QAccessibleTableInterface,
-                             public IGridWatcher {
+class CGridAccessible final : public QAccessibleWidget,
+                              public QAccessibleTableInterface,
+                              public IGridWatcher {
 public:
     /// Lets Qt find this class for grids. Once is enough, more do no harm.
     static void Install();
@@ -99,14 +99,14 @@ private:
         RowChange = 16
     };
 
-    explicit GridAccessible(CGridCtrl& grid);
-    ~GridAccessible() override; // by Qt's table of interfaces
+    explicit CGridAccessible(CGridCtrl& grid);
+    ~CGridAccessible() override; // by Qt's table of interfaces
 
     static QAccessibleInterface* Make(const QString& className, QObject* object);
 
     [[nodiscard]] CGridCtrl& Grid() const;
     /// Null outside the grid. `cell` counts the header, too.
-    [[nodiscard]] GridAccessibleCell* CellFor(CCellID cell) const;
+    [[nodiscard]] CGridAccessibleCell* CellFor(CCellID cell) const;
     [[nodiscard]] int GridRow(int row) const;
     [[nodiscard]] qint64 NumberOf(CCellID cell) const;
     [[nodiscard]] const Selection& GetSelection() const;

@@ -6,34 +6,34 @@
 
 #include <utility>
 
-GridAccessibleCell::GridAccessibleCell(QAccessibleInterface& table, const CGridCtrl& grid,
-                                       CCellID place)
+CGridAccessibleCell::CGridAccessibleCell(QAccessibleInterface& table, const CGridCtrl& grid,
+                                         CCellID place)
     : m_table(table)
     , m_grid(grid)
     , m_place(place)
     , m_told(ToTell()) {}
 
-const CGridCellBase& GridAccessibleCell::Cell() const {
+const CGridCellBase& CGridAccessibleCell::Cell() const {
     return *m_grid.GetCell(m_place.row, m_place.col);
 }
 
-bool GridAccessibleCell::IsTitleRow(const CGridCtrl& grid, int row) {
+bool CGridAccessibleCell::IsTitleRow(const CGridCtrl& grid, int row) {
     return row >= grid.GetFixedRowCount() &&
            dynamic_cast<const CGridCellBar*>(grid.GetCell(row, grid.GetColumnCount() - 1));
 }
 
-bool GridAccessibleCell::IsTitle() const {
+bool CGridAccessibleCell::IsTitle() const {
     return IsTitleRow(m_grid, m_place.row);
 }
 
-bool GridAccessibleCell::IsHidden() const {
+bool CGridAccessibleCell::IsHidden() const {
     const CGridCtrl& grid = m_grid;
     return !grid.isVisible() || grid.GetRowHeight(m_place.row) == 0 ||
            (!IsTitle() && grid.GetColumnWidth(m_place.col) == 0);
 }
 
 /// What scrolls passes behind the header.
-bool GridAccessibleCell::IsInSight() const {
+bool CGridAccessibleCell::IsInSight() const {
     const GridGeometry geometry = m_grid.GetGeometry();
     QRect area = m_grid.viewport()->rect();
     if (m_place.row >= geometry.fixedRows)
@@ -43,17 +43,17 @@ bool GridAccessibleCell::IsInSight() const {
     return ViewportRect().intersects(area);
 }
 
-bool GridAccessibleCell::IsCurrent() const {
+bool CGridAccessibleCell::IsCurrent() const {
     const CCellID current = m_grid.GetFocusCell();
     return IsTitle() ? current.row == m_place.row : current == m_place;
 }
 
-GridAccessibleCell::Told GridAccessibleCell::ToTell() const {
+CGridAccessibleCell::Told CGridAccessibleCell::ToTell() const {
     const auto* check = dynamic_cast<const CGridCellCheck*>(&Cell());
     return {Cell().GetText(), check && check->GetCheck(), isSelected()};
 }
 
-void GridAccessibleCell::TellChanges() {
+void CGridAccessibleCell::TellChanges() {
     const Told now = ToTell();
     const Told before = std::exchange(m_told, now);
     if (now.name != before.name) {
@@ -73,23 +73,23 @@ void GridAccessibleCell::TellChanges() {
     }
 }
 
-bool GridAccessibleCell::isValid() const {
+bool CGridAccessibleCell::isValid() const {
     return m_table.isValid();
 }
 
-QWindow* GridAccessibleCell::window() const {
+QWindow* CGridAccessibleCell::window() const {
     return m_table.window();
 }
 
-QAccessibleInterface* GridAccessibleCell::parent() const {
+QAccessibleInterface* CGridAccessibleCell::parent() const {
     return &m_table;
 }
 
-QString GridAccessibleCell::text(QAccessible::Text kind) const {
+QString CGridAccessibleCell::text(QAccessible::Text kind) const {
     return kind == QAccessible::Name ? Cell().GetText() : QString();
 }
 
-QRect GridAccessibleCell::ViewportRect() const {
+QRect CGridAccessibleCell::ViewportRect() const {
     const CGridCtrl& grid = m_grid;
     QRect rect = grid.GetCellRect(m_place);
     if (IsTitle())
@@ -99,18 +99,18 @@ QRect GridAccessibleCell::ViewportRect() const {
     return rect;
 }
 
-QRect GridAccessibleCell::rect() const {
+QRect CGridAccessibleCell::rect() const {
     const QRect rect = ViewportRect();
     return QRect(m_grid.viewport()->mapToGlobal(rect.topLeft()), rect.size());
 }
 
-QAccessible::Role GridAccessibleCell::role() const {
+QAccessible::Role CGridAccessibleCell::role() const {
     if (Cell().IsFixedRow())
         return QAccessible::ColumnHeader;
     return Cell().IsFixedCol() && !IsTitle() ? QAccessible::RowHeader : QAccessible::Cell;
 }
 
-QAccessible::State GridAccessibleCell::state() const {
+QAccessible::State CGridAccessibleCell::state() const {
     QAccessible::State state;
     state.invisible = IsHidden();
     state.offscreen = !IsHidden() && !IsInSight();
@@ -129,21 +129,21 @@ QAccessible::State GridAccessibleCell::state() const {
     return state;
 }
 
-void* GridAccessibleCell::interface_cast(QAccessible::InterfaceType type) {
+void* CGridAccessibleCell::interface_cast(QAccessible::InterfaceType type) {
     return type == QAccessible::TableCellInterface
                ? static_cast<QAccessibleTableCellInterface*>(this)
                : nullptr;
 }
 
-bool GridAccessibleCell::isSelected() const {
+bool CGridAccessibleCell::isSelected() const {
     return Cell().IsSelected();
 }
 
-QAccessibleInterface* GridAccessibleCell::Sibling(CCellID place) const {
+QAccessibleInterface* CGridAccessibleCell::Sibling(CCellID place) const {
     return m_table.child(place.row * m_grid.GetColumnCount() + place.col);
 }
 
-QList<QAccessibleInterface*> GridAccessibleCell::columnHeaderCells() const {
+QList<QAccessibleInterface*> CGridAccessibleCell::columnHeaderCells() const {
     QList<QAccessibleInterface*> headers;
     if (Cell().IsFixedRow() || IsTitle()) // a title stands under all of them
         return headers;
@@ -152,7 +152,7 @@ QList<QAccessibleInterface*> GridAccessibleCell::columnHeaderCells() const {
     return headers;
 }
 
-QList<QAccessibleInterface*> GridAccessibleCell::rowHeaderCells() const {
+QList<QAccessibleInterface*> CGridAccessibleCell::rowHeaderCells() const {
     QList<QAccessibleInterface*> headers;
     if (Cell().IsFixedCol() || IsTitle())
         return headers;
@@ -161,14 +161,14 @@ QList<QAccessibleInterface*> GridAccessibleCell::rowHeaderCells() const {
     return headers;
 }
 
-int GridAccessibleCell::columnIndex() const {
+int CGridAccessibleCell::columnIndex() const {
     return IsTitle() ? 0 : m_place.col;
 }
 
-int GridAccessibleCell::rowIndex() const {
+int CGridAccessibleCell::rowIndex() const {
     return m_place.row - m_grid.GetFixedRowCount();
 }
 
-int GridAccessibleCell::columnExtent() const {
+int CGridAccessibleCell::columnExtent() const {
     return IsTitle() ? m_grid.GetColumnCount() : 1;
 }

@@ -14,10 +14,11 @@ class CGridCtrl;
 ///
 /// Thread: interface thread. Owner: Qt's table of interfaces; its table has it deleted before
 ///          the place of the cell means another one.
-class GridAccessibleCell final : public QAccessibleInterface, public QAccessibleTableCellInterface {
+class CGridAccessibleCell final : public QAccessibleInterface,
+                                  public QAccessibleTableCellInterface {
 public:
     /// `place` counts the header, too; of a title it is the last cell of its row.
-    GridAccessibleCell(QAccessibleInterface& table, const CGridCtrl& grid, CCellID place);
+    CGridAccessibleCell(QAccessibleInterface& table, const CGridCtrl& grid, CCellID place);
 
     /// Whether the row is one title from edge to edge; `row` counts the header, too.
     [[nodiscard]] static bool IsTitleRow(const CGridCtrl& grid, int row);
@@ -64,7 +65,7 @@ private:
         bool selected;
     };
 
-    ~GridAccessibleCell() override = default; // by Qt's table of interfaces
+    ~CGridAccessibleCell() override = default; // by Qt's table of interfaces
 
     [[nodiscard]] const CGridCellBase& Cell() const;
     [[nodiscard]] bool IsTitle() const;

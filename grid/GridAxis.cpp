@@ -2,32 +2,32 @@
 
 #include <algorithm>
 
-void GridAxis::SetCount(int count, quint32 size) {
+void CGridAxis::SetCount(int count, quint32 size) {
     m_arSizes.resize(count, size);
     m_bStale = true;
 }
 
-void GridAxis::Insert(int first, int count, quint32 size) {
+void CGridAxis::Insert(int first, int count, quint32 size) {
     m_arSizes.insert(m_arSizes.begin() + first, count, size);
     m_bStale = true;
 }
 
-void GridAxis::Remove(int first, int count) {
+void CGridAxis::Remove(int first, int count) {
     m_arSizes.erase(m_arSizes.begin() + first, m_arSizes.begin() + first + count);
     m_bStale = true;
 }
 
-void GridAxis::SetSize(int index, quint32 size) {
+void CGridAxis::SetSize(int index, quint32 size) {
     m_arSizes[index] = size;
     m_bStale = true;
 }
 
-void GridAxis::ReplaceSize(quint32 from, quint32 to) {
+void CGridAxis::ReplaceSize(quint32 from, quint32 to) {
     std::replace(m_arSizes.begin(), m_arSizes.end(), from, to);
     m_bStale = true;
 }
 
-void GridAxis::Reorder(int first, const std::vector<int>& order) {
+void CGridAxis::Reorder(int first, const std::vector<int>& order) {
     std::vector<quint32> moved;
     moved.reserve(order.size());
     for (int from : order)
@@ -36,7 +36,7 @@ void GridAxis::Reorder(int first, const std::vector<int>& order) {
     m_bStale = true;
 }
 
-int GridAxis::IndexAt(int position) const {
+int CGridAxis::IndexAt(int position) const {
     // The last start at or before the position; of several equal ones that is the visible one.
     const std::vector<int>& starts = Starts();
     return static_cast<int>(std::upper_bound(starts.begin(), starts.end(), position) -
@@ -44,7 +44,7 @@ int GridAxis::IndexAt(int position) const {
            1;
 }
 
-int GridAxis::NextVisible(int index, int step, int first) const {
+int CGridAxis::NextVisible(int index, int step, int first) const {
     while (index >= first && index < Count()) {
         if (m_arSizes[index] > 0)
             return index;
@@ -53,7 +53,7 @@ int GridAxis::NextVisible(int index, int step, int first) const {
     return -1;
 }
 
-const std::vector<int>& GridAxis::Starts() const {
+const std::vector<int>& CGridAxis::Starts() const {
     if (m_bStale) {
         m_arStarts.resize(m_arSizes.size() + 1);
         int sum = 0;

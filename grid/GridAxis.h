@@ -9,7 +9,7 @@
 /// Where a row starts is the sum of all sizes before it. The sums are kept, so that a lookup takes
 /// O(log n) at most; they are made anew, in O(n), by the first lookup after a change.
 /// A size of 0 hides the row or column: no position falls into it.
-class GridAxis {
+class CGridAxis {
 public:
     [[nodiscard]] int Count() const { return static_cast<int>(m_arSizes.size()); }
 

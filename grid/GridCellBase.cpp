@@ -6,19 +6,19 @@
 
 namespace {
 
-GridCellPool& Pool() {
-    static GridCellPool pool;
+CGridCellPool& Pool() {
+    static CGridCellPool pool;
     return pool;
 }
 
 } // namespace
 
 void* CGridCellBase::operator new(size_t size) {
-    return size <= GridCellPool::kSlotSize ? Pool().Take() : ::operator new(size);
+    return size <= CGridCellPool::kSlotSize ? Pool().Take() : ::operator new(size);
 }
 
 void CGridCellBase::operator delete(void* cell, size_t size) noexcept {
-    if (size <= GridCellPool::kSlotSize)
+    if (size <= CGridCellPool::kSlotSize)
         Pool().Give(cell);
     else
         ::operator delete(cell);

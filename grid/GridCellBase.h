@@ -8,7 +8,7 @@
 
 #include <optional>
 
-class GridFont;
+class CGridFont;
 struct GridLook;
 class QFont;
 class QPainter;
@@ -24,7 +24,7 @@ public:
     CGridCellBase& operator=(const CGridCellBase&) = delete;
     virtual ~CGridCellBase() = default;
 
-    // All cells share one pool (GridCellPool).
+    // All cells share one pool (CGridCellPool).
     static void* operator new(size_t size);
     static void operator delete(void* cell, size_t size) noexcept;
 
@@ -57,7 +57,7 @@ public:
     [[nodiscard]] virtual COLORREF GetSelTextClr() const = 0;
     [[nodiscard]] virtual COLORREF GetSelBackClr() const = 0;
     [[nodiscard]] virtual const QFont& GetFont() const = 0;
-    [[nodiscard]] virtual const GridFont& GetFontObject() const = 0;
+    [[nodiscard]] virtual const CGridFont& GetFontObject() const = 0;
     [[nodiscard]] virtual QSize GetSize() const = 0;
 
     [[nodiscard]] bool IsFocused() const { return GetState() & GridState::Focused; }

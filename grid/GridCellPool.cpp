@@ -2,7 +2,7 @@
 
 #include <new>
 
-void* GridCellPool::Take() {
+void* CGridCellPool::Take() {
     if (m_pFree) {
         FreeSlot* slot = m_pFree;
         m_pFree = slot->next;
@@ -17,7 +17,7 @@ void* GridCellPool::Take() {
     return &m_blocks.back()[kSlotsPerBlock - m_nUntouched--];
 }
 
-void GridCellPool::Give(void* slot) noexcept {
+void CGridCellPool::Give(void* slot) noexcept {
     m_pFree = new (slot) FreeSlot{m_pFree};
     if (--m_nTaken == 0) {
         m_pFree = nullptr;

@@ -9,7 +9,7 @@
 /// A large grid has a million cells, made row by row and read row by row. Slots that follow each
 /// other keep that fast, and once the last cell is gone all slots are handed out in order again.
 /// Interface thread only.
-class GridCellPool {
+class CGridCellPool {
 public:
     /// Room for every cell class of this folder; a larger one is allocated by itself. A cache line.
     static constexpr size_t kSlotSize = 64;

@@ -314,8 +314,8 @@ private:
     int m_nCols = 0;
     int m_nFixedCols = 0;
     int m_nDefaultRowHeight = 0;
-    GridAxis m_arRowHeights;
-    GridAxis m_arColWidths;
+    CGridAxis m_arRowHeights;
+    CGridAxis m_arColWidths;
     std::vector<int> m_arFittedWidths; ///< of the columns, as the last fit left them; 0: not fitted
     mutable std::vector<Row> m_rows;   ///< a row is empty until its cells are needed
     mutable int m_iFilledRow = -1;     ///< the row that the filler is at
@@ -325,10 +325,10 @@ private:
 
     CCellID m_idCurrentCell;
     CCellID m_SelectionStartCell;
-    GridSelection m_selection; ///< the cells that are made bear it as a state bit, too
+    CGridSelection m_selection; ///< the cells that are made bear it as a state bit, too
 
     GridMouse m_mouse;
-    GridSizing m_sizing;
+    CGridSizing m_sizing;
     QBasicTimer m_scrollTimer;
     QBasicTimer m_refitTimer;
     int m_iRefitRow = 0;              ///< the next row that RefitColumns() looks at

@@ -288,7 +288,7 @@ void CGridCtrl::DoubleClickAt(QPoint point) {
     HideTitleTip();
     EndEdit();
     if (const std::optional<GridDivide> divide = m_sizing.DivideAt(GetGeometry(), point)) {
-        const auto [axis, index] = GridSizing::VisibleBefore(GetGeometry(), *divide);
+        const auto [axis, index] = CGridSizing::VisibleBefore(GetGeometry(), *divide);
         if (axis == Qt::Horizontal)
             AutoSizeColumn(index);
         else
@@ -350,8 +350,8 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
     const CGridCellBase& cell = *GetCell(id.row, id.col);
     const QRect drawn = GetCellRect(id);
     const QRect text = cell.GetTextRect(drawn);
-    const GridFont& font = cell.GetFontObject();
-    const GridFont::TextSize size = font.Measure(cell.GetTipText());
+    const CGridFont& font = cell.GetFontObject();
+    const CGridFont::TextSize size = font.Measure(cell.GetTipText());
     if (text.isEmpty() || size.width <= text.intersected(viewport()->rect()).width())
         return;
     if (!m_pTitleTip)
@@ -363,7 +363,7 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
     m_pTitleTip->setPalette(colours);
     m_pTitleTip->setFont(font.FontFor(size));
     const QRect place(text.left(), drawn.top(), text.width(), drawn.height());
-    m_pTitleTip->Show(id, place, cell.GetSize().width() / 2, GridFont::OneLine(cell.GetTipText()));
+    m_pTitleTip->Show(id, place, cell.GetSize().width() / 2, CGridFont::OneLine(cell.GetTipText()));
 }
 
 void CGridCtrl::HideTitleTip() {

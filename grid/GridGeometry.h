@@ -16,8 +16,8 @@ struct GridSpan {
 /// Where cells lie in the viewport, in its pixels. A view of a moment: it is made anew for each
 /// question, and the sizes that it refers to outlive it.
 struct GridGeometry {
-    const GridAxis& rowHeights;
-    const GridAxis& colWidths;
+    const CGridAxis& rowHeights;
+    const CGridAxis& colWidths;
     int fixedRows;
     int fixedCols;
     QSize viewport;

@@ -37,7 +37,7 @@ QPixmap CheckBox(int side, int line, qreal ratio, bool checked, const QColor& in
 /// shows one picture per row.
 template <class Make>
 void DrawCached(QPainter& painter, const QRect& rect, const QString& name, Make make) {
-    const DevicePixels pixels(painter);
+    const CDevicePixels pixels(painter);
     const QSize size(pixels.Length(rect.width()), pixels.Length(rect.height()));
     const qreal ratio = static_cast<qreal>(size.width()) / rect.width();
     // Joined, for QString::arg alone would cost as much as the drawing.
@@ -58,7 +58,7 @@ void DrawCached(QPainter& painter, const QRect& rect, const QString& name, Make 
 namespace GridPainting {
 
 void FillShaded(QPainter& painter, const QRect& rect, const QColor& colour) {
-    const DevicePixels pixels(painter);
+    const CDevicePixels pixels(painter);
     const QRect bar = pixels.Of(rect);
     const int height = bar.height();
     for (int y = 0; y < height; ++y) {
@@ -72,7 +72,7 @@ void FillShaded(QPainter& painter, const QRect& rect, const QColor& colour) {
 }
 
 void DrawLine(QPainter& painter, const QRect& rect, Qt::Edge edge, const QColor& colour) {
-    const DevicePixels pixels(painter);
+    const CDevicePixels pixels(painter);
     const int width = pixels.Length(1);
     QRect line = pixels.Of(rect);
     if (edge == Qt::TopEdge)
@@ -98,7 +98,7 @@ void DrawHeaderMarks(QPainter& painter, const QRect& rect, const QColor& backgro
         return;
     const QColor shade = QColor::fromRgbF(background.redF() * 0.8, background.greenF() * 0.8,
                                           background.blueF() * 0.8);
-    const DevicePixels pixels(painter);
+    const CDevicePixels pixels(painter);
     const int air = pixels.Length(4);
     const int width = pixels.Length(1);
     QRect mark = pixels.Of(rect).adjusted(0, air, 0, -air);
@@ -136,14 +136,14 @@ QRect DrawSortArrow(QPainter& painter, const QRect& rect, int lineHeight, bool a
 void DrawCheckBox(QPainter& painter, const QRect& rect, bool checked, const QColor& ink) {
     const QString name =
         (checked ? QStringLiteral("tick ") : QStringLiteral("box ")) + QString::number(ink.rgb());
-    DrawCached(painter, rect, name, [&](const DevicePixels& pixels, QSize size, qreal ratio) {
+    DrawCached(painter, rect, name, [&](const CDevicePixels& pixels, QSize size, qreal ratio) {
         return CheckBox(size.width(), pixels.Length(1), ratio, checked, ink);
     });
 }
 
 void DrawImage(QPainter& painter, const QRect& rect, const QIcon& image) {
     const QString name = QString::number(image.cacheKey());
-    DrawCached(painter, rect, name, [&](const DevicePixels&, QSize size, qreal ratio) {
+    DrawCached(painter, rect, name, [&](const CDevicePixels&, QSize size, qreal ratio) {
         // An icon would enlarge the picture for 100 % at 125 %, pixel by pixel.
         const QPixmap picture = image.pixmap(rect.size(), std::ceil(ratio));
         return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

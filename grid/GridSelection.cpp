@@ -12,14 +12,14 @@ QRect RowsFrom(int first) {
 
 } // namespace
 
-int GridSelection::GetCount() const {
+int CGridSelection::GetCount() const {
     int count = 0;
     for (const QRect& range : m_cells)
         count += range.width() * range.height();
     return count;
 }
 
-std::vector<CCellID> GridSelection::GetCells() const {
+std::vector<CCellID> CGridSelection::GetCells() const {
     std::vector<CCellID> cells;
     // Ranges of the same rows follow each other, and are equally high.
     for (auto range = m_cells.begin(); range != m_cells.end();) {
@@ -37,7 +37,7 @@ std::vector<CCellID> GridSelection::GetCells() const {
     return cells;
 }
 
-std::vector<int> GridSelection::GetRows() const {
+std::vector<int> CGridSelection::GetRows() const {
     std::vector<int> rows;
     for (const QRect& range : m_cells) {
         // Several ranges of the same rows stand beside each other.
@@ -49,23 +49,23 @@ std::vector<int> GridSelection::GetRows() const {
     return rows;
 }
 
-QRegion GridSelection::GetRow(int row, int columns) const {
+QRegion CGridSelection::GetRow(int row, int columns) const {
     return m_cells & QRect(0, row, columns, 1);
 }
 
-QRegion GridSelection::Add(const QRegion& range) {
+QRegion CGridSelection::Add(const QRegion& range) {
     const QRegion changed = range - m_cells;
     m_cells += range;
     return changed;
 }
 
-QRegion GridSelection::Remove(const QRegion& range) {
+QRegion CGridSelection::Remove(const QRegion& range) {
     const QRegion changed = m_cells & range;
     m_cells -= changed;
     return changed;
 }
 
-void GridSelection::Shift(GridRowShift shift) {
+void CGridSelection::Shift(GridRowShift shift) {
     const QRegion below = m_cells & RowsFrom(shift.first + std::max(0, -shift.count));
     m_cells -= RowsFrom(shift.first);
     m_cells += below.translated(0, shift.count);

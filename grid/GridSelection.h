@@ -10,7 +10,7 @@
 /// The selected cells of a grid. Ranges are rectangles with columns as x and rows as y.
 ///
 /// A value; what it costs grows with the number of ranges, not with that of cells.
-class GridSelection {
+class CGridSelection {
 public:
     [[nodiscard]] bool Contains(CCellID cell) const { return m_cells.contains(Point(cell)); }
 

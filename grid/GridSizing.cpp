@@ -39,7 +39,7 @@ QPoint Inside(const GridGeometry& geometry, QPoint point) {
 
 } // namespace
 
-std::optional<GridDivide> GridSizing::DivideAt(const GridGeometry& geometry, QPoint point) const {
+std::optional<GridDivide> CGridSizing::DivideAt(const GridGeometry& geometry, QPoint point) const {
     const CCellID cell = geometry.CellAt(point, true);
     if (!cell.IsValid())
         return {};
@@ -57,8 +57,8 @@ std::optional<GridDivide> GridSizing::DivideAt(const GridGeometry& geometry, QPo
 }
 
 /// The column whose end is near a position in column `index`; -1 if none is.
-int GridSizing::IndexAt(const GridGeometry& geometry, Qt::Orientation axis, int index,
-                        int position) const {
+int CGridSizing::IndexAt(const GridGeometry& geometry, Qt::Orientation axis, int index,
+                         int position) const {
     const GridDivide here{axis, index};
     const int start = StartOf(geometry, here);
     const int size = SizeOf(geometry, here);
@@ -71,22 +71,22 @@ int GridSizing::IndexAt(const GridGeometry& geometry, Qt::Orientation axis, int 
     return MayHide(axis) ? near : VisibleBefore(geometry, {axis, near}).index;
 }
 
-GridDivide GridSizing::VisibleBefore(const GridGeometry& geometry, GridDivide divide) {
+GridDivide CGridSizing::VisibleBefore(const GridGeometry& geometry, GridDivide divide) {
     while (divide.index >= 0 && SizeOf(geometry, divide) == 0)
         --divide.index;
     return divide;
 }
 
-bool GridSizing::MayHide(Qt::Orientation axis) const {
+bool CGridSizing::MayHide(Qt::Orientation axis) const {
     return axis == Qt::Horizontal && m_bAllowColHide;
 }
 
-void GridSizing::Begin(GridDivide divide, QPoint point) {
+void CGridSizing::Begin(GridDivide divide, QPoint point) {
     m_sized = divide;
     m_ptBegin = m_ptLine = point;
 }
 
-void GridSizing::Shift(GridRowShift shift) {
+void CGridSizing::Shift(GridRowShift shift) {
     if (!m_sized || m_sized->axis == Qt::Horizontal)
         return;
     m_sized->index = shift.Moved(CellOf(*m_sized)).row;
@@ -94,7 +94,7 @@ void GridSizing::Shift(GridRowShift shift) {
         Cancel();
 }
 
-std::optional<GridSizing::Sized> GridSizing::End(const GridGeometry& geometry, QPoint point) {
+std::optional<CGridSizing::Sized> CGridSizing::End(const GridGeometry& geometry, QPoint point) {
     const std::optional<GridDivide> divide = m_sized;
     Cancel();
     point = Inside(geometry, point);
@@ -105,7 +105,7 @@ std::optional<GridSizing::Sized> GridSizing::End(const GridGeometry& geometry, Q
                                    MayHide(divide->axis) ? 0 : 1)};
 }
 
-QRect GridSizing::Line(const GridGeometry& geometry) const {
+QRect CGridSizing::Line(const GridGeometry& geometry) const {
     if (!m_sized)
         return {};
     const QPoint at = Inside(geometry, m_ptLine);

@@ -14,7 +14,7 @@ struct GridDivide {
 /// mouse. A line shows where the end would be; the size is to be set when the button goes up.
 ///
 /// Points are those of the viewport. Its owner hands in where cells are now, and paints the line.
-class GridSizing {
+class CGridSizing {
 public:
     bool m_bResizeColumns = true;
     bool m_bResizeRows = true;

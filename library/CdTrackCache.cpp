@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint64_t kTrackNumberOffset = 22;
 
 std::optional<int> ReadTrackNumber(const QString& fileName) {
-    const FileDescriptor file = OpenForReading(fileName);
+    const CFileDescriptor file = OpenForReading(fileName);
     if (!file.IsOpen())
         return std::nullopt;
     const QByteArray bytes = ReadAt(file.Get(), kTrackNumberOffset, sizeof(quint16));

@@ -11,7 +11,7 @@
 #include <vector>
 
 /// One file that is to be added to a list. Carried by WM_TD_ADD_TRACK.
-struct CMediaFileRequest : MessagePayload {
+struct CMediaFileRequest : CMessagePayload {
     QString m_strPath;
     QString m_strCdLength; ///< of a CD track: "mm:ss" from the drive
     int m_iType = 0;       ///< type of the target list
@@ -26,12 +26,12 @@ struct CScanRequest {
     int m_iListId = 0;
     QString m_strPath; ///< folder to walk
     int m_bRecurse = 0;
-    MessageAddress m_pProgressDlg; ///< a dialog to show the current folder in; may lead nowhere
+    CMessageAddress m_pProgressDlg; ///< a dialog to show the current folder in; may lead nowhere
     int m_bIncludePlaylists = 1;
 };
 
 /// The text that WM_SETTEXT carries.
-struct TextPayload : MessagePayload {
+struct TextPayload : CMessagePayload {
     explicit TextPayload(QString text)
         : m_strText(std::move(text)) {}
     QString m_strText;

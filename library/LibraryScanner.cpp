@@ -16,13 +16,13 @@ namespace {
 
 constexpr auto kScanThreadName = "folder scan";
 
-struct TracksPayload : MessagePayload {
+struct TracksPayload : CMessagePayload {
     explicit TracksPayload(CTrackReader::Tracks read)
         : tracks(std::move(read)) {}
     CTrackReader::Tracks tracks;
 };
 
-struct EndPayload : MessagePayload {
+struct EndPayload : CMessagePayload {
     EndPayload(int list, bool whole)
         : listId(list)
         , isWhole(whole) {}
@@ -42,7 +42,7 @@ CLibraryScanner::~CLibraryScanner() {
         Leave(m_scans.begin()->first);
 }
 
-void CLibraryScanner::Listen(MessageTarget& messages) {
+void CLibraryScanner::Listen(CMessageTarget& messages) {
     m_messages = messages.Address();
     messages.On(WM_TD_ADD_TRACK, [this](Message& message) { return OnAddTrack(message); });
     messages.On(WM_TD_TRACKS_READ, [this](Message& message) {

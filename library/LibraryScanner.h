@@ -37,7 +37,7 @@ public:
 
     /// Takes the messages of scans, and of others that fill lists: WM_TD_ADD_TRACK,
     /// WM_TD_TRACKS_READ and WM_TD_LIST_DONE.
-    void Listen(MessageTarget& messages);
+    void Listen(CMessageTarget& messages);
 
     /// Scans a folder of a list with all its subfolders. A scan of the list that runs is left.
     void ScanList(const CMediaList& list, const QString& folder);
@@ -97,7 +97,7 @@ private:
     void End(int listId, bool isWhole);
 
     CMediaLists& m_lists;
-    MessageAddress m_messages;
+    CMessageAddress m_messages;
     std::map<int, Scan> m_scans; ///< those that run, by the list
     int m_nLastScan = 0;
     QString m_strAutoPlayPath; ///< empty: none

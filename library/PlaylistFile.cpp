@@ -123,12 +123,12 @@ bool WritePlaylist(const QString& path, const QStringList& tracks) {
         text += "#EXTINF:0, \r\n" + Path::ToBytes(track) + "\r\n";
     if (text.size() > kMaxFile || tracks.size() > kMaxEntries || !FitIntoLines(tracks))
         return false;
-    std::optional<FileReplacement> file = FileReplacement::BeginOrCreate(path);
+    std::optional<CFileReplacement> file = CFileReplacement::BeginOrCreate(path);
     return file && file->Append(text) && file->Commit();
 }
 
 bool AppendToPlaylist(const QString& playlistPath, const QStringList& tracks) {
-    std::optional<FileReplacement> file = FileReplacement::Begin(playlistPath);
+    std::optional<CFileReplacement> file = CFileReplacement::Begin(playlistPath);
     if (!file)
         return false;
     const std::uint64_t size = file->OriginalSize();

@@ -48,7 +48,7 @@ CTrackView::~CTrackView() {
 }
 
 void CTrackView::ConfigureGrid() {
-    GridAccessible::Install();
+    CGridAccessible::Install();
     m_grid.EnableDragAndDrop(false);
     m_grid.SetGridBkColor(kPage);
     CGridDefaultCell& body = *m_grid.GetDefaultCell(false, false);

@@ -35,7 +35,7 @@ QDBusConnection Connect(const QString& address) {
 } // namespace
 
 /// A connection of its own to the bus, closed at the end, wherever that comes.
-struct DBusService::Link : MessagePayload {
+struct CDBusService::Link : CMessagePayload {
     explicit Link(const QString& address)
         : connection(Connect(address)) {}
     ~Link() override { QDBusConnection::disconnectFromBus(connection.name()); }
@@ -43,7 +43,7 @@ struct DBusService::Link : MessagePayload {
     QDBusConnection connection;
 };
 
-DBusService::DBusService(QString name, QString path, QObject& object)
+CDBusService::CDBusService(QString name, QString path, QObject& object)
     : m_strName(std::move(name))
     , m_strPath(std::move(path))
     , m_object(object) {
@@ -53,16 +53,16 @@ DBusService::DBusService(QString name, QString path, QObject& object)
     });
 }
 
-DBusService::~DBusService() = default;
+CDBusService::~CDBusService() = default;
 
-void DBusService::Start(const QString& address) {
+void CDBusService::Start(const QString& address) {
     m_connector = std::jthread([address, target = m_messages.Address()] {
         target.Post({kConnected, 0, 0, std::make_unique<Link>(address)});
     });
     ::pthread_setname_np(m_connector.native_handle(), kThreadName);
 }
 
-void DBusService::OnConnected(std::unique_ptr<Link> link) {
+void CDBusService::OnConnected(std::unique_ptr<Link> link) {
     if (!link->connection.isConnected())
         return;
     m_pLink = std::move(link);
@@ -82,11 +82,11 @@ void DBusService::OnConnected(std::unique_ptr<Link> link) {
         m_pfnConnected();
 }
 
-bool DBusService::IsConnected() const {
+bool CDBusService::IsConnected() const {
     return m_pLink && m_pLink->connection.isConnected();
 }
 
-void DBusService::TellChanged(const QDBusAbstractAdaptor& adaptor, const QVariantMap& changed) {
+void CDBusService::TellChanged(const QDBusAbstractAdaptor& adaptor, const QVariantMap& changed) {
     if (!IsConnected())
         return;
     const QMetaObject* type = adaptor.metaObject();

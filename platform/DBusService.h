@@ -20,14 +20,14 @@ class QDBusAbstractAdaptor;
 ///           takes milliseconds unless the bus stands still: Qt can't be ended beneath it.
 /// Errors:   without a bus, where the name is taken or refused, and after the bus is gone there is
 ///           no service, and no error is reported.
-class DBusService {
+class CDBusService {
 public:
     /// `object`: others see its adaptors. It outlives this.
-    DBusService(QString name, QString path, QObject& object);
-    ~DBusService();
+    CDBusService(QString name, QString path, QObject& object);
+    ~CDBusService();
 
-    DBusService(const DBusService&) = delete;
-    DBusService& operator=(const DBusService&) = delete;
+    CDBusService(const CDBusService&) = delete;
+    CDBusService& operator=(const CDBusService&) = delete;
 
     /// Called once there is a bus, before anybody there can ask for something.
     void SetConnectedHandler(std::function<void()> handler) { m_pfnConnected = std::move(handler); }
@@ -52,6 +52,6 @@ private:
     QObject& m_object;
     std::function<void()> m_pfnConnected;
     std::unique_ptr<Link> m_pLink; ///< none without a connection
-    MessageTarget m_messages;
+    CMessageTarget m_messages;
     std::jthread m_connector; // last: it goes first
 };

@@ -94,19 +94,19 @@ bool SameTime(const timespec& a, const timespec& b) {
 }
 
 void SyncFolder(const QString& folder) {
-    const FileDescriptor opened(::open(Path::ToBytes(Path::Join(folder, QString())).constData(),
-                                       O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const CFileDescriptor opened(::open(Path::ToBytes(Path::Join(folder, QString())).constData(),
+                                        O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.IsOpen())
         ::fsync(opened.Get());
 }
 
 } // namespace
 
-std::optional<FileReplacement> FileReplacement::Begin(const QString& path) {
+std::optional<CFileReplacement> CFileReplacement::Begin(const QString& path) {
     const std::optional<QString> resolved = Resolve(path);
     if (!resolved)
         return std::nullopt;
-    FileReplacement replacement;
+    CFileReplacement replacement;
     replacement.m_strPath = *resolved;
     replacement.m_original = OpenForReading(replacement.m_strPath);
     // A file system that counts no names reports 0.
@@ -120,7 +120,7 @@ std::optional<FileReplacement> FileReplacement::Begin(const QString& path) {
     return replacement;
 }
 
-std::optional<FileReplacement> FileReplacement::BeginOrCreate(const QString& path) {
+std::optional<CFileReplacement> CFileReplacement::BeginOrCreate(const QString& path) {
     if (NameIsTaken(path))
         return Begin(path);
     const QString folder = Path::Folder(path);
@@ -129,7 +129,7 @@ std::optional<FileReplacement> FileReplacement::BeginOrCreate(const QString& pat
                                                            : Path::Join(folder, QString()));
     if (!resolved || Path::FileName(path).isEmpty())
         return std::nullopt;
-    FileReplacement creation;
+    CFileReplacement creation;
     creation.m_strPath = Path::Join(*resolved, Path::FileName(path));
     constexpr mode_t kNewFile = 0666; // less what the user's mask takes away
     if (!creation.OpenNewFile(kNewFile))
@@ -137,35 +137,35 @@ std::optional<FileReplacement> FileReplacement::BeginOrCreate(const QString& pat
     return creation;
 }
 
-FileReplacement::FileReplacement(FileReplacement&& other) noexcept
+CFileReplacement::CFileReplacement(CFileReplacement&& other) noexcept
     : m_strPath(std::move(other.m_strPath))
     , m_strNewPath(std::exchange(other.m_strNewPath, QString()))
     , m_original(std::move(other.m_original))
     , m_new(std::move(other.m_new))
     , m_status(other.m_status) {}
 
-FileReplacement::~FileReplacement() {
+CFileReplacement::~CFileReplacement() {
     if (!m_strNewPath.isEmpty())
         ::unlink(Path::ToBytes(m_strNewPath).constData());
 }
 
-bool FileReplacement::OpenNewFile(mode_t mode) {
+bool CFileReplacement::OpenNewFile(mode_t mode) {
     const QString name =
         QStringLiteral(".trackdeck-new-%1").arg(QRandomGenerator::system()->generate64(), 0, 16);
     const QString path = Path::Join(Path::Folder(m_strPath), name);
-    m_new = FileDescriptor(::open(Path::ToBytes(path).constData(),
-                                  O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode));
+    m_new = CFileDescriptor(::open(Path::ToBytes(path).constData(),
+                                   O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode));
     if (!m_new.IsOpen())
         return false;
     m_strNewPath = path;
     return true;
 }
 
-bool FileReplacement::Append(QByteArrayView bytes) {
+bool CFileReplacement::Append(QByteArrayView bytes) {
     return WriteAll(m_new.Get(), bytes);
 }
 
-bool FileReplacement::AppendOriginal(std::uint64_t begin, std::uint64_t size) {
+bool CFileReplacement::AppendOriginal(std::uint64_t begin, std::uint64_t size) {
     auto position = static_cast<off_t>(begin);
     while (size > 0) {
         // The kernel shares extents where the file system can, and copies within it elsewhere.
@@ -181,13 +181,13 @@ bool FileReplacement::AppendOriginal(std::uint64_t begin, std::uint64_t size) {
     return true;
 }
 
-std::uint64_t FileReplacement::OriginalSize() const {
+std::uint64_t CFileReplacement::OriginalSize() const {
     return static_cast<std::uint64_t>(m_status.st_size);
 }
 
-bool FileReplacement::MatchesOriginal(std::uint64_t newBegin, std::uint64_t begin,
-                                      std::uint64_t size) const {
-    const FileDescriptor written = OpenForReading(m_strNewPath);
+bool CFileReplacement::MatchesOriginal(std::uint64_t newBegin, std::uint64_t begin,
+                                       std::uint64_t size) const {
+    const CFileDescriptor written = OpenForReading(m_strNewPath);
     for (std::uint64_t done = 0; done < size; done += kBlock) {
         const std::uint64_t part = std::min(size - done, kBlock);
         const QByteArray ours = ReadAt(written.Get(), newBegin + done, part);
@@ -198,7 +198,7 @@ bool FileReplacement::MatchesOriginal(std::uint64_t newBegin, std::uint64_t begi
     return true;
 }
 
-bool FileReplacement::OriginalIsUnchanged() const {
+bool CFileReplacement::OriginalIsUnchanged() const {
     if (!m_original.IsOpen())
         return !NameIsTaken(m_strPath);
     struct stat now {};
@@ -208,15 +208,15 @@ bool FileReplacement::OriginalIsUnchanged() const {
            SameTime(now.st_ctim, m_status.st_ctim);
 }
 
-bool FileReplacement::TakeOriginalAttributes(int file) const {
+bool CFileReplacement::TakeOriginalAttributes(int file) const {
     return !m_original.IsOpen() ||
            (CopyAttributes(m_original.Get(), file) && CopyOwnerAndMode(m_status, file));
 }
 
-bool FileReplacement::Commit() {
+bool CFileReplacement::Commit() {
     // Opened again: a library that edits by name may have made another file of that name.
     const QByteArray newPath = Path::ToBytes(m_strNewPath);
-    const FileDescriptor edited(::open(newPath.constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
+    const CFileDescriptor edited(::open(newPath.constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW));
     if (!edited.IsOpen() || !TakeOriginalAttributes(edited.Get()) || ::fsync(edited.Get()) != 0 ||
         !OriginalIsUnchanged() ||
         ::rename(newPath.constData(), Path::ToBytes(m_strPath).constData()) != 0)

@@ -25,19 +25,19 @@
 ///
 /// Thread: any, one at a time. Errors: empty or false; then drop the object, which removes the new
 /// file. Never throws.
-class FileReplacement {
+class CFileReplacement {
 public:
-    [[nodiscard]] static std::optional<FileReplacement> Begin(const QString& path);
+    [[nodiscard]] static std::optional<CFileReplacement> Begin(const QString& path);
 
     /// As Begin where there is a file; else for one that is not there yet, with the mode of any new
     /// file and a Commit that overwrites none.
-    [[nodiscard]] static std::optional<FileReplacement> BeginOrCreate(const QString& path);
+    [[nodiscard]] static std::optional<CFileReplacement> BeginOrCreate(const QString& path);
 
-    FileReplacement(FileReplacement&& other) noexcept;
-    FileReplacement(const FileReplacement&) = delete;
-    FileReplacement& operator=(const FileReplacement&) = delete;
-    FileReplacement& operator=(FileReplacement&&) = delete;
-    ~FileReplacement(); ///< removes the new file unless it was committed
+    CFileReplacement(CFileReplacement&& other) noexcept;
+    CFileReplacement(const CFileReplacement&) = delete;
+    CFileReplacement& operator=(const CFileReplacement&) = delete;
+    CFileReplacement& operator=(CFileReplacement&&) = delete;
+    ~CFileReplacement(); ///< removes the new file unless it was committed
 
     /// Adds bytes at the end of the new file.
     [[nodiscard]] bool Append(QByteArrayView bytes);
@@ -64,15 +64,15 @@ public:
     [[nodiscard]] bool Commit();
 
 private:
-    FileReplacement() = default;
+    CFileReplacement() = default;
 
     [[nodiscard]] bool OpenNewFile(mode_t mode);
     [[nodiscard]] bool TakeOriginalAttributes(int file) const;
     [[nodiscard]] bool OriginalIsUnchanged() const;
 
-    QString m_strPath;         ///< of the old file, links resolved
-    QString m_strNewPath;      ///< empty when there is nothing to remove
-    FileDescriptor m_original; ///< not open where a file is created
-    FileDescriptor m_new;
+    QString m_strPath;          ///< of the old file, links resolved
+    QString m_strNewPath;       ///< empty when there is nothing to remove
+    CFileDescriptor m_original; ///< not open where a file is created
+    CFileDescriptor m_new;
     struct stat m_status {}; ///< of the old file
 };

@@ -37,7 +37,7 @@ FileKind KindOf(const dirent& entry, int folder) {
 
 } // namespace
 
-FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
+CFileDescriptor& CFileDescriptor::operator=(CFileDescriptor&& other) noexcept {
     if (this != &other) {
         Close();
         m_fd = other.Release();
@@ -45,11 +45,11 @@ FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
     return *this;
 }
 
-int FileDescriptor::Release() {
+int CFileDescriptor::Release() {
     return std::exchange(m_fd, -1);
 }
 
-void FileDescriptor::Close() {
+void CFileDescriptor::Close() {
     if (m_fd >= 0)
         ::close(Release());
 }
@@ -63,13 +63,13 @@ std::optional<FileStatus> GetFileStatus(const QString& path) {
                       {status.st_dev, status.st_ino}};
 }
 
-FileDescriptor OpenForReading(const QString& path, Links links) {
+CFileDescriptor OpenForReading(const QString& path, Links links) {
     const int noLink = links == Links::Refuse ? O_NOFOLLOW : 0;
-    FileDescriptor file(::open(Path::ToBytes(path).constData(),
-                               O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | noLink));
+    CFileDescriptor file(::open(Path::ToBytes(path).constData(),
+                                O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | noLink));
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode))
-        return FileDescriptor();
+        return CFileDescriptor();
     return file;
 }
 
@@ -103,7 +103,7 @@ bool WriteAll(int file, QByteArrayView bytes) {
 }
 
 std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize, Links links) {
-    const FileDescriptor file = OpenForReading(path, links);
+    const CFileDescriptor file = OpenForReading(path, links);
     struct stat status {};
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 || status.st_size > maxSize)
         return std::nullopt;

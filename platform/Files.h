@@ -15,16 +15,16 @@
 /// an empty value; none throws.
 
 /// Owner of an open file descriptor.
-class FileDescriptor {
+class CFileDescriptor {
 public:
-    explicit FileDescriptor(int fd = -1)
+    explicit CFileDescriptor(int fd = -1)
         : m_fd(fd) {}
-    FileDescriptor(FileDescriptor&& other) noexcept
+    CFileDescriptor(CFileDescriptor&& other) noexcept
         : m_fd(other.Release()) {}
-    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor() { Close(); }
+    CFileDescriptor& operator=(CFileDescriptor&& other) noexcept;
+    CFileDescriptor(const CFileDescriptor&) = delete;
+    CFileDescriptor& operator=(const CFileDescriptor&) = delete;
+    ~CFileDescriptor() { Close(); }
 
     [[nodiscard]] int Get() const { return m_fd; }
     [[nodiscard]] bool IsOpen() const { return m_fd >= 0; }
@@ -58,7 +58,7 @@ enum class Links { Follow, Refuse };
 
 /// Opens a regular file for reading. Anything else (a pipe, a device, a folder) stays closed, and
 /// the call never waits for a writer at the other end of a pipe.
-[[nodiscard]] FileDescriptor OpenForReading(const QString& path, Links links = Links::Follow);
+[[nodiscard]] CFileDescriptor OpenForReading(const QString& path, Links links = Links::Follow);
 
 /// The content of a regular file. Nothing if it can't be read or is larger than `maxSize` bytes.
 [[nodiscard]] std::optional<QByteArray> ReadWholeFile(const QString& path, qsizetype maxSize,

@@ -92,12 +92,12 @@ int LeadingInteger(QStringView value) {
 
 } // namespace
 
-bool IniContent::IsBefore::operator()(const Name& left, const Name& right) const {
+bool CIniContent::IsBefore::operator()(const Name& left, const Name& right) const {
     const int order = left.first.compare(right.first, Qt::CaseInsensitive);
     return order != 0 ? order < 0 : left.second.compare(right.second, Qt::CaseInsensitive) < 0;
 }
 
-IniContent::IniContent(QString text)
+CIniContent::CIniContent(QString text)
     : m_strText(std::move(text)) {
     const auto isBefore = [](QStringView left, QStringView right) {
         return left.compare(right, Qt::CaseInsensitive) < 0;
@@ -117,25 +117,25 @@ IniContent::IniContent(QString text)
         });
 }
 
-QString IniContent::ReadText(QStringView section, QStringView key, const QString& fallback,
-                             qsizetype maxLength) const {
+QString CIniContent::ReadText(QStringView section, QStringView key, const QString& fallback,
+                              qsizetype maxLength) const {
     const auto found = m_values.find({section, key});
     return (found != m_values.end() ? found->second.toString() : fallback).left(maxLength);
 }
 
-int IniContent::ReadInteger(QStringView section, QStringView key, int fallback) const {
+int CIniContent::ReadInteger(QStringView section, QStringView key, int fallback) const {
     const auto found = m_values.find({section, key});
     const bool hasValue = found != m_values.end() && !found->second.isEmpty();
     return hasValue ? LeadingInteger(found->second) : fallback;
 }
 
-QString IniFile::ReadText(QStringView section, QStringView key, const QString& fallback,
-                          qsizetype maxLength) const {
+QString CIniFile::ReadText(QStringView section, QStringView key, const QString& fallback,
+                           qsizetype maxLength) const {
     const QString text = ReadFileText(m_strPath, kLargestFile);
     const auto value = FindValue(text, section, key);
     return (value ? value->toString() : fallback).left(maxLength);
 }
 
-IniContent IniFile::ReadAll(qsizetype maxSize) const {
-    return IniContent(ReadFileText(m_strPath, maxSize));
+CIniContent CIniFile::ReadAll(qsizetype maxSize) const {
+    return CIniContent(ReadFileText(m_strPath, maxSize));
 }

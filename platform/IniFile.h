@@ -6,15 +6,15 @@
 #include <map>
 #include <utility>
 
-/// What a file in INI form held when IniFile read it, ready for many questions.
+/// What a file in INI form held when CIniFile read it, ready for many questions.
 ///
 /// Thread: any. Cost: one look through the text when it is made; a question costs the same however
 /// long the text is.
-class IniContent {
+class CIniContent {
 public:
-    explicit IniContent(QString text);
+    explicit CIniContent(QString text);
 
-    /// As IniFile::ReadText().
+    /// As CIniFile::ReadText().
     [[nodiscard]] QString ReadText(QStringView section, QStringView key, const QString& fallback,
                                    qsizetype maxLength) const;
 
@@ -48,9 +48,9 @@ private:
 ///
 /// Thread: any. Errors: what can't be read, is no regular file, or is too large (4 MB, where
 /// nothing else is said) reads as an empty file.
-class IniFile {
+class CIniFile {
 public:
-    explicit IniFile(QString path)
+    explicit CIniFile(QString path)
         : m_strPath(std::move(path)) {}
 
     /// The value of a key, at most `maxLength` UTF-16 units of it; `fallback` if there is no such
@@ -59,7 +59,7 @@ public:
                                    qsizetype maxLength) const;
 
     /// The whole file; an empty one if it is larger than `maxSize` bytes.
-    [[nodiscard]] IniContent ReadAll(qsizetype maxSize) const;
+    [[nodiscard]] CIniContent ReadAll(qsizetype maxSize) const;
 
 private:
     QString m_strPath;

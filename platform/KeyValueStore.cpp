@@ -53,7 +53,7 @@ bool SetAside(const QString& file) {
 
 } // namespace
 
-KeyValueStore::KeyValueStore(const QString& file)
+CKeyValueStore::CKeyValueStore(const QString& file)
     : m_strFile(file) {
     if (!GetFileStatus(file))
         return;
@@ -67,13 +67,13 @@ KeyValueStore::KeyValueStore(const QString& file)
         m_values.insert(key, settings.value(key));
 }
 
-std::optional<int> KeyValueStore::ReadInt(const QString& key) const {
+std::optional<int> CKeyValueStore::ReadInt(const QString& key) const {
     bool isNumber = false;
     const int value = m_values.value(key).toString().toInt(&isNumber);
     return isNumber ? std::optional(value) : std::nullopt;
 }
 
-std::optional<QString> KeyValueStore::ReadText(const QString& key, qsizetype maxLength) const {
+std::optional<QString> CKeyValueStore::ReadText(const QString& key, qsizetype maxLength) const {
     const auto found = m_values.find(key);
     if (found == m_values.end())
         return std::nullopt;
@@ -81,15 +81,15 @@ std::optional<QString> KeyValueStore::ReadText(const QString& key, qsizetype max
     return text && text->size() <= maxLength ? text : std::nullopt;
 }
 
-void KeyValueStore::WriteInt(const QString& key, int value) {
+void CKeyValueStore::WriteInt(const QString& key, int value) {
     m_written.insert(key, value);
 }
 
-void KeyValueStore::WriteText(const QString& key, const QString& text) {
+void CKeyValueStore::WriteText(const QString& key, const QString& text) {
     m_written.insert(key, ToVariant(text));
 }
 
-bool KeyValueStore::Commit() {
+bool CKeyValueStore::Commit() {
     if (!MakeFolder(Path::Folder(m_strFile)))
         return false;
     if (m_bDamaged && !SetAside(m_strFile))

@@ -13,9 +13,9 @@
 /// Thread:   one at a time.
 /// Lifetime: opened for one load or one save; reads see the file as it was at construction.
 /// Errors:   reads answer with nothing, writes are reported by Commit().
-class KeyValueStore {
+class CKeyValueStore {
 public:
-    explicit KeyValueStore(const QString& file);
+    explicit CKeyValueStore(const QString& file);
 
     /// True if the store was there, though it may hold nothing.
     [[nodiscard]] bool Exists() const { return m_bExists; }

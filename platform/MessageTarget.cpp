@@ -54,14 +54,14 @@ struct Envelope {
 
 /// What sender and receiver share. Qt's own queue only wakes the receiver; messages go through
 /// this lock, which orders all that was written before a message before all that its handler reads.
-struct MessageAddress::Mailbox {
-    explicit Mailbox(MessageTarget* target)
+struct CMessageAddress::Mailbox {
+    explicit Mailbox(CMessageTarget* target)
         : receiver(target)
         , thread(target->thread()) {}
 
     std::mutex mutex;
     std::deque<Envelope> queue;
-    MessageTarget* receiver; ///< none once the target is gone
+    CMessageTarget* receiver; ///< none once the target is gone
     QThread* const thread;
     bool wakePending = false;          ///< the receiver needs no more waking
     std::atomic<bool> waiting = false; ///< the queue is not empty; changed under the lock
@@ -115,7 +115,7 @@ struct MessageAddress::Mailbox {
     }
 };
 
-bool MessageAddress::Post(Message message) const {
+bool CMessageAddress::Post(Message message) const {
     if (!m_mailbox)
         return false;
     Envelope envelope{std::move(message)};
@@ -123,7 +123,7 @@ bool MessageAddress::Post(Message message) const {
     return m_mailbox->Enqueue(envelope);
 }
 
-std::intptr_t MessageAddress::Send(Message message) const {
+std::intptr_t CMessageAddress::Send(Message message) const {
     if (!m_mailbox)
         return 0;
     if (QThread::currentThread() == m_mailbox->thread)
@@ -142,17 +142,17 @@ std::intptr_t MessageAddress::Send(Message message) const {
     return reply.value;
 }
 
-bool MessageAddress::IsClosed() const {
+bool CMessageAddress::IsClosed() const {
     if (!m_mailbox)
         return true;
     const std::lock_guard lock(m_mailbox->mutex);
     return m_mailbox->receiver == nullptr;
 }
 
-MessageTarget::MessageTarget()
-    : m_address(std::make_shared<MessageAddress::Mailbox>(this)) {}
+CMessageTarget::CMessageTarget()
+    : m_address(std::make_shared<CMessageAddress::Mailbox>(this)) {}
 
-MessageTarget::~MessageTarget() {
+CMessageTarget::~CMessageTarget() {
     auto& mailbox = *m_address.m_mailbox;
     std::deque<Envelope> undelivered;
     {
@@ -167,12 +167,12 @@ MessageTarget::~MessageTarget() {
     }
 }
 
-void MessageTarget::On(int id, Handler handler) {
+void CMessageTarget::On(int id, Handler handler) {
     Q_ASSERT(QThread::currentThread() == thread());
     m_handlers[id] = std::move(handler);
 }
 
-void MessageTarget::SetHeld(bool held) {
+void CMessageTarget::SetHeld(bool held) {
     Q_ASSERT(QThread::currentThread() == thread());
     if (std::exchange(m_bHeld, held) == held || held)
         return;
@@ -181,7 +181,7 @@ void MessageTarget::SetHeld(bool held) {
     mailbox.Wake();
 }
 
-bool MessageTarget::event(QEvent* event) {
+bool CMessageTarget::event(QEvent* event) {
     bool woken = false;
     {
         // A sender made the wake event: under the lock, what it wrote is seen.
@@ -197,12 +197,12 @@ bool MessageTarget::event(QEvent* event) {
     return true;
 }
 
-void MessageTarget::timerEvent(QTimerEvent*) {
+void CMessageTarget::timerEvent(QTimerEvent*) {
     killTimer(std::exchange(m_iPauseTimer, 0));
     DeliverQueued();
 }
 
-void MessageTarget::DeliverQueued() {
+void CMessageTarget::DeliverQueued() {
     const auto end = std::chrono::steady_clock::now() + kHandlingTime;
     auto& mailbox = *m_address.m_mailbox;
     Envelope envelope;
@@ -219,7 +219,7 @@ void MessageTarget::DeliverQueued() {
     }
 }
 
-std::intptr_t MessageTarget::Handle(Message& message) const {
+std::intptr_t CMessageTarget::Handle(Message& message) const {
     const auto found = m_handlers.find(message.id);
     if (found == m_handlers.end())
         return 0;

@@ -10,9 +10,9 @@
 class QTimerEvent;
 
 /// Base of what a message carries by ownership.
-class MessagePayload {
+class CMessagePayload {
 public:
-    virtual ~MessagePayload() = default;
+    virtual ~CMessagePayload() = default;
 };
 
 /// A number with two words, and possibly something that the message owns until its handler takes
@@ -21,7 +21,7 @@ struct Message {
     int id = 0;
     std::intptr_t wParam = 0;
     std::intptr_t lParam = 0;
-    std::unique_ptr<MessagePayload> payload = {};
+    std::unique_ptr<CMessagePayload> payload = {};
 
     /// Takes the payload, which has to be a `T`. Nothing if the message carries something else.
     template <typename T>
@@ -33,13 +33,13 @@ struct Message {
     }
 };
 
-/// Where messages are sent to: a copyable handle to a MessageTarget that outlives it.
+/// Where messages are sent to: a copyable handle to a CMessageTarget that outlives it.
 ///
 /// Thread: any. A message to a target that is gone is freed and answered with 0.
-class MessageAddress {
+class CMessageAddress {
 public:
     /// An address that leads nowhere.
-    MessageAddress() = default;
+    CMessageAddress() = default;
 
     /// Puts the message in the target's queue and returns at once. Messages of one sender keep
     /// their order. False if the target is gone.
@@ -53,9 +53,9 @@ public:
     [[nodiscard]] bool IsClosed() const;
 
 private:
-    friend class MessageTarget;
+    friend class CMessageTarget;
     struct Mailbox;
-    explicit MessageAddress(std::shared_ptr<Mailbox> mailbox)
+    explicit CMessageAddress(std::shared_ptr<Mailbox> mailbox)
         : m_mailbox(std::move(mailbox)) {}
 
     std::shared_ptr<Mailbox> m_mailbox;
@@ -72,17 +72,17 @@ private:
 ///           answer 0 and undelivered messages are freed.
 /// Errors:   a handler that throws is reported to the debug output, and answers 0.
 /// Cost:     a Send from another thread keeps both awake for up to 0.2 ms before they sleep.
-class MessageTarget : public QObject {
+class CMessageTarget : public QObject {
 public:
     using Handler = std::function<std::intptr_t(Message&)>;
 
-    MessageTarget();
-    ~MessageTarget() override;
+    CMessageTarget();
+    ~CMessageTarget() override;
 
     /// Sets the handler of a message number. A number without handler is answered with 0.
     void On(int id, Handler handler);
 
-    [[nodiscard]] MessageAddress Address() const { return m_address; }
+    [[nodiscard]] CMessageAddress Address() const { return m_address; }
 
     /// While held, queued messages wait; direct calls go on. A target starts unheld.
     void SetHeld(bool held);
@@ -92,11 +92,11 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    friend class MessageAddress;
+    friend class CMessageAddress;
     void DeliverQueued();
     std::intptr_t Handle(Message& message) const;
 
-    MessageAddress m_address;
+    CMessageAddress m_address;
     std::map<int, Handler> m_handlers;
     bool m_bHeld = false;
     int m_iPauseTimer = 0; ///< runs while the event loop has its turn, else 0

@@ -16,7 +16,7 @@ QString KernelName(const QString& name) {
         .arg(QString::number(::getuid()), QString::fromLatin1(hash.toHex()));
 }
 
-NamedLock::NamedLock(const QString& name)
+CNamedLock::CNamedLock(const QString& name)
     : m_socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
     const QByteArray kernelName = KernelName(name).toLatin1();
     // A name in the abstract namespace starts with a zero byte and ends with the given length.

@@ -14,14 +14,14 @@
 ///
 /// Thread: any. Errors: where the kernel gives no socket, the lock counts as taken, so that the
 /// program can still be used.
-class NamedLock {
+class CNamedLock {
 public:
-    explicit NamedLock(const QString& name);
+    explicit CNamedLock(const QString& name);
 
-    /// False while another process (or another NamedLock of this one) holds the name.
+    /// False while another process (or another CNamedLock of this one) holds the name.
     [[nodiscard]] bool IsHeld() const { return m_bHeld; }
 
 private:
-    FileDescriptor m_socket;
+    CFileDescriptor m_socket;
     bool m_bHeld;
 };

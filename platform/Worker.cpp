@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kWorkDone = 1;
 
-struct DonePayload : MessagePayload {
+struct DonePayload : CMessagePayload {
     explicit DonePayload(CWorker::Done done)
         : m_pfnDone(std::move(done)) {}
     CWorker::Done m_pfnDone;
@@ -71,7 +71,7 @@ void CWorker::Run(Work work) {
 }
 
 /// The thread ends with the queue; the next work starts another one.
-void CWorker::WorkOff(const std::shared_ptr<State>& state, const MessageAddress& results) {
+void CWorker::WorkOff(const std::shared_ptr<State>& state, const CMessageAddress& results) {
     std::unique_lock lock(state->mutex);
     while (!state->queue.empty()) {
         const Work work = std::move(state->queue.front());

@@ -34,10 +34,10 @@ public:
 
 private:
     struct State;
-    static void WorkOff(const std::shared_ptr<State>& state, const MessageAddress& results);
+    static void WorkOff(const std::shared_ptr<State>& state, const CMessageAddress& results);
 
     const char* const m_pszName;
     const AtEnd m_atEnd;
     const std::shared_ptr<State> m_pState;
-    MessageTarget m_results;
+    CMessageTarget m_results;
 };

@@ -40,7 +40,7 @@ bool IsSound(GstPad* pad) {
 
 } // namespace
 
-bool FilePipeline::Initialize() {
+bool CFilePipeline::Initialize() {
     static const bool isThere = [] {
         GError* error = nullptr;
         if (gst_init_check(nullptr, nullptr, &error))
@@ -52,7 +52,7 @@ bool FilePipeline::Initialize() {
     return isThere;
 }
 
-void FilePipeline::WarmUp() {
+void CFilePipeline::WarmUp() {
     if (!Initialize())
         return;
     for (const char* factory : kCommonElements)
@@ -60,22 +60,22 @@ void FilePipeline::WarmUp() {
             gst_object_unref(gst_object_ref_sink(element));
 }
 
-FilePipeline::FilePipeline(MessageHandler onMessage)
+CFilePipeline::CFilePipeline(MessageHandler onMessage)
     : m_pfnMessage(std::move(onMessage))
     , m_pPipeline(GST_ELEMENT(gst_object_ref_sink(gst_pipeline_new(nullptr)))) {
     const GstObjectPtr<GstBus> bus(gst_element_get_bus(m_pPipeline.get()));
     gst_bus_set_sync_handler(bus.get(), &OnMessage, this, nullptr);
 }
 
-FilePipeline::~FilePipeline() {
+CFilePipeline::~CFilePipeline() {
     gst_element_set_state(m_pPipeline.get(), GST_STATE_NULL);
     const GstObjectPtr<GstBus> bus(gst_element_get_bus(m_pPipeline.get()));
     gst_bus_set_sync_handler(bus.get(), nullptr, nullptr, nullptr);
 }
 
-QString FilePipeline::Build(const QString& path, MediaGraph::Route route) {
+QString CFilePipeline::Build(const QString& path, IMediaGraph::Route route) {
     GstElement* source = Add("filesrc");
-    const bool isSplit = route == MediaGraph::Route::WindowsMedia;
+    const bool isSplit = route == IMediaGraph::Route::WindowsMedia;
     GstElement* reader = isSplit ? Add("parsebin") : AddDecoder();
     m_pConvert = Add("audioconvert");
     GstElement* resample = Add("audioresample");
@@ -92,7 +92,7 @@ QString FilePipeline::Build(const QString& path, MediaGraph::Route route) {
 }
 
 /// Null, with the package noted, where there is no such element.
-GstElement* FilePipeline::Add(const char* factory) {
+GstElement* CFilePipeline::Add(const char* factory) {
     GstElement* element = gst_element_factory_make(factory, nullptr);
     if (element)
         gst_bin_add(GST_BIN(m_pPipeline.get()), element);
@@ -102,7 +102,7 @@ GstElement* FilePipeline::Add(const char* factory) {
     return element;
 }
 
-GstElement* FilePipeline::AddDecoder() {
+GstElement* CFilePipeline::AddDecoder() {
     GstElement* decoder = Add("decodebin");
     if (decoder) {
         g_object_set(decoder, "caps", SoundCaps().get(), "expose-all-streams", FALSE, nullptr);
@@ -111,14 +111,14 @@ GstElement* FilePipeline::AddDecoder() {
     return decoder;
 }
 
-void FilePipeline::OnPinAdded(GstElement*, GstPad* pin, gpointer self) {
-    static_cast<FilePipeline*>(self)->RenderPin(pin);
+void CFilePipeline::OnPinAdded(GstElement*, GstPad* pin, gpointer self) {
+    static_cast<CFilePipeline*>(self)->RenderPin(pin);
 }
 
 /// Only the first pin with sound, as one thread of the reader serves them all: it would stand still
 /// at the first one's end and leave the others' decoders without data. Pins that aren't rendered
 /// are an error of the reader, if no other one is. After a stop the reader makes its pins anew.
-void FilePipeline::RenderPin(GstPad* pin) {
+void CFilePipeline::RenderPin(GstPad* pin) {
     if (!IsSound(pin))
         return;
     if (!m_pPinDecoder)
@@ -132,26 +132,26 @@ void FilePipeline::RenderPin(GstPad* pin) {
     gst_element_sync_state_with_parent(m_pPinDecoder);
 }
 
-void FilePipeline::OnSoundAdded(GstElement*, GstPad* pad, gpointer self) {
-    static_cast<FilePipeline*>(self)->ConnectSound(pad);
+void CFilePipeline::OnSoundAdded(GstElement*, GstPad* pad, gpointer self) {
+    static_cast<CFilePipeline*>(self)->ConnectSound(pad);
 }
 
 /// The first stream of sound is the one that is heard.
-void FilePipeline::ConnectSound(GstPad* pad) {
+void CFilePipeline::ConnectSound(GstPad* pad) {
     const GstObjectPtr<GstPad> sink(gst_element_get_static_pad(m_pConvert, "sink"));
     if (!gst_pad_is_linked(sink.get()))
         gst_pad_link(pad, sink.get());
 }
 
-GstBusSyncReply FilePipeline::OnMessage(GstBus*, GstMessage* message, gpointer self) {
+GstBusSyncReply CFilePipeline::OnMessage(GstBus*, GstMessage* message, gpointer self) {
     GstMessagePtr owned(message);
     if (GST_MESSAGE_TYPE(message) & kMessages)
-        static_cast<FilePipeline*>(self)->m_pfnMessage(std::move(owned));
+        static_cast<CFilePipeline*>(self)->m_pfnMessage(std::move(owned));
     return GST_BUS_DROP;
 }
 
 /// Most elements say why they can't change their state, but not all.
-void FilePipeline::SetState(GstState state) {
+void CFilePipeline::SetState(GstState state) {
     if (gst_element_set_state(m_pPipeline.get(), state) != GST_STATE_CHANGE_FAILURE)
         return;
     GError* error = g_error_new_literal(GST_CORE_ERROR, GST_CORE_ERROR_STATE_CHANGE,
@@ -160,7 +160,7 @@ void FilePipeline::SetState(GstState state) {
     g_error_free(error);
 }
 
-bool FilePipeline::HasRunningTask() const {
+bool CFilePipeline::HasRunningTask() const {
     const auto isRunning = [](GstElement*, GstPad* pad, gpointer running) -> gboolean {
         GST_OBJECT_LOCK(pad);
         GstTask* task = GST_PAD_TASK(pad);
@@ -184,33 +184,33 @@ bool FilePipeline::HasRunningTask() const {
     return isAnyRunning || result == GST_ITERATOR_RESYNC; // somebody puts elements in
 }
 
-bool FilePipeline::Seek(std::int64_t position, Accuracy accuracy) {
+bool CFilePipeline::Seek(std::int64_t position, Accuracy accuracy) {
     const int flags =
         GST_SEEK_FLAG_FLUSH | (accuracy == Accuracy::Exact ? GST_SEEK_FLAG_ACCURATE : 0);
     return gst_element_seek_simple(m_pPipeline.get(), GST_FORMAT_TIME,
                                    static_cast<GstSeekFlags>(flags), position * kNanoseconds);
 }
 
-bool FilePipeline::IsFromDevice(GstMessage* message) const {
+bool CFilePipeline::IsFromDevice(GstMessage* message) const {
     GstObject* source = GST_MESSAGE_SRC(message);
     return source && gst_object_has_as_ancestor(source, GST_OBJECT(m_pSink));
 }
 
-std::optional<std::int64_t> FilePipeline::QueryPosition() const {
+std::optional<std::int64_t> CFilePipeline::QueryPosition() const {
     gint64 position = -1;
     if (!gst_element_query_position(m_pPipeline.get(), GST_FORMAT_TIME, &position) || position < 0)
         return std::nullopt;
     return position / kNanoseconds;
 }
 
-std::optional<std::int64_t> FilePipeline::QueryDuration() const {
+std::optional<std::int64_t> CFilePipeline::QueryDuration() const {
     gint64 duration = -1;
     if (!gst_element_query_duration(m_pPipeline.get(), GST_FORMAT_TIME, &duration) || duration <= 0)
         return std::nullopt;
     return duration / kNanoseconds;
 }
 
-void FilePipeline::SetVolume(int volume) {
+void CFilePipeline::SetVolume(int volume) {
     const double factor = volume <= kSilence ? 0 : std::pow(10, volume / 2000.0);
     g_object_set(m_pVolume, "volume", factor, nullptr);
 }

@@ -15,7 +15,7 @@
 /// Thread:   one thread at a time, which waits as long as file and device make it wait. `onMessage`
 ///           is called on threads of GStreamer, until the destructor has returned.
 /// Errors:   told by messages; a seek that fails does so by its answer.
-class FilePipeline {
+class CFilePipeline {
 public:
     using MessageHandler = std::function<void(GstMessagePtr message)>;
 
@@ -25,10 +25,10 @@ public:
     /// Loads what most files need, so that the first one doesn't wait for it.
     static void WarmUp();
 
-    explicit FilePipeline(MessageHandler onMessage);
-    ~FilePipeline();
-    FilePipeline(const FilePipeline&) = delete;
-    FilePipeline& operator=(const FilePipeline&) = delete;
+    explicit CFilePipeline(MessageHandler onMessage);
+    ~CFilePipeline();
+    CFilePipeline(const CFilePipeline&) = delete;
+    CFilePipeline& operator=(const CFilePipeline&) = delete;
 
     /// The kinds of messages that are handed out.
     static constexpr int kMessages = GST_MESSAGE_EOS | GST_MESSAGE_ERROR | GST_MESSAGE_ELEMENT |
@@ -37,7 +37,7 @@ public:
 
     /// Puts the pipeline together; nothing is opened yet. Answers with the name of the package that
     /// is missing for that, or with nothing.
-    [[nodiscard]] QString Build(const QString& path, MediaGraph::Route route);
+    [[nodiscard]] QString Build(const QString& path, IMediaGraph::Route route);
 
     void SetState(GstState state);
 

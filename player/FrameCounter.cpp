@@ -76,7 +76,7 @@ std::optional<Frame> ReadHeader(const char* header) {
 
 } // namespace
 
-FrameCounter::FrameCounter(const QString& path)
+CFrameCounter::CFrameCounter(const QString& path)
     : m_file(OpenForReading(path)) {
     const auto parts = ReadId3File(m_file.Get(), Id3Purpose::Texts);
     if (!parts)
@@ -86,7 +86,7 @@ FrameCounter::FrameCounter(const QString& path)
 }
 
 /// A frame is followed by another one or by the end: other bytes may look like the head of one.
-bool FrameCounter::Step() {
+bool CFrameCounter::Step() {
     if (m_nPosition >= m_nEnd)
         return false;
     const QByteArray bytes =
@@ -108,7 +108,7 @@ bool FrameCounter::Step() {
     return at > 0 && m_nPosition < m_nEnd;
 }
 
-std::optional<std::int64_t> FrameCounter::GetLength() const {
+std::optional<std::int64_t> CFrameCounter::GetLength() const {
     std::int64_t length = 0;
     for (const auto& [rate, samples] : m_samples) // split, as a hostile file's product is too large
         length += samples / rate * kMediaSecond + samples % rate * kMediaSecond / rate;

@@ -14,9 +14,9 @@
 ///
 /// Thread: any, one at a time. Errors: what can't be read ends the file; bytes that are no frame
 /// are passed over.
-class FrameCounter {
+class CFrameCounter {
 public:
-    explicit FrameCounter(const QString& path);
+    explicit CFrameCounter(const QString& path);
 
     /// Counts on for a quarter of a megabyte. False at the end of the file.
     bool Step();
@@ -25,7 +25,7 @@ public:
     [[nodiscard]] std::optional<std::int64_t> GetLength() const;
 
 private:
-    FileDescriptor m_file;
+    CFileDescriptor m_file;
     std::uint64_t m_nPosition = 0; ///< of what was not looked at yet
     std::uint64_t m_nEnd = 0;
     std::map<int, std::int64_t> m_samples; ///< by sampling frequency

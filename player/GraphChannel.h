@@ -89,7 +89,7 @@ struct GraphChannel {
     GraphWishes wishes;
     std::deque<GstMessagePtr> messages;
 
-    MessageAddress target;
+    CMessageAddress target;
     int notification = 0;
     std::deque<GraphEvent> events;
     std::optional<std::int64_t> duration;

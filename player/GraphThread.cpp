@@ -23,17 +23,17 @@ constexpr int kMaxLifeless = 2;
 
 } // namespace
 
-GraphThread::GraphThread(std::shared_ptr<GraphChannel> channel,
-                         std::shared_ptr<GraphChannel> predecessor, QString path,
-                         MediaGraph::Route route)
+CGraphThread::CGraphThread(std::shared_ptr<GraphChannel> channel,
+                           std::shared_ptr<GraphChannel> predecessor, QString path,
+                           IMediaGraph::Route route)
     : m_pChannel(std::move(channel))
     , m_pPredecessor(std::move(predecessor))
     , m_strPath(std::move(path))
     , m_route(route) {}
 
-GraphThread::~GraphThread() = default;
+CGraphThread::~CGraphThread() = default;
 
-void GraphThread::Work() {
+void CGraphThread::Work() {
     try {
         Open();
         for (Wait(); !m_wishes.end; Wait())
@@ -45,13 +45,13 @@ void GraphThread::Work() {
     m_pPipeline.reset();
 }
 
-void GraphThread::Open() {
+void CGraphThread::Open() {
     const auto status = GetFileStatus(m_strPath);
     if (!status)
         return Fail({GraphEvent::Code::Missing});
-    if (status->kind != FileKind::Regular || !FilePipeline::Initialize())
+    if (status->kind != FileKind::Regular || !CFilePipeline::Initialize())
         return Fail({GraphEvent::Code::Failed});
-    m_pPipeline = std::make_unique<FilePipeline>(
+    m_pPipeline = std::make_unique<CFilePipeline>(
         [channel = m_pChannel](GstMessagePtr message) { channel->AddMessage(std::move(message)); });
     const QString package = m_pPipeline->Build(m_strPath, m_route);
     if (!package.isEmpty())
@@ -62,13 +62,13 @@ void GraphThread::Open() {
 }
 
 /// The graphs before the predecessor are let go of with it, as it waits for them, too.
-void GraphThread::AwaitDevice() {
+void CGraphThread::AwaitDevice() {
     if (const auto predecessor = std::exchange(m_pPredecessor, nullptr))
         predecessor->WaitForRelease(GraphChannel::Hold::Thread, kLongestClosing);
 }
 
 /// Closes everything. Only the end is left to wait for.
-void GraphThread::Fail(GraphEvent event) {
+void CGraphThread::Fail(GraphEvent event) {
     m_pPipeline.reset();
     m_pCounter.reset();
     m_state = GST_STATE_NULL;
@@ -78,7 +78,7 @@ void GraphThread::Fail(GraphEvent event) {
 }
 
 /// Waits for something to do, for a limited time only while time itself brings work, and takes it.
-void GraphThread::Wait() {
+void CGraphThread::Wait() {
     std::unique_lock lock(m_pChannel->mutex);
     const auto hasWork = [this] { return m_pChannel->hasWork; };
     if (m_state == GST_STATE_PLAYING && !m_pCounter)
@@ -96,7 +96,7 @@ void GraphThread::Wait() {
     m_wishes = wishes;
 }
 
-void GraphThread::Turn() {
+void CGraphThread::Turn() {
     for (const GstMessagePtr& message : std::exchange(m_messages, {}))
         if (m_pPipeline)
             OnMessage(message.get());
@@ -110,20 +110,20 @@ void GraphThread::Turn() {
         CountLength();
 }
 
-bool GraphThread::IsLoading() const {
+bool CGraphThread::IsLoading() const {
     return m_state == GST_STATE_PAUSED && !m_bReady;
 }
 
 /// Errors at the head of a file get lost at times (decodebin of GStreamer 1.22 keeps those of an
 /// element to itself while it tries it). Then nothing works any more, and nothing will come. A file
 /// that is only slow to read has a task that waits for it.
-void GraphThread::CheckLoading() {
+void CGraphThread::CheckLoading() {
     m_nLifeless = m_pPipeline->HasRunningTask() ? 0 : m_nLifeless + 1;
     if (m_nLifeless > kMaxLifeless)
         Fail({GraphEvent::Code::Failed});
 }
 
-void GraphThread::OnMessage(GstMessage* message) {
+void CGraphThread::OnMessage(GstMessage* message) {
     switch (GST_MESSAGE_TYPE(message)) {
     case GST_MESSAGE_ASYNC_DONE:
         m_bSeeking = false;
@@ -155,20 +155,21 @@ void GraphThread::OnMessage(GstMessage* message) {
     }
 }
 
-void GraphThread::OnRendered() {
+void CGraphThread::OnRendered() {
     const auto length = m_pPipeline->QueryDuration();
     m_bFramesOnly = !length;
     if (m_bFramesOnly)
-        m_pCounter = std::make_unique<FrameCounter>(m_strPath);
+        m_pCounter = std::make_unique<CFrameCounter>(m_strPath);
     m_pChannel->ExchangeDuration(length);
     m_pChannel->Tell({GraphEvent::Code::Rendered});
 }
 
-void GraphThread::OnError(GstMessage* message) {
+void CGraphThread::OnError(GstMessage* message) {
     GError* error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
-    qWarning().noquote() << (m_route == MediaGraph::Route::WindowsMedia ? "Failed to Render WM File"
-                                                                        : "Failed in RenderFile")
+    qWarning().noquote() << (m_route == IMediaGraph::Route::WindowsMedia
+                                 ? "Failed to Render WM File"
+                                 : "Failed in RenderFile")
                          << Path::ForDisplay(m_strPath) << error->message;
     g_error_free(error);
     if (!m_strPackage.isEmpty())
@@ -180,7 +181,7 @@ void GraphThread::OnError(GstMessage* message) {
 }
 
 /// Brings the pipeline to what is wished, as far as it can go now.
-void GraphThread::Follow() {
+void CGraphThread::Follow() {
     if (m_nVolume != m_wishes.volume)
         m_pPipeline->SetVolume(m_nVolume = m_wishes.volume);
     if (m_wishes.state == GraphState::Stopped) {
@@ -195,14 +196,14 @@ void GraphThread::Follow() {
     if (m_wishes.state == GraphState::Paused)
         EnterState(GST_STATE_PAUSED);
     if (const auto seek = std::exchange(m_wishes.seek, std::nullopt))
-        m_bSeeking = m_pPipeline->Seek(*seek, m_bFramesOnly ? FilePipeline::Accuracy::Exact
-                                                            : FilePipeline::Accuracy::Fast);
+        m_bSeeking = m_pPipeline->Seek(*seek, m_bFramesOnly ? CFilePipeline::Accuracy::Exact
+                                                            : CFilePipeline::Accuracy::Fast);
     if (m_wishes.state == GraphState::Running && !m_bSeeking)
         EnterState(GST_STATE_PLAYING);
 }
 
 /// Gives the device back, and keeps the position for the next run.
-void GraphThread::Stop() {
+void CGraphThread::Stop() {
     if (!m_wishes.seek)
         m_wishes.seek = m_pPipeline->QueryPosition();
     if (m_wishes.seek == 0) // there it begins by itself
@@ -212,7 +213,7 @@ void GraphThread::Stop() {
     m_pChannel->DropMessages(); // they would be taken for those of the next run
 }
 
-void GraphThread::EnterState(GstState state) {
+void CGraphThread::EnterState(GstState state) {
     using Hold = GraphChannel::Hold;
     if (m_state == state)
         return;
@@ -224,13 +225,13 @@ void GraphThread::EnterState(GstState state) {
 }
 
 /// Told by the second, as many files have their length estimated anew all the time.
-void GraphThread::TellLength(std::int64_t length) {
+void CGraphThread::TellLength(std::int64_t length) {
     const auto known = m_pChannel->ExchangeDuration(length);
     if (!known || *known / kMediaSecond != length / kMediaSecond)
         m_pChannel->Tell({GraphEvent::Code::LengthChanged});
 }
 
-void GraphThread::CountLength() {
+void CGraphThread::CountLength() {
     if (m_pCounter->Step())
         return;
     const auto length = m_pCounter->GetLength();
@@ -241,7 +242,7 @@ void GraphThread::CountLength() {
 }
 
 /// Where a seek leads is known already, before the pipeline has got there.
-void GraphThread::UpdatePosition() {
+void CGraphThread::UpdatePosition() {
     if (m_bSeeking || m_wishes.seek || !m_bReady)
         return;
     const auto position = m_pPipeline->QueryPosition();

@@ -13,7 +13,7 @@ namespace {
 constexpr std::chrono::milliseconds kLongestEnd(500);
 
 /// The side of a graph that is on the interface thread.
-class GstMediaGraph : public MediaGraph {
+class GstMediaGraph : public IMediaGraph {
 public:
     GstMediaGraph(std::shared_ptr<GraphChannel> channel, std::shared_ptr<GraphChannel> predecessor)
         : m_pChannel(std::move(channel))
@@ -22,7 +22,7 @@ public:
         m_pChannel->Wish([](GraphWishes& wishes) { wishes.end = true; });
     }
 
-    void SetNotify(const MessageAddress& target, int message) override {
+    void SetNotify(const CMessageAddress& target, int message) override {
         const std::lock_guard lock(m_pChannel->mutex);
         m_pChannel->target = target;
         m_pChannel->notification = message;
@@ -32,7 +32,7 @@ public:
         m_pChannel->SetHold(GraphChannel::Hold::Device); // it may open it at any time from now on
         LetRun(
             [channel = m_pChannel, predecessor = std::move(m_pPredecessor), path, route]() mutable {
-                GraphThread(channel, std::move(predecessor), path, route).Work();
+                CGraphThread(channel, std::move(predecessor), path, route).Work();
                 channel->SetHold(GraphChannel::Hold::Nothing);
             },
             kGraphThreadName);
@@ -89,16 +89,16 @@ private:
 
 } // namespace
 
-GstMediaGraphs::~GstMediaGraphs() {
+CGstMediaGraphs::~CGstMediaGraphs() {
     if (m_pLast)
         m_pLast->WaitForRelease(GraphChannel::Hold::Nothing, kLongestEnd);
 }
 
-std::unique_ptr<MediaGraph> GstMediaGraphs::Make() {
+std::unique_ptr<IMediaGraph> CGstMediaGraphs::Make() {
     auto channel = std::make_shared<GraphChannel>();
     return std::make_unique<GstMediaGraph>(channel, std::exchange(m_pLast, channel));
 }
 
-void GstMediaGraphs::WarmUp() {
-    LetRun(&FilePipeline::WarmUp, kGraphThreadName);
+void CGstMediaGraphs::WarmUp() {
+    LetRun(&CFilePipeline::WarmUp, kGraphThreadName);
 }

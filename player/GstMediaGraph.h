@@ -19,14 +19,14 @@ inline constexpr const char* kGraphThreadName = "media graph";
 /// Thread:   interface thread.
 /// Lifetime: the graphs are destroyed first. Destroying this waits for the last one's thread, half
 ///           a second at most.
-class GstMediaGraphs {
+class CGstMediaGraphs {
 public:
-    GstMediaGraphs() = default;
-    ~GstMediaGraphs();
-    GstMediaGraphs(const GstMediaGraphs&) = delete;
-    GstMediaGraphs& operator=(const GstMediaGraphs&) = delete;
+    CGstMediaGraphs() = default;
+    ~CGstMediaGraphs();
+    CGstMediaGraphs(const CGstMediaGraphs&) = delete;
+    CGstMediaGraphs& operator=(const CGstMediaGraphs&) = delete;
 
-    [[nodiscard]] std::unique_ptr<MediaGraph> Make();
+    [[nodiscard]] std::unique_ptr<IMediaGraph> Make();
 
     /// Loads what graphs need on a thread of its own, so that the first one starts as fast as any.
     static void WarmUp();

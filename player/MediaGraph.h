@@ -37,9 +37,9 @@ struct GraphEvent {
 ///           heard of.
 /// Lifetime: may be destroyed at any moment; the file is closed soon after.
 /// Errors:   told by events.
-class MediaGraph {
+class IMediaGraph {
 public:
-    virtual ~MediaGraph() = default;
+    virtual ~IMediaGraph() = default;
 
     /// How a file is taken apart.
     enum class Route {
@@ -49,7 +49,7 @@ public:
     };
 
     /// Posts `message` to `target` whenever there may be a new event.
-    virtual void SetNotify(const MessageAddress& target, int message) = 0;
+    virtual void SetNotify(const CMessageAddress& target, int message) = 0;
 
     /// Opens the file and makes ready to play it. To be called once, before anything below.
     virtual void Render(const QString& path, Route route) = 0;
@@ -76,4 +76,4 @@ public:
     [[nodiscard]] virtual std::optional<GraphEvent> GetEvent() = 0;
 };
 
-using MediaGraphFactory = std::function<std::unique_ptr<MediaGraph>()>;
+using MediaGraphFactory = std::function<std::unique_ptr<IMediaGraph>()>;

@@ -27,7 +27,7 @@ int VolumeFromSlider(int slider) {
     return static_cast<int>(-10000.0 * (1 - std::sqrt(1 - (t - 1) * (t - 1))));
 }
 
-CMediaPlayer::CMediaPlayer(MediaGraphFactory factory, MessageAddress dialog,
+CMediaPlayer::CMediaPlayer(MediaGraphFactory factory, CMessageAddress dialog,
                            ITransportDisplay& display)
     : m_pfnMakeGraph(std::move(factory))
     , m_dialog(std::move(dialog))
@@ -50,8 +50,8 @@ void CMediaPlayer::CreateFilterGraph() {
 }
 
 void CMediaPlayer::PrepareMedia(const QString& path) {
-    m_pGraph->Render(path, IsWindowsMedia(path) ? MediaGraph::Route::WindowsMedia
-                                                : MediaGraph::Route::ByContent);
+    m_pGraph->Render(path, IsWindowsMedia(path) ? IMediaGraph::Route::WindowsMedia
+                                                : IMediaGraph::Route::ByContent);
 }
 
 void CMediaPlayer::CloseFilterGraph() {

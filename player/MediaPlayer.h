@@ -22,7 +22,7 @@ class ITransportDisplay;
 class CMediaPlayer {
 public:
     /// `dialog` gets WM_TD_GRAPH_NOTIFY and WM_TD_TRACK_FINISHED.
-    CMediaPlayer(MediaGraphFactory factory, MessageAddress dialog, ITransportDisplay& display);
+    CMediaPlayer(MediaGraphFactory factory, CMessageAddress dialog, ITransportDisplay& display);
 
     /// Hears of every event of the graph but the end of the track.
     [[nodiscard]] CListening OnEvent(std::function<void(const GraphEvent& event)> call) {
@@ -88,11 +88,11 @@ private:
     void SetPositions(std::int64_t position);
 
     MediaGraphFactory m_pfnMakeGraph;
-    MessageAddress m_dialog;
+    CMessageAddress m_dialog;
     ITransportDisplay& m_display;
     CListeners<const GraphEvent&> m_eventListeners;
     CListeners<std::int64_t> m_seekListeners;
-    std::unique_ptr<MediaGraph> m_pGraph; ///< none when no file is loaded
+    std::unique_ptr<IMediaGraph> m_pGraph; ///< none when no file is loaded
     int m_nFile = 0;
     GraphState m_iGraphState = GraphState::Stopped;
     std::int64_t m_nDuration = 0;

@@ -71,7 +71,7 @@ CTransport::CTransport(CMediaLists& lists, CMediaPlayer& player, ITrackView& vie
 
 CTransport::~CTransport() = default;
 
-void CTransport::Listen(MessageTarget& messages) {
+void CTransport::Listen(CMessageTarget& messages) {
     messages.On(WM_TD_GRAPH_NOTIFY, [this](const Message&) {
         m_player.OnGraphNotify();
         return 0;

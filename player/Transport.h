@@ -17,7 +17,7 @@ class CMediaLists;
 class CMediaPlayer;
 class CWorker;
 class ITrackView;
-class MessageTarget;
+class CMessageTarget;
 struct GraphEvent;
 
 /// Decides what plays: makes the play queue of a list, walks it by play mode, and drives the player
@@ -42,7 +42,7 @@ public:
     }
 
     /// Takes the messages of the player and its graph.
-    void Listen(MessageTarget& messages);
+    void Listen(CMessageTarget& messages);
 
     /// The buttons.
     void OnPlayPause();

@@ -3,7 +3,7 @@
 #include <QMenu>
 
 /// A menu of the program: popup of the menu bar, context menu or submenu. Its items are QActions
-/// with text, icon, check or radio mark and shortcut; MenuStyle draws them.
+/// with text, icon, check or radio mark and shortcut; CMenuStyle draws them.
 ///
 /// Thread: interface thread.
 class BCMenu : public QMenu {

@@ -26,5 +26,5 @@ CBaseDlg::CBaseDlg(QWidget* parent, FrameStyles style, Qt::WindowType type)
     const bool skinned = m_skin.LoadSkin(g_strThemeFile, devicePixelRatioF());
     setWindowFlags(type | (skinned ? Frameless(style) : kWithoutSystemMenu));
     m_skin.InstallSkin(this, style);
-    FrameAccessible::Install();
+    CFrameAccessible::Install();
 }

@@ -25,7 +25,7 @@
 
 /// Draws a line along the inner edges of a place: 1 pixel at 100 %, alike on all sides.
 inline void DrawEdge(QPainter& painter, const QRect& place, const QColor& colour) {
-    const DevicePixels pixels(painter);
+    const CDevicePixels pixels(painter);
     const QRect edge = pixels.Of(place);
     const int line = pixels.Length(1);
     const QRect inner = edge.adjusted(line, line, -line, -line);

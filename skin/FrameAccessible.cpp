@@ -13,7 +13,7 @@ namespace {
 /// A button of a frame.
 class FrameButtonAccessible final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
-    FrameButtonAccessible(const FrameAccessible& frame, int hit)
+    FrameButtonAccessible(const CFrameAccessible& frame, int hit)
         : m_frame(frame)
         , m_nHit(hit) {}
 
@@ -66,46 +66,46 @@ private:
         return {};
     }
 
-    const FrameAccessible& m_frame;
+    const CFrameAccessible& m_frame;
     int m_nHit;
 };
 
 } // namespace
 
-void FrameAccessible::Install() {
-    QAccessible::installFactory(&FrameAccessible::Make); // which leaves out one it has
+void CFrameAccessible::Install() {
+    QAccessible::installFactory(&CFrameAccessible::Make); // which leaves out one it has
 }
 
-QAccessibleInterface* FrameAccessible::Make(const QString& className, QObject* object) {
+QAccessibleInterface* CFrameAccessible::Make(const QString& className, QObject* object) {
     const bool isDialog = className == QLatin1String(QDialog::staticMetaObject.className());
     return isDialog && dynamic_cast<IFramedWindow*>(object)
-               ? new FrameAccessible(*static_cast<QDialog*>(object))
+               ? new CFrameAccessible(*static_cast<QDialog*>(object))
                : nullptr;
 }
 
-FrameAccessible::FrameAccessible(QDialog& dialog)
+CFrameAccessible::CFrameAccessible(QDialog& dialog)
     : QAccessibleWidget(&dialog, QAccessible::Dialog) {}
 
-FrameAccessible::~FrameAccessible() {
+CFrameAccessible::~CFrameAccessible() {
     for (const auto& [hit, id] : m_buttons)
         QAccessible::deleteAccessibleInterface(id);
 }
 
-CSkinWnd* FrameAccessible::Skin() const {
+CSkinWnd* CFrameAccessible::Skin() const {
     auto* window = dynamic_cast<IFramedWindow*>(widget());
     return window ? &window->GetSkin() : nullptr;
 }
 
-std::vector<FrameButton> FrameAccessible::GetButtons() const {
+std::vector<FrameButton> CFrameAccessible::GetButtons() const {
     const CSkinWnd* skin = Skin();
     return skin ? skin->GetButtons() : std::vector<FrameButton>();
 }
 
-int FrameAccessible::childCount() const {
+int CFrameAccessible::childCount() const {
     return QAccessibleWidget::childCount() + static_cast<int>(GetButtons().size());
 }
 
-QAccessibleInterface* FrameAccessible::child(int index) const {
+QAccessibleInterface* CFrameAccessible::child(int index) const {
     const int button = index - QAccessibleWidget::childCount();
     if (button < 0)
         return QAccessibleWidget::child(index);
@@ -121,14 +121,14 @@ QAccessibleInterface* FrameAccessible::child(int index) const {
     return QAccessible::accessibleInterface(known->second);
 }
 
-QAccessibleInterface* FrameAccessible::childAt(int x, int y) const {
+QAccessibleInterface* CFrameAccessible::childAt(int x, int y) const {
     for (int i = QAccessibleWidget::childCount(); i < childCount(); ++i)
         if (QAccessibleInterface* button = child(i); button->rect().contains(x, y))
             return button;
     return QAccessibleWidget::childAt(x, y);
 }
 
-int FrameAccessible::indexOfChild(const QAccessibleInterface* child) const {
+int CFrameAccessible::indexOfChild(const QAccessibleInterface* child) const {
     const auto* button = dynamic_cast<const FrameButtonAccessible*>(child);
     if (!button)
         return QAccessibleWidget::indexOfChild(child);

@@ -22,14 +22,14 @@ protected:
 /// which are no widgets.
 ///
 /// Thread: interface thread. Owner: Qt's table of interfaces.
-class FrameAccessible final : public QAccessibleWidget {
+class CFrameAccessible final : public QAccessibleWidget {
 public:
     /// Lets Qt find this class for dialogs. Once is enough, more do no harm.
     static void Install();
 
     /// The dialog is an IFramedWindow, too.
-    explicit FrameAccessible(QDialog& dialog);
-    ~FrameAccessible() override;
+    explicit CFrameAccessible(QDialog& dialog);
+    ~CFrameAccessible() override;
 
     /// None while the dialog is destroyed, though what lies in it may still be asked for then.
     [[nodiscard]] CSkinWnd* Skin() const;

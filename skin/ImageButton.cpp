@@ -13,7 +13,7 @@ constexpr QPointF kPressedShift{0, 1};
 } // namespace
 
 CImageButton::CImageButton(PictureId glyph, const QString& tooltip, QWidget* parent)
-    : PictureButton(tooltip, parent)
+    : CPictureButton(tooltip, parent)
     , m_glyph(glyph) {}
 
 void CImageButton::SetBitmaps(PictureId glyph) {

@@ -6,7 +6,7 @@
 /// label as tool tip and accessible name.
 ///
 /// Thread: interface thread.
-class CImageButton : public PictureButton {
+class CImageButton : public CPictureButton {
 public:
     CImageButton(PictureId glyph, const QString& tooltip, QWidget* parent);
 

@@ -26,7 +26,7 @@ constexpr QRgb kHotGround =
 
 /// Fills whole device pixels, whatever the scale.
 void Fill(QPainter& painter, const QRect& place, QRgb colour) {
-    const DevicePixels pixels(painter);
+    const CDevicePixels pixels(painter);
     pixels.Fill(pixels.Of(place), QColor(colour));
 }
 
@@ -99,11 +99,11 @@ void DrawCheckedIconGround(QPainter& painter, const QRect& place) {
 
 } // namespace
 
-MenuStyle::MenuStyle()
+CMenuStyle::CMenuStyle()
     : QProxyStyle(QStringLiteral("Fusion")) {}
 
-void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
-                            const QWidget* widget) const {
+void CMenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
     const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     if (item && element == CE_MenuItem)
         DrawItem(*painter, *item, widget);
@@ -115,8 +115,8 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, 
         QProxyStyle::drawControl(element, option, painter, widget);
 }
 
-void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
-                              QPainter* painter, const QWidget* widget) const {
+void CMenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
     if (element == PE_PanelMenu)
         painter->fillRect(option->rect, QColor(kInk1));
     else if (element == PE_FrameMenu)
@@ -125,8 +125,8 @@ void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
-QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
-                                  const QSize& contents, const QWidget* widget) const {
+QSize CMenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                   const QSize& contents, const QWidget* widget) const {
     const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
     if (!item || (type != CT_MenuItem && type != CT_MenuBarItem))
         return QProxyStyle::sizeFromContents(type, option, contents, widget);
@@ -140,8 +140,8 @@ QSize MenuStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     return {columns + contents.width(), height};
 }
 
-int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
-                           const QWidget* widget) const {
+int CMenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                            const QWidget* widget) const {
     switch (metric) {
     case PM_MenuPanelWidth:
         return 1;
@@ -159,8 +159,8 @@ int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     }
 }
 
-void MenuStyle::DrawBarItem(QPainter& painter, const QStyleOptionMenuItem& item,
-                            const QWidget* widget) const {
+void CMenuStyle::DrawBarItem(QPainter& painter, const QStyleOptionMenuItem& item,
+                             const QWidget* widget) const {
     painter.fillRect(item.rect, QColor(kInk1));
     const bool isHot = IsHot(item);
     if (isHot) {
@@ -171,8 +171,8 @@ void MenuStyle::DrawBarItem(QPainter& painter, const QStyleOptionMenuItem& item,
     painter.drawText(item.rect, TextFlags(item, widget) | Qt::AlignCenter, item.text);
 }
 
-void MenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
-                         const QWidget* widget) const {
+void CMenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
+                          const QWidget* widget) const {
     const auto place = [&item](int left, int width) {
         return visualRect(item.direction, item.rect,
                           {item.rect.left() + left, item.rect.top(), width, item.rect.height()});
@@ -181,7 +181,7 @@ void MenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
     const int icon = pixelMetric(PM_SmallIconSize, &item, widget);
     const int textLeft = kSideSpace + icon + kSideSpace;
     if (item.menuItemType == QStyleOptionMenuItem::Separator) {
-        const DevicePixels pixels(painter);
+        const CDevicePixels pixels(painter);
         QRect middle = pixels.Of(place(kSideSpace, width - 2 * kSideSpace));
         middle.setTop(middle.center().y());
         middle.setHeight(pixels.Length(1));
@@ -216,8 +216,8 @@ void MenuStyle::DrawItem(QPainter& painter, const QStyleOptionMenuItem& item,
     painter.restore();
 }
 
-void MenuStyle::DrawIconOrMark(QPainter& painter, const QStyleOptionMenuItem& item,
-                               const QRect& place, const QColor& ink) const {
+void CMenuStyle::DrawIconOrMark(QPainter& painter, const QStyleOptionMenuItem& item,
+                                const QRect& place, const QColor& ink) const {
     const bool isExclusive = item.checkType == QStyleOptionMenuItem::Exclusive;
     const bool isChecked = item.checkType != QStyleOptionMenuItem::NotCheckable && item.checked;
     if (!item.icon.isNull()) {
@@ -235,7 +235,7 @@ void MenuStyle::DrawIconOrMark(QPainter& painter, const QStyleOptionMenuItem& it
 }
 
 /// Access keys are underlined when the desktop's habit is to show them.
-int MenuStyle::TextFlags(const QStyleOption& option, const QWidget* widget) const {
+int CMenuStyle::TextFlags(const QStyleOption& option, const QWidget* widget) const {
     const bool isShown = proxy()->styleHint(SH_UnderlineShortcut, &option, widget) != 0;
     return Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip |
            (isShown ? Qt::TextShowMnemonic : Qt::TextHideMnemonic);

@@ -9,9 +9,9 @@
 /// column for its icon or mark, its text, its shortcut, and the arrow of a submenu.
 ///
 /// Thread: interface thread.
-class MenuStyle : public QProxyStyle {
+class CMenuStyle : public QProxyStyle {
 public:
-    MenuStyle();
+    CMenuStyle();
 
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

@@ -7,7 +7,7 @@ constexpr int kStates = 4;
 } // namespace
 
 CPicButton::CPicButton(PictureId strip, const QString& tooltip, QWidget* parent)
-    : PictureButton(tooltip, parent)
+    : CPictureButton(tooltip, parent)
     , m_strip(strip) {}
 
 QSize CPicButton::sizeHint() const {

@@ -5,7 +5,7 @@
 /// A button whose states lie side by side in one picture: normal, hot, pressed, disabled.
 ///
 /// Thread: interface thread.
-class CPicButton : public PictureButton {
+class CPicButton : public CPictureButton {
 public:
     CPicButton(PictureId strip, const QString& tooltip, QWidget* parent);
 

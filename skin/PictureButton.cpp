@@ -11,7 +11,7 @@ constexpr int kFadeMilliseconds = 120;
 
 } // namespace
 
-PictureButton::PictureButton(const QString& tooltip, QWidget* parent)
+CPictureButton::CPictureButton(const QString& tooltip, QWidget* parent)
     : QPushButton(parent) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::StrongFocus);
@@ -23,7 +23,7 @@ PictureButton::PictureButton(const QString& tooltip, QWidget* parent)
     connect(&m_fade, &QVariantAnimation::valueChanged, this, [this] { update(); });
 }
 
-void PictureButton::SetTooltipText(const QString& text, const QKeySequence& key) {
+void CPictureButton::SetTooltipText(const QString& text, const QKeySequence& key) {
     const QString label = QString(text).remove(u'&').remove(QStringLiteral("..."));
     setAccessibleName(label);
     setToolTip(key.isEmpty()
@@ -31,12 +31,12 @@ void PictureButton::SetTooltipText(const QString& text, const QKeySequence& key)
                    : QStringLiteral("%1 (%2)").arg(label, key.toString(QKeySequence::NativeText)));
 }
 
-void PictureButton::SetLabel(const QString& text) {
+void CPictureButton::SetLabel(const QString& text) {
     setShortcut(QKeySequence::mnemonic(text));
     SetTooltipText(text, shortcut());
 }
 
-qreal PictureButton::HoverStrength() const {
+qreal CPictureButton::HoverStrength() const {
     if (!isEnabled())
         return 0;
     if (m_fade.state() == QAbstractAnimation::Running)
@@ -44,8 +44,8 @@ qreal PictureButton::HoverStrength() const {
     return m_bMouseOver ? 1 : 0;
 }
 
-void PictureButton::DrawFaded(QPainter& painter, const QPixmap& under, const QPixmap& over,
-                              qreal strength) {
+void CPictureButton::DrawFaded(QPainter& painter, const QPixmap& under, const QPixmap& over,
+                               qreal strength) {
     if (strength < 1)
         DrawPicture(painter, {}, under);
     if (strength > 0) {
@@ -55,7 +55,7 @@ void PictureButton::DrawFaded(QPainter& painter, const QPixmap& under, const QPi
     painter.setOpacity(1);
 }
 
-bool PictureButton::event(QEvent* event) {
+bool CPictureButton::event(QEvent* event) {
     switch (event->type()) {
     case QEvent::Enter:
     case QEvent::MouseMove:
@@ -77,7 +77,7 @@ bool PictureButton::event(QEvent* event) {
     return QPushButton::event(event); // a click may delete this
 }
 
-void PictureButton::SetMouseOver(bool over) {
+void CPictureButton::SetMouseOver(bool over) {
     if (m_bMouseOver == over)
         return;
     m_bMouseOver = over;
@@ -87,7 +87,7 @@ void PictureButton::SetMouseOver(bool over) {
     update();
 }
 
-void PictureButton::paintEvent(QPaintEvent*) {
+void CPictureButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     DrawButton(painter);
     painter.setOpacity(1);

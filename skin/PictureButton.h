@@ -13,7 +13,7 @@
 /// All of its rectangle takes the mouse. It takes the focus when it is clicked.
 ///
 /// Thread: interface thread.
-class PictureButton : public QPushButton {
+class CPictureButton : public QPushButton {
 public:
     /// The label: tool tip and accessible name. It may be a menu's text: mnemonic and ellipsis are
     /// left out. The tool tip names the key that does the same, if there is one.
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
-    PictureButton(const QString& tooltip, QWidget* parent);
+    CPictureButton(const QString& tooltip, QWidget* parent);
 
     /// Draws the button but for its focus ring.
     virtual void DrawButton(QPainter& painter) const = 0;

@@ -93,7 +93,7 @@ QPixmap LoadPicture(PictureId id, qreal scale) {
 }
 
 void DrawPicture(QPainter& painter, QPointF place, const QPixmap& picture) {
-    const DevicePixels pixels(painter);
+    const CDevicePixels pixels(painter);
     painter.drawPixmap(pixels.ToLogical(pixels.At(place)), picture);
 }
 

@@ -34,7 +34,7 @@ CProgressSlider::CProgressSlider(const QString& label, QWidget* parent)
 }
 
 void CProgressSlider::SetCaption(const QString& caption) {
-    const QString line = GridFont::OneLine(caption);
+    const QString line = CGridFont::OneLine(caption);
     if (m_strCaption == line)
         return;
     m_strCaption = line;

@@ -96,7 +96,7 @@ QPalette PagePalette() {
 }
 
 void UseSkinPalette() {
-    QApplication::setStyle(new SkinStyle(SkinPalette()));
+    QApplication::setStyle(new CSkinStyle(SkinPalette()));
     const QPalette palette = SkinPalette();
     QApplication::setPalette(palette);
     for (const char* name : kClassesWithColours)

@@ -29,18 +29,18 @@ bool HasFocus(const QStyleOption& option) {
 
 } // namespace
 
-void SkinStyle::polish(QWidget* widget) {
-    MenuStyle::polish(widget);
+void CSkinStyle::polish(QWidget* widget) {
+    CMenuStyle::polish(widget);
     if (widget->inherits("QTipLabel"))
         widget->setPalette(m_tipPalette);
 }
 
-void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
-                              QPainter* painter, const QWidget* widget) const {
+void CSkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
     if (element == PE_IndicatorBranch && option->state.testFlag(State_Selected)) {
         QStyleOption onAccent = *option;
         onAccent.palette.setColor(QPalette::WindowText, onAccent.palette.highlightedText().color());
-        MenuStyle::drawPrimitive(element, &onAccent, painter, widget);
+        CMenuStyle::drawPrimitive(element, &onAccent, painter, widget);
         return;
     }
     if (element == PE_FrameFocusRect) {
@@ -48,7 +48,7 @@ void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             DrawOutline(*painter, *option, kFieldRounding, Colours::kAccent);
         return;
     }
-    MenuStyle::drawPrimitive(element, option, painter, widget);
+    CMenuStyle::drawPrimitive(element, option, painter, widget);
     if (element == PE_Frame && HasFocus(*option))
         DrawOutline(*painter, *option, 0, Colours::kAccent);
     else if (element == PE_IndicatorCheckBox)
@@ -61,9 +61,9 @@ void SkinStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         DrawOutline(*painter, *option, 0);
 }
 
-void SkinStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
-                                   QPainter* painter, const QWidget* widget) const {
-    MenuStyle::drawComplexControl(control, option, painter, widget);
+void CSkinStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                    QPainter* painter, const QWidget* widget) const {
+    CMenuStyle::drawComplexControl(control, option, painter, widget);
     if (control == CC_SpinBox && !HasFocus(*option))
         DrawOutline(*painter, *option, kFieldRounding);
 }

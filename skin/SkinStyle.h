@@ -4,17 +4,17 @@
 
 #include <QPalette>
 
-/// The style of the program: menus as MenuStyle has them, and an outline around what is typed into
+/// The style of the program: menus as CMenuStyle has them, and an outline around what is typed into
 /// or ticked, which on dark ground would else be hard to see. What has the focus has an outline in
 /// accent; that of fields is the style's below.
 ///
 /// Thread: interface thread.
-class SkinStyle final : public MenuStyle {
+class CSkinStyle final : public CMenuStyle {
 public:
-    explicit SkinStyle(const QPalette& tipPalette)
+    explicit CSkinStyle(const QPalette& tipPalette)
         : m_tipPalette(tipPalette) {}
 
-    using MenuStyle::polish;
+    using CMenuStyle::polish;
 
     /// Tool tips keep their colours, though a desktop that changes its own sends them new ones.
     void polish(QWidget* widget) override;

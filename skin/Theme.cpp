@@ -20,7 +20,7 @@ enum class Action : int { Close = 0, Maximize = 1, Minimize = 2 };
 class ThemeReader {
 public:
     ThemeReader(const QString& path, qreal scale)
-        : m_file(IniFile(path).ReadAll(kLargestFile))
+        : m_file(CIniFile(path).ReadAll(kLargestFile))
         , m_strFolder(path.left(path.lastIndexOf(u'/') + 1)) {
         m_theme.scale = scale;
     }
@@ -148,7 +148,7 @@ private:
 
     static constexpr QStringView kPersonality = u"Personality";
 
-    IniContent m_file;
+    CIniContent m_file;
     QString m_strFolder;
     Theme m_theme;
     qint64 m_nPixels = 0; // read so far

@@ -76,6 +76,6 @@ std::optional<Id3File> ReadId3File(int file, Id3Purpose purpose) {
 }
 
 std::optional<Id3File> ReadId3File(const QString& path, Id3Purpose purpose) {
-    const FileDescriptor file = OpenForReading(path);
+    const CFileDescriptor file = OpenForReading(path);
     return file.IsOpen() ? ReadId3File(file.Get(), purpose) : std::nullopt;
 }

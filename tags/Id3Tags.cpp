@@ -47,13 +47,13 @@ CTrackInfo InfoOf(const Id3v2Tag& tag, const Id3Texts& texts) {
 /// A file that is to get other tags. It is read through the replacement, so that another program's
 /// change is noticed from the first byte on.
 struct Rewriting {
-    FileReplacement replacement;
+    CFileReplacement replacement;
     Id3File old;
 };
 
 /// With `forceEmpty` a damaged tag will do, as long as its size is sure: it goes.
 std::optional<Rewriting> BeginRewriting(const QString& path, bool forceEmpty) {
-    std::optional<FileReplacement> replacement = FileReplacement::Begin(path);
+    std::optional<CFileReplacement> replacement = CFileReplacement::Begin(path);
     if (!replacement)
         return std::nullopt;
     const int original = replacement->Original();
@@ -119,7 +119,7 @@ bool SameTexts(const Id3Texts& a, const Id3Texts& b) {
 }
 
 /// Whether the new file reads back as it was meant.
-bool ReadsBack(const FileReplacement& replacement, const Id3File& old, const Id3v2Tag& tag,
+bool ReadsBack(const CFileReplacement& replacement, const Id3File& old, const Id3v2Tag& tag,
                const Id3Texts& texts, const QByteArray& id3v1) {
     const std::optional<Id3File> written =
         ReadId3File(replacement.NewPath(), Id3Purpose::Rewriting);

@@ -16,7 +16,7 @@
 ///
 /// What is not understood whole is not written: a tag with damage, above 64 MB or of an unknown
 /// version, a compressed or encrypted frame of ours, a file without MPEG or ADTS sound at its head.
-/// Nor is a file that FileReplacement refuses.
+/// Nor is a file that CFileReplacement refuses.
 ///
 /// Thread: any; nothing lasts between calls.
 /// Errors: non-zero, the file then being as it was, or an empty picture. A damaged tag is read up

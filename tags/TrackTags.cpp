@@ -81,7 +81,7 @@ int SaveTrackArtwork(const QString& path, const QString& outPath) {
     const QByteArray picture = ReadTrackArtwork(path);
     if (picture.isEmpty() || IsSameFile(path, outPath))
         return 1;
-    std::optional<FileReplacement> file = FileReplacement::BeginOrCreate(outPath);
+    std::optional<CFileReplacement> file = CFileReplacement::BeginOrCreate(outPath);
     return file && file->Append(picture) && file->Commit() ? 0 : 1;
 }
 

@@ -56,7 +56,7 @@ TEST(ArtworkPictureTest, DecodesWhatIsSoundAndCheap) {
 
 TEST(ArtworkFieldTest, PaintsThePictureInItsShape) {
     SetLanguageFile(QString()); // texts are their own keys
-    ArtworkField field(nullptr);
+    CArtworkField field(nullptr);
     field.resize(84, 84);
     const QImage placeholder = field.grab().toImage();
     field.SetPicture(QImage::fromData(MakePicture("jpeg", {288, 216})));

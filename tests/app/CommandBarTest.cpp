@@ -59,15 +59,15 @@ protected:
     static QMenu* Popup() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
 
     QWidget m_window;
-    MainLayout m_layout{m_window};
+    CMainLayout m_layout{m_window};
     CMenuBar m_menuBar{&m_window};
     CMediaLists m_lists;
     CCommandMap m_commands;
-    CommandBar m_bar{m_window, m_menuBar, m_layout, m_commands};
+    CCommandBar m_bar{m_window, m_menuBar, m_layout, m_commands};
     FakePlayer m_fakePlayer;
     FakeStatus m_status;
     CCommandState m_state{m_lists, m_fakePlayer, m_status, m_bar};
-    ContextMenus m_menus{m_layout.Grid(), m_commands};
+    CContextMenus m_menus{m_layout.Grid(), m_commands};
     QList<int> m_run;
 };
 

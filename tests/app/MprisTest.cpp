@@ -157,7 +157,7 @@ protected:
     const QString m_covers = m_scratch.MakeFolder(QStringLiteral("covers"));
     CMediaLists m_lists;
     CMediaList& m_list = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
-    MessageTarget m_messages;
+    CMessageTarget m_messages;
     RecordingDisplay m_display;
     RecordingView m_view;
     ScriptedGraph::Script m_graphs;
@@ -165,7 +165,7 @@ protected:
     CTransport m_transport{m_lists, m_player, m_view, m_display};
     int m_nVolume = 70;
     QString m_done;
-    std::optional<MprisPlayer> m_mpris;
+    std::optional<CMprisPlayer> m_mpris;
     std::optional<Panel> m_panel;
 };
 

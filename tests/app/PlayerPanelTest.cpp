@@ -61,16 +61,16 @@ protected:
     }
 
     QWidget m_window;
-    MainLayout m_layout{m_window};
+    CMainLayout m_layout{m_window};
     CMediaLists m_lists;
     CMediaList& m_list = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
     NoView m_view;
     ScriptedGraph::Script m_script;
-    MessageTarget m_messages;
+    CMessageTarget m_messages;
     CCommandMap m_commands;
     CMenuBar m_menuBar{&m_window};
-    CommandBar m_bar{m_window, m_menuBar, m_layout, m_commands};
-    PlayerPanel m_panel{m_window, m_layout};
+    CCommandBar m_bar{m_window, m_menuBar, m_layout, m_commands};
+    CPlayerPanel m_panel{m_window, m_layout};
     CMediaPlayer m_player{m_script.Factory(), m_messages.Address(), m_panel};
     CTransport m_transport{m_lists, m_player, m_view, m_panel};
     FakeStatus m_status;

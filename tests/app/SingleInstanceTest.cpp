@@ -8,11 +8,11 @@
 
 TEST(SingleInstanceTest, LaterInstanceCallsTheFirst) {
     const QString name = QStringLiteral("instance of process %1").arg(::getpid());
-    SingleInstance first(name);
+    CSingleInstance first(name);
     ASSERT_TRUE(first.IsFirst());
     int calls = 0;
     first.Listen([&calls] { ++calls; });
-    const SingleInstance later(name);
+    const CSingleInstance later(name);
     EXPECT_FALSE(later.IsFirst());
     later.CallFirst();
     QElapsedTimer waited;
@@ -20,5 +20,5 @@ TEST(SingleInstanceTest, LaterInstanceCallsTheFirst) {
     while (calls == 0 && waited.elapsed() < 5000)
         QCoreApplication::processEvents();
     EXPECT_EQ(calls, 1);
-    EXPECT_TRUE(SingleInstance(name + u'2').IsFirst());
+    EXPECT_TRUE(CSingleInstance(name + u'2').IsFirst());
 }

@@ -215,9 +215,9 @@ TEST_F(StartTest, PlaylistFromOutsidePlaysItsTracks) {
 TEST_F(StartTest, ClickShowsTheArtworkOfTheTrack) {
     constexpr int kTracks = 4; // one of them has a picture
     OpenAndRead(kTracks);
-    const ArtworkField* field = nullptr;
+    const CArtworkField* field = nullptr;
     for (const QWidget* child : dialog->findChildren<QWidget*>())
-        field = field ? field : dynamic_cast<const ArtworkField*>(child);
+        field = field ? field : dynamic_cast<const CArtworkField*>(child);
     ASSERT_TRUE(field && field->isVisible());
     int pictures = 0;
     for (int index = 0; index < kTracks; ++index) {
@@ -255,7 +255,7 @@ TEST_F(StartTest, MiniPlayerAndClosingKeepThePlaces) {
     dialog->move(50, 60);
     dialog->close();
 
-    const KeyValueStore store(home->scratch.File(QStringLiteral("config/Veltria/Track Deck.ini")));
+    const CKeyValueStore store(home->scratch.File(QStringLiteral("config/Veltria/Track Deck.ini")));
     const std::pair<const char*, int> rows[] = {{"MiniMode", 1},
                                                 {"MiniPlayer/MiniPosX", 50},
                                                 {"MiniPlayer/MiniPosY", 60},

@@ -100,10 +100,10 @@ protected:
     CMediaLists m_lists;
     CMediaList& m_list = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     const QString m_path = AddTrack("song.mp3", kFirst);
-    ArtworkField m_field{nullptr};
+    CArtworkField m_field{nullptr};
     CWorker m_writer{"writer", CWorker::AtEnd::Finish};
     FakeStatus m_status;
-    std::optional<TrackArtwork> m_artwork{std::in_place, m_lists, m_field, m_writer, m_status};
+    std::optional<CTrackArtwork> m_artwork{std::in_place, m_lists, m_field, m_writer, m_status};
 };
 
 } // namespace

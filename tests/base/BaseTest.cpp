@@ -63,7 +63,7 @@ TEST(LanguageTest, TextsByIdentifierKeyAndMenuNameAndFormats) {
 TEST(SettingsTest, DefaultsThenWhatWasStored) {
     const ScratchFolder scratch;
     const QString file = scratch.File(QStringLiteral("s.ini"));
-    CTrackDeckSettings settings = LoadSettings(KeyValueStore(file));
+    CTrackDeckSettings settings = LoadSettings(CKeyValueStore(file));
     EXPECT_EQ(settings.m_bLoaded, 0);
     EXPECT_EQ(settings.m_bAssociateMp3, 1);
     EXPECT_EQ(settings.m_iConversionAacBitRate, 1);
@@ -74,11 +74,11 @@ TEST(SettingsTest, DefaultsThenWhatWasStored) {
     settings.m_bAssociateMp3 = 0;
     settings.m_strSearchDir = QString(131, u'a');
     settings.m_strMyCollectionLocation = Path::FromBytes("/music/\xE9");
-    KeyValueStore store(file);
+    CKeyValueStore store(file);
     StoreSettings(settings, store);
     ASSERT_TRUE(store.Commit());
 
-    const CTrackDeckSettings loaded = LoadSettings(KeyValueStore(file));
+    const CTrackDeckSettings loaded = LoadSettings(CKeyValueStore(file));
     EXPECT_EQ(loaded.m_bLoaded, 1);
     EXPECT_EQ(loaded.m_nMainPosX, -20);
     EXPECT_EQ(loaded.m_bAssociateMp3, 0);
@@ -87,7 +87,7 @@ TEST(SettingsTest, DefaultsThenWhatWasStored) {
 
     // An empty store is no first run, and bad values keep their defaults.
     const auto load = [&](const QByteArray& content) {
-        return LoadSettings(KeyValueStore(scratch.Write(QStringLiteral("s.ini"), content)));
+        return LoadSettings(CKeyValueStore(scratch.Write(QStringLiteral("s.ini"), content)));
     };
     EXPECT_EQ(load("").m_bLoaded, 1);
     const CTrackDeckSettings bad =

@@ -38,7 +38,7 @@ Question MakeQuestion(const QString& text) {
 }
 
 /// The result of a prompt that `act` is done to; -1 if that doesn't end it.
-int ResultOf(Prompt&& prompt, const std::function<void(QWidget&)>& act) {
+int ResultOf(CPrompt&& prompt, const std::function<void(QWidget&)>& act) {
     prompt.setResult(-1);
     prompt.setModal(true);
     prompt.show();

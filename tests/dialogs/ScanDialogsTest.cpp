@@ -46,7 +46,7 @@ struct MainDialog {
     CMediaList& collection = lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
     CLibraryScanner scanner{lists};
-    MessageTarget messages;
+    CMessageTarget messages;
 };
 
 void WriteTracks(const ScratchFolder& folder, int count) {
@@ -94,7 +94,7 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
             dialog.reject();
     }
     EXPECT_EQ(GetSettings().m_bScanSubfolders, 0);
-    const KeyValueStore store(scratch.File(QStringLiteral("Veltria/Track Deck.ini")));
+    const CKeyValueStore store(scratch.File(QStringLiteral("Veltria/Track Deck.ini")));
     EXPECT_EQ(store.ReadText(QStringLiteral("SearchDir"), 999), chosen);
 }
 

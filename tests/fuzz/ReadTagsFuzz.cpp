@@ -12,7 +12,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     // A file that lies in memory, under a path like any other.
-    static const FileDescriptor file(::memfd_create("fuzz", MFD_CLOEXEC));
+    static const CFileDescriptor file(::memfd_create("fuzz", MFD_CLOEXEC));
     static const QString path = QStringLiteral("/proc/self/fd/%1").arg(file.Get());
     const QByteArrayView bytes(data, static_cast<qsizetype>(size));
     if (::ftruncate(file.Get(), 0) != 0 || ::lseek(file.Get(), 0, SEEK_SET) != 0 ||

@@ -21,7 +21,7 @@ QAccessibleInterface* CellOf(const std::unique_ptr<CGridCtrl>& grid, int row, in
 }
 
 qsizetype KnownCells(const std::unique_ptr<CGridCtrl>& grid) {
-    return static_cast<GridAccessible*>(TableOf(grid))->CountKnownCells();
+    return static_cast<CGridAccessible*>(TableOf(grid))->CountKnownCells();
 }
 
 CGridCellCheck* MakeCheck(CGridCtrl& grid, int row, int col) {

@@ -16,7 +16,7 @@
 /// A grid as the program configures it: one header row, list mode, ticks between header cells.
 /// Cells carry their place as text: "3/1" is row 3, column 1.
 inline std::unique_ptr<CGridCtrl> MakeGrid(int rows, int cols) {
-    GridAccessible::Install();
+    CGridAccessible::Install();
     auto grid = std::make_unique<CGridCtrl>(nullptr, rows, cols, rows > 0 ? 1 : 0, 0);
     for (const bool row : {false, true}) {
         for (const bool col : {false, true})

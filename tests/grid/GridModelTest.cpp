@@ -76,7 +76,7 @@ TEST(GridCells, AnItemWritesAndReadsWhatItsMaskNamesAndDefaultsFillTheRest) {
     EXPECT_EQ(read(), defaults);
 }
 
-TEST(GridSelection, ARangeTakesThePlaceOfTheOldOneAndSparesTheHeader) {
+TEST(CGridSelection, ARangeTakesThePlaceOfTheOldOneAndSparesTheHeader) {
     const auto grid = MakeGrid(6, 3);
     grid->SetItemState(5, 2, GridState::Selected);
     grid->SetSelectedRange(0, 0, 2, 1);
@@ -89,7 +89,7 @@ TEST(GridSelection, ARangeTakesThePlaceOfTheOldOneAndSparesTheHeader) {
     EXPECT_EQ(grid->GetSelectedCount(), 0);
 }
 
-TEST(GridSelection, RebuildingDropsSelectionAndFocus) {
+TEST(CGridSelection, RebuildingDropsSelectionAndFocus) {
     for (const auto& rebuild : Rebuilds()) {
         const auto grid = MakeGrid(6, 3);
         grid->SetSelectedRange(2, 0, 5, 2);

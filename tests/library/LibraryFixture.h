@@ -135,7 +135,7 @@ protected:
     FakeStatus m_status;
     CCommandState m_state{m_lists, m_player, m_status, *this};
     ScriptedPrompts m_prompts;
-    MessageTarget m_messages;
+    CMessageTarget m_messages;
     CLibraryScanner m_scanner{m_lists};
     CWorker m_writer{"writer", CWorker::AtEnd::Finish};
     const CommandContext m_context{m_lists,   m_view,   m_state,   m_player,

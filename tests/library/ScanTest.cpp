@@ -24,7 +24,7 @@ struct Receiver {
     CMediaLists lists;
     CMediaList& collection = lists.Add(QStringLiteral("Collection"), MEDIA_TYPE_COLLECTION, 1);
     CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
-    MessageTarget messages;
+    CMessageTarget messages;
     CLibraryScanner scanner{lists};
     bool isWhole = true; ///< of the last scan
     const CListening done =

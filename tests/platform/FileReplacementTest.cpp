@@ -32,7 +32,7 @@ protected:
 
 /// Replaces the file by "new " and its old content.
 bool Replace(const QString& path) {
-    std::optional<FileReplacement> replacement = FileReplacement::Begin(path);
+    std::optional<CFileReplacement> replacement = CFileReplacement::Begin(path);
     return replacement && replacement->Append("new ") &&
            replacement->AppendOriginal(0, replacement->OriginalSize()) &&
            replacement->MatchesOriginal(4, 0, replacement->OriginalSize()) && replacement->Commit();
@@ -64,11 +64,11 @@ TEST_F(FileReplacementTest, RefusesWhatItCouldNotKeepWhole) {
     ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
     const QString nowhere = m_scratch.File(QStringLiteral("nowhere"));
     ASSERT_EQ(::symlink("missing/file", Path::ToBytes(nowhere)), 0);
-    EXPECT_FALSE(FileReplacement::Begin(m_scratch.File(QStringLiteral("none"))));
+    EXPECT_FALSE(CFileReplacement::Begin(m_scratch.File(QStringLiteral("none"))));
     for (const QString& path : {m_strPath, pipe, m_scratch.Path(), nowhere,
                                 m_scratch.File(QStringLiteral("no/folder"))}) {
-        EXPECT_FALSE(FileReplacement::Begin(path)) << path.toStdString();
-        EXPECT_FALSE(FileReplacement::BeginOrCreate(path)) << path.toStdString();
+        EXPECT_FALSE(CFileReplacement::Begin(path)) << path.toStdString();
+        EXPECT_FALSE(CFileReplacement::BeginOrCreate(path)) << path.toStdString();
     }
     EXPECT_EQ(ReadFile(m_strPath), "old");
     EXPECT_EQ(CountFiles(), 4U);
@@ -76,7 +76,7 @@ TEST_F(FileReplacementTest, RefusesWhatItCouldNotKeepWhole) {
 
 TEST_F(FileReplacementTest, LeavesTheOldFileUntilTheCommit) {
     {
-        std::optional<FileReplacement> dropped = FileReplacement::Begin(m_strPath);
+        std::optional<CFileReplacement> dropped = CFileReplacement::Begin(m_strPath);
         ASSERT_TRUE(dropped && dropped->Append("new"));
         EXPECT_EQ(ReadFile(m_strPath), "old");
         EXPECT_EQ(ReadFile(dropped->NewPath()), "new");
@@ -84,7 +84,7 @@ TEST_F(FileReplacementTest, LeavesTheOldFileUntilTheCommit) {
     }
     EXPECT_EQ(CountFiles(), 1U);
 
-    std::optional<FileReplacement> edited = FileReplacement::Begin(m_strPath);
+    std::optional<CFileReplacement> edited = CFileReplacement::Begin(m_strPath);
     ASSERT_TRUE(edited && edited->AppendOriginal(0, 3));
     ASSERT_EQ(::unlink(Path::ToBytes(edited->NewPath())), 0); // as a library that edits by name
     WriteFile(edited->NewPath(), "edited");
@@ -96,7 +96,7 @@ TEST_F(FileReplacementTest, NoticesAChangeByAnother) {
     const std::array<timespec, 2> past = {{{1'000'000, 0}, {1'000'000, 0}}};
     ASSERT_EQ(::utimensat(AT_FDCWD, m_bytes, past.data(), 0), 0);
     const struct stat before = StatusOf(m_strPath);
-    std::optional<FileReplacement> replacement = FileReplacement::Begin(m_strPath);
+    std::optional<CFileReplacement> replacement = CFileReplacement::Begin(m_strPath);
     ASSERT_TRUE(replacement && replacement->Append("new"));
     struct stat after = before;
     do { // until the clock of the file system, which is coarse, has moved on
@@ -112,7 +112,7 @@ TEST_F(FileReplacementTest, NoticesAChangeByAnother) {
 TEST_F(FileReplacementTest, CreatesAFileThatIsNotThere) {
     const QString path = m_scratch.File(QStringLiteral("file"));
     {
-        std::optional<FileReplacement> late = FileReplacement::BeginOrCreate(path);
+        std::optional<CFileReplacement> late = CFileReplacement::BeginOrCreate(path);
         ASSERT_TRUE(late && late->Append("new"));
         WriteFile(path, "of another");
         EXPECT_FALSE(late->Commit());
@@ -121,7 +121,7 @@ TEST_F(FileReplacementTest, CreatesAFileThatIsNotThere) {
     const auto mode = StatusOf(path).st_mode; // that of any new file
     ASSERT_EQ(::unlink(Path::ToBytes(path)), 0);
 
-    std::optional<FileReplacement> creation = FileReplacement::BeginOrCreate(path);
+    std::optional<CFileReplacement> creation = CFileReplacement::BeginOrCreate(path);
     ASSERT_TRUE(creation && creation->Append("new") && creation->Commit());
     EXPECT_EQ(ReadFile(path), "new");
     EXPECT_EQ(StatusOf(path).st_mode, mode);

@@ -45,7 +45,7 @@ TEST(IniFileTest, AnswersAsThePrivateProfileRoutines) {
     };
     const ScratchFolder scratch;
     const auto ask = [](const QString& path) {
-        return IniFile(path).ReadText(u"TrackDeck", u"key", QStringLiteral("fallback"), 1023);
+        return CIniFile(path).ReadText(u"TrackDeck", u"key", QStringLiteral("fallback"), 1023);
     };
     for (const auto& [file, value] : rows) {
         const QString path = scratch.Write(QStringLiteral("a.ini"), file);
@@ -74,15 +74,15 @@ TEST(IniFileTest, ReadsNumbersUpToWhatIsNone) {
         {QStringLiteral("other=1"), 5},
     };
     for (const auto& [line, number] : rows)
-        EXPECT_EQ(IniContent(QStringLiteral("[S]\n") + line).ReadInteger(u"s", u"KEY", 5), number)
+        EXPECT_EQ(CIniContent(QStringLiteral("[S]\n") + line).ReadInteger(u"s", u"KEY", 5), number)
             << line.toStdString();
 }
 
 TEST(IniFileTest, ReadsTheWholeFileUpToALimit) {
     const QByteArray file = "[a]\nkey=1\n[b]\nkey=2\n";
     const ScratchFolder scratch;
-    const IniFile ini(scratch.Write(QStringLiteral("a.ini"), file));
-    const IniContent content = ini.ReadAll(file.size());
+    const CIniFile ini(scratch.Write(QStringLiteral("a.ini"), file));
+    const CIniContent content = ini.ReadAll(file.size());
     EXPECT_EQ(content.ReadInteger(u"A", u"key", -1), 1);
     EXPECT_EQ(content.ReadText(u"b", u"Key", {}, 9), u"2");
     EXPECT_EQ(ini.ReadAll(file.size() - 1).ReadInteger(u"a", u"key", -1), -1);

@@ -25,31 +25,31 @@ TEST(KeyValueStoreTest, ValuesComeBackAsWrittenBesideUnknownOnes) {
     const QString file = scratch.Write(QStringLiteral("store.ini"), "[Settings]\nFuture=5\n");
     for (const QString& path : {file, scratch.File(QStringLiteral("new/folder/store.ini"))}) {
         for (const QString& text : texts) {
-            KeyValueStore writer(path);
+            CKeyValueStore writer(path);
             writer.WriteText(kKey, text);
             writer.WriteInt(QStringLiteral("Root"), std::numeric_limits<int>::min());
             ASSERT_TRUE(writer.Commit());
-            const KeyValueStore reader(path);
+            const CKeyValueStore reader(path);
             EXPECT_TRUE(reader.Exists());
             EXPECT_EQ(reader.ReadText(kKey, 200), text);
             EXPECT_EQ(reader.ReadInt(QStringLiteral("Root")), std::numeric_limits<int>::min());
         }
     }
-    EXPECT_EQ(KeyValueStore(file).ReadInt(QStringLiteral("Settings/Future")), 5);
+    EXPECT_EQ(CKeyValueStore(file).ReadInt(QStringLiteral("Settings/Future")), 5);
 }
 
 TEST(KeyValueStoreTest, WrongKindsAreNotThere) {
     const ScratchFolder scratch;
     auto store = [&, number = 0](const QByteArray& value) mutable {
         const QString name = QStringLiteral("%1.ini").arg(++number);
-        return KeyValueStore(scratch.Write(name, "[Settings]\nValue=" + value + "\n"));
+        return CKeyValueStore(scratch.Write(name, "[Settings]\nValue=" + value + "\n"));
     };
     for (const char* value : {"abc", "1.5", "", "99999999999"})
         EXPECT_FALSE(store(value).ReadInt(kKey)) << value;
     EXPECT_EQ(store("abc").ReadText(kKey, 3), QStringLiteral("abc"));
     EXPECT_FALSE(store("abcd").ReadText(kKey, 3)) << "longer than the room for it";
     EXPECT_FALSE(store("a, b").ReadText(kKey, 99)) << "a list is no text";
-    EXPECT_FALSE(KeyValueStore(scratch.File(QStringLiteral("missing.ini"))).Exists());
+    EXPECT_FALSE(CKeyValueStore(scratch.File(QStringLiteral("missing.ini"))).Exists());
 }
 
 TEST(KeyValueStoreTest, DamagedFileIsKeptAside) {
@@ -59,13 +59,13 @@ TEST(KeyValueStoreTest, DamagedFileIsKeptAside) {
                                   QByteArray(2 << 20, 'x')};
     for (const QByteArray& damage : damages) {
         WriteFile(file, damage);
-        EXPECT_FALSE(KeyValueStore(file).Exists());
-        EXPECT_FALSE(KeyValueStore(file).ReadInt(kKey));
-        KeyValueStore store(file); // another than the one that read, as at the end of a run
+        EXPECT_FALSE(CKeyValueStore(file).Exists());
+        EXPECT_FALSE(CKeyValueStore(file).ReadInt(kKey));
+        CKeyValueStore store(file); // another than the one that read, as at the end of a run
         EXPECT_EQ(ReadFile(file), damage) << "reading changes nothing";
         store.WriteInt(kKey, 7);
         EXPECT_TRUE(store.Commit());
-        EXPECT_EQ(KeyValueStore(file).ReadInt(kKey), 7);
+        EXPECT_EQ(CKeyValueStore(file).ReadInt(kKey), 7);
     }
     EXPECT_EQ(ReadFile(file + QStringLiteral(".damaged")), damages[0]);
     EXPECT_EQ(ReadFile(file + QStringLiteral(".damaged2")), damages[1]);

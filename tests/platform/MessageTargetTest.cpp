@@ -19,16 +19,16 @@ constexpr int kNumber = 0x8001;
 constexpr int kLast = 0x8002;
 
 /// Holds a share, by which those alive can be counted.
-struct SharingPayload : MessagePayload {
+struct SharingPayload : CMessagePayload {
     explicit SharingPayload(const std::shared_ptr<int>& share)
         : m_share(share) {}
     std::shared_ptr<int> m_share;
 };
 
-struct OtherPayload : MessagePayload {};
+struct OtherPayload : CMessagePayload {};
 
 /// Runs the event loop until the message kLast has been handled.
-void RunUntilLast(MessageTarget& target) {
+void RunUntilLast(CMessageTarget& target) {
     QEventLoop loop;
     target.On(kLast, [&loop](Message&) {
         loop.quit();
@@ -40,7 +40,7 @@ void RunUntilLast(MessageTarget& target) {
 } // namespace
 
 TEST(MessageTargetTest, PostsKeepTheirOrderAndSendsBringAnswers) {
-    MessageTarget target;
+    CMessageTarget target;
     std::vector<std::intptr_t> seen; // plain on purpose: handlers run on one thread
     target.On(kNumber, [&seen](Message& message) {
         seen.push_back(message.wParam);
@@ -86,7 +86,7 @@ TEST(MessageTargetTest, PayloadsAreTakenOrFreed) {
     const auto share = std::make_shared<int>();
     std::unique_ptr<SharingPayload> kept;
     {
-        MessageTarget target;
+        CMessageTarget target;
         target.On(kNumber, [&kept](Message& message) {
             EXPECT_EQ(message.Take<OtherPayload>(), nullptr) << "something else is not taken";
             if (message.wParam == 1)
@@ -107,7 +107,7 @@ TEST(MessageTargetTest, PayloadsAreTakenOrFreed) {
 
 TEST(MessageTargetTest, SendersWakeWhenTheTargetGoes) {
     for (int round = 0; round < 50; ++round) {
-        std::optional<MessageTarget> target(std::in_place);
+        std::optional<CMessageTarget> target(std::in_place);
         target->On(kNumber, [](Message&) { return 1; });
         std::atomic<int> started = 0;
         std::vector<std::jthread> senders;
@@ -126,7 +126,7 @@ TEST(MessageTargetTest, SendersWakeWhenTheTargetGoes) {
 }
 
 TEST(MessageTargetTest, FloodLeavesTheEventLoopAlive) {
-    MessageTarget target;
+    CMessageTarget target;
     target.On(kNumber, [](Message&) {
         QElapsedTimer busy;
         busy.start();
@@ -146,7 +146,7 @@ TEST(MessageTargetTest, FloodLeavesTheEventLoopAlive) {
 }
 
 TEST(MessageTargetTest, QueueGoesOnInAHandlersOwnEventLoop) {
-    MessageTarget target;
+    CMessageTarget target;
     bool innerRan = false;
     target.On(kNumber, [&](Message&) {
         RunUntilLast(target);

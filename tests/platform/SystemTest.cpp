@@ -17,17 +17,17 @@
 TEST(NamedLockTest, OneHolderAtATimeAndNoneAfterAKill) {
     const QString name = QStringLiteral("a title / with: anything, of process %1").arg(::getpid());
     {
-        const NamedLock first(name);
+        const CNamedLock first(name);
         EXPECT_TRUE(first.IsHeld());
-        EXPECT_FALSE(NamedLock(name).IsHeld());
-        EXPECT_TRUE(NamedLock(name + u'2').IsHeld());
+        EXPECT_FALSE(CNamedLock(name).IsHeld());
+        EXPECT_TRUE(CNamedLock(name + u'2').IsHeld());
     }
     int ready[2];
     ASSERT_EQ(::pipe(ready), 0);
     const pid_t child = ::fork();
     if (child == 0) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        const NamedLock lock(name);
+        const CNamedLock lock(name);
         static_cast<void>(::write(ready[1], lock.IsHeld() ? "y" : "n", 1));
         ::pause();
     }
@@ -35,10 +35,10 @@ TEST(NamedLockTest, OneHolderAtATimeAndNoneAfterAKill) {
     char held = 0;
     ASSERT_EQ(::read(ready[0], &held, 1), 1);
     EXPECT_EQ(held, 'y');
-    EXPECT_FALSE(NamedLock(name).IsHeld());
+    EXPECT_FALSE(CNamedLock(name).IsHeld());
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
-    EXPECT_TRUE(NamedLock(name).IsHeld());
+    EXPECT_TRUE(CNamedLock(name).IsHeld());
 }
 
 TEST(ScratchFolderTest, IsMadeEmptyAndPrivateAndFollowsNoLink) {

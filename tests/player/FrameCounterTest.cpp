@@ -10,7 +10,7 @@
 namespace {
 
 double Seconds(const QString& path) {
-    FrameCounter length(path);
+    CFrameCounter length(path);
     while (length.Step()) {
     }
     return static_cast<double>(length.GetLength().value_or(0)) / kMediaSecond;

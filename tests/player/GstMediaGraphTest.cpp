@@ -32,7 +32,7 @@
 namespace {
 
 using Code = GraphEvent::Code;
-using Route = MediaGraph::Route;
+using Route = IMediaGraph::Route;
 
 constexpr int kLongestGap = 100; // ms
 constexpr int kLongestEnd = 2000;
@@ -69,7 +69,7 @@ private:
 class RankNone {
 public:
     explicit RankNone(const char* element) {
-        FilePipeline::Initialize();
+        CFilePipeline::Initialize();
         m_pFeature.reset(gst_registry_lookup_feature(gst_registry_get(), element));
         if (!m_pFeature)
             return;
@@ -155,7 +155,7 @@ protected:
 
     /// In the place of all devices to come.
     void UseTestSink() {
-        FilePipeline::Initialize();
+        CFilePipeline::Initialize();
         gst_element_register(nullptr, "autoaudiosink", GST_RANK_NONE, test_sink_get_type());
         m_heart.Forgive();
     }
@@ -182,11 +182,11 @@ protected:
     }
 
     Heart m_heart;
-    GstMediaGraphs m_graphs;
-    std::unique_ptr<MediaGraph> m_pGraph;
+    CGstMediaGraphs m_graphs;
+    std::unique_ptr<IMediaGraph> m_pGraph;
     std::vector<Code> m_events;
     QString m_strDetail; ///< of the last one
-    MessageTarget m_messages;
+    CMessageTarget m_messages;
 };
 
 } // namespace
@@ -393,10 +393,10 @@ TEST(RealTransportTest, OneTrackFollowsTheOtherAndABrokenOneEndsIt) {
          {MediaFile(QStringLiteral("untagged.mp3")), scratch.File(QStringLiteral("missing.mp3")),
           MediaFile(QStringLiteral("tagged.wma")), scratch.Write(QStringLiteral("a.mp3"), {})})
         AddTrack(list, path);
-    GstMediaGraphs graphs;
+    CGstMediaGraphs graphs;
     RecordingDisplay display;
     RecordingView view;
-    MessageTarget messages;
+    CMessageTarget messages;
     CMediaPlayer player([&] { return graphs.Make(); }, messages.Address(), display);
     CTransport transport(lists, player, view, display);
     transport.Listen(messages);

@@ -47,7 +47,7 @@ protected:
 
     ScriptedGraph::Script m_script;
     RecordingDisplay m_display;
-    MessageTarget m_messages;
+    CMessageTarget m_messages;
     CMediaPlayer m_player{m_script.Factory(), m_messages.Address(), m_display};
     int m_finished = 0;
     const std::map<std::string, std::function<void(int)>> m_steps{

@@ -10,7 +10,7 @@
 #include <utility>
 
 /// A graph that plays nothing: it notes what it is asked for, and tells what the test wants.
-class ScriptedGraph : public MediaGraph {
+class ScriptedGraph : public IMediaGraph {
 public:
     /// What all graphs of a test share; `current` is the one made last, null when it is gone.
     struct Script {
@@ -41,7 +41,7 @@ public:
         m_target.Post({m_message});
     }
 
-    void SetNotify(const MessageAddress& target, int message) override {
+    void SetNotify(const CMessageAddress& target, int message) override {
         m_target = target;
         m_message = message;
     }
@@ -85,7 +85,7 @@ private:
     }
 
     Script& m_script;
-    MessageAddress m_target;
+    CMessageAddress m_target;
     int m_message = 0;
     GraphState m_state = GraphState::Stopped;
     std::deque<GraphEvent> m_events;

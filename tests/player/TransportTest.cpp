@@ -100,7 +100,7 @@ struct Deck {
     ScriptedGraph::Script script;
     RecordingDisplay display;
     RecordingView view;
-    MessageTarget messages;
+    CMessageTarget messages;
     CMediaPlayer player{script.Factory(), messages.Address(), display};
     CTransport transport{lists, player, view, display};
     PlayerCommands told;

@@ -34,7 +34,7 @@ class MenuTest : public ::testing::Test {
 protected:
     MenuTest() {
         UseSkinPalette();
-        QApplication::setStyle(new MenuStyle);
+        QApplication::setStyle(new CMenuStyle);
     }
 };
 

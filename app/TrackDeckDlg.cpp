@@ -121,20 +121,20 @@ void CTrackDeckDlg::ConnectView() {
             m_state.UpdateCommands();
         });
     });
-    m_view.SetCurrentTrackHandler(
-        [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); });
-    m_view.SetPlayHandler([this](CMediaList& list, int index) { m_sources.Play(list, index); });
-    m_view.SetEditHandler(
-        [this](const CMediaList& list, int index, TrackText text, const QString& typed) {
-            m_trackCommands.StoreText(list, index, text, typed);
-        });
-    m_view.SetMenuHandler([this](CCellID cell, const CMediaList* list, int index) {
-        if (list)
-            m_menus.ShowRowMenu(cell, *list, index);
-        else
-            m_menus.ShowHeaderMenu(cell, m_view.GetColumns());
-    });
     m_listenings = {
+        m_view.OnCurrentTrack(
+            [this](const CMediaList& list, int index) { m_artwork.ShowTrack(list, index); }),
+        m_view.OnPlay([this](CMediaList& list, int index) { m_sources.Play(list, index); }),
+        m_view.OnTyped(
+            [this](const CMediaList& list, int index, TrackText text, const QString& typed) {
+                m_trackCommands.StoreText(list, index, text, typed);
+            }),
+        m_view.OnMenu([this](CCellID cell, const CMediaList* list, int index) {
+            if (list)
+                m_menus.ShowRowMenu(cell, *list, index);
+            else
+                m_menus.ShowHeaderMenu(cell, m_view.GetColumns());
+        }),
         m_playlists.OnViewChanged([this] { m_commandBar.ShowOpenPlaylist(g_bPlaylistOnly); }),
         m_status.OnBusyChanged([this] { m_state.UpdateCommands(); }),
         m_state.OnUpdated([this] { m_transport.UpdateTransport(); }),

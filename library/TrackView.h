@@ -33,20 +33,6 @@ inline constexpr int kPlayingListImage = 7;
 /// Thread: interface thread. Lifetime: what the constructor takes outlives this.
 class CTrackView : public ITrackView {
 public:
-    /// Takes the track that became the current one.
-    using CurrentTrackHandler = std::function<void(const CMediaList& list, int index)>;
-
-    /// Takes a text that was typed for a track.
-    using EditHandler = std::function<void(const CMediaList& list, int index, TrackText text,
-                                           const QString& typed)>;
-
-    /// Takes a track or playlist that is to be played.
-    using PlayHandler = std::function<void(CMediaList& list, int index)>;
-
-    /// Takes what was clicked for a menu: a record, a list's title for -1, or no list for the
-    /// header. `cell` is the grid's.
-    using MenuHandler = std::function<void(CCellID cell, const CMediaList* list, int index)>;
-
     CTrackView(CMediaLists& lists, CGridCtrl& grid);
     ~CTrackView();
     CTrackView(const CTrackView&) = delete;
@@ -84,12 +70,26 @@ public:
     void ScrollToList(int listId) override;
     void FitColumns() override;
 
-    void SetCurrentTrackHandler(CurrentTrackHandler handler) {
-        m_pfnCurrentTrack = std::move(handler);
+    /// Hears of each track that becomes the current one.
+    [[nodiscard]] CListening
+    OnCurrentTrack(std::function<void(const CMediaList&, int index)> call) {
+        return m_currentTrack.Listen(std::move(call));
     }
-    void SetPlayHandler(PlayHandler handler) { m_pfnPlay = std::move(handler); }
-    void SetEditHandler(EditHandler handler) { m_pfnEdit = std::move(handler); }
-    void SetMenuHandler(MenuHandler handler) { m_pfnMenu = std::move(handler); }
+
+    /// Hears of each track or playlist that is to be played.
+    [[nodiscard]] CListening OnPlay(std::function<void(CMediaList&, int index)> call) {
+        return m_play.Listen(std::move(call));
+    }
+
+    /// Hears of each text that was typed for a track.
+    using TypedCall =
+        std::function<void(const CMediaList&, int index, TrackText text, const QString& typed)>;
+    [[nodiscard]] CListening OnTyped(TypedCall call) { return m_typed.Listen(std::move(call)); }
+
+    /// Hears of what was clicked for a menu: a record, a list's title for -1, or no list for the
+    /// header. `cell` is the grid's.
+    using MenuCall = std::function<void(CCellID cell, const CMediaList*, int index)>;
+    [[nodiscard]] CListening OnMenu(MenuCall call) { return m_menu.Listen(std::move(call)); }
 
     /// Takes the grid's notifications, allows edits or not, and stores what was typed.
     void OnNotify(GridNotification& notification);
@@ -182,10 +182,10 @@ private:
     std::vector<Section> m_sections; ///< in the order of their rows
     CListening m_removing;
 
-    CurrentTrackHandler m_pfnCurrentTrack;
-    PlayHandler m_pfnPlay;
-    MenuHandler m_pfnMenu;
-    EditHandler m_pfnEdit;
+    CListeners<const CMediaList&, int> m_currentTrack;
+    CListeners<CMediaList&, int> m_play;
+    CListeners<const CMediaList&, int, TrackText, const QString&> m_typed;
+    CListeners<CCellID, const CMediaList*, int> m_menu;
 
     TrackPlace m_current;        ///< the track that was clicked last
     QString m_strCurrentPath;    ///< its key: tracks may have been moved or taken out since

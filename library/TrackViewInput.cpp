@@ -81,8 +81,7 @@ void CTrackView::ClickTrack(CMediaList& list, int index, CheckMark mark) {
         m_iLastListId = list.m_iId;
     RefreshRows(0, &list, -1);
     RefreshRows(1, &list, index);
-    if (m_pfnCurrentTrack)
-        m_pfnCurrentTrack(list, index);
+    m_currentTrack.Tell(list, index);
 }
 
 void CTrackView::ForgetOtherSelections(CMediaList& list, int clicked) {
@@ -98,11 +97,9 @@ void CTrackView::OnRightClick(CCellID cell) {
     m_iClickColumn = cell.col;
     if (cell.row > 0)
         SelectClicked(cell);
-    if (!m_pfnMenu)
-        return;
     const Row hit = FindRow(cell.row);
     if (cell.row == 0 || hit.list)
-        m_pfnMenu(cell, hit.list, hit.index);
+        m_menu.Tell(cell, hit.list, hit.index);
 }
 
 void CTrackView::SelectClicked(CCellID cell) {
@@ -161,8 +158,7 @@ void CTrackView::PlayTrack(CMediaList& list, int index) {
     list[index]->m_bRowSelected = 1;
     list.m_bActive = 1;
     RefreshRows(1, &list, index);
-    if (m_pfnPlay)
-        m_pfnPlay(list, index);
+    m_play.Tell(list, index);
 }
 
 void CTrackView::PlayCurrent() {
@@ -195,8 +191,7 @@ void CTrackView::OnEdited(CCellID cell) {
     const CGridCellBase* typed = m_grid.GetCell(cell.row, cell.col);
     if (!edited.list || edited.index == -1 || !column || !typed)
         return;
-    if (m_pfnEdit)
-        m_pfnEdit(*edited.list, edited.index, column->text, typed->GetText());
+    m_typed.Tell(*edited.list, edited.index, column->text, typed->GetText());
 }
 
 /// Case matters here: on disk it is part of the name.

@@ -36,10 +36,6 @@ protected:
         m_grid.SetNotifyHandler(
             [this](GridNotification& notification) { m_view.OnNotify(notification); });
         m_grid.resize(900, 400);
-        m_view.SetEditHandler(
-            [this](const CMediaList& list, int index, TrackText text, const QString& typed) {
-                m_trackCommands.StoreText(list, index, text, typed);
-            });
         m_playlist.m_bVisible = m_selection.m_bVisible = 0;
         m_collection.m_bActive = 1;
         m_view.FillGrid();
@@ -144,6 +140,11 @@ protected:
     CViewCommands m_viewCommands{m_context, m_commands};
     CTrackCommands m_trackCommands{m_context, m_commands};
     CListFilling m_filling{m_context, m_commands, [](const CMediaList&) { return false; }};
+
+    const CListening m_typing = m_view.OnTyped(
+        [this](const CMediaList& list, int index, TrackText text, const QString& typed) {
+            m_trackCommands.StoreText(list, index, text, typed);
+        });
 
     std::map<int, bool> m_enabled;
     int m_marked = 0;

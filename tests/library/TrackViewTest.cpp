@@ -16,12 +16,15 @@ protected:
             Add(m_collection, title);
         for (const char* title : {"two", "one"})
             Add(m_all, title);
-        m_view.SetPlayHandler([this](const CMediaList& list, int index) {
-            m_played += list[index]->m_strTitle + u' ';
-        });
-        m_view.SetMenuHandler([this](CCellID, const CMediaList* list, int index) {
-            m_menu = list ? list->m_strName.toStdString() + ' ' + std::to_string(index) : "header";
-        });
+        m_listenings = {
+            m_view.OnPlay([this](const CMediaList& list, int index) {
+                m_played += list[index]->m_strTitle + u' ';
+            }),
+            m_view.OnMenu([this](CCellID, const CMediaList* list, int index) {
+                m_menu =
+                    list ? list->m_strName.toStdString() + ' ' + std::to_string(index) : "header";
+            }),
+        };
         m_view.FillGrid();
     }
 
@@ -40,6 +43,7 @@ protected:
         return m_grid.GetCellFromPt(m_grid.GetGeometry().Body().topLeft(), false).row;
     }
 
+    std::vector<CListening> m_listenings;
     QString m_played;   ///< titles of the tracks that were to be played
     std::string m_menu; ///< what the last menu was for
 };

@@ -248,6 +248,8 @@ TEST_F(BaseDlgTest, FrameFollowsTheWindowToAScreenOfAnotherScale) {
 
 TEST_F(BaseDlgTest, ScreenReadersFindTheButtonsOfTheFrame) {
     Open();
+    EXPECT_TRUE(dialog->GetSkin().InstallSkin(dialog.get(),
+                                              FrameStyle::MinimizeBox | FrameStyle::MaximizeBox));
     int seen = -1;
     (new QWidget(dialog.get()))->show();
     QAccessibleInterface* window = QAccessible::queryAccessibleInterface(dialog.get());

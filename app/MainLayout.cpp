@@ -1,8 +1,8 @@
 #include "app/MainLayout.h"
 
+#include "accessible/GridAccessible.h"
 #include "app/ArtworkField.h"
 #include "base/Language.h"
-#include "grid/GridAccessible.h"
 #include "grid/GridCtrl.h"
 #include "skin/BitmapSlider.h"
 #include "skin/ImageButton.h"

@@ -1,9 +1,9 @@
 #include "library/TrackView.h"
 
+#include "accessible/GridAccessible.h"
 #include "base/FileKinds.h"
 #include "base/Guard.h"
 #include "base/Language.h"
-#include "grid/GridAccessible.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
 #include "grid/GridCellNull.h"

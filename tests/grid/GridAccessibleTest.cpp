@@ -1,4 +1,4 @@
-#include "grid/GridAccessible.h"
+#include "accessible/GridAccessible.h"
 
 #include "grid/GridCellCheck.h"
 #include "tests/grid/GridFixture.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/GridAccessible.h"
+#include "accessible/GridAccessible.h"
 #include "grid/GridCellBar.h"
 #include "grid/GridCellNull.h"
 #include "grid/GridCtrl.h"

@@ -1,6 +1,6 @@
-#include "grid/GridAccessible.h"
+#include "accessible/GridAccessible.h"
 
-#include "grid/GridAccessibleCell.h"
+#include "accessible/GridAccessibleCell.h"
 #include "grid/GridCtrl.h"
 
 #include <QApplication>

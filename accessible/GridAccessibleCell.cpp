@@ -1,4 +1,4 @@
-#include "grid/GridAccessibleCell.h"
+#include "accessible/GridAccessibleCell.h"
 
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"

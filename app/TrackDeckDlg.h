@@ -17,7 +17,7 @@
 #include "library/MediaLists.h"
 #include "library/Playlists.h"
 #include "library/TrackCommands.h"
-#include "library/TrackView.h"
+#include "view/TrackView.h"
 #include "library/ViewCommands.h"
 #include "platform/MessageTarget.h"
 #include "platform/Worker.h"

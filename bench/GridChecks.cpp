@@ -10,7 +10,7 @@
 #include "library/ITrackPlayer.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
-#include "library/TrackView.h"
+#include "view/TrackView.h"
 #include "library/ViewCommands.h"
 #include "platform/Worker.h"
 

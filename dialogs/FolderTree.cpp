@@ -1,6 +1,6 @@
 #include "dialogs/FolderTree.h"
 
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
 #include "platform/Volumes.h"
@@ -51,7 +51,7 @@ QTreeWidgetItem* MakeItem(const QString& name, const QString& title) {
 
 /// A name may hold line ends, and a row has one line.
 QString TitleOf(const QString& name) {
-    return CGridFont::OneLine(Path::ForDisplay(name));
+    return CMeasuredFont::OneLine(Path::ForDisplay(name));
 }
 
 QTreeWidgetItem* MakeItem(const QString& name) {

@@ -4,7 +4,7 @@
 #include "base/Messages.h"
 #include "dialogs/DialogLayout.h"
 #include "dialogs/Help.h"
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 #include "library/FolderScan.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaList.h"
@@ -80,5 +80,5 @@ void CScanningDlg::EndScanOrClose() {
 
 void CScanningDlg::ShowFolderText(const QString& text) {
     m_pFolderText->setText(m_pFolderText->fontMetrics().elidedText(
-        CGridFont::OneLine(text), Qt::ElideMiddle, m_pFolderText->width()));
+        CMeasuredFont::OneLine(text), Qt::ElideMiddle, m_pFolderText->width()));
 }

@@ -1,6 +1,6 @@
 #include "grid/GridCell.h"
 
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 #include "grid/GridLook.h"
 #include "grid/GridPainting.h"
 
@@ -54,7 +54,7 @@ void CGridCell::SetSelBackClr(COLORREF colour) {
 }
 
 void CGridCell::SetFont(const QFont* font) {
-    MakeOwn().font = font ? std::make_shared<CGridFont>(*font) : nullptr;
+    MakeOwn().font = font ? std::make_shared<CMeasuredFont>(*font) : nullptr;
 }
 
 void CGridCell::SetCoords(int width, int height) {
@@ -104,7 +104,7 @@ const QFont& CGridCell::GetFont() const {
     return GetFontObject().Font();
 }
 
-const CGridFont& CGridCell::GetFontObject() const {
+const CMeasuredFont& CGridCell::GetFontObject() const {
     return m_pOwn && m_pOwn->font ? *m_pOwn->font : *m_pLook->DefaultsOf(m_nState).font;
 }
 
@@ -122,7 +122,7 @@ bool CGridCell::HasHeaderMarks() const {
 }
 
 QSize CGridCell::GetTextExtent(const QString& text) const {
-    const CGridFont& font = GetFontObject();
+    const CMeasuredFont& font = GetFontObject();
     return QSize(font.Measure(text).width, font.Height());
 }
 
@@ -232,8 +232,8 @@ void CGridCell::DrawText(QPainter& painter, const QRect& rect) const {
     if (m_strText.isEmpty() || rect.width() < 1)
         return;
     const quint32 format = GetFormat();
-    const CGridFont& font = GetFontObject();
-    const CGridFont::TextSize size = font.Measure(m_strText);
+    const CMeasuredFont& font = GetFontObject();
+    const CMeasuredFont::TextSize size = font.Measure(m_strText);
     const int room = format & DT_END_ELLIPSIS ? rect.width() : size.width;
     const QRect line = QStyle::alignedRect(Qt::LeftToRight, AlignmentOf(format),
                                            QSize(std::min(size.width, room), font.Height()), rect);

@@ -41,7 +41,7 @@ public:
     [[nodiscard]] COLORREF GetSelTextClr() const override;
     [[nodiscard]] COLORREF GetSelBackClr() const override;
     [[nodiscard]] const QFont& GetFont() const override;
-    [[nodiscard]] const CGridFont& GetFontObject() const override;
+    [[nodiscard]] const CMeasuredFont& GetFontObject() const override;
     [[nodiscard]] QSize GetSize() const override;
 
     bool Draw(QPainter& painter, int row, int col, QRect rect, bool eraseBackground) override;

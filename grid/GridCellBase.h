@@ -8,7 +8,7 @@
 
 #include <optional>
 
-class CGridFont;
+class CMeasuredFont;
 struct GridLook;
 class QFont;
 class QPainter;
@@ -57,7 +57,7 @@ public:
     [[nodiscard]] virtual COLORREF GetSelTextClr() const = 0;
     [[nodiscard]] virtual COLORREF GetSelBackClr() const = 0;
     [[nodiscard]] virtual const QFont& GetFont() const = 0;
-    [[nodiscard]] virtual const CGridFont& GetFontObject() const = 0;
+    [[nodiscard]] virtual const CMeasuredFont& GetFontObject() const = 0;
     [[nodiscard]] virtual QSize GetSize() const = 0;
 
     [[nodiscard]] bool IsFocused() const { return GetState() & GridState::Focused; }

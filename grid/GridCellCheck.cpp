@@ -1,6 +1,6 @@
 #include "grid/GridCellCheck.h"
 
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 #include "grid/GridPainting.h"
 
 #include <algorithm>

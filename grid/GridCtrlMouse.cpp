@@ -1,7 +1,7 @@
 // The mouse: clicks, selection, scrolling at the edges, title tips.
 
 #include "grid/GridCtrl.h"
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 #include "grid/TitleTip.h"
 
 #include <QApplication>
@@ -350,8 +350,8 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
     const CGridCellBase& cell = *GetCell(id.row, id.col);
     const QRect drawn = GetCellRect(id);
     const QRect text = cell.GetTextRect(drawn);
-    const CGridFont& font = cell.GetFontObject();
-    const CGridFont::TextSize size = font.Measure(cell.GetTipText());
+    const CMeasuredFont& font = cell.GetFontObject();
+    const CMeasuredFont::TextSize size = font.Measure(cell.GetTipText());
     if (text.isEmpty() || size.width <= text.intersected(viewport()->rect()).width())
         return;
     if (!m_pTitleTip)
@@ -363,7 +363,7 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
     m_pTitleTip->setPalette(colours);
     m_pTitleTip->setFont(font.FontFor(size));
     const QRect place(text.left(), drawn.top(), text.width(), drawn.height());
-    m_pTitleTip->Show(id, place, cell.GetSize().width() / 2, CGridFont::OneLine(cell.GetTipText()));
+    m_pTitleTip->Show(id, place, cell.GetSize().width() / 2, CMeasuredFont::OneLine(cell.GetTipText()));
 }
 
 void CGridCtrl::HideTitleTip() {

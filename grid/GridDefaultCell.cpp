@@ -1,6 +1,6 @@
 #include "grid/GridDefaultCell.h"
 
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 
 #include <QApplication>
 
@@ -13,7 +13,7 @@ CGridDefaultCell::CGridDefaultCell(GridLook& look, quint32 state, std::function<
     GridStyle& style = m_look.DefaultsOf(state);
     style.format = DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
     style.size = QSize(30, 10);
-    style.font = std::make_shared<CGridFont>(QApplication::font());
+    style.font = std::make_shared<CMeasuredFont>(QApplication::font());
     m_pfnChanged = std::move(changed);
 }
 
@@ -44,8 +44,8 @@ void CGridDefaultCell::SetSelBackClr(COLORREF colour) {
 }
 
 void CGridDefaultCell::SetFont(const QFont* font) {
-    Set<std::shared_ptr<const CGridFont>>(
-        &GridStyle::font, std::make_shared<CGridFont>(font ? *font : QApplication::font()));
+    Set<std::shared_ptr<const CMeasuredFont>>(
+        &GridStyle::font, std::make_shared<CMeasuredFont>(font ? *font : QApplication::font()));
 }
 
 void CGridDefaultCell::SetCoords(int width, int height) {

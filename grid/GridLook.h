@@ -9,7 +9,7 @@
 #include <array>
 #include <memory>
 
-class CGridFont;
+class CMeasuredFont;
 
 /// Colours of the desktop that the grid draws with where the owner has set none, taken once from
 /// the widget's palette.
@@ -31,7 +31,7 @@ struct GridStyle {
     COLORREF selBackClr = CLR_DEFAULT;
     quint32 format = FORMAT_DEFAULT;
     QSize size{-1, -1};
-    std::shared_ptr<const CGridFont> font; ///< null: not set
+    std::shared_ptr<const CMeasuredFont> font; ///< null: not set
 };
 
 /// All that cells know of their grid: what they draw and measure themselves with.

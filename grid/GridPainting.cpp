@@ -1,6 +1,6 @@
 #include "grid/GridPainting.h"
 
-#include "grid/DevicePixels.h"
+#include "drawing/DevicePixels.h"
 
 #include <QIcon>
 #include <QPainter>

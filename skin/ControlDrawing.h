@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/DevicePixels.h"
+#include "drawing/DevicePixels.h"
 
 #include <QRegion>
 #include <QStyle>

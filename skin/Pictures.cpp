@@ -1,6 +1,6 @@
 #include "skin/Pictures.h"
 
-#include "grid/DevicePixels.h"
+#include "drawing/DevicePixels.h"
 
 #include <QImage>
 #include <QImageReader>

@@ -1,6 +1,6 @@
 #include "skin/ProgressSlider.h"
 
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 #include "skin/Colours.h"
 #include "skin/ControlDrawing.h"
 
@@ -34,7 +34,7 @@ CProgressSlider::CProgressSlider(const QString& label, QWidget* parent)
 }
 
 void CProgressSlider::SetCaption(const QString& caption) {
-    const QString line = CGridFont::OneLine(caption);
+    const QString line = CMeasuredFont::OneLine(caption);
     if (m_strCaption == line)
         return;
     m_strCaption = line;

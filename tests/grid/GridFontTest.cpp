@@ -1,4 +1,4 @@
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 
 #include "grid/GridCellCheck.h"
 #include "tests/grid/GridFixture.h"
@@ -61,9 +61,9 @@ QString Elided(const QFont& font, const QString& text, int room) {
 }
 
 /// Expects a text to be as wide as its layout, and to be drawn so, whole and with an ellipsis.
-void ExpectLaidOut(const CGridFont& font, const QString& text, qreal scale) {
+void ExpectLaidOut(const CMeasuredFont& font, const QString& text, qreal scale) {
     SCOPED_TRACE(text.toStdString());
-    const CGridFont::TextSize size = font.Measure(text);
+    const CMeasuredFont::TextSize size = font.Measure(text);
     const QFont& own = font.FontFor(size);
     EXPECT_EQ(size.width, static_cast<int>(std::ceil(QFontMetricsF(own).horizontalAdvance(text))));
     for (const int room : {size.width, size.width * 2 / 3, 3}) {
@@ -85,7 +85,7 @@ TEST(GridFontTest, AnySimpleTextIsAsWideAndLooksAsItsLayout) {
     fonts[3].setCapitalization(QFont::AllUppercase);
     for (const QFont& font : fonts) {
         SCOPED_TRACE(font.toString().toStdString());
-        const CGridFont measured(font);
+        const CMeasuredFont measured(font);
         for (int i = 0; i < 40; ++i) {
             const QString text = QStringLiteral("Ha\u0161ek, ") + RandomText(random);
             EXPECT_FALSE(measured.Measure(text).shaped);
@@ -105,7 +105,7 @@ TEST(GridFontTest, ATextRunsInItsOwnDirectionWhateverThePaintersIs) {
         {QStringLiteral("12 שיר!"), 600, QStringLiteral("!ריש 12")},
         {QStringLiteral("שששששששש and so on"), 60, {}},
     };
-    const CGridFont font(QFont(QStringLiteral("DejaVu Sans"), 10));
+    const CMeasuredFont font(QFont(QStringLiteral("DejaVu Sans"), 10));
     for (const auto& [text, room, fromLeft] : cases) {
         const QString elided = Elided(font.Font(), text, room);
         const QString expected = fromLeft.isEmpty() ? elided.back() + elided.chopped(1) : fromLeft;
@@ -115,7 +115,7 @@ TEST(GridFontTest, ATextRunsInItsOwnDirectionWhateverThePaintersIs) {
         };
         const auto draw = [&](QPainter& painter, QPoint at) {
             painter.setLayoutDirection(text[0].isDigit() ? Qt::LeftToRight : Qt::RightToLeft);
-            const CGridFont::TextSize size = font.Measure(text);
+            const CMeasuredFont::TextSize size = font.Measure(text);
             font.Draw(painter, at, text, size, std::min(room, size.width));
         };
         EXPECT_TRUE(Drawn(1, draw) == Drawn(1, reference)) << text.toStdString();
@@ -134,7 +134,7 @@ TEST(GridFontTest, OtherTextsAreLaidOutWithShaping) {
         QString(QChar(0xDC80)) + u'x',             // a lone surrogate
     };
     for (const QFont& font : Fonts()) {
-        const CGridFont measured(font);
+        const CMeasuredFont measured(font);
         for (const QString& text : texts) {
             EXPECT_TRUE(measured.Measure(text).shaped) << text.toStdString();
             EXPECT_EQ(measured.FontFor(measured.Measure(text)), font);
@@ -144,10 +144,10 @@ TEST(GridFontTest, OtherTextsAreLaidOutWithShaping) {
 }
 
 TEST(GridFontTest, LineEndsAndControlCharactersCountAsBlanks) {
-    const CGridFont font(QFont(QStringLiteral("Liberation Sans"), 9));
+    const CMeasuredFont font(QFont(QStringLiteral("Liberation Sans"), 9));
     const QString broken = QStringLiteral("a\nb\r\n\tc\u2028d\u0007");
     const QString line = QStringLiteral("a b   c d ");
-    EXPECT_EQ(CGridFont::OneLine(broken), line);
+    EXPECT_EQ(CMeasuredFont::OneLine(broken), line);
     EXPECT_EQ(font.Measure(broken).width, font.Measure(line).width);
     EXPECT_FALSE(font.Measure(broken).shaped);
     EXPECT_EQ(font.Measure(QString()).width, 0);

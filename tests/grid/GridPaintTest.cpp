@@ -1,4 +1,4 @@
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 #include "grid/GridPainting.h"
 #include "tests/grid/GridFixture.h"
 

@@ -12,7 +12,7 @@
 #include "library/Playlists.h"
 #include "library/TrackCommands.h"
 #include "library/TrackFile.h"
-#include "library/TrackView.h"
+#include "view/TrackView.h"
 #include "library/ViewCommands.h"
 #include "platform/Path.h"
 #include "platform/Worker.h"

@@ -5,7 +5,7 @@
 #include "library/MediaLists.h"
 #include "library/TrackColumns.h"
 #include "library/TrackEdit.h"
-#include "library/TrackView.h"
+#include "view/TrackView.h"
 
 #include <QGuiApplication>
 #include <QScrollBar>

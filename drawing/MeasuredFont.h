@@ -25,9 +25,9 @@ class QPainter;
 /// is laid out, with shaping.
 ///
 /// Control characters and line ends count, and are to be drawn, as a blank: see OneLine.
-class CGridFont {
+class CMeasuredFont {
 public:
-    explicit CGridFont(const QFont& font);
+    explicit CMeasuredFont(const QFont& font);
 
     /// The font as it was given.
     [[nodiscard]] const QFont& Font() const { return m_fontShaped; }

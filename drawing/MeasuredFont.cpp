@@ -1,4 +1,4 @@
-#include "grid/GridFont.h"
+#include "drawing/MeasuredFont.h"
 
 #include <QGlyphRun>
 #include <QPainter>
@@ -86,7 +86,7 @@ QChar::Script RunScript(QChar letter) {
 
 } // namespace
 
-CGridFont::CGridFont(const QFont& font)
+CMeasuredFont::CMeasuredFont(const QFont& font)
     : m_fontShaped(font)
     , m_fontPlain(Unshaped(font))
     , m_metricsShaped(m_fontShaped)
@@ -96,7 +96,7 @@ CGridFont::CGridFont(const QFont& font)
     , m_nAscent(qRound(m_metricsPlain.ascent()))
     , m_latin(RunFor(QChar(u'x'))) {}
 
-CGridFont::TextSize CGridFont::Measure(const QString& text) const {
+CMeasuredFont::TextSize CMeasuredFont::Measure(const QString& text) const {
     Run* run = &m_latin;
     bool letterSeen = false;
     qint64 sum = 0;
@@ -125,14 +125,14 @@ CGridFont::TextSize CGridFont::Measure(const QString& text) const {
     return {static_cast<int>((sum + kUnitsPerPixel - 1) / kUnitsPerPixel), false};
 }
 
-CGridFont::Run& CGridFont::RunFor(QChar letter) const {
+CMeasuredFont::Run& CMeasuredFont::RunFor(QChar letter) const {
     Run& run = m_runs[RunScript(letter)];
     if (run.letter.isNull())
         run.letter = letter;
     return run;
 }
 
-inline const CGridFont::Character& CGridFont::Look(Run& run, QChar character) const {
+inline const CMeasuredFont::Character& CMeasuredFont::Look(Run& run, QChar character) const {
     std::unique_ptr<Page>& page = run.pages[character.row()];
     if (!page) {
         page = std::make_unique<Page>();
@@ -147,7 +147,7 @@ inline const CGridFont::Character& CGridFont::Look(Run& run, QChar character) co
     return entry;
 }
 
-qint32 CGridFont::MeasureCharacter(const Run& run, QChar character) const {
+qint32 CMeasuredFont::MeasureCharacter(const Run& run, QChar character) const {
     if (IsBlankOnScreen(character))
         character = QChar(u' ');
     if (!IsSimple(character))
@@ -157,22 +157,22 @@ qint32 CGridFont::MeasureCharacter(const Run& run, QChar character) const {
     return Units(QString(run.letter) + character) - Units(run.letter);
 }
 
-quint32 CGridFont::FindGlyph(QChar character) const {
+quint32 CMeasuredFont::FindGlyph(QChar character) const {
     if (IsBlankOnScreen(character))
         character = QChar(u' ');
     return m_fontGlyphs.isValid() ? m_fontGlyphs.glyphIndexesForString(character).value(0) : 0;
 }
 
-qint32 CGridFont::Units(const QString& text) const {
+qint32 CMeasuredFont::Units(const QString& text) const {
     return static_cast<qint32>(
         std::lround(m_metricsPlain.horizontalAdvance(text) * kUnitsPerPixel));
 }
 
-CGridFont::TextSize CGridFont::MeasureLayout(const QString& text) const {
+CMeasuredFont::TextSize CMeasuredFont::MeasureLayout(const QString& text) const {
     return {static_cast<int>(std::ceil(m_metricsShaped.horizontalAdvance(OneLine(text)))), true};
 }
 
-void CGridFont::Draw(QPainter& painter, QPoint start, const QString& text, TextSize size,
+void CMeasuredFont::Draw(QPainter& painter, QPoint start, const QString& text, TextSize size,
                      int room) const {
     const bool elided = size.width > room;
     if (!size.shaped && DrawGlyphs(painter, start, text, elided, room))
@@ -188,7 +188,7 @@ void CGridFont::Draw(QPainter& painter, QPoint start, const QString& text, TextS
     painter.drawText(start, line);
 }
 
-bool CGridFont::DrawGlyphs(QPainter& painter, QPoint start, const QString& text, bool elided,
+bool CMeasuredFont::DrawGlyphs(QPainter& painter, QPoint start, const QString& text, bool elided,
                            int room) const {
     QVarLengthArray<quint32, 128> glyphs;
     QVarLengthArray<QPointF, 128> places;
@@ -222,7 +222,7 @@ bool CGridFont::DrawGlyphs(QPainter& painter, QPoint start, const QString& text,
     return true;
 }
 
-QString CGridFont::OneLine(const QString& text) {
+QString CMeasuredFont::OneLine(const QString& text) {
     if (std::none_of(text.begin(), text.end(), IsBlankOnScreen))
         return text;
     QString line = text;

@@ -1,4 +1,4 @@
-#include "library/TrackView.h"
+#include "view/TrackView.h"
 
 #include "accessible/GridAccessible.h"
 #include "base/FileKinds.h"

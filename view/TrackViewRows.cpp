@@ -2,7 +2,7 @@
 
 #include "grid/GridCtrl.h"
 #include "library/MediaLists.h"
-#include "library/TrackView.h"
+#include "view/TrackView.h"
 
 #include <QScrollBar>
 

@@ -254,20 +254,14 @@ void MeasureRows(const std::vector<Track>& tracks) {
     CollectionWindow window(tracks);
     const auto paint = [] { QApplication::processEvents(); };
     const Times sort = Measure(paint, [&] { window.ClickHeader(); });
-    const Times fold = Measure(
-        [&, round = 0]() mutable {
-            if (round++ > 0)
-                window.Fold();
-            paint();
-        },
-        [&] { window.Fold(); });
-    const Times unfold = Measure(
-        [&, round = 0]() mutable {
-            if (round++ > 0)
-                window.Fold();
-            paint();
-        },
-        [&] { window.Fold(); });
+    const auto toggle = [&] { window.Fold(); };
+    const auto toggleBack = [&, round = 0]() mutable { // but for the first time
+        if (round++ > 0)
+            toggle();
+        paint();
+    };
+    const Times fold = Measure(toggleBack, toggle);
+    const Times unfold = Measure(toggleBack, toggle);
     const Times remove = Measure(paint, [&] { window.DeleteTrack(window.CountTracks() / 2); });
     const Times append = Measure(paint, [&] { window.Append(tracks, 100); });
     const Times status = Measure(paint, [&] { window.SetStatus(window.CountTracks() / 3); });

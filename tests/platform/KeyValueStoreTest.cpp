@@ -4,15 +4,9 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 
-namespace {
-
-const QString kKey = QStringLiteral("Settings/Value");
-
-} // namespace
+static const QString kKey = QStringLiteral("Settings/Value");
 
 TEST(KeyValueStoreTest, ValuesComeBackAsWrittenBesideUnknownOnes) {
     const QString texts[] = {QString(),

@@ -7,11 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <thread>
-#include <vector>
 
 namespace {
 

@@ -6,8 +6,6 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>

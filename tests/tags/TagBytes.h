@@ -1,14 +1,10 @@
 #pragma once
 
 #include "tags/Id3v2Tag.h"
+#include "tags/TrackTags.h"
 #include "tests/fixtures/MediaFiles.h"
+#include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
-
-#include <QByteArray>
-#include <QString>
-
-#include <utility>
-#include <vector>
 
 /// Tags put together by hand, for what no encoder writes.
 
@@ -25,6 +21,12 @@ inline QByteArray TagBytes(int version, const FrameList& frames) {
     for (const auto& [id, data] : frames)
         tag.frames.push_back({id, 0, data});
     return AssembleId3v2Tag(tag);
+}
+
+inline CTrackInfo ReadInfo(const QString& path) {
+    CTrackInfo info;
+    EXPECT_EQ(ReadTrackTags(path, info), 0);
+    return info;
 }
 
 /// Sound of a real encoder, without tags.

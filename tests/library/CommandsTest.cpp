@@ -6,10 +6,7 @@
 #include "library/TrackColumns.h"
 #include "tests/fixtures/Printers.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
-#include <vector>
 
 namespace {
 

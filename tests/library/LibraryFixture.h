@@ -23,12 +23,10 @@
 #include "tests/fixtures/ScriptedPrompts.h"
 
 #include <QTest>
-#include <gtest/gtest.h>
 
 /// All commands over lists of files, shown in a real grid. Its rows: 0 the header, 1 the title of
 /// the collection and, after its tracks, that of All Music.
-class LibraryFixture : public ::testing::Test, protected ICommandDisplay {
-protected:
+struct LibraryFixture : ::testing::Test, ICommandDisplay {
     LibraryFixture() {
         SetLanguageFile(QString()); // texts are their own keys
         m_lists.SetLocation(m_collection, m_folder);

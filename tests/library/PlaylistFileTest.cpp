@@ -1,21 +1,18 @@
 #include "library/PlaylistFile.h"
 
-#include "library/MediaList.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
 #include "tests/fixtures/InterruptedWrite.h"
+#include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
-
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-class PlaylistFileTest : public ::testing::Test {
-protected:
+struct PlaylistFileTest : ::testing::Test {
     /// The entries of a playlist file with these bytes.
     [[nodiscard]] QStringList Read(const QByteArray& bytes, int allowDuplicates = 1) const {
         QStringList entries{QStringLiteral("of another file")};
@@ -52,8 +49,7 @@ TEST_F(PlaylistFileTest, ReadsEntries) {
         {longest + "\r\na", {piece, a}},
         {longest + "a\r\n" + longest + longest + "\n", {piece, a, piece, piece}},
         {longest + "#a\n#" + longest + "\n", {piece, QStringLiteral("x")}},
-        {longest.chopped(1) + "\xC3\x96", {{}, {}}},
-    };
+        {longest.chopped(1) + "\xC3\x96", {{}, {}}}};
     for (const auto& [bytes, entries] : cases)
         EXPECT_EQ(Read(bytes), entries) << bytes.toStdString();
     EXPECT_EQ(Read("b\n\na\nb\n\nA\n", 0), QStringList({b, {}, a, QStringLiteral("A")}));
@@ -105,10 +101,8 @@ TEST_F(PlaylistFileTest, WritesTheTracksOfAListInOrder) {
     list.m_strPath = m_strPath;
     EXPECT_TRUE(list.SavePlaylist());
     EXPECT_EQ(ReadFile(m_strPath), "#EXTM3U\r\n");
-    for (const QString& path : {kTracks[1], Path::FromBytes("/\xE9.m3u"), kTracks[1]}) {
-        list.Append(std::make_unique<CTrackRecord>());
-        list[list.GetCount() - 1]->m_strPath = path;
-    }
+    for (const QString& path : {kTracks[1], Path::FromBytes("/\xE9.m3u"), kTracks[1]})
+        AddTrack(list, path);
     EXPECT_TRUE(list.SavePlaylist());
     EXPECT_EQ(ReadFile(m_strPath), "#EXTM3U\r\n"
                                    "#EXTINF:0, \r\n/music/\xC3\x96l & \xE6\xB0\xB4.mp3\r\n"
@@ -153,8 +147,8 @@ TEST_F(PlaylistFileTest, AnInterruptedWriteLeavesTheOldOrTheNewFile) {
             const QString path = folder.File(QStringLiteral("list.m3u"));
             if (isThere)
                 WriteFile(path, "old");
-            const auto run = [&path, write = write] { return write(path, kTracks); };
-            ExpectOldOrNewFile(path, run, fault);
+            ExpectOldOrNewFile(
+                path, [&, write = write] { return write(path, kTracks); }, fault);
         }
     }
 }

@@ -9,13 +9,11 @@
 #include "tests/fixtures/ScratchFolder.h"
 
 #include <QCoreApplication>
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <stdexcept>
-#include <utility>
 
 namespace {
 

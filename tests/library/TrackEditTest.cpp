@@ -12,8 +12,7 @@ enum Column { Title = 1, Artist, Album, Composer = 10, Disk, TrackNumber = 16, Y
 
 /// Rows: 1 title of the collection, 2 its track, 3 its playlist file, 4 title of All Music, 5-6 the
 /// same track and one whose path differs in case.
-class TrackEditTest : public LibraryFixture {
-protected:
+struct TrackEditTest : LibraryFixture {
     TrackEditTest() {
         AddTrack(m_collection, m_path);
         AddTrack(m_collection, QStringLiteral("/c/list.m3u"));

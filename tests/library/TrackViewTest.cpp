@@ -8,8 +8,7 @@
 namespace {
 
 /// Rows: 0 header, 1 title of the collection, 2-4 its tracks, 5 title of All Music, 6-7 its tracks.
-class TrackViewTest : public LibraryFixture {
-protected:
+struct TrackViewTest : LibraryFixture {
     TrackViewTest() {
         m_collection.m_bActive = 0;
         for (const char* title : {"beta", "gamma", "alpha"})

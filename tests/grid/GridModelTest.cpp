@@ -1,9 +1,6 @@
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
-#include "grid/GridCompare.h"
 #include "tests/grid/GridFixture.h"
-
-#include <tuple>
 
 namespace {
 

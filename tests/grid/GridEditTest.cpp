@@ -69,7 +69,6 @@ TEST_F(GridEdit, AnEditThatTheOwnerOpensMeanwhileEndsFirst) {
     EXPECT_EQ(Take(), "edited 2/1");
 }
 
-/// Every way to open, and every key that may end it.
 TEST_F(GridEdit, EachEndingKeepsOrDropsTheText) {
     constexpr QStringView old = u"2/1";
     const struct {

@@ -30,7 +30,6 @@ inline std::unique_ptr<CGridCtrl> MakeGrid(int rows, int cols) {
     return grid;
 }
 
-/// Shows a grid with a viewport of a size.
 inline void Show(CGridCtrl& grid, int width, int height) {
     grid.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     grid.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

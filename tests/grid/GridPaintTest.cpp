@@ -25,7 +25,6 @@ COLORREF At(const QImage& picture, QPoint point) {
     return ToColorRef(picture.pixelColor(point));
 }
 
-/// The pixels of a rectangle in a picture of a scale.
 QRect Scaled(const QRect& rect, qreal scale) {
     const QPoint start(qRound(rect.left() * scale), qRound(rect.top() * scale));
     const QPoint end(qRound((rect.right() + 1) * scale), qRound((rect.bottom() + 1) * scale));

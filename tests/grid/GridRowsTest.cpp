@@ -4,7 +4,6 @@
 
 namespace {
 
-/// Rows that come or go in the midst of a shown grid.
 struct GridRows : GridInput {
     /// Rows before row `first`, or for a `count` below 0 those from there on.
     bool Shift(int first, int count) {

@@ -1,5 +1,3 @@
-// What the tables of menus promise a user.
-
 #include "library/Commands.h"
 
 #include "base/Language.h"

@@ -14,7 +14,6 @@
 #include "library/TrackFile.h"
 #include "library/TrackView.h"
 #include "library/ViewCommands.h"
-#include "platform/Path.h"
 #include "platform/Worker.h"
 #include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
@@ -101,14 +100,6 @@ struct LibraryFixture : ::testing::Test, ICommandDisplay {
             rows += m_grid.GetCell(row, 1)->IsSelected() ? u'[' + text + u']' : text;
         }
         return rows.join(u' ').toStdString();
-    }
-    /// File names of the records, those that are checked with a "*".
-    [[nodiscard]] static std::string Names(const CMediaList& list) {
-        QStringList names;
-        for (int index = 0; index < list.GetCount(); ++index)
-            names +=
-                Path::FileName(list[index]->m_strPath) + QString(list[index]->m_bChecked, u'*');
-        return names.join(u' ').toStdString();
     }
 
     void EnableCommand(int command, bool enable) override { m_enabled[command] = enable; }

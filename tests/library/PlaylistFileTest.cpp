@@ -7,13 +7,11 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 struct PlaylistFileTest : ::testing::Test {
-    /// The entries of a playlist file with these bytes.
     [[nodiscard]] QStringList Read(const QByteArray& bytes, int allowDuplicates = 1) const {
         QStringList entries{QStringLiteral("of another file")};
         EXPECT_EQ(ReadPlaylist(m_scratch.Write(QStringLiteral("read.m3u"), bytes), entries,
@@ -56,8 +54,7 @@ TEST_F(PlaylistFileTest, ReadsEntries) {
 }
 
 TEST_F(PlaylistFileTest, OpensRegularFilesOnly) {
-    const QString pipe = m_scratch.File(QStringLiteral("pipe.m3u"));
-    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
+    const QString pipe = m_scratch.MakePipe("pipe.m3u");
     const QString large = m_scratch.Write(QStringLiteral("large.m3u"), "a\n");
     ASSERT_EQ(::truncate(Path::ToBytes(large), (16 << 20) + 1), 0);
     const QString endless = m_scratch.Write(QStringLiteral("many.m3u"), QByteArray(250'001, '\n'));

@@ -12,7 +12,6 @@ struct PlaylistsTest : LibraryFixture {
         m_playlists.OpenPlaylist(path);
         AwaitLists();
     }
-    /// A file of the collection's folder.
     [[nodiscard]] QByteArray Content(const char* name) const {
         return ReadFile(m_folder + u'/' + QLatin1String(name));
     }

@@ -36,8 +36,7 @@ TEST_F(FileReplacementTest, KeepsModeAttributesAndLinks) {
     // Not every file system takes attributes.
     const bool attributed = ::setxattr(m_bytes, "user.trackdeck", "value", 5, 0) == 0;
     m_scratch.MakeFolder(QStringLiteral("far"));
-    const QString link = m_scratch.File(QStringLiteral("far/link.mp3"));
-    ASSERT_EQ(::symlink("../odd \xE9.mp3", Path::ToBytes(link)), 0);
+    const QString link = m_scratch.MakeLink("far/link.mp3", "../odd \xE9.mp3");
 
     std::optional<CFileReplacement> replacement = CFileReplacement::Begin(link);
     ASSERT_TRUE(replacement);
@@ -53,10 +52,8 @@ TEST_F(FileReplacementTest, KeepsModeAttributesAndLinks) {
 
 TEST_F(FileReplacementTest, RefusesWhatItCouldNotKeepWhole) {
     ASSERT_EQ(::link(m_bytes, Path::ToBytes(m_scratch.File(QStringLiteral("name")))), 0);
-    const QString pipe = m_scratch.File(QStringLiteral("pipe"));
-    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
-    const QString nowhere = m_scratch.File(QStringLiteral("nowhere"));
-    ASSERT_EQ(::symlink("missing/file", Path::ToBytes(nowhere)), 0);
+    const QString pipe = m_scratch.MakePipe("pipe");
+    const QString nowhere = m_scratch.MakeLink("nowhere", "missing/file");
     EXPECT_FALSE(CFileReplacement::Begin(m_scratch.File(QStringLiteral("none"))));
     for (const QString& path :
          {m_strPath, pipe, m_scratch.Path(), nowhere, m_scratch.File(QStringLiteral("no/folder"))})

@@ -25,7 +25,6 @@ struct SharingPayload : CMessagePayload {
 
 struct OtherPayload : CMessagePayload {};
 
-/// Runs the event loop until the message kLast has been handled.
 void RunUntilLast(CMessageTarget& target) {
     QEventLoop loop;
     target.On(kLast, [&loop](Message&) {

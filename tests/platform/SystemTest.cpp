@@ -46,7 +46,7 @@ TEST(ScratchFolderTest, IsMadeEmptyAndPrivateAndFollowsNoLink) {
     const QByteArray folder = Path::ToBytes(temporary.File(name));
     const QString outside = temporary.Write(QStringLiteral("outside/file"), "x");
     temporary.Write(QStringLiteral("VTD/old/file"), "x");
-    ASSERT_EQ(::symlink("../outside", folder + "/link"), 0);
+    temporary.MakeLink("VTD/link", "../outside");
 
     EXPECT_EQ(MakeScratchFolder(name), temporary.File(name));
     EXPECT_TRUE(ListFolder(temporary.File(name))->empty());
@@ -55,7 +55,7 @@ TEST(ScratchFolderTest, IsMadeEmptyAndPrivateAndFollowsNoLink) {
     EXPECT_EQ(status.st_mode & 07777, 0700u);
 
     ASSERT_EQ(::rmdir(folder), 0);
-    ASSERT_EQ(::symlink("outside", folder), 0);
+    temporary.MakeLink("VTD", "outside");
     EXPECT_EQ(MakeScratchFolder(name), temporary.File(name + QString::number(::getuid())));
     EXPECT_EQ(ReadFile(outside), "x");
 

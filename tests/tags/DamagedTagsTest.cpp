@@ -129,7 +129,6 @@ QByteArray LargestHeader(char flags = 0) {
     return QByteArray("ID3\3\0", 5) + flags + "\x7F\x7F\x7F\x7F";
 }
 
-/// A frame header of ID3v2.3.
 QByteArray FrameHeader(const char* id, std::uint32_t size) {
     QByteArray header = AssembleId3Frame(3, {id, 0, {}});
     qToBigEndian(size, header.data() + 4);

@@ -2,7 +2,6 @@
 #include "platform/Path.h"
 #include "tests/tags/TagBytes.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 static CTrackInfo ReadBytes(const QByteArray& bytes) {
@@ -129,11 +128,9 @@ TEST(ReadTagsTest, SavedArtworkNeverTakesThePlaceOfTheTrackOrWaits) {
     const ScratchFolder scratch;
     const QByteArray content = TagBytes(2, {{"PIC", QByteArray("\0JPG\3\0picture", 13)}});
     const QString track = scratch.Write(QStringLiteral("track.mp3"), content);
-    const QString link = scratch.File(QStringLiteral("link.jpg"));
+    const QString link = scratch.MakeLink("link.jpg", "track.mp3");
     const QString name = scratch.File(QStringLiteral("name.jpg"));
-    const QString pipe = scratch.File(QStringLiteral("pipe.jpg"));
-    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
-    ASSERT_EQ(::symlink("track.mp3", Path::ToBytes(link)), 0);
+    const QString pipe = scratch.MakePipe("pipe.jpg");
     for (const QString& out : {track, link, pipe, scratch.Path()})
         EXPECT_EQ(SaveTrackArtwork(track, out), 1) << out.toStdString();
     ASSERT_EQ(::link(Path::ToBytes(track), Path::ToBytes(name)), 0);

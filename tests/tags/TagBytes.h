@@ -10,7 +10,6 @@
 
 using FrameList = std::vector<std::pair<const char*, QByteArray>>;
 
-/// Data of an 8-bit text frame.
 inline QByteArray EightBit(const QByteArray& text) {
     return '\0' + text;
 }

@@ -65,7 +65,6 @@ struct WriteTagsTest : ::testing::Test {
     [[nodiscard]] QString Write(const char* name, const QByteArray& content) const {
         return m_scratch.Write(QString::fromLatin1(name), content);
     }
-    /// A copy of a music file.
     [[nodiscard]] QString Copy(const char* name) const {
         return Write(name, ReadFile(MediaFile(QString::fromLatin1(name))));
     }

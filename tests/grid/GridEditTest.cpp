@@ -3,8 +3,6 @@
 
 #include <QScrollBar>
 
-namespace {
-
 struct GridEdit : GridInput {
     GridEdit() {
         m_grid->SetEditable(true);
@@ -126,17 +124,18 @@ TEST_F(GridEdit, WhateverElseEndsTheEditKeepsTheText) {
                                           [&] { m_grid->OnEditCell(other); },
                                           [&] { m_grid->hide(); },
                                           [&] { m_grid->DeleteAllItems(); }};
+    QString text;
+    m_onNote = [&](const GridNotification& note) {
+        if (note.code == GVN_ENDLABELEDIT && note.changed)
+            text = TextAt(*m_grid, note.row, note.col);
+    };
     for (const auto& end : ends) {
         Renew();
         m_grid->SetEditable(true);
         m_grid->SetFocusCell({2, 1});
         Press(Qt::Key_F2);
         Press(Qt::Key_N);
-        QString text;
-        m_onNote = [&](const GridNotification& note) {
-            if (note.code == GVN_ENDLABELEDIT && note.changed)
-                text = TextAt(*m_grid, note.row, note.col);
-        };
+        text.clear();
         end();
         EXPECT_EQ(text, QStringLiteral("n"));
     }
@@ -173,5 +172,3 @@ TEST_F(GridEdit, WhereTheFocusGoesWithAndAfterAnEdit) {
     EXPECT_FALSE(m_grid->IsEditing()) << "it answered a question, and is still held";
     m_grid->setParent(nullptr);
 }
-
-} // namespace

@@ -25,17 +25,12 @@ struct GridInput : ::testing::Test {
     }
 
     [[nodiscard]] QPoint Center(CCellID cell) const { return m_grid->GetCellRect(cell).center(); }
-    /// A point on the end of a column, in the header.
-    [[nodiscard]] QPoint ColumnEnd(int col) const {
-        return m_grid->GetCellRect({0, col}).topRight() + QPoint(0, 5);
-    }
 
-    void Mouse(QEvent::Type type, QPoint point, Qt::KeyboardModifiers keys = {},
-               Qt::MouseButton button = Qt::LeftButton) {
+    void Mouse(QEvent::Type type, QPoint point, Qt::MouseButton button = Qt::LeftButton) {
         const bool move = type == QEvent::MouseMove;
         QMouseEvent event(type, point, m_grid->viewport()->mapToGlobal(point),
                           move ? Qt::NoButton : button,
-                          type == QEvent::MouseButtonRelease ? Qt::NoButton : button, keys);
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : button, {});
         QApplication::sendEvent(m_grid->viewport(), &event);
     }
     void Down(QPoint point, Qt::KeyboardModifiers keys = {}) {
@@ -43,7 +38,7 @@ struct GridInput : ::testing::Test {
         QTest::mousePress(m_grid->viewport(), Qt::LeftButton, keys, point);
     }
     void Move(QPoint point) { Mouse(QEvent::MouseMove, point); }
-    void MoveWithoutButton(QPoint point) { Mouse(QEvent::MouseMove, point, {}, Qt::NoButton); }
+    void MoveWithoutButton(QPoint point) { Mouse(QEvent::MouseMove, point, Qt::NoButton); }
     void Up(QPoint point) { Mouse(QEvent::MouseButtonRelease, point); }
     void Drag(QPoint from, QPoint to) {
         Down(from);

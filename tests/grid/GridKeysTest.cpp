@@ -2,8 +2,6 @@
 
 #include <QClipboard>
 
-namespace {
-
 TEST_F(GridInput, KeysMoveTheFocusTheSelectionAndTheView) {
     m_grid->SetRowHeight(4, 0);
     m_grid->SetColumnWidth(2, 0);
@@ -91,5 +89,3 @@ TEST_F(GridInput, TheSelectedTextsAreCopiedInRowsAndColumns) {
                   QStringLiteral("9/0\t9/1\t9/2\t9/3\n10/0\t10/1\t10/2\t10/3"));
     }
 }
-
-} // namespace

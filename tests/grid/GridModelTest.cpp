@@ -2,8 +2,6 @@
 #include "grid/GridCellCheck.h"
 #include "tests/grid/GridFixture.h"
 
-namespace {
-
 TEST(GridCells, IndexesOutOfRangeHaveNoEffect) {
     const auto grid = MakeGrid(3, 2);
     for (const CCellID id : {CCellID{-1, 0}, {0, -1}, {3, 0}, {0, 2}, {0x7FFFFFFF, 0}}) {
@@ -101,5 +99,3 @@ TEST(CGridSelection, RebuildingDropsSelectionAndFocus) {
         }
     }
 }
-
-} // namespace

@@ -8,28 +8,24 @@
 #include <QTimer>
 #include <QWheelEvent>
 
-namespace {
-
 using enum GridMouseMode;
 
 /// Each mode that a press leads to, what is selected then, where the focus is, and what is told
 /// until after the release at the same point.
 TEST_F(GridInput, EachMouseModeIsEnteredByAPressAndEndsWithTheRelease) {
     const struct {
-        const char* what;
         CCellID cell;
         GridMouseMode down;
         int selected;
         CCellID focus;
         std::string notes;
-    } cases[] = {
-        {"header", {0, 2}, Nothing, 0, {}, Selecting({0, 2}) + ", click 0/2"},
-        {"corner", {0, 0}, SelectAll, 199 * 3, {}, Selecting({0, 0}) + ", click 0/0"},
-        {"row", {2, 1}, SelectRows, 4, {2, 1}, Selecting({2, 1}) + ", click 2/1, command 2/1"},
-        {"end of a column", {0, 1}, SizingColumn, 0, {}, ""},
-        {"focused cell", {2, 1}, PrepareEdit, 0, {2, 1}, "edit 2/1, command 2/1"}};
+    } cases[] = {{{0, 2}, Nothing, 0, {}, Selecting({0, 2}) + ", click 0/2"},
+                 {{0, 0}, SelectAll, 199 * 3, {}, Selecting({0, 0}) + ", click 0/0"},
+                 {{2, 1}, SelectRows, 4, {2, 1}, Selecting({2, 1}) + ", click 2/1, command 2/1"},
+                 {{0, 1}, SizingColumn, 0, {}, ""},
+                 {{2, 1}, PrepareEdit, 0, {2, 1}, "edit 2/1, command 2/1"}};
     for (const auto& test : cases) {
-        SCOPED_TRACE(test.what);
+        SCOPED_TRACE(test.notes);
         Renew();
         m_grid->SetEditable(true);
         if (test.down == SelectAll)
@@ -37,7 +33,8 @@ TEST_F(GridInput, EachMouseModeIsEnteredByAPressAndEndsWithTheRelease) {
         if (test.down == PrepareEdit)
             m_grid->SetFocusCell(test.cell);
         const bool sizes = test.down == SizingColumn;
-        const QPoint point = sizes ? ColumnEnd(1) : Center(test.cell);
+        const QRect rect = m_grid->GetCellRect(test.cell);
+        const QPoint point = sizes ? rect.topRight() + QPoint(0, 5) : rect.center();
         const int before = m_grid->GetSelectedCount();
         m_onNote = [&](const GridNotification& note) {
             EXPECT_EQ(m_grid->GetSelectedCount(),
@@ -335,5 +332,3 @@ TEST_F(GridInput, ATextThatDoesNotFitIsShownOverItsCell) {
         EXPECT_EQ(tip(), nullptr);
     }
 }
-
-} // namespace

@@ -2,8 +2,6 @@
 
 #include <QScrollBar>
 
-namespace {
-
 struct GridRows : GridInput {
     /// Rows before row `first`, or for a `count` below 0 those from there on.
     bool Shift(int first, int count) {
@@ -161,5 +159,3 @@ TEST_F(GridRows, TheCellsOfARowAreFilledWhenTheyAreNeeded) {
     EXPECT_EQ(m_grid->GetColumnWidth(0), fit);
     EXPECT_EQ(m_grid->GetColumnWidth(1), 7);
 }
-
-} // namespace

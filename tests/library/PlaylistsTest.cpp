@@ -5,8 +5,6 @@
 
 using namespace Command;
 
-namespace {
-
 struct PlaylistsTest : LibraryFixture {
     void Open(const QString& path) {
         m_playlists.OpenPlaylist(path);
@@ -18,8 +16,6 @@ struct PlaylistsTest : LibraryFixture {
 
     const QString m_file = m_folder + QStringLiteral("/list.m3u");
 };
-
-} // namespace
 
 TEST_F(PlaylistsTest, NewOneHoldsTheCheckedTracksUnderTheFirstFreeName) {
     AddFile("b.mp3");

@@ -144,7 +144,6 @@ TEST(ScanTest, AnExceptionEndsReadingAsACancelDoes) {
         files.push_back(std::make_unique<CMediaFileRequest>());
         files.back()->m_strPath = QString::fromLatin1(path);
     }
-    EXPECT_TRUE(reader.Add(std::move(files)));
-    EXPECT_FALSE(reader.Finish());
+    EXPECT_TRUE(reader.Add(std::move(files)) && !reader.Finish());
     EXPECT_LE(delivered, 1u);
 }

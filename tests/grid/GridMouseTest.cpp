@@ -27,11 +27,10 @@ TEST_F(GridInput, EachMouseModeIsEnteredByAPressAndEndsWithTheRelease) {
     for (const auto& test : cases) {
         SCOPED_TRACE(test.notes);
         Renew();
-        m_grid->SetEditable(true);
+        m_grid->SetEditable(test.down == PrepareEdit);
         if (test.down == SelectAll)
             m_grid->SetFixedColumnCount(1);
-        if (test.down == PrepareEdit)
-            m_grid->SetFocusCell(test.cell);
+        m_grid->SetFocusCell(test.focus);
         const bool sizes = test.down == SizingColumn;
         const QRect rect = m_grid->GetCellRect(test.cell);
         const QPoint point = sizes ? rect.topRight() + QPoint(0, 5) : rect.center();

@@ -8,12 +8,8 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <set>
-#include <tuple>
-#include <utility>
 
 TEST(LanguageTest, FileHoldsTheKeysOfTheTable) {
     const QString file = QStringLiteral(LANGUAGES_FOLDER "/language.lgg");

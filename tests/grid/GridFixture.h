@@ -7,11 +7,6 @@
 #include "tests/fixtures/Printers.h"
 
 #include <QApplication>
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
-#include <vector>
 
 /// A grid as the program configures it: one header row, list mode, ticks between header cells.
 /// Cells carry their place as text: "3/1" is row 3, column 1.
@@ -28,18 +23,13 @@ inline std::unique_ptr<CGridCtrl> MakeGrid(int rows, int cols) {
     grid->SetFixedColumnSelection(false);
     grid->SetGridLines(GridLines::HeaderMarks);
     grid->SetListMode(true);
-    GridItem item;
-    item.mask = GridMask::Text;
-    for (item.row = 0; item.row < rows; ++item.row) {
-        for (item.col = 0; item.col < cols; ++item.col) {
-            item.text = QStringLiteral("%1/%2").arg(item.row).arg(item.col);
-            grid->SetItem(item);
-        }
+    for (int row = 0; row < rows; ++row) {
+        for (int col = 0; col < cols; ++col)
+            grid->GetCell(row, col)->SetText(QStringLiteral("%1/%2").arg(row).arg(col));
     }
     return grid;
 }
 
-/// Shows a grid with a viewport of a size.
 inline void Show(CGridCtrl& grid, int width, int height) {
     grid.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     grid.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

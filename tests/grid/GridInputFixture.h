@@ -5,15 +5,10 @@
 
 #include <QTest>
 
-#include <tuple>
-#include <utility>
-#include <vector>
-
-using Notes = std::vector<std::tuple<int, int, int>>;
+#include <map>
 
 /// A shown grid of 200 rows by 4 columns, in a viewport of 400 by 300, that gets real events.
-class GridInput : public ::testing::Test {
-protected:
+struct GridInput : ::testing::Test {
     GridInput() { Renew(); }
 
     void Renew() {
@@ -21,27 +16,21 @@ protected:
         Show(*m_grid, 400, 300);
         m_grid->setFocus();
         m_grid->SetNotifyHandler([this](GridNotification& note) {
-            m_notes.emplace_back(note.code, note.row, note.col);
+            m_notes += QStringLiteral("%1 %2/%3").arg(Name(note.code)).arg(note.row).arg(note.col);
             if (note.code == GVN_ENDLABELEDIT)
                 m_changed = note.changed;
-            note.allowed = m_allow;
             if (m_onNote)
                 m_onNote(note);
         });
     }
 
     [[nodiscard]] QPoint Center(CCellID cell) const { return m_grid->GetCellRect(cell).center(); }
-    /// A point on the end of a column, in the header.
-    [[nodiscard]] QPoint ColumnEnd(int col) const {
-        return m_grid->GetCellRect({0, col}).topRight() + QPoint(0, 5);
-    }
 
-    void Mouse(QEvent::Type type, QPoint point, Qt::KeyboardModifiers keys = {},
-               Qt::MouseButton button = Qt::LeftButton) {
+    void Mouse(QEvent::Type type, QPoint point, Qt::MouseButton button = Qt::LeftButton) {
         const bool move = type == QEvent::MouseMove;
         QMouseEvent event(type, point, m_grid->viewport()->mapToGlobal(point),
                           move ? Qt::NoButton : button,
-                          type == QEvent::MouseButtonRelease ? Qt::NoButton : button, keys);
+                          type == QEvent::MouseButtonRelease ? Qt::NoButton : button, {});
         QApplication::sendEvent(m_grid->viewport(), &event);
     }
     void Down(QPoint point, Qt::KeyboardModifiers keys = {}) {
@@ -49,7 +38,7 @@ protected:
         QTest::mousePress(m_grid->viewport(), Qt::LeftButton, keys, point);
     }
     void Move(QPoint point) { Mouse(QEvent::MouseMove, point); }
-    void MoveWithoutButton(QPoint point) { Mouse(QEvent::MouseMove, point, {}, Qt::NoButton); }
+    void MoveWithoutButton(QPoint point) { Mouse(QEvent::MouseMove, point, Qt::NoButton); }
     void Up(QPoint point) { Mouse(QEvent::MouseButtonRelease, point); }
     void Drag(QPoint from, QPoint to) {
         Down(from);
@@ -76,10 +65,22 @@ protected:
         return qobject_cast<CInPlaceEdit*>(m_grid->focusWidget());
     }
 
-    /// What the grid told since the last call, the messages that it posted included.
-    Notes Take() {
+    static QString Name(int code) {
+        static const std::map<int, const char*> names{
+            {GVN_SELCHANGING, "selecting"}, {GVN_SELCHANGED, "selected"}, {NM_CLICK, "click"},
+            {NM_DBLCLK, "double"},          {NM_RCLICK, "right"},         {WM_COMMAND, "command"},
+            {GVN_BEGINLABELEDIT, "edit"},   {GVN_ENDLABELEDIT, "edited"}};
+        return QLatin1StringView(names.at(code));
+    }
+    /// What the grid told since the last call, the messages that it posted included: "click 2/1".
+    std::string Take() {
         QApplication::processEvents();
-        return std::exchange(m_notes, {});
+        return std::exchange(m_notes, {}).join(u", ").toStdString();
+    }
+    /// What it tells of a new selection from a cell.
+    static std::string Selecting(CCellID cell) {
+        const std::string at = std::to_string(cell.row) + '/' + std::to_string(cell.col);
+        return "selecting " + at + ", selected " + at;
     }
 
     [[nodiscard]] std::vector<int> SelectedRows() const {
@@ -95,8 +96,7 @@ protected:
     }
 
     std::unique_ptr<CGridCtrl> m_grid;
-    Notes m_notes;
+    QStringList m_notes;
     bool m_changed = false; ///< as the end of the last edit told
-    bool m_allow = true;
     GridNotifyHandler m_onNote;
 };

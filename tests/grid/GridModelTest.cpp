@@ -1,11 +1,6 @@
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
-#include "grid/GridCompare.h"
 #include "tests/grid/GridFixture.h"
-
-#include <tuple>
-
-namespace {
 
 TEST(GridCells, IndexesOutOfRangeHaveNoEffect) {
     const auto grid = MakeGrid(3, 2);
@@ -104,5 +99,3 @@ TEST(CGridSelection, RebuildingDropsSelectionAndFocus) {
         }
     }
 }
-
-} // namespace

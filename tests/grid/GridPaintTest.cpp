@@ -12,7 +12,6 @@
 namespace {
 
 constexpr COLORREF kPage = 0xF6F6F6;
-constexpr COLORREF kSelected = 0xDFBE7A;
 constexpr qreal kScales[] = {1, 1.25};
 
 QImage Picture(CGridCtrl& grid, qreal scale = 1) {
@@ -26,7 +25,6 @@ COLORREF At(const QImage& picture, QPoint point) {
     return ToColorRef(picture.pixelColor(point));
 }
 
-/// The pixels of a rectangle in a picture of a scale.
 QRect Scaled(const QRect& rect, qreal scale) {
     const QPoint start(qRound(rect.left() * scale), qRound(rect.top() * scale));
     const QPoint end(qRound((rect.right() + 1) * scale), qRound((rect.bottom() + 1) * scale));
@@ -99,7 +97,7 @@ TEST(GridPaint, SelectedCellsTakeTheSelectedColours) {
     const QImage picture = Picture(*grid);
     EXPECT_EQ(At(picture, inText), 0xFF0000u);
     for (int x = 0; x < 300; ++x) { // and no line between the cells
-        EXPECT_EQ(At(picture, QPoint(x, row.bottom())), x / 100 == 1 ? 0x00FF00u : kSelected) << x;
+        EXPECT_EQ(At(picture, QPoint(x, row.bottom())), x / 100 == 1 ? 0x00FF00u : 0xDFBE7Au) << x;
         EXPECT_EQ(At(picture, QPoint(x, row.top() - 1)), 0xFFFFFFu) << x;
     }
 }
@@ -127,21 +125,19 @@ TEST(GridPaint, HeaderCellsAreDividedByTwoTicks) {
 TEST(GridPaint, ASectionBarCoversItsRowWithAShade) {
     const auto grid = MakeEmptyGrid(4, 3);
     MakeTitle(*grid, 1);
-    GridItem item{.row = 1,
-                  .col = 2,
-                  .mask = GridMask::Text | GridMask::BackClr | GridMask::SelBackClr,
-                  .backClr = 0xE4E4E4,
-                  .selBackClr = 0xFFA064,
-                  .text = {}};
-    grid->SetItem(item);
+    CGridCellBase& title = *grid->GetCell(1, 2);
+    title.SetText(QString());
+    title.SetBackClr(0xE4E4E4);
+    title.SetSelBackClr(0xFFA064);
     Show(*grid, 301, 150);
-    const std::pair<std::function<void()>, QColor> steps[] = {
-        {[] {}, QColor(0xE4, 0xE4, 0xE4)},
-        {[&] { grid->SetSelectedRange(1, 0, 1, 2); }, QColor(0x64, 0xA0, 0xFF)},
-        {[&] { grid->SetColumnWidth(1, 900); }, QColor(0x64, 0xA0, 0xFF)}, // the last one not seen
-        {[&] { grid->SetColumnWidth(2, 0); }, QColor(0x64, 0xA0, 0xFF)},   // and hidden
+    const std::pair<std::function<void()>, COLORREF> steps[] = {
+        {[] {}, 0xE4E4E4},
+        {[&] { grid->SetSelectedRange(1, 0, 1, 2); }, 0xFFA064},
+        {[&] { grid->SetColumnWidth(1, 900); }, 0xFFA064}, // the last one not seen
+        {[&] { grid->SetColumnWidth(2, 0); }, 0xFFA064},   // and hidden
     };
-    for (const auto& [step, base] : steps) {
+    for (const auto& [step, colour] : steps) {
+        const QColor base = ToQColor(colour);
         step();
         for (const qreal scale : kScales) {
             const QImage picture = Picture(*grid, scale);
@@ -257,8 +253,7 @@ TEST(GridScroll, OnlyVisibleCellsAreDrawnAtAnyPlace) {
         CountedCell::s_rows.clear();
         CountedCell::s_draws = 0;
         grid.viewport()->repaint();
-        EXPECT_TRUE(CountedCell::s_rows.contains(0));
-        EXPECT_TRUE(CountedCell::s_rows.contains(row));
+        EXPECT_TRUE(CountedCell::s_rows.contains(0) && CountedCell::s_rows.contains(row));
         EXPECT_LE(CountedCell::s_rows.size(), 400u / grid.GetRowHeight(1) + 3);
         EXPECT_EQ(CountedCell::s_draws, int(CountedCell::s_rows.size()) * 3);
     }
@@ -296,7 +291,7 @@ TEST(GridScroll, EnsureVisibleScrollsAsLittleAsNeeded) {
     const auto grid = MakeGrid(1000, 30);
     Show(*grid, 450, 250);
     const QRect below(0, grid->GetRowHeight(0), 450, 250 - grid->GetRowHeight(0));
-    for (const CCellID cell : {CCellID{999, 25}, CCellID{1, 0}, CCellID{500, 10}}) {
+    for (const CCellID cell : {CCellID{999, 25}, {1, 0}, {500, 10}}) {
         grid->EnsureVisible(cell.row, cell.col);
         EXPECT_TRUE(below.contains(grid->GetCellRect(cell))) << cell.row;
         const int scroll = grid->verticalScrollBar()->value();

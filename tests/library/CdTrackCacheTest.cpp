@@ -4,11 +4,8 @@
 #include "tests/fixtures/ScratchFolder.h"
 
 #include <QStringList>
-#include <gtest/gtest.h>
 
-namespace {
-
-CTrackInfo Info(const char* title, const char* artist = "", const char* year = "") {
+static CTrackInfo Info(const char* title, const char* artist = "", const char* year = "") {
     CTrackInfo info;
     info.m_strTrackNumber = QStringLiteral("263");
     info.m_strTitle = QString::fromUtf8(title);
@@ -16,8 +13,6 @@ CTrackInfo Info(const char* title, const char* artist = "", const char* year = "
     info.m_strYear = QString::fromUtf8(year);
     return info;
 }
-
-} // namespace
 
 TEST(CdTrackCacheTest, KnowsTracksByTheNumberInTheirFile) {
     const ScratchFolder scratch;

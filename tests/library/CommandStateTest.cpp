@@ -15,16 +15,11 @@ void Fill(CMediaList& list, int tracks, int playlists) {
     for (const auto& [name, checked] : {std::pair("a.mp3", tracks > 0),
                                         {"b.mp3", tracks > 1},
                                         {"a.M3U", playlists > 0},
-                                        {"b.M3U", playlists > 1}}) {
-        auto record = std::make_unique<CTrackRecord>();
-        record->m_strPath = QLatin1String(name);
-        record->m_bChecked = checked;
-        list.Append(std::move(record));
-    }
+                                        {"b.M3U", playlists > 1}})
+        AddTrack(list, QLatin1String(name)).m_bChecked = checked;
 }
 
-class CommandStateTest : public LibraryFixture {
-protected:
+struct CommandStateTest : LibraryFixture {
     /// Those of the list's commands that can be given: new playlist, delete, convert, copy button,
     /// to the phone, to the collection.
     [[nodiscard]] std::string Enabled() const {
@@ -50,16 +45,14 @@ TEST_F(CommandStateTest, FollowsTheListAndItsChecks) {
         int view;          ///< the item that is marked; 0: as before
         const char* alone; ///< each without a check, with two tracks, one of both, two playlists
         const char* withPhone;
-    } rows[] = {
-        {MEDIA_TYPE_COLLECTION, -1, kViewCollection, "|ndc|d|d", "|ndcbp|dbp|dbp"},
-        {MEDIA_TYPE_ALL, -1, kViewAllMusic, "|bo|bo|bo", "|bpo|bpo|bpo"},
-        {MEDIA_TYPE_CD, -1, kFirstCd + 3, "|bo|bo|bo", "|bpo|bpo|bpo"},
-        {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, 0, "|||", "|||"},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, 0, "|||", "|||"},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, 0, "|||", "|||"},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_PHONE, 0, "|nbo|bo|bo", "|nbo|bo|bo"},
-        {MEDIA_TYPE_PHONE, -1, kViewPhone, "|nbo|bo|bo", "|nbo|bo|bo"},
-    };
+    } rows[] = {{MEDIA_TYPE_COLLECTION, -1, kViewCollection, "|ndc|d|d", "|ndcbp|dbp|dbp"},
+                {MEDIA_TYPE_ALL, -1, kViewAllMusic, "|bo|bo|bo", "|bpo|bpo|bpo"},
+                {MEDIA_TYPE_CD, -1, kFirstCd + 3, "|bo|bo|bo", "|bpo|bpo|bpo"},
+                {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, 0, "|||", "|||"},
+                {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, 0, "|||", "|||"},
+                {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, 0, "|||", "|||"},
+                {MEDIA_TYPE_SELECTION, MEDIA_TYPE_PHONE, 0, "|nbo|bo|bo", "|nbo|bo|bo"},
+                {MEDIA_TYPE_PHONE, -1, kViewPhone, "|nbo|bo|bo", "|nbo|bo|bo"}};
     const auto check = [&](const auto& row, const char* expected) {
         g_bPlaylistOnly = row.type == MEDIA_TYPE_PLAYLIST;
         g_bSelectionOnly = row.type == MEDIA_TYPE_SELECTION;
@@ -135,15 +128,13 @@ TEST(BodyMenuTest, HasWhatItsListAllows) {
         const char* track;
         const char* playlist;
         bool opens;
-    } rows[] = {
-        {MEDIA_TYPE_COLLECTION, -1, "+++-++ ++", "+++-+-+++", true},
-        {MEDIA_TYPE_PHONE, -1, "+-+-+-+++", "+-+-+-+++", true},
-        {MEDIA_TYPE_ALL, -1, " + --- ++", " + --- ++", false},
-        {MEDIA_TYPE_CD, -1, "++ --+ ++", "++ --+ ++", false},
-        {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, "+++-+- ++", "+++-+- ++", false},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, "+++-++ ++", "+++-+-+++", true},
-        {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, " + --- ++", " + --- ++", false},
-    };
+    } rows[] = {{MEDIA_TYPE_COLLECTION, -1, "+++-++ ++", "+++-+-+++", true},
+                {MEDIA_TYPE_PHONE, -1, "+-+-+-+++", "+-+-+-+++", true},
+                {MEDIA_TYPE_ALL, -1, " + --- ++", " + --- ++", false},
+                {MEDIA_TYPE_CD, -1, "++ --+ ++", "++ --+ ++", false},
+                {MEDIA_TYPE_PLAYLIST, MEDIA_TYPE_COLLECTION, "+++-+- ++", "+++-+- ++", false},
+                {MEDIA_TYPE_SELECTION, MEDIA_TYPE_COLLECTION, "+++-++ ++", "+++-+-+++", true},
+                {MEDIA_TYPE_SELECTION, MEDIA_TYPE_ALL, " + --- ++", " + --- ++", false}};
     const auto signs = [](const BodyMenu& menu) {
         std::string text;
         for (const int command : {kBodyEdit, kBodyPlay, kBodyDelete, kBodyCancel, kFirstPlaylist,
@@ -181,6 +172,5 @@ TEST(CommandMapTest, FindsRanges) {
     for (const int command : {99, 100, 102, 103, 5, 4})
         map.Run(command);
     EXPECT_EQ(run, (std::vector<int>{100, 102}));
-    EXPECT_TRUE(map.Has(5) && map.Has(101));
-    EXPECT_FALSE(map.Has(6) || map.Has(103) || map.Has(-1));
+    EXPECT_TRUE(map.Has(5) && map.Has(101) && !map.Has(6) && !map.Has(103) && !map.Has(-1));
 }

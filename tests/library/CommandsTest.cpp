@@ -1,15 +1,10 @@
-// What the tables of menus promise a user.
-
 #include "library/Commands.h"
 
 #include "base/Language.h"
 #include "library/TrackColumns.h"
 #include "tests/fixtures/Printers.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
-#include <vector>
 
 namespace {
 

@@ -14,7 +14,6 @@
 #include "library/TrackFile.h"
 #include "view/TrackView.h"
 #include "library/ViewCommands.h"
-#include "platform/Path.h"
 #include "platform/Worker.h"
 #include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
@@ -23,12 +22,10 @@
 #include "tests/fixtures/ScriptedPrompts.h"
 
 #include <QTest>
-#include <gtest/gtest.h>
 
 /// All commands over lists of files, shown in a real grid. Its rows: 0 the header, 1 the title of
 /// the collection and, after its tracks, that of All Music.
-class LibraryFixture : public ::testing::Test, protected ICommandDisplay {
-protected:
+struct LibraryFixture : ::testing::Test, ICommandDisplay {
     LibraryFixture() {
         SetLanguageFile(QString()); // texts are their own keys
         m_lists.SetLocation(m_collection, m_folder);
@@ -103,14 +100,6 @@ protected:
             rows += m_grid.GetCell(row, 1)->IsSelected() ? u'[' + text + u']' : text;
         }
         return rows.join(u' ').toStdString();
-    }
-    /// File names of the records, those that are checked with a "*".
-    [[nodiscard]] static std::string Names(const CMediaList& list) {
-        QStringList names;
-        for (int index = 0; index < list.GetCount(); ++index)
-            names +=
-                Path::FileName(list[index]->m_strPath) + QString(list[index]->m_bChecked, u'*');
-        return names.join(u' ').toStdString();
     }
 
     void EnableCommand(int command, bool enable) override { m_enabled[command] = enable; }

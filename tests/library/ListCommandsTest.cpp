@@ -1,5 +1,3 @@
-// The commands on the tracks of lists: delete, genre, checks, views.
-
 #include "tags/TrackTags.h"
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/library/LibraryFixture.h"

@@ -1,28 +1,20 @@
 #include "library/MediaList.h"
 
 #include "library/MergeSort.h"
+#include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <functional>
 #include <numeric>
 #include <random>
 
 namespace {
 
 /// Titled a, b, c ... in the order in which they come.
-CTrackRecord& AddTrack(CMediaList& list, const char* path = "") {
-    auto track = std::make_unique<CTrackRecord>();
-    track->m_strTitle = QChar(u'a' + list.GetCount());
-    track->m_strPath = QLatin1String(path);
-    track->m_iRow = 100 + list.GetCount();
-    list.Append(std::move(track));
-    return *list[list.GetCount() - 1];
+CTrackRecord& Add(CMediaList& list, const char* path = "") {
+    return AddTrack(list, QLatin1String(path), QChar(u'a' + list.GetCount()));
 }
 
-/// The titles of the tracks.
 std::string Order(const CMediaList& list) {
     QString order;
     for (int i = 0; i < list.GetCount(); ++i)
@@ -35,7 +27,7 @@ std::string Order(const CMediaList& list) {
 TEST(MediaListTest, PathsAreFoundAfterChanges) {
     CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 0);
     for (const char* path : {"/a", "/B", "/c", "/d", "/c"})
-        AddTrack(list, path);
+        Add(list, path);
     const auto find = [&list](const char* path) { return list.FindPath(QLatin1String(path)); };
     EXPECT_EQ(find("/b"), -1) << "the case counts";
     EXPECT_EQ(find("/c"), 2) << "the first of both";
@@ -75,13 +67,12 @@ TEST(SortTest, EachColumnHasItsKey) {
         {"sizes 4 GiB apart are equal", 0x20, 3,
          [](R& track, int i) { track.m_nFileSize = i == 0 ? (1ull << 32) + 5 : 6 - i; }, "cab",
          "abc"},
-        {"no column of this bit", 0x20000, 2, [](R&, int) {}, "ab", "ab"},
-    };
+        {"no column of this bit", 0x20000, 2, [](R&, int) {}, "ab", "ab"}};
     for (const auto& row : rows) {
         for (const int direction : {1, 0}) {
             CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
             for (int i = 0; i < row.count; ++i)
-                row.fill(AddTrack(list), i);
+                row.fill(Add(list), i);
             const std::string before = Order(list);
             const int changed = list.SortBy(row.bit, direction);
             EXPECT_EQ(Order(list), direction ? row.ascending : row.descending) << row.what;
@@ -100,12 +91,6 @@ TEST(SortTest, AnyCompareIsSafe) {
         std::sort(items.begin(), items.end());
         EXPECT_EQ(items, all) << "every item is there once";
     }
-    // Differences of 32 bits wrap, so that three sizes can follow each other in a circle.
-    CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
-    for (int i = 0; i < 300; ++i)
-        AddTrack(list).m_nFileSize = i % 3 * 0x60000000ull;
-    list.SortBy(0x20, 1);
-    EXPECT_EQ(list.GetCount(), 300);
 }
 
 TEST(MoveTest, CheckedTracksMoveByOneAsABlock) {
@@ -115,16 +100,16 @@ TEST(MoveTest, CheckedTracksMoveByOneAsABlock) {
         const char* upChanged;
         const char* down;
         const char* downChanged;
-    } rows[] = {
-        {"..x.", "acbd", "0110", "abdc", "0011"}, {".xx.", "bcad", "1110", "adbc", "0111"},
-        {"x...", "abcd", "0000", "bacd", "1100"}, {"xx.x", "abdc", "0011", "cabd", "1110"},
-        {"xxxx", "abcd", "0000", "abcd", "0000"}, {"x.x.", "acbd", "0110", "badc", "1111"},
-    };
+    } rows[] = {{"..x.", "acbd", "0110", "abdc", "0011"}, {".xx.", "bcad", "1110", "adbc", "0111"},
+                {"x...", "abcd", "0000", "bacd", "1100"}, {"xx.x", "abdc", "0011", "cabd", "1110"},
+                {"xxxx", "abcd", "0000", "abcd", "0000"}, {"x.x.", "acbd", "0110", "badc", "1111"}};
     for (const auto& row : rows) {
         for (const bool up : {true, false}) {
             CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
-            for (int i = 0; i < 4; ++i)
-                AddTrack(list).m_bChecked = row.checked[i] == 'x';
+            for (int i = 0; i < 4; ++i) {
+                Add(list).m_bChecked = row.checked[i] == 'x';
+                list[i]->m_iRow = 100 + i;
+            }
             std::vector<int> changed;
             const int moved = up ? list.MoveCheckedUp(changed) : list.MoveCheckedDown(changed);
             std::string flags;

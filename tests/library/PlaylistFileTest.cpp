@@ -1,22 +1,17 @@
 #include "library/PlaylistFile.h"
 
-#include "library/MediaList.h"
 #include "platform/Files.h"
 #include "platform/Path.h"
 #include "tests/fixtures/InterruptedWrite.h"
+#include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-class PlaylistFileTest : public ::testing::Test {
-protected:
-    /// The entries of a playlist file with these bytes.
+struct PlaylistFileTest : ::testing::Test {
     [[nodiscard]] QStringList Read(const QByteArray& bytes, int allowDuplicates = 1) const {
         QStringList entries{QStringLiteral("of another file")};
         EXPECT_EQ(ReadPlaylist(m_scratch.Write(QStringLiteral("read.m3u"), bytes), entries,
@@ -52,16 +47,14 @@ TEST_F(PlaylistFileTest, ReadsEntries) {
         {longest + "\r\na", {piece, a}},
         {longest + "a\r\n" + longest + longest + "\n", {piece, a, piece, piece}},
         {longest + "#a\n#" + longest + "\n", {piece, QStringLiteral("x")}},
-        {longest.chopped(1) + "\xC3\x96", {{}, {}}},
-    };
+        {longest.chopped(1) + "\xC3\x96", {{}, {}}}};
     for (const auto& [bytes, entries] : cases)
         EXPECT_EQ(Read(bytes), entries) << bytes.toStdString();
     EXPECT_EQ(Read("b\n\na\nb\n\nA\n", 0), QStringList({b, {}, a, QStringLiteral("A")}));
 }
 
 TEST_F(PlaylistFileTest, OpensRegularFilesOnly) {
-    const QString pipe = m_scratch.File(QStringLiteral("pipe.m3u"));
-    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
+    const QString pipe = m_scratch.MakePipe("pipe.m3u");
     const QString large = m_scratch.Write(QStringLiteral("large.m3u"), "a\n");
     ASSERT_EQ(::truncate(Path::ToBytes(large), (16 << 20) + 1), 0);
     const QString endless = m_scratch.Write(QStringLiteral("many.m3u"), QByteArray(250'001, '\n'));
@@ -105,10 +98,8 @@ TEST_F(PlaylistFileTest, WritesTheTracksOfAListInOrder) {
     list.m_strPath = m_strPath;
     EXPECT_TRUE(list.SavePlaylist());
     EXPECT_EQ(ReadFile(m_strPath), "#EXTM3U\r\n");
-    for (const QString& path : {kTracks[1], Path::FromBytes("/\xE9.m3u"), kTracks[1]}) {
-        list.Append(std::make_unique<CTrackRecord>());
-        list[list.GetCount() - 1]->m_strPath = path;
-    }
+    for (const QString& path : {kTracks[1], Path::FromBytes("/\xE9.m3u"), kTracks[1]})
+        AddTrack(list, path);
     EXPECT_TRUE(list.SavePlaylist());
     EXPECT_EQ(ReadFile(m_strPath), "#EXTM3U\r\n"
                                    "#EXTINF:0, \r\n/music/\xC3\x96l & \xE6\xB0\xB4.mp3\r\n"
@@ -153,8 +144,8 @@ TEST_F(PlaylistFileTest, AnInterruptedWriteLeavesTheOldOrTheNewFile) {
             const QString path = folder.File(QStringLiteral("list.m3u"));
             if (isThere)
                 WriteFile(path, "old");
-            const auto run = [&path, write = write] { return write(path, kTracks); };
-            ExpectOldOrNewFile(path, run, fault);
+            ExpectOldOrNewFile(
+                path, [&, write = write] { return write(path, kTracks); }, fault);
         }
     }
 }

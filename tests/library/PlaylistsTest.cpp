@@ -1,4 +1,3 @@
-#include "library/PlaylistFile.h"
 #include "tests/library/LibraryFixture.h"
 
 #include <QDir>
@@ -6,31 +5,17 @@
 
 using namespace Command;
 
-namespace {
-
-class PlaylistsTest : public LibraryFixture {
-protected:
-    /// Opens a playlist of these files in the collection.
-    void Open(const QString& names) {
-        QStringList tracks;
-        for (const QString& name : names.split(u' '))
-            tracks += m_folder + u'/' + name;
-        ASSERT_TRUE(WritePlaylist(m_file, tracks));
-        OpenFile(m_file);
-    }
-    void OpenFile(const QString& path) {
+struct PlaylistsTest : LibraryFixture {
+    void Open(const QString& path) {
         m_playlists.OpenPlaylist(path);
         AwaitLists();
     }
-    /// A file of the collection's folder.
     [[nodiscard]] QByteArray Content(const char* name) const {
         return ReadFile(m_folder + u'/' + QLatin1String(name));
     }
 
     const QString m_file = m_folder + QStringLiteral("/list.m3u");
 };
-
-} // namespace
 
 TEST_F(PlaylistsTest, NewOneHoldsTheCheckedTracksUnderTheFirstFreeName) {
     AddFile("b.mp3");
@@ -61,15 +46,20 @@ TEST_F(PlaylistsTest, NewOneHoldsTheCheckedTracksUnderTheFirstFreeName) {
 TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     AddFile("a.mp3");
     m_grid.SetFocusCell({2, 3});
-    const QByteArray content = "a.mp3\na.mp3\ngone.mp3";
+    m_scratch.Write(QStringLiteral("Mine/sub/two.mp3"), "12");
+    const QByteArray content =
+        "a.mp3\na.mp3\ngone.mp3\nC:\\Music\\one.mp3\r\nsub\\two.mp3\n\n\xFF.mp3";
     WriteFile(m_file, content);
-    OpenFile(m_file);
-    EXPECT_EQ(Rows(), "a a gone");
+    Open(m_file);
+    EXPECT_EQ(Rows(), "a a gone one.mp3 two  ");
     EXPECT_EQ(m_playlist[0]->m_nFileSize, 5u);
     EXPECT_EQ(m_playlist[2]->m_nFileSize, 0u);
+    EXPECT_EQ(m_playlist[3]->m_strPath, u"C:\\Music\\one.mp3") << "kept for when it is saved";
+    EXPECT_EQ(m_playlist[4]->m_nFileSize, 2u) << "found";
+    EXPECT_EQ(m_playlist[6]->m_strPath, QString());
     EXPECT_EQ(m_playlist.m_iSourceType, MEDIA_TYPE_COLLECTION);
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{1, 1}));
-    OpenFile(m_folder + QStringLiteral("/other.m3u"));
+    Open(m_folder + QStringLiteral("/other.m3u"));
     m_commands.Run(kViewSelection);
     m_view.ShowList(m_all.m_iId);
     EXPECT_EQ(m_lists.GetActiveList(), &m_playlist) << "there is one at a time, and no other list";
@@ -81,24 +71,17 @@ TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     EXPECT_EQ(m_playlist.GetCount(), 0);
     EXPECT_EQ(m_player.released, QStringList{QStringLiteral("Playlist")});
     EXPECT_EQ(m_prompts.Take(), "");
-    OpenFile(m_folder); // no file at all
+    Open(m_folder); // no file at all
     EXPECT_FALSE(g_bPlaylistOnly);
     EXPECT_EQ(m_prompts.Take(), "IDS_PLAYLIST_UNREADABLE");
 }
 
-TEST_F(PlaylistsTest, FilesOfOtherSystemsShowTheirNames) {
-    WriteFile(m_file, "C:\\Music\\one.mp3\r\nsub\\two.mp3\n\n\xFF.mp3");
-    m_scratch.Write(QStringLiteral("Mine/sub/two.mp3"), "12");
-    OpenFile(m_file);
-    ASSERT_EQ(m_playlist.GetCount(), 4);
-    EXPECT_EQ(m_playlist[0]->m_strTitle, u"one.mp3");
-    EXPECT_EQ(m_playlist[0]->m_strPath, u"C:\\Music\\one.mp3") << "kept for when it is saved";
-    EXPECT_EQ(m_playlist[1]->m_nFileSize, 2u) << "found";
-    EXPECT_EQ(m_playlist[3]->m_strPath, QString());
-}
-
 TEST_F(PlaylistsTest, ChangesAreSavedOrNot) {
-    const auto open = [this] { Open(QStringLiteral("c a b")); };
+    const QByteArray folder = m_folder.toUtf8();
+    const auto open = [&] {
+        WriteFile(m_file, folder + "/c\n" + folder + "/a\n" + folder + "/b\n");
+        Open(m_file);
+    };
     const auto run = [this](std::initializer_list<int> checked, int command) {
         return [this, checked = std::vector<int>(checked), command] {
             for (const int index : checked)
@@ -120,8 +103,7 @@ TEST_F(PlaylistsTest, ChangesAreSavedOrNot) {
         {"a sort closed", sort, kClosePlaylist, false, "IDS_PLAYLIST_MODPROMPT", "cab"},
         {"a move", run({1, 2}, kMoveUp), kClosePlaylist, true, "IDS_PLAYLIST_MODPROMPT", "abc"},
         {"a move of nothing", run({1, 2}, kMoveDown), kClosePlaylist, true, "", "cab"},
-        {"a removal", run({0, 2}, kDelete), kSavePlaylist, true, "IDS_CONFIRM_REMOVE", "a"},
-    };
+        {"a removal", run({0, 2}, kDelete), kSavePlaylist, true, "IDS_CONFIRM_REMOVE", "a"}};
     for (const auto& row : rows) {
         m_playlist.m_bSortAscending = 0;
         open();

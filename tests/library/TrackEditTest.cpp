@@ -12,8 +12,7 @@ enum Column { Title = 1, Artist, Album, Composer = 10, Disk, TrackNumber = 16, Y
 
 /// Rows: 1 title of the collection, 2 its track, 3 its playlist file, 4 title of All Music, 5-6 the
 /// same track and one whose path differs in case.
-class TrackEditTest : public LibraryFixture {
-protected:
+struct TrackEditTest : LibraryFixture {
     TrackEditTest() {
         AddTrack(m_collection, m_path);
         AddTrack(m_collection, QStringLiteral("/c/list.m3u"));
@@ -61,11 +60,10 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
     EXPECT_TRUE(Allows(3, Title)) << "the name of a playlist";
     EXPECT_FALSE(Allows(3, Artist));
 
-    CMediaList& copies = m_selection;
-    copies.m_bVisible = 1;
+    m_selection.m_bVisible = 1;
     for (const QString& name :
          {m_path, QStringLiteral("/c/unwritable.m4a"), QStringLiteral("/c/list.m3u")})
-        AddTrack(copies, name);
+        AddTrack(m_selection, name);
     const struct {
         int type;
         int sourceType;
@@ -77,11 +75,11 @@ TEST_F(TrackEditTest, SomeColumnsOfTheCollectionCanBeEdited) {
                 {MEDIA_TYPE_CD, -1, "000"},
                 {MEDIA_TYPE_PHONE, -1, "000"}};
     for (const auto& row : rows) {
-        copies.m_iType = row.type;
-        copies.m_iSourceType = row.sourceType;
+        m_selection.m_iType = row.type;
+        m_selection.m_iSourceType = row.sourceType;
         m_view.FillGrid();
         for (int index = 0; index < 3; ++index)
-            EXPECT_EQ(Allows(copies[index]->m_iRow, Title), row.allowed[index] == '1')
+            EXPECT_EQ(Allows(m_selection[index]->m_iRow, Title), row.allowed[index] == '1')
                 << row.type << ' ' << row.sourceType << ' ' << index;
     }
 }

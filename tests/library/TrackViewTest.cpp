@@ -5,26 +5,14 @@
 
 #include <QScrollBar>
 
-namespace {
-
 /// Rows: 0 header, 1 title of the collection, 2-4 its tracks, 5 title of All Music, 6-7 its tracks.
-class TrackViewTest : public LibraryFixture {
-protected:
+struct TrackViewTest : LibraryFixture {
     TrackViewTest() {
         m_collection.m_bActive = 0;
         for (const char* title : {"beta", "gamma", "alpha"})
             Add(m_collection, title);
         for (const char* title : {"two", "one"})
             Add(m_all, title);
-        m_listenings = {
-            m_view.OnPlay([this](const CMediaList& list, int index) {
-                m_played += list[index]->m_strTitle + u' ';
-            }),
-            m_view.OnMenu([this](CCellID, const CMediaList* list, int index) {
-                m_menu =
-                    list ? list->m_strName.toStdString() + ' ' + std::to_string(index) : "header";
-            }),
-        };
         m_view.FillGrid();
     }
 
@@ -43,12 +31,14 @@ protected:
         return m_grid.GetCellFromPt(m_grid.GetGeometry().Body().topLeft(), false).row;
     }
 
-    std::vector<CListening> m_listenings;
-    QString m_played;   ///< titles of the tracks that were to be played
+    QString m_played; ///< titles of the tracks that were to be played
+    const CListening m_playing = m_view.OnPlay(
+        [this](const CMediaList& list, int index) { m_played += list[index]->m_strTitle + u' '; });
     std::string m_menu; ///< what the last menu was for
+    const CListening m_menus = m_view.OnMenu([this](CCellID, const CMediaList* list, int index) {
+        m_menu = list ? list->m_strName.toStdString() + ' ' + std::to_string(index) : "header";
+    });
 };
-
-} // namespace
 
 TEST_F(TrackViewTest, ListsBecomeSections) {
     EXPECT_EQ(Rows(), "Mine (0/3) beta gamma alpha All (0/2) two one");

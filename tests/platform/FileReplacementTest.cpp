@@ -4,8 +4,6 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -21,22 +19,13 @@ struct stat StatusOf(const QString& path) {
     return status;
 }
 
-class FileReplacementTest : public ::testing::Test {
-protected:
+struct FileReplacementTest : ::testing::Test {
     [[nodiscard]] std::size_t CountFiles() const { return ListFolder(m_scratch.Path())->size(); }
 
     const ScratchFolder m_scratch;
     const QString m_strPath = m_scratch.Write(Path::FromBytes("odd \xE9.mp3"), "old");
     const QByteArray m_bytes = Path::ToBytes(m_strPath);
 };
-
-/// Replaces the file by "new " and its old content.
-bool Replace(const QString& path) {
-    std::optional<CFileReplacement> replacement = CFileReplacement::Begin(path);
-    return replacement && replacement->Append("new ") &&
-           replacement->AppendOriginal(0, replacement->OriginalSize()) &&
-           replacement->MatchesOriginal(4, 0, replacement->OriginalSize()) && replacement->Commit();
-}
 
 } // namespace
 
@@ -47,10 +36,13 @@ TEST_F(FileReplacementTest, KeepsModeAttributesAndLinks) {
     // Not every file system takes attributes.
     const bool attributed = ::setxattr(m_bytes, "user.trackdeck", "value", 5, 0) == 0;
     m_scratch.MakeFolder(QStringLiteral("far"));
-    const QString link = m_scratch.File(QStringLiteral("far/link.mp3"));
-    ASSERT_EQ(::symlink("../odd \xE9.mp3", Path::ToBytes(link)), 0);
+    const QString link = m_scratch.MakeLink("far/link.mp3", "../odd \xE9.mp3");
 
-    EXPECT_TRUE(Replace(link));
+    std::optional<CFileReplacement> replacement = CFileReplacement::Begin(link);
+    ASSERT_TRUE(replacement);
+    EXPECT_EQ(replacement->OriginalSize(), 300'000u);
+    EXPECT_TRUE(replacement->Append("new ") && replacement->AppendOriginal(0, 300'000) &&
+                replacement->MatchesOriginal(4, 0, 300'000) && replacement->Commit());
     EXPECT_TRUE(S_ISLNK(StatusOf(link).st_mode));
     EXPECT_EQ(ReadFile(m_strPath), "new " + content);
     EXPECT_EQ(StatusOf(m_strPath).st_mode & 07777, 0751U);
@@ -60,16 +52,13 @@ TEST_F(FileReplacementTest, KeepsModeAttributesAndLinks) {
 
 TEST_F(FileReplacementTest, RefusesWhatItCouldNotKeepWhole) {
     ASSERT_EQ(::link(m_bytes, Path::ToBytes(m_scratch.File(QStringLiteral("name")))), 0);
-    const QString pipe = m_scratch.File(QStringLiteral("pipe"));
-    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
-    const QString nowhere = m_scratch.File(QStringLiteral("nowhere"));
-    ASSERT_EQ(::symlink("missing/file", Path::ToBytes(nowhere)), 0);
+    const QString pipe = m_scratch.MakePipe("pipe");
+    const QString nowhere = m_scratch.MakeLink("nowhere", "missing/file");
     EXPECT_FALSE(CFileReplacement::Begin(m_scratch.File(QStringLiteral("none"))));
-    for (const QString& path : {m_strPath, pipe, m_scratch.Path(), nowhere,
-                                m_scratch.File(QStringLiteral("no/folder"))}) {
-        EXPECT_FALSE(CFileReplacement::Begin(path)) << path.toStdString();
-        EXPECT_FALSE(CFileReplacement::BeginOrCreate(path)) << path.toStdString();
-    }
+    for (const QString& path :
+         {m_strPath, pipe, m_scratch.Path(), nowhere, m_scratch.File(QStringLiteral("no/folder"))})
+        EXPECT_FALSE(CFileReplacement::Begin(path) || CFileReplacement::BeginOrCreate(path))
+            << path.toStdString();
     EXPECT_EQ(ReadFile(m_strPath), "old");
     EXPECT_EQ(CountFiles(), 4U);
 }

@@ -3,19 +3,11 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
-#include <utility>
-
-namespace {
-
 /// The bytes of a literal, zeros included.
 template <std::size_t N>
-QByteArray Bytes(const char (&literal)[N]) {
+static QByteArray Bytes(const char (&literal)[N]) {
     return QByteArray(literal, N - 1);
 }
-
-} // namespace
 
 TEST(IniFileTest, AnswersAsThePrivateProfileRoutines) {
     const QString longest(1023, u'x');
@@ -41,41 +33,39 @@ TEST(IniFileTest, AnswersAsThePrivateProfileRoutines) {
         {Bytes("\xFF\xFE[\0T\0r\0a\0c\0k\0D\0e\0c\0k\0]\0\n\0k\0e\0y\0=\0\xFC\0"), u"\u00FC"},
         {Bytes("\xFE\xFF\0[\0T\0r\0a\0c\0k\0D\0e\0c\0k\0]\0\n\0k\0e\0y\0=\0\xFC"), u"\u00FC"},
         {"", u"fallback"},
-        {"[TrackDeck]\nkey=" + QByteArray(2000, 'x'), longest},
-    };
+        {"[TrackDeck]\nkey=" + QByteArray(2000, 'x'), longest}};
     const ScratchFolder scratch;
     const auto ask = [](const QString& path) {
         return CIniFile(path).ReadText(u"TrackDeck", u"key", QStringLiteral("fallback"), 1023);
     };
-    for (const auto& [file, value] : rows) {
-        const QString path = scratch.Write(QStringLiteral("a.ini"), file);
-        EXPECT_EQ(ask(path), value) << file.data();
-    }
+    for (const auto& [file, value] : rows)
+        EXPECT_EQ(ask(scratch.Write(QStringLiteral("a.ini"), file)), value) << file.data();
     for (const QString& path : {scratch.Path(), scratch.File(QStringLiteral("missing"))})
         EXPECT_EQ(ask(path), u"fallback");
 }
 
 TEST(IniFileTest, ReadsNumbersUpToWhatIsNone) {
-    const std::pair<QString, int> rows[] = {
-        {QStringLiteral("key=12"), 12},
-        {QStringLiteral("key= '-12' "), -12},
-        {QStringLiteral("key=+12"), 12},
-        {QStringLiteral("key=007px 9"), 7},
-        {QStringLiteral("key=0x10"), 0},
-        {QStringLiteral("key=ten"), 0},
-        {QStringLiteral("key=-"), 0},
-        {QStringLiteral("key=--1"), 0},
-        {QStringLiteral("key=\u0661"), 0}, // a digit, but none of ours
-        {QStringLiteral("key=2147483648"), 2147483647},
-        {QStringLiteral("key=-2147483648"), -2147483647 - 1},
-        {QStringLiteral("key=-99999999999999999999999999"), -2147483647 - 1},
-        {QStringLiteral("key="), 5},
-        {QStringLiteral("key=\"\""), 5},
-        {QStringLiteral("other=1"), 5},
-    };
+    const std::pair<QStringView, int> rows[] = {
+        {u"key=12", 12},
+        {u"key= '-12' ", -12},
+        {u"key=+12", 12},
+        {u"key=007px 9", 7},
+        {u"key=0x10", 0},
+        {u"key=ten", 0},
+        {u"key=-", 0},
+        {u"key=--1", 0},
+        {u"key=\u0661", 0}, // a digit, but none of ours
+        {u"key=2147483648", 2147483647},
+        {u"key=-2147483648", -2147483647 - 1},
+        {u"key=-99999999999999999999999999", -2147483647 - 1},
+        {u"key=", 5},
+        {u"key=\"\"", 5},
+        {u"other=1", 5}};
     for (const auto& [line, number] : rows)
-        EXPECT_EQ(CIniContent(QStringLiteral("[S]\n") + line).ReadInteger(u"s", u"KEY", 5), number)
-            << line.toStdString();
+        EXPECT_EQ(
+            CIniContent(QStringLiteral("[S]\n") + line.toString()).ReadInteger(u"s", u"KEY", 5),
+            number)
+            << line.toUtf8().data();
 }
 
 TEST(IniFileTest, ReadsTheWholeFileUpToALimit) {

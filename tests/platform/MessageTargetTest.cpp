@@ -7,11 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <thread>
-#include <vector>
 
 namespace {
 
@@ -27,7 +25,6 @@ struct SharingPayload : CMessagePayload {
 
 struct OtherPayload : CMessagePayload {};
 
-/// Runs the event loop until the message kLast has been handled.
 void RunUntilLast(CMessageTarget& target) {
     QEventLoop loop;
     target.On(kLast, [&loop](Message&) {

@@ -4,11 +4,6 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
-#include <unistd.h>
-
 TEST(PathTest, BytesSurviveTheWayThroughText) {
     const QByteArray names[] = {"",
                                 "Gr\xC3\xBC.mp3",
@@ -49,12 +44,9 @@ TEST(FilesTest, ListsEveryNameWithTheKindItLeadsTo) {
     const QString odd = Path::FromBytes("odd \xE9.mp3");
     scratch.Write(odd, "x");
     scratch.MakeFolder(QStringLiteral("folder"));
-    const auto link = [&](const char* target, const char* name) {
-        ASSERT_EQ(::symlink(target, Path::ToBytes(scratch.File(QString::fromUtf8(name)))), 0);
-    };
-    link("folder", "to folder");
-    link("nowhere", "dangling");
-    ASSERT_EQ(::mkfifo(Path::ToBytes(scratch.File(QStringLiteral("pipe"))), 0600), 0);
+    scratch.MakeLink("to folder", "folder");
+    scratch.MakeLink("dangling", "nowhere");
+    scratch.MakePipe("pipe");
 
     const auto entries = ListFolder(scratch.Path());
     ASSERT_TRUE(entries);

@@ -6,8 +6,6 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
@@ -18,9 +16,8 @@ TEST(NamedLockTest, OneHolderAtATimeAndNoneAfterAKill) {
     const QString name = QStringLiteral("a title / with: anything, of process %1").arg(::getpid());
     {
         const CNamedLock first(name);
-        EXPECT_TRUE(first.IsHeld());
+        EXPECT_TRUE(first.IsHeld() && CNamedLock(name + u'2').IsHeld());
         EXPECT_FALSE(CNamedLock(name).IsHeld());
-        EXPECT_TRUE(CNamedLock(name + u'2').IsHeld());
     }
     int ready[2];
     ASSERT_EQ(::pipe(ready), 0);
@@ -48,7 +45,7 @@ TEST(ScratchFolderTest, IsMadeEmptyAndPrivateAndFollowsNoLink) {
     const QByteArray folder = Path::ToBytes(temporary.File(name));
     const QString outside = temporary.Write(QStringLiteral("outside/file"), "x");
     temporary.Write(QStringLiteral("VTD/old/file"), "x");
-    ASSERT_EQ(::symlink("../outside", folder + "/link"), 0);
+    temporary.MakeLink("VTD/link", "../outside");
 
     EXPECT_EQ(MakeScratchFolder(name), temporary.File(name));
     EXPECT_TRUE(ListFolder(temporary.File(name))->empty());
@@ -57,7 +54,7 @@ TEST(ScratchFolderTest, IsMadeEmptyAndPrivateAndFollowsNoLink) {
     EXPECT_EQ(status.st_mode & 07777, 0700u);
 
     ASSERT_EQ(::rmdir(folder), 0);
-    ASSERT_EQ(::symlink("outside", folder), 0);
+    temporary.MakeLink("VTD", "outside");
     EXPECT_EQ(MakeScratchFolder(name), temporary.File(name + QString::number(::getuid())));
     EXPECT_EQ(ReadFile(outside), "x");
 

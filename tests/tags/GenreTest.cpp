@@ -2,10 +2,6 @@
 #include "tags/GenreTable.h"
 #include "tests/fixtures/Printers.h"
 
-#include <gtest/gtest.h>
-
-#include <utility>
-
 TEST(GenreTest, TableNamesAndNumbersLeadToEachOther) {
     const std::pair<QStringView, int> rows[] = {
         {u"BLUES", 0}, {u"Psychadelic", 67}, {u"Synthpop", 147}, {u"Thrash Metal", 255}};

@@ -1,29 +1,15 @@
 #include "platform/Files.h"
 #include "platform/Path.h"
-#include "tags/TrackTags.h"
-#include "tests/fixtures/Printers.h"
 #include "tests/tags/TagBytes.h"
 
-#include <gtest/gtest.h>
-
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <tuple>
-#include <utility>
-
-namespace {
-
-CTrackInfo ReadBytes(const QByteArray& bytes, const QString& name = QStringLiteral("name.mp3")) {
+static CTrackInfo ReadBytes(const QByteArray& bytes) {
     const ScratchFolder scratch;
-    CTrackInfo info;
-    EXPECT_EQ(ReadTrackTags(scratch.Write(name, bytes), info), 0);
-    return info;
+    return ReadInfo(scratch.Write(QStringLiteral("name.mp3"), bytes));
 }
 
-} // namespace
-
-TEST(ReadTagsTest, FramesBecomeFields) {
+TEST(ReadTagsTest, FramesBecomeFieldsInEveryVersion) {
     const QByteArray forty(40, 'x');
     const QByteArray utf16("\1\xFF\xFEG\0r\0\xFC\0\x1F\x04\0\0z\0", 15);
     const QByteArray utf16Big("\1\xFE\xFF\0G\0r\x04\x1F", 9);
@@ -32,71 +18,55 @@ TEST(ReadTagsTest, FramesBecomeFields) {
     constexpr auto length = &CTrackInfo::m_strLength;
     constexpr auto size = &CTrackInfo::m_strSize;
     constexpr auto genre = &CTrackInfo::m_strGenre;
-    constexpr auto track = &CTrackInfo::m_strTrackNumber;
-    const std::tuple<const char*, QByteArray, QString CTrackInfo::*, QStringView> rows[] = {
-        {"TIT2", EightBit(forty), title, thirty},
-        {"TIT2", EightBit("caf\xE9 \x80"), title, u"caf\u00E9 \u20AC"},
-        {"TIT2", EightBit(QByteArray("one\0two", 7)), title, u"one"},
-        {"TIT2", utf16, title, u"Gr\u00FC\u041F"},
-        {"TIT2", utf16Big, title, u"Gr\u041F"},
-        {"TIT2", "\3caf\xC3\xA9", title, u"caf\u00E9"},
-        {"TIT2", EightBit(""), title, u"name"},
-        {"TIT2", "", title, u"name"},
-        {"TLEN", EightBit("185000"), length, u"03:00"},
-        {"TLEN", EightBit("59999"), length, u"00:00"},
-        {"TLEN", EightBit("-1"), length, u"3385579553:71582"},
-        {"TSIZ", EightBit("1024"), size, u"1.00 KB"},
-        {"TSIZ", EightBit("99999999999999999999"), size, u"2048.00 MB"},
-        {"TSIZ", EightBit("many"), size, u"0 B"},
-        {"TCON", EightBit("(17)Rock"), genre, u"Rock"},
-        {"TCON", EightBit("(57)xyz"), genre, u"Comedy"},
-        {"TCON", EightBit("Rock (17)"), genre, u"Rock (17)"},
-        {"TCON", EightBit("(148)"), genre, u"(148)"},
-        {"TCON", EightBit("(17"), genre, u"(17"},
-        {"TCON", EightBit("17"), genre, u"17"},
-        {"TRCK", EightBit("3/12"), track, u"3/12"},
-    };
-    for (const auto& [id, data, field, text] : rows) {
-        const CTrackInfo info = ReadBytes(TagBytes(3, {{id, data}}) + Mp3Sound());
+    constexpr auto year = &CTrackInfo::m_strYear;
+    const std::tuple<int, const char*, QByteArray, QString CTrackInfo::*, QStringView> rows[] = {
+        {3, "TIT2", EightBit(forty), title, thirty},
+        {3, "TIT2", EightBit("caf\xE9 \x80"), title, u"caf\u00E9 \u20AC"},
+        {3, "TIT2", EightBit(QByteArray("one\0two", 7)), title, u"one"},
+        {3, "TIT2", utf16, title, u"Gr\u00FC\u041F"},
+        {3, "TIT2", utf16Big, title, u"Gr\u041F"},
+        {3, "TIT2", "\3caf\xC3\xA9", title, u"caf\u00E9"},
+        {3, "TIT2", EightBit(""), title, u"name"},
+        {3, "TIT2", "", title, u"name"},
+        {3, "TLEN", EightBit("185000"), length, u"03:00"},
+        {3, "TLEN", EightBit("59999"), length, u"00:00"},
+        {3, "TLEN", EightBit("-1"), length, u"3385579553:71582"},
+        {3, "TSIZ", EightBit("1024"), size, u"1.00 KB"},
+        {3, "TSIZ", EightBit("99999999999999999999"), size, u"2048.00 MB"},
+        {3, "TSIZ", EightBit("many"), size, u"0 B"},
+        {3, "TCON", EightBit("(17)Rock"), genre, u"Rock"},
+        {3, "TCON", EightBit("(57)xyz"), genre, u"Comedy"},
+        {3, "TCON", EightBit("Rock (17)"), genre, u"Rock (17)"},
+        {3, "TCON", EightBit("(148)"), genre, u"(148)"},
+        {3, "TCON", EightBit("(17"), genre, u"(17"},
+        {3, "TCON", EightBit("17"), genre, u"17"},
+        {3, "TRCK", EightBit("3/12"), &CTrackInfo::m_strTrackNumber, u"3/12"},
+        {2, "TT2", EightBit("Title"), title, u"Title"},
+        {2, "TYE", EightBit("1999"), year, u"1999"},
+        {2, "TCO", EightBit("(8)"), genre, u"Jazz"},
+        {4, "TIT2", QByteArray("\3caf\xC3\xA9\0next", 11), title, u"caf\u00E9"},
+        {4, "TPE1", QByteArray("\2\x04\x1F\0!", 5), &CTrackInfo::m_strArtist, u"\u041F!"},
+        {4, "TALB", "\7nonsense", &CTrackInfo::m_strAlbum, u""},
+        {4, "TCON", EightBit("8"), genre, u"Jazz"},
+        {4, "TDRC", EightBit("1999-05-03T12:00"), year, u"1999"},
+        {4, "TYER", EightBit("1987"), year, u"1987"}};
+    for (const auto& [version, id, data, field, text] : rows) {
+        const CTrackInfo info = ReadBytes(TagBytes(version, {{id, data}}) + Mp3Sound());
         EXPECT_EQ(info.*field, text) << id << ' ' << data.toPercentEncoding().data();
     }
+    const FrameList both = {{"TYER", EightBit("1987")}, {"TDRC", EightBit("2001-02")}};
+    EXPECT_EQ(ReadBytes(TagBytes(4, both)).m_strYear, u"2001");
     EXPECT_EQ(ReadBytes(TagBytes(3, {{"TLEN", EightBit("185000")}})).m_nLengthMs, 185000U);
 
     // A cut never leaves half a character.
     const QByteArray note = "\3" + QByteArray(29, 'x') + "\xF0\x9F\x8E\xB5";
     EXPECT_EQ(ReadBytes(TagBytes(3, {{"TIT2", note}})).m_strTitle, QString(29, u'x'));
-}
-
-TEST(ReadTagsTest, OtherVersionsHaveTheSameFields) {
-    const CTrackInfo old = ReadBytes(TagBytes(
-        2, {{"TT2", EightBit("Title")}, {"TYE", EightBit("1999")}, {"TCO", EightBit("(8)")}}));
-    EXPECT_EQ(old.m_strTitle, QStringLiteral("Title"));
-    EXPECT_EQ(old.m_strYear, QStringLiteral("1999"));
-    EXPECT_EQ(old.m_strGenre, QStringLiteral("Jazz"));
-
-    const QByteArray wide("\2\x04\x1F\0!", 5); // UTF-16 without a byte-order mark
-    const CTrackInfo info = ReadBytes(TagBytes(4, {{"TIT2", QByteArray("\3caf\xC3\xA9\0next", 11)},
-                                                   {"TPE1", wide},
-                                                   {"TALB", "\7nonsense"},
-                                                   {"TCON", EightBit("8")},
-                                                   {"TDRC", EightBit("1999-05-03T12:00")}}));
-    EXPECT_EQ(info.m_strTitle, QStringLiteral(u"caf\u00E9"));
-    EXPECT_EQ(info.m_strArtist, QStringLiteral(u"\u041F!"));
-    EXPECT_EQ(info.m_strAlbum, QString());
-    EXPECT_EQ(info.m_strGenre, QStringLiteral("Jazz"));
-    EXPECT_EQ(info.m_strYear, QStringLiteral("1999"));
-
-    // The year as ID3v2.3 has it, where there is no time.
-    const FrameList oldYear = {{"TIT2", EightBit("x")}, {"TYER", EightBit("1987")}};
-    EXPECT_EQ(ReadBytes(TagBytes(4, oldYear)).m_strYear, QStringLiteral("1987"));
-    const FrameList both = {{"TYER", EightBit("1987")}, {"TDRC", EightBit("2001-02")}};
-    EXPECT_EQ(ReadBytes(TagBytes(4, both)).m_strYear, QStringLiteral("2001"));
 
     // Plain sizes in ID3v2.4, where the format wants seven bits a byte.
     QByteArray plain =
         TagBytes(3, {{"TXXX", EightBit(QByteArray(200, 'x'))}, {"TIT2", EightBit("Behind")}});
     plain[3] = 4;
-    EXPECT_EQ(ReadBytes(plain).m_strTitle, QStringLiteral("Behind"));
+    EXPECT_EQ(ReadBytes(plain).m_strTitle, u"Behind");
 }
 
 TEST(ReadTagsTest, ExtensionDecidesWhatIsRead) {
@@ -111,11 +81,9 @@ TEST(ReadTagsTest, ExtensionDecidesWhatIsRead) {
         EXPECT_EQ(ReadTrackTags(scratch.Write(QString::fromLatin1(name), tagged), info), result);
         EXPECT_EQ(info.m_strTitle, QLatin1StringView(title)) << name;
     }
-    CTrackInfo info;
-    EXPECT_EQ(ReadTrackTags(scratch.File(QStringLiteral("missing.mp3")), info), 0);
     CTrackInfo expected;
     expected.m_strTitle = QStringLiteral("missing");
-    EXPECT_EQ(info, expected);
+    EXPECT_EQ(ReadInfo(scratch.File(QStringLiteral("missing.mp3"))), expected);
 }
 
 TEST(ReadTagsTest, Id3v1FillsWhatId3v2LeavesOpen) {
@@ -125,14 +93,12 @@ TEST(ReadTagsTest, Id3v1FillsWhatId3v2LeavesOpen) {
         {3, {{"TIT2", EightBit("Own")}}, "Own", "Lame Artist"},
         {3, {{"TPE2", EightBit("Band")}}, "Lame Title", ""}, // id3lib takes the band for an artist
         {4, {{"TIT2", "\3Own"}}, "Own", "Lame Artist"},
-        {2, {{"TT2", EightBit("Own")}}, "Own", "Lame Artist"},
-    };
+        {2, {{"TT2", EightBit("Own")}}, "Own", "Lame Artist"}};
     for (const auto& [version, frames, title, artist] : rows) {
         const CTrackInfo info = ReadBytes(TagBytes(version, frames) + Mp3Sound() + id3v1);
         EXPECT_EQ(info.m_strTitle, QLatin1StringView(title));
         EXPECT_EQ(info.m_strArtist, QLatin1StringView(artist));
-        EXPECT_EQ(info.m_strGenre, QStringLiteral("Rock"));
-        EXPECT_EQ(info.m_strTrackNumber, QStringLiteral("5"));
+        EXPECT_EQ(info.m_strGenre + info.m_strTrackNumber, u"Rock5");
     }
 }
 
@@ -162,11 +128,9 @@ TEST(ReadTagsTest, SavedArtworkNeverTakesThePlaceOfTheTrackOrWaits) {
     const ScratchFolder scratch;
     const QByteArray content = TagBytes(2, {{"PIC", QByteArray("\0JPG\3\0picture", 13)}});
     const QString track = scratch.Write(QStringLiteral("track.mp3"), content);
-    const QString link = scratch.File(QStringLiteral("link.jpg"));
+    const QString link = scratch.MakeLink("link.jpg", "track.mp3");
     const QString name = scratch.File(QStringLiteral("name.jpg"));
-    const QString pipe = scratch.File(QStringLiteral("pipe.jpg"));
-    ASSERT_EQ(::mkfifo(Path::ToBytes(pipe), 0600), 0);
-    ASSERT_EQ(::symlink("track.mp3", Path::ToBytes(link)), 0);
+    const QString pipe = scratch.MakePipe("pipe.jpg");
     for (const QString& out : {track, link, pipe, scratch.Path()})
         EXPECT_EQ(SaveTrackArtwork(track, out), 1) << out.toStdString();
     ASSERT_EQ(::link(Path::ToBytes(track), Path::ToBytes(name)), 0);

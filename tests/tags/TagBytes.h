@@ -1,20 +1,15 @@
 #pragma once
 
 #include "tags/Id3v2Tag.h"
+#include "tags/TrackTags.h"
 #include "tests/fixtures/MediaFiles.h"
+#include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
-
-#include <QByteArray>
-#include <QString>
-
-#include <utility>
-#include <vector>
 
 /// Tags put together by hand, for what no encoder writes.
 
 using FrameList = std::vector<std::pair<const char*, QByteArray>>;
 
-/// Data of an 8-bit text frame.
 inline QByteArray EightBit(const QByteArray& text) {
     return '\0' + text;
 }
@@ -25,6 +20,12 @@ inline QByteArray TagBytes(int version, const FrameList& frames) {
     for (const auto& [id, data] : frames)
         tag.frames.push_back({id, 0, data});
     return AssembleId3v2Tag(tag);
+}
+
+inline CTrackInfo ReadInfo(const QString& path) {
+    CTrackInfo info;
+    EXPECT_EQ(ReadTrackTags(path, info), 0);
+    return info;
 }
 
 /// Sound of a real encoder, without tags.

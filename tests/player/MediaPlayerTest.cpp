@@ -1,6 +1,5 @@
 #include "player/MediaPlayer.h"
 
-#include "tests/fixtures/Printers.h"
 #include "tests/fixtures/RunUntil.h"
 #include "tests/player/RecordingDisplay.h"
 #include "tests/player/ScriptedGraph.h"

@@ -30,7 +30,7 @@ public:
 /// A window, and beside it another one, with the mouse outside the controls.
 class ControlsTest : public testing::Test {
 protected:
-    void Show() {
+    void SetUp() override {
         m_window.resize(300, 200);
         m_window.show();
         m_window.activateWindow();
@@ -63,6 +63,7 @@ protected:
         for (QAbstractButton* button : buttons) {
             button->setStyle(&m_still);
             button->resize(button->sizeHint());
+            button->show();
         }
         buttons[1]->move(60, 0);
         return buttons;
@@ -79,9 +80,7 @@ QImage Look(QWidget& control) {
 } // namespace
 
 TEST_F(ControlsTest, EachStateOfAButtonHasALookOfItsOwn) {
-    const auto buttons = MakeButtons();
-    Show();
-    for (QAbstractButton* button : buttons) {
+    for (QAbstractButton* button : MakeButtons()) {
         MoveOnto(*button);
         const QImage hot = Look(*button);
         button->setDown(true);
@@ -110,10 +109,8 @@ TEST_F(ControlsTest, EachStateOfAButtonHasALookOfItsOwn) {
 }
 
 TEST_F(ControlsTest, HoverEnds) {
-    const auto buttons = MakeButtons();
-    Show();
     QWidget other;
-    for (QAbstractButton* button : buttons) {
+    for (QAbstractButton* button : MakeButtons()) {
         const QImage normal = Look(*button);
         button->setEnabled(false);
         const QImage disabled = Look(*button);
@@ -160,7 +157,6 @@ TEST_F(ControlsTest, HoverEnds) {
 
 TEST_F(ControlsTest, APressTakesTheFocusAndADoubleClickIsTwoClicks) {
     for (QAbstractButton* button : MakeButtons()) {
-        Show();
         int clicks = 0;
         QObject::connect(button, &QAbstractButton::clicked, [&] { ++clicks; });
         const QPoint corner = button->rect().bottomRight();
@@ -181,10 +177,7 @@ class SliderTest : public ControlsTest {
 protected:
     static constexpr int kThumb = 12; ///< its length
 
-    void SetUp() override {
-        m_slider.resize(100 + kThumb, 24);
-        Show();
-    }
+    SliderTest() { m_slider.resize(100 + kThumb, 24); }
 
     /// Where the mouse is over the thumb's centre at a position.
     static QPoint At(int position) { return {position + kThumb / 2, 12}; }
@@ -268,10 +261,7 @@ namespace {
 
 class ProgressTest : public ControlsTest {
 protected:
-    void SetUp() override {
-        m_bar.resize(200, 22);
-        Show();
-    }
+    ProgressTest() { m_bar.resize(200, 22); }
 
     QTimer& Timer() { return *m_bar.findChild<QTimer*>(); }
 

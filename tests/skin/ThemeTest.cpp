@@ -1,6 +1,5 @@
 #include "skin/Theme.h"
 
-#include "platform/Files.h"
 #include "tests/skin/SyntheticTheme.h"
 
 #include <QtEndian>

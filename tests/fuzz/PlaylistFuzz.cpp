@@ -2,18 +2,13 @@
 
 #include "library/PlaylistFile.h"
 #include "tests/fixtures/ScratchFolder.h"
+#include "tests/fuzz/Require.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
-
-void Require(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 QStringList Read(const QString& path, int allowDuplicates) {
     QStringList entries;

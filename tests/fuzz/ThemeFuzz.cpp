@@ -5,22 +5,17 @@
 
 #include "skin/Frame.h"
 #include "tests/fixtures/ScratchFolder.h"
+#include "tests/fuzz/Require.h"
 
 #include <QGuiApplication>
 #include <QPainter>
 
-#include <algorithm>
+#include <unistd.h>
+
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
 
 namespace {
-
-void Require(bool holds) {
-    if (!holds)
-        std::abort();
-}
 
 void DrawWindow(const Theme& theme, QSize size) {
     FrameState state;
@@ -59,19 +54,13 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const ScratchFolder folder;
     static const QString picture = folder.Write(QStringLiteral("a.png"), {});
-    static const bool linked = [] {
-        std::filesystem::create_hard_link(picture.toStdString(),
-                                          folder.File(QStringLiteral("a@2x.png")).toStdString());
-        return true;
-    }();
-    Require(linked);
-    const std::uint8_t* const textEnd = std::find(data, data + size, 0);
-    const std::uint8_t* const pictureStart = std::min(textEnd + 1, data + size);
-    const QString path =
-        folder.Write(QStringLiteral("theme.ini"),
-                     QByteArray(reinterpret_cast<const char*>(data), textEnd - data));
-    folder.Write(QStringLiteral("a.png"), QByteArray(reinterpret_cast<const char*>(pictureStart),
-                                                     data + size - pictureStart));
+    static const int linked =
+        ::link(picture.toUtf8(), folder.File(QStringLiteral("a@2x.png")).toUtf8());
+    Require(linked == 0);
+    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const qsizetype textEnd = (bytes + '\0').indexOf('\0');
+    const QString path = folder.Write(QStringLiteral("theme.ini"), bytes.left(textEnd));
+    folder.Write(QStringLiteral("a.png"), bytes.mid(textEnd + 1));
 
     for (const qreal scale : {1.0, 1.5}) {
         const std::optional<Theme> theme = Theme::Load(path, scale);

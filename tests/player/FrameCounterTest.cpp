@@ -2,7 +2,6 @@
 
 #include "player/MediaGraph.h"
 #include "tests/fixtures/MediaFiles.h"
-#include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
 #include <gtest/gtest.h>
@@ -20,11 +19,8 @@ double Seconds(const QString& path) {
 
 TEST(FrameCounterTest, CountsFrames) {
     const ScratchFolder scratch;
-    const QByteArray sound = ReadFile(MediaFile(QStringLiteral("untagged.aac")));
-    const auto content = [](const char* name) {
-        return ReadFile(MediaFile(QString::fromLatin1(name)));
-    };
-    const QByteArray mpeg = content("unmeasured-vbr.mp3");
+    const QByteArray sound = ReadFile(MediaFile("untagged.aac"));
+    const QByteArray mpeg = ReadFile(MediaFile("unmeasured-vbr.mp3"));
     const double adts = 88 * 1024.0 / 44100;
     const double seconds = 2.04; // of the MPEG files: padded by their encoder
     const struct {
@@ -34,7 +30,7 @@ TEST(FrameCounterTest, CountsFrames) {
         double tolerance;
     } cases[] = {
         {"ADTS", sound, adts, 1e-4},
-        {"tagged", content("mutagen-v23.aac"), adts, 1e-4},
+        {"tagged", ReadFile(MediaFile("mutagen-v23.aac")), adts, 1e-4},
         {"rubbish in the middle", sound + QByteArray(70'000, 'x') + sound, 2 * adts, 0.05},
         {"several steps", sound.repeated(60), 60 * adts, 1e-4},
         {"cut in a frame", sound + sound.left(10), adts + 1024.0 / 44100, 1e-4},
@@ -43,10 +39,10 @@ TEST(FrameCounterTest, CountsFrames) {
          0.05},
         {"a wrong rate", QByteArray("\xFF\xF1\x7C\x00\x1F\xFF\xFC", 7), 0, 0},
         {"MPEG 1, layer 3, variable rate", mpeg, seconds, 0.06},
-        {"MPEG 2, layer 3", content("unmeasured-cbr.mp3"), seconds, 0.06},
+        {"MPEG 2, layer 3", ReadFile(MediaFile("unmeasured-cbr.mp3")), seconds, 0.06},
         {"several steps of MPEG", mpeg.repeated(60), 60 * seconds, 3},
         {"a free bit rate", QByteArray("\xFF\xFB\x00\x00\x00\x00\x00", 7), 0, 0},
-        {"a picture", content("large.jpg"), 0, 0.1},
+        {"a picture", ReadFile(MediaFile("large.jpg")), 0, 0.1},
         {"nothing", {}, 0, 0},
     };
     for (const auto& c : cases)

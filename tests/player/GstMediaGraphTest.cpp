@@ -1,6 +1,5 @@
 #include "player/GstMediaGraph.h"
 
-#include "base/Language.h"
 #include "library/MediaLists.h"
 #include "player/FilePipeline.h"
 #include "player/MediaPlayer.h"
@@ -65,27 +64,6 @@ private:
     qint64 m_longestGap = 0;
 };
 
-/// As if the package of an element were not installed.
-class RankNone {
-public:
-    explicit RankNone(const char* element) {
-        CFilePipeline::Initialize();
-        m_pFeature.reset(gst_registry_lookup_feature(gst_registry_get(), element));
-        if (!m_pFeature)
-            return;
-        m_rank = gst_plugin_feature_get_rank(m_pFeature.get());
-        gst_plugin_feature_set_rank(m_pFeature.get(), GST_RANK_NONE);
-    }
-    ~RankNone() {
-        if (m_pFeature)
-            gst_plugin_feature_set_rank(m_pFeature.get(), m_rank);
-    }
-
-private:
-    GstObjectPtr<GstPluginFeature> m_pFeature;
-    guint m_rank = 0;
-};
-
 /// A sink of which it is known how many devices are open at a time and how loud it has been. If
 /// told so, devices don't answer before `unstick`.
 std::latch unstick(1);
@@ -96,12 +74,8 @@ std::atomic<int> mostOpenSinks = 0;
 std::atomic<int> loudest = 0; ///< 16-bit sample
 std::atomic<GstElement*> lastSink = nullptr;
 
-struct TestSink {
-    GstBin bin;
-};
-struct TestSinkClass {
-    GstBinClass bin;
-};
+using TestSink = GstBin;
+using TestSinkClass = GstBinClass;
 G_DEFINE_TYPE(TestSink, test_sink, GST_TYPE_BIN)
 
 GstStateChangeReturn ChangeState(GstElement* element, GstStateChange change) {
@@ -167,7 +141,7 @@ protected:
         m_pGraph->Render(path, route);
     }
     void Play(const char* name) {
-        Render(MediaFile(QString::fromLatin1(name)));
+        Render(MediaFile(name));
         m_pGraph->Run();
     }
     [[nodiscard]] bool WaitFor(Code code, int longest = kLongestEnd) {
@@ -193,7 +167,7 @@ protected:
 
 TEST_P(GstMediaGraphTest, PlaysPausesSeeksAndEnds) {
     UseTestSink();
-    const QString path = MediaFile(QString::fromLatin1(GetParam()));
+    const QString path = MediaFile(GetParam());
     Render(path, path.endsWith(QStringLiteral("wma")) ? Route::WindowsMedia : Route::ByContent);
     m_pGraph->PutVolume(-1339);
     m_pGraph->Run();
@@ -235,7 +209,7 @@ TEST_F(GstMediaGraphTest, EitherRouteTakesEachKindAndTellsItsLength) {
     for (const char* name : {"untagged.mp3", "unmeasured-vbr.mp3", "unmeasured-cbr.mp3",
                              "untagged.aac", "mutagen-v23.aac", "tagged.m4a", "two-sounds.wmv"})
         for (const auto route : {Route::ByContent, Route::WindowsMedia}) {
-            Render(MediaFile(QString::fromLatin1(name)), route);
+            Render(MediaFile(name), route);
             EXPECT_TRUE(WaitFor(Code::Rendered, 20'000)) << name; // the first one loads the library
             EXPECT_TRUE(RunUntil([&] { return m_pGraph->GetDuration().has_value(); })) << name;
             EXPECT_NEAR(Seconds(m_pGraph->GetDuration()), 2.0, 0.1) << name;
@@ -244,7 +218,7 @@ TEST_F(GstMediaGraphTest, EitherRouteTakesEachKindAndTellsItsLength) {
 
 TEST_F(GstMediaGraphTest, ALengthThatWasCountedStays) {
     const ScratchFolder scratch;
-    const QByteArray sound = ReadFile(MediaFile(QStringLiteral("untagged.aac")));
+    const QByteArray sound = ReadFile(MediaFile("untagged.aac"));
     // Silence in frames of 12 bytes. The rate of the sound before it tells a shorter one.
     Render(scratch.Write(QStringLiteral("a.aac"), sound + sound.right(12).repeated(2000)));
     m_pGraph->Run();
@@ -254,17 +228,14 @@ TEST_F(GstMediaGraphTest, ALengthThatWasCountedStays) {
 
 TEST_F(GstMediaGraphTest, WhatIsNoSoundHasADefinedEnd) {
     const ScratchFolder scratch;
-    const auto content = [](const char* name) {
-        return ReadFile(MediaFile(QString::fromLatin1(name)));
-    };
     const std::pair<const char*, QByteArray> files[] = {
         {"empty.mp3", {}},
         {"zeros.mp3", QByteArray(8'000'000, '\0')},
         {"text.mp3", QByteArray(5000, 'a')},
-        {"picture.mp3", content("small.jpg")},
-        {"picture.wma", content("small.jpg")},
-        {"cut.m4a", content("tagged.m4a").left(9000)},
-        {"cut.wma", content("tagged.wma").left(3000)},
+        {"picture.mp3", ReadFile(MediaFile("small.jpg"))},
+        {"picture.wma", ReadFile(MediaFile("small.jpg"))},
+        {"cut.m4a", ReadFile(MediaFile("tagged.m4a")).left(9000)},
+        {"cut.wma", ReadFile(MediaFile("tagged.wma")).left(3000)},
     };
     QStringList paths{scratch.MakeFolder(QStringLiteral("folder.mp3")),
                       scratch.File(QStringLiteral("pipe.mp3")), QStringLiteral("/missing.mp3")};
@@ -272,7 +243,7 @@ TEST_F(GstMediaGraphTest, WhatIsNoSoundHasADefinedEnd) {
     for (const auto& [name, bytes] : files)
         paths += scratch.Write(QString::fromLatin1(name), bytes);
     m_heart.Forgive();
-    Render(MediaFile(QStringLiteral("untagged.mp3")));
+    Render(MediaFile("untagged.mp3"));
     ASSERT_TRUE(WaitFor(Code::Rendered, 20'000));
     for (const QString& path : paths)
         for (const auto route : {Route::ByContent, Route::WindowsMedia}) {
@@ -286,7 +257,7 @@ TEST_F(GstMediaGraphTest, WhatIsNoSoundHasADefinedEnd) {
 
 TEST_F(GstMediaGraphTest, AFileThatGoesWhileItPlaysHasADefinedEnd) {
     const ScratchFolder scratch;
-    const QByteArray sound = ReadFile(MediaFile(QStringLiteral("untagged.mp3")));
+    const QByteArray sound = ReadFile(MediaFile("untagged.mp3"));
     const QString path = scratch.File(QStringLiteral("a.mp3"));
     const std::function<void()> changes[] = {
         [&] { QFile::remove(path); },
@@ -320,14 +291,20 @@ TEST_F(GstMediaGraphTest, NamesThePackageOfADecoderThatIsMissing) {
          {"mpg123audiodec", "avdec_mp3", "avdec_mp3float"},
          "gstreamer1.0-plugins-good"},
     };
+    CFilePipeline::Initialize();
     for (const auto& c : cases) {
-        std::vector<std::unique_ptr<RankNone>> without;
+        std::vector<std::pair<GstObjectPtr<GstPluginFeature>, guint>> ranks;
         for (const char* element : c.elements)
-            without.push_back(std::make_unique<RankNone>(element));
+            if (auto* feature = gst_registry_lookup_feature(gst_registry_get(), element)) {
+                ranks.emplace_back(feature, gst_plugin_feature_get_rank(feature));
+                gst_plugin_feature_set_rank(feature, GST_RANK_NONE);
+            }
         m_heart.Forgive();
-        Render(MediaFile(QString::fromLatin1(c.file)));
-        ASSERT_TRUE(WaitFor(Code::DecoderMissing, 20'000)) << c.file;
+        Render(MediaFile(c.file));
+        EXPECT_TRUE(WaitFor(Code::DecoderMissing, 20'000)) << c.file;
         EXPECT_EQ(m_strDetail.toStdString(), c.package) << c.elements.front();
+        for (const auto& [feature, rank] : ranks)
+            gst_plugin_feature_set_rank(feature.get(), rank);
     }
 }
 
@@ -384,15 +361,11 @@ TEST_F(GstMediaGraphTest, AStuckDeviceHoldsUpNobody) {
     unstick.count_down(); // the thread ends with the fixture
 }
 
-TEST(RealTransportTest, OneTrackFollowsTheOtherAndABrokenOneEndsIt) {
-    SetLanguageFile(QString()); // texts are their own keys
-    const ScratchFolder scratch;
+TEST(RealTransportTest, OneTrackFollowsTheOther) {
     CMediaLists lists;
     CMediaList& list = lists.Add({}, MEDIA_TYPE_COLLECTION, 1);
-    for (const QString& path :
-         {MediaFile(QStringLiteral("untagged.mp3")), scratch.File(QStringLiteral("missing.mp3")),
-          MediaFile(QStringLiteral("tagged.wma")), scratch.Write(QStringLiteral("a.mp3"), {})})
-        AddTrack(list, path);
+    AddTrack(list, MediaFile("untagged.mp3"));
+    AddTrack(list, MediaFile("tagged.wma"));
     CGstMediaGraphs graphs;
     RecordingDisplay display;
     RecordingView view;
@@ -402,7 +375,7 @@ TEST(RealTransportTest, OneTrackFollowsTheOtherAndABrokenOneEndsIt) {
     transport.Listen(messages);
     const Heart heart;
     transport.PlayTrack(list, 0);
-    for (const int index : {0, 2}) {
+    for (const int index : {0, 1}) {
         ASSERT_TRUE(RunUntil([&] {
             return transport.GetNowPlaying() == list[index] && player.GetDuration() > 0 &&
                    player.GetPosition() > 0;
@@ -410,8 +383,5 @@ TEST(RealTransportTest, OneTrackFollowsTheOtherAndABrokenOneEndsIt) {
         EXPECT_EQ(list[index]->m_strLength, u"00:02");
         player.SeekTo(player.GetDuration() - Position(0.1));
     }
-    ASSERT_TRUE(RunUntil([&] { return transport.GetState() == TransportState::Stopped; }));
-    EXPECT_EQ(display.beeps, 1);
-    EXPECT_EQ(list[3]->m_strStatus, QStringLiteral("IDS_FEILD_CORRUPT"));
-    EXPECT_EQ(transport.GetNowPlaying(), list[3]);
+    EXPECT_TRUE(RunUntil([&] { return transport.GetState() == TransportState::Stopped; }));
 }

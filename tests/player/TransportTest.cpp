@@ -4,8 +4,6 @@
 #include "library/MediaLists.h"
 #include "player/MediaPlayer.h"
 #include "tests/fixtures/LibraryFakes.h"
-#include "tests/fixtures/Printers.h"
-#include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
 #include "tests/player/RecordingDisplay.h"
@@ -14,8 +12,6 @@
 #include <QEventLoop>
 #include <QFile>
 #include <gtest/gtest.h>
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <functional>
@@ -129,13 +125,7 @@ struct Deck {
              transport.OnNext();
          }},
         {"remove", [this](Argument) { lists.Remove(collection.m_iId); }},
-        {"await", // what is read
-         [](Argument) {
-             const auto isReading = [](const char* thread) {
-                 return HasThread(::getpid(), thread);
-             };
-             EXPECT_TRUE(RunUntil([&] { return !isReading("playlist") && !isReading("track"); }));
-         }},
+        {"await", [](Argument) { WaitForThreads(); }}, // until all is read
         {"fill", [this](Argument a) { Fill(collection, a); }},
         {"clear", [this](Argument) { collection.ClearAll(); }},
         {"check", [this](Argument a) { Track(a[0]).m_bChecked = 1; }},
@@ -214,21 +204,15 @@ TEST(TransportStepsTest, LeadFromTrackToTrack) {
         EXPECT_EQ(deck.display.caption, isStopped ? "" : c.marked);
         EXPECT_EQ(deck.view.playingList == -1, isStopped);
         EXPECT_EQ(deck.display.canSeek, deck.player.HasGraph());
-        EXPECT_TRUE(isStopped || deck.script.current->GetState() != GraphState::Stopped);
+        const auto* graph = deck.script.current;
+        EXPECT_EQ(!graph || graph->GetState() == GraphState::Stopped, isStopped);
         EXPECT_EQ(deck.display.beeps, 0);
     }
 }
 
 TEST_F(TransportTest, StopGoesBackToTheBeginning) {
     Do("play:b stop");
-    EXPECT_TRUE(script.TakeLog().join(u' ').endsWith(QStringLiteral("Stop Seek 0")));
-    Do("previous");
-    EXPECT_FALSE(script.log.contains(QStringLiteral("Run")));
-    Do("release:a");
-    EXPECT_FALSE(player.HasGraph());
-    EXPECT_EQ(transport.GetPlayList(), nullptr);
-    transport.ReleaseFile(QString()); // the path of no file
-    EXPECT_EQ(transport.GetNowPlaying(), nullptr);
+    EXPECT_TRUE(script.log.join(u' ').endsWith(u"Stop Seek 0"));
 }
 
 TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
@@ -330,7 +314,6 @@ TEST_F(TransportTest, AFileThatCantBePlayedEndsThePlaying) {
         EXPECT_EQ(Loaded(), "ab");
         EXPECT_EQ(Track('b').m_strStatus.toStdString(), status);
         EXPECT_EQ(display.beeps, 1);
-        EXPECT_EQ(display.caption, "");
         EXPECT_EQ(Shown(), "stopped <>");
         EXPECT_FALSE(display.canSeek);
         EXPECT_FALSE(player.HasGraph());

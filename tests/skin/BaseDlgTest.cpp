@@ -2,14 +2,11 @@
 
 #include "base/Language.h"
 #include "tests/fixtures/Printers.h"
-#include "tests/fixtures/ScratchFolder.h"
 #include "tests/skin/SyntheticTheme.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QHelpEvent>
-#include <QMenu>
-#include <QPointer>
 #include <QScreen>
 #include <QTest>
 #include <QToolTip>
@@ -111,7 +108,7 @@ TEST_F(BaseDlgTest, WithoutAThemeTheDesktopsFrameStays) {
     EXPECT_FALSE(plain.GetSkin().IsMaximized());
 }
 
-TEST_F(BaseDlgTest, ButtonsFollowTheMouseOverTheFrame) {
+TEST_F(BaseDlgTest, ButtonsAndTheCursorFollowTheMouseOverTheFrame) {
     Open();
     EXPECT_EQ(Shown(kClose), std::pair(Picture::Close, 0));
     Move(kClose);
@@ -130,6 +127,10 @@ TEST_F(BaseDlgTest, ButtonsFollowTheMouseOverTheFrame) {
     EXPECT_EQ(dialog->m_nPresses, 1);
     QTest::mouseRelease(dialog.get(), Qt::LeftButton, {}, kClose); // what was not pressed here
     EXPECT_TRUE(dialog->isVisible());
+    Move({1, 1});
+    EXPECT_EQ(dialog->cursor().shape(), Qt::SizeFDiagCursor);
+    Move(kClient);
+    EXPECT_EQ(dialog->cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(BaseDlgTest, ButtonsHaveTipsAndOwnOnesSendTheirCommand) {
@@ -169,16 +170,6 @@ TEST_F(BaseDlgTest, HolesOfTheThemeAreHolesOfTheWindow) {
     EXPECT_EQ(dialog->mask(), QRegion(0, 0, 500, 350) - QRegion(0, 0, 1, 1));
 }
 
-TEST_F(BaseDlgTest, CursorsShowWhatCanBeSized) {
-    for (const FrameStyles style : {kAll, FrameStyles()}) {
-        Open(style);
-        Move({1, 1});
-        EXPECT_EQ(dialog->cursor().shape(), style ? Qt::SizeFDiagCursor : Qt::ArrowCursor);
-        Move(kClient);
-        EXPECT_EQ(dialog->cursor().shape(), Qt::ArrowCursor);
-    }
-}
-
 TEST_F(BaseDlgTest, MaximizesMinimizesAndComesBackAsItWas) {
     Open();
     CSkinWnd& skin = dialog->GetSkin();
@@ -208,6 +199,8 @@ TEST_F(BaseDlgTest, MaximizesMinimizesAndComesBackAsItWas) {
     Open(FrameStyle::Fixed);
     doubleClick();
     EXPECT_EQ(dialog->size(), kSize);
+    Move({1, 1});
+    EXPECT_EQ(dialog->cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(BaseDlgTest, TitleAndActivityAreDrawn) {

@@ -5,14 +5,12 @@
 #include "skin/ProgressSlider.h"
 #include "tests/fixtures/Contrast.h"
 
-#include <QAnimationDriver>
 #include <QProxyStyle>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
 
 #include <array>
-#include <memory>
 #include <tuple>
 #include <vector>
 
@@ -32,7 +30,7 @@ public:
 /// A window, and beside it another one, with the mouse outside the controls.
 class ControlsTest : public testing::Test {
 protected:
-    void Show() {
+    void SetUp() override {
         m_window.resize(300, 200);
         m_window.show();
         m_window.activateWindow();
@@ -65,6 +63,7 @@ protected:
         for (QAbstractButton* button : buttons) {
             button->setStyle(&m_still);
             button->resize(button->sizeHint());
+            button->show();
         }
         buttons[1]->move(60, 0);
         return buttons;
@@ -81,9 +80,7 @@ QImage Look(QWidget& control) {
 } // namespace
 
 TEST_F(ControlsTest, EachStateOfAButtonHasALookOfItsOwn) {
-    const auto buttons = MakeButtons();
-    Show();
-    for (QAbstractButton* button : buttons) {
+    for (QAbstractButton* button : MakeButtons()) {
         MoveOnto(*button);
         const QImage hot = Look(*button);
         button->setDown(true);
@@ -112,10 +109,8 @@ TEST_F(ControlsTest, EachStateOfAButtonHasALookOfItsOwn) {
 }
 
 TEST_F(ControlsTest, HoverEnds) {
-    const auto buttons = MakeButtons();
-    Show();
     QWidget other;
-    for (QAbstractButton* button : buttons) {
+    for (QAbstractButton* button : MakeButtons()) {
         const QImage normal = Look(*button);
         button->setEnabled(false);
         const QImage disabled = Look(*button);
@@ -162,7 +157,6 @@ TEST_F(ControlsTest, HoverEnds) {
 
 TEST_F(ControlsTest, APressTakesTheFocusAndADoubleClickIsTwoClicks) {
     for (QAbstractButton* button : MakeButtons()) {
-        Show();
         int clicks = 0;
         QObject::connect(button, &QAbstractButton::clicked, [&] { ++clicks; });
         const QPoint corner = button->rect().bottomRight();
@@ -183,10 +177,7 @@ class SliderTest : public ControlsTest {
 protected:
     static constexpr int kThumb = 12; ///< its length
 
-    void SetUp() override {
-        m_slider.resize(100 + kThumb, 24);
-        Show();
-    }
+    SliderTest() { m_slider.resize(100 + kThumb, 24); }
 
     /// Where the mouse is over the thumb's centre at a position.
     static QPoint At(int position) { return {position + kThumb / 2, 12}; }
@@ -270,72 +261,65 @@ namespace {
 
 class ProgressTest : public ControlsTest {
 protected:
-    void Make(QStyle* style) {
-        m_bar = std::make_unique<CProgressSlider>(QStringLiteral("Position"), &m_window);
-        m_bar->setStyle(style);
-        m_bar->resize(200, 22);
-        Show();
-    }
+    ProgressTest() { m_bar.resize(200, 22); }
 
-    QTimer& Timer() { return *m_bar->findChild<QTimer*>(); }
+    QTimer& Timer() { return *m_bar.findChild<QTimer*>(); }
 
     void Tick() {
         QTimerEvent tick(Timer().timerId());
         QCoreApplication::sendEvent(&Timer(), &tick);
     }
 
-    std::unique_ptr<CProgressSlider> m_bar;
+    CProgressSlider m_bar{QStringLiteral("Position"), &m_window};
     const QString m_strLong = QStringLiteral("<b>Artist</b> - Album - Title ").repeated(4);
 };
 
 } // namespace
 
 TEST_F(ProgressTest, TheBarIsFilledUpToItsPositionAndTextOnItCanBeRead) {
-    Make(nullptr);
-    m_bar->setValue(50);
-    const QImage look = Look(*m_bar);
+    m_bar.setValue(50);
+    const QImage look = Look(m_bar);
     const QColor ground = look.pixelColor(110, 11);
     const QColor fill = look.pixelColor(90, 11);
     EXPECT_EQ(ground.rgb(), Colours::kInk0);
     EXPECT_EQ(look.pixelColor(99, 11), fill);
     EXPECT_EQ(look.pixelColor(100, 11), ground);
     EXPECT_GE(Contrast(Colours::kText, fill), 4.5);
-    QTest::mouseClick(m_bar.get(), Qt::LeftButton, {}, {150, 11});
-    EXPECT_EQ(m_bar->value(), 75);
+    QTest::mouseClick(&m_bar, Qt::LeftButton, {}, {150, 11});
+    EXPECT_EQ(m_bar.value(), 75);
 }
 
 TEST_F(ProgressTest, ALongCaptionMovesAPixelWithEachTickWhileItIsSeen) {
-    Make(nullptr);
-    m_bar->SetCaption(QStringLiteral("Short"));
+    m_bar.SetCaption(QStringLiteral("Short"));
     EXPECT_FALSE(Timer().isActive());
-    m_bar->SetCaption(m_strLong);
+    m_bar.SetCaption(m_strLong);
     ASSERT_TRUE(Timer().isActive());
     const QRect inside(20, 1, 150, 20);
-    const QImage first = Look(*m_bar);
-    const int round = m_bar->fontMetrics().horizontalAdvance(m_strLong) + 40;
+    const QImage first = Look(m_bar);
+    const int round = m_bar.fontMetrics().horizontalAdvance(m_strLong) + 40;
     for (int ticks = 0; ticks < round; ++ticks) {
         if (ticks < 3) {
-            EXPECT_EQ(Look(*m_bar).copy(inside), first.copy(inside.translated(ticks, 0)));
+            EXPECT_EQ(Look(m_bar).copy(inside), first.copy(inside.translated(ticks, 0)));
         }
         Tick();
     }
-    EXPECT_EQ(Look(*m_bar), first);
+    EXPECT_EQ(Look(m_bar), first);
 
-    m_bar->hide();
+    m_bar.hide();
     EXPECT_FALSE(Timer().isActive());
-    m_bar->show();
+    m_bar.show();
     EXPECT_TRUE(Timer().isActive());
-    m_bar->resize(3000, 22);
+    m_bar.resize(3000, 22);
     EXPECT_FALSE(Timer().isActive());
 }
 
 TEST_F(ProgressTest, WithReducedMotionALongCaptionIsCutAndItsToolTipIsWhole) {
-    Make(&m_still);
-    m_bar->SetCaption(m_strLong);
+    m_bar.setStyle(&m_still);
+    m_bar.SetCaption(m_strLong);
     EXPECT_FALSE(Timer().isActive());
-    EXPECT_TRUE(m_bar->toolTip().contains(m_strLong.trimmed().toHtmlEscaped()))
-        << m_bar->toolTip().toStdString();
-    m_bar->SetCaption(QStringLiteral("Short"));
-    EXPECT_EQ(m_bar->toolTip(), u"Position");
-    EXPECT_EQ(m_bar->accessibleDescription(), u"Short");
+    EXPECT_TRUE(m_bar.toolTip().contains(m_strLong.trimmed().toHtmlEscaped()))
+        << m_bar.toolTip().toStdString();
+    m_bar.SetCaption(QStringLiteral("Short"));
+    EXPECT_EQ(m_bar.toolTip(), u"Position");
+    EXPECT_EQ(m_bar.accessibleDescription(), u"Short");
 }

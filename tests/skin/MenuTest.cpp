@@ -30,17 +30,11 @@ QRgb GroundOf(const std::map<QRgb, int>& colours) {
         ->first;
 }
 
-class MenuTest : public ::testing::Test {
-protected:
-    MenuTest() {
-        UseSkinPalette();
-        QApplication::setStyle(new CMenuStyle);
-    }
-};
-
 } // namespace
 
-TEST_F(MenuTest, DrawsItsItems) {
+TEST(MenuTest, DrawsItsItems) {
+    UseSkinPalette();
+    QApplication::setStyle(new CMenuStyle);
     BCMenu menu;
     QPixmap red(16, 16);
     red.fill(Qt::red);

@@ -3,46 +3,18 @@
 #include "skin/Colours.h"
 #include "tests/fixtures/Contrast.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QLineEdit>
-#include <QMenu>
-#include <QRadioButton>
 #include <QScrollArea>
-#include <QSpinBox>
 #include <QTest>
-#include <QToolTip>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
-
-#include <private/qguiapplication_p.h>
-#include <qpa/qplatformtheme.h>
-#include <qpa/qwindowsysteminterface.h>
 
 #include <functional>
 #include <utility>
 #include <vector>
 
 namespace {
-
-/// A desktop all of whose colours come from one.
-class Desktop : public QPlatformTheme {
-public:
-    explicit Desktop(Qt::GlobalColor colour) {
-        QGuiApplicationPrivate::platform_theme = this;
-        Change(colour);
-    }
-    void Change(Qt::GlobalColor colour) {
-        m_palette = QPalette(colour);
-        QWindowSystemInterface::handleThemeChange();
-        QCoreApplication::processEvents();
-    }
-    const QPalette* palette(Palette) const override { return &m_palette; }
-
-private:
-    QPalette m_palette;
-};
 
 /// How many pixels differ by a contrast that is plain to see from what `ground` has there.
 int CountPlain(const QImage& image, const std::function<QColor(QPoint)>& ground) {

@@ -1,12 +1,10 @@
 """A screen with a window manager, and the hands of a user on it: what the walks are made of."""
 
 import contextlib
-import functools
 import os
 import pathlib
 import re
 import subprocess
-import sys
 import tempfile
 import time
 
@@ -221,16 +219,3 @@ def take(steps, picture):
             return False
         print(f"ok: {text}", flush=True)
     return True
-
-
-def take_walk(walk_class, program, scale=1):
-    """Takes the STEPS of a walk, pairs of a method and its text, as a new user; returns the exit
-    code. The walk is made of what ends processes, a scratch folder and the user's home. Its picture
-    of a failure lies beside the program's folder."""
-    picture = program.parent.parent / f"{pathlib.Path(sys.argv[0]).stem}-failed.png"
-    with tempfile.TemporaryDirectory() as folder:
-        home = pathlib.Path(folder) / "home"
-        with new_user(home, scale) as (cleanup, scratch):
-            walk = walk_class(cleanup, scratch, home)
-            steps = [(functools.partial(step, walk), text) for step, text in walk.STEPS]
-            return 0 if take(steps, picture) else 1

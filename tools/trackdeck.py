@@ -1,10 +1,14 @@
 """The program as walks meet it: its windows, its texts, and where things stand in them."""
 
+import functools
+import inspect
 import os
 import pathlib
 import re
+import sys
+import tempfile
 
-from screen import StepFailed, check, start, wait_for
+from screen import Screen, StepFailed, check, new_user, start, take, wait_for
 
 # Dark enough to be text on paper, in shades of grey.
 INK = 115
@@ -164,3 +168,35 @@ class TrackDeck:
         file = pathlib.Path(os.environ["HOME"]) / ".config" / "Veltria" / "Track Deck.ini"
         lines = file.read_text().splitlines()
         check(line in lines, f"no {line} in {lines}")
+
+
+class Walk:
+    """A walk through the program by a new user. Its steps are the public methods that its class
+    defines, in their order; their names tell them."""
+
+    SCALE = 1  # of the desktop
+
+    def __init__(self, program, cleanup, scratch, home):
+        self.home = home
+        self.screen = Screen(cleanup, scratch, tuple(n * self.SCALE for n in TrackDeck.SCREEN))
+        self.deck = TrackDeck(program, self.screen, cleanup, self.SCALE)
+
+    def press(self, *keys):
+        self.screen.press(keys)
+
+    @classmethod
+    def take(cls):
+        """Takes it with the program that the command line names; returns the exit code. The picture
+        of a failure lies beside the program's folder."""
+        program = pathlib.Path(sys.argv[1]).resolve()
+        picture = program.parent.parent / f"{pathlib.Path(sys.argv[0]).stem}-failed.png"
+        with tempfile.TemporaryDirectory() as folder:
+            home = pathlib.Path(folder) / "home"
+            with new_user(home, cls.SCALE) as (cleanup, scratch):
+                walk = cls(program, cleanup, scratch, home)
+                steps = [
+                    (functools.partial(step, walk), name.replace("_", " "))
+                    for name, step in vars(cls).items()
+                    if inspect.isfunction(step) and not name.startswith("_")
+                ]
+                return 0 if take(steps, picture) else 1

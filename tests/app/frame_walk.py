@@ -10,10 +10,9 @@ import sys
 import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
-from screen import Screen, StepFailed, take_walk, wait_for
-from trackdeck import TrackDeck
+from screen import StepFailed, wait_for
+from trackdeck import TrackDeck, Walk
 
-PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 SCALE = 2
 
 
@@ -22,7 +21,6 @@ def scaled(*lengths):
 
 
 SCREEN = scaled(*TrackDeck.SCREEN)
-SMALLEST = scaled(640, 480)
 MINI_SIZE = scaled(*TrackDeck.MINI_SIZE)
 STEP = 40 * SCALE
 CAPTION = scaled(200, 16)
@@ -42,64 +40,57 @@ def grip(size, x, y):
     return {-1: 1, 0: width // 3, 1: width - 2}[x], {-1: top, 0: height // 2, 1: height - 2}[y]
 
 
-class Walk:
-    def __init__(self, cleanup, scratch, _home):
-        self.screen = Screen(cleanup, scratch, SCREEN)
-        self.deck = TrackDeck(PROGRAM, self.screen, cleanup, SCALE)
+class FrameWalk(Walk):
+    SCALE = SCALE
 
-    def geometry(self):
+    def _geometry(self):
         return self.screen.geometry(self.deck.window)
 
-    def click_button(self, button):
-        (width, _), _ = self.geometry()
+    def _click_button(self, button):
+        (width, _), _ = self._geometry()
         self.screen.click(self.deck.window, (width - button[0], button[1]))
 
-    def settled(self, before):
+    def _settled(self, before):
         """The geometry once it is another one than `before`, and rests."""
         self.screen.pull((4 * SCALE, 4 * SCALE))
         deadline = time.monotonic() + 2
         last = before
         while time.monotonic() < deadline:
             time.sleep(0.2)
-            now = self.geometry()
+            now = self._geometry()
             if now == last != before:
                 return now
             last = now
         return None
 
-    def drag(self, point, way):
+    def _drag(self, point, way, in_vain=False):
         """Takes a point of the window along, by `way`. Returns the geometry from which this goes:
         where the mouse is when the window manager takes over, nobody can tell in advance."""
-        before = self.geometry()
+        start = before = self._geometry()
         self.screen.point(self.deck.window, point)
         self.screen.hold()
-        start = wait_for(lambda: self.settled(before), "the drag to begin")
+        if not in_vain:
+            start = wait_for(lambda: self._settled(before), "the drag to begin")
         self.screen.pull(way)
         self.screen.let_go(self.deck.window)
         return start
 
-    def drag_in_vain(self, point):
-        self.screen.point(self.deck.window, point)
-        self.screen.hold()
-        self.screen.pull((STEP, STEP))
-        self.screen.let_go(self.deck.window)
-
-    def double_click_caption(self):
+    def _double_click_caption(self):
         self.screen.click(self.deck.window, CAPTION, times=2)
 
-    def program_starts(self):
+    def window_comes_up_in_the_middle_of_the_screen(self):
         self.deck.start()
         size = scaled(768, 576)
         self.deck.wait_for_geometry(size, tuple((s - w) // 2 for s, w in zip(SCREEN, size)))
 
-    def caption_moves(self):
-        size, (left, top) = self.drag(CAPTION, (STEP, -STEP))
+    def caption_moves_it(self):
+        size, (left, top) = self._drag(CAPTION, (STEP, -STEP))
         self.deck.wait_for_geometry(size, (left + STEP, top - STEP))
 
-    def edges_and_corners_size(self):
+    def edges_and_corners_size_it(self):
         step = -STEP
         for x, y in GRIPS:
-            (w, h), (left, top) = self.drag(grip(self.geometry()[0], x, y), (step, step))
+            (w, h), (left, top) = self._drag(grip(self._geometry()[0], x, y), (step, step))
             try:
                 self.deck.wait_for_geometry(
                     (w + step * x, h + step * y), (left + step * (x < 0), top + step * (y < 0))
@@ -108,58 +99,47 @@ class Walk:
                 raise StepFailed(f"{x}, {y}: {failure}") from None
             step = -step
 
-    def smallest_size_holds(self):
-        size, place = self.geometry()
-        self.drag(grip(size, 1, 1), scaled(-400, -400))
-        self.deck.wait_for_geometry(SMALLEST, place)
+    def it_gets_no_smaller_than_it_may(self):
+        size, place = self._geometry()
+        self._drag(grip(size, 1, 1), scaled(-400, -400))
+        self.deck.wait_for_geometry(scaled(640, 480), place)
 
-    def maximizes(self):
-        for toggle in (self.double_click_caption, lambda: self.click_button(MAXIMIZE)):
-            before = self.geometry()
-            toggle()
-            self.deck.wait_for_geometry(SCREEN, (0, 0))
-            self.drag_in_vain(CAPTION)
-            self.drag_in_vain((1, SCREEN[1] // 2))
-            self.deck.wait_for_geometry(SCREEN, (0, 0))
-            toggle()
-            self.deck.wait_for_geometry(*before)
-
-    def minimizes_and_comes_back(self):
-        before = self.geometry()
-        self.click_button(MINIMIZE)
+    def button_minimizes_it_and_it_comes_back(self):
+        before = self._geometry()
+        self._click_button(MINIMIZE)
         self.deck.wait_until_gone("IDS_MAIN_TITLE")
         self.screen.activate(self.deck.window)
         self.deck.wait_for_window("IDS_MAIN_TITLE")
         self.deck.wait_for_geometry(*before)
 
-    def mini_player_comes_and_goes(self):
-        size, place = self.geometry()
-        self.click_button(TO_MINI)
+    def double_click_and_button_maximize_and_restore_it(self):
+        for toggle in (self._double_click_caption, lambda: self._click_button(MAXIMIZE)):
+            before = self._geometry()
+            toggle()
+            self.deck.wait_for_geometry(SCREEN, (0, 0))
+            for point in (CAPTION, (1, SCREEN[1] // 2)):
+                self._drag(point, (STEP, STEP), in_vain=True)
+            self.deck.wait_for_geometry(SCREEN, (0, 0))
+            toggle()
+            self.deck.wait_for_geometry(*before)
+
+    def mini_player_comes_is_moved_and_goes(self):
+        before = self._geometry()
+        self._click_button(TO_MINI)
         mini_place = (10 * SCALE, SCREEN[1] - 100 * SCALE)
         self.deck.wait_for_geometry(MINI_SIZE, mini_place)
-        self.drag_in_vain((MINI_SIZE[0] - 2, 40 * SCALE))
-        self.double_click_caption()
+        self._drag((MINI_SIZE[0] - 2, 40 * SCALE), (STEP, STEP), in_vain=True)
+        self._double_click_caption()
         self.deck.wait_for_geometry(MINI_SIZE, mini_place)
-        _, (left, top) = self.drag(CAPTION, (STEP, -STEP))
+        _, (left, top) = self._drag(CAPTION, (STEP, -STEP))
         self.deck.wait_for_geometry(MINI_SIZE, (left + STEP, top - STEP))
-        self.click_button(TO_NORMAL)
-        self.deck.wait_for_geometry(size, place)
+        self._click_button(TO_NORMAL)
+        self.deck.wait_for_geometry(*before)
 
-    def close_button_ends(self):
-        self.click_button(CLOSE)
+    def close_button_ends_the_program(self):
+        self._click_button(CLOSE)
         self.deck.wait_until_ended()
-
-    STEPS = [
-        (program_starts, "the window comes up in the middle of the screen"),
-        (caption_moves, "the caption moves it"),
-        (edges_and_corners_size, "edges and corners size it"),
-        (smallest_size_holds, "it gets no smaller than it may"),
-        (minimizes_and_comes_back, "the button minimizes it, and it comes back"),
-        (maximizes, "a double click and the button maximize and restore it"),
-        (mini_player_comes_and_goes, "the mini player comes, is moved, and goes"),
-        (close_button_ends, "the close button ends the program"),
-    ]
 
 
 if __name__ == "__main__":
-    sys.exit(take_walk(Walk, PROGRAM, SCALE))
+    sys.exit(FrameWalk.take())

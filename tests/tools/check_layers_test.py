@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
 """Runs tools/check-layers over small made-up trees."""
 
-import os
+import pathlib
 import subprocess
-import sys
 import tempfile
 import unittest
 
-CHECK_LAYERS = os.path.join(os.path.dirname(__file__), "..", "..", "tools", "check-layers")
+CHECK_LAYERS = pathlib.Path(__file__).resolve().parents[2] / "tools" / "check-layers"
 
-# What the tree shows, its files with the includes of each, and what check-layers prints.
+# What the tree shows, its files with the includes of each, and what check-layers prints. An include
+# that starts with neither " nor < is a line as it stands.
 TREES = [
     (
         "looking down, at home and from above",
@@ -25,7 +25,7 @@ TREES = [
             "build/app/moc.cpp": ['"gone.h"'],
             ".old/platform/Path.h": ['"gone.h"'],
         },
-        ["The layers hold."],
+        "The layers hold.\n",
     ),
     (
         "what breaks the layers",
@@ -41,17 +41,15 @@ TREES = [
             "player/Player.cpp": ['"phone/Link.h"'],
             "tests/fixtures/Scratch.h": [],
         },
-        [
-            "attic/Thing.h:1: its folder stands on no floor",
-            'base/Code.cpp:1: "tests/fixtures/Scratch.h": the program does not include tests/',
-            'base/Low.h:2: "library/High.h": looks up from base/ to library/',
-            'base/Lower.h:1: "library/High.h": looks up from base/ to library/',
-            'drivers/folder/driver.cpp:1: "platform/Path.h": '
-            "a driver includes phone/driver_api.h only",
-            'library/High.h:1: "High.h": no such file (includes are written from the top of the '
-            "tree)",
-            'player/Player.cpp:1: "phone/Link.h": looks sideways from player/ to phone/',
-        ],
+        """\
+attic/Thing.h:1: its folder stands on no floor
+base/Code.cpp:1: "tests/fixtures/Scratch.h": the program does not include tests/
+base/Low.h:2: "library/High.h": looks up from base/ to library/
+base/Lower.h:1: "library/High.h": looks up from base/ to library/
+drivers/folder/driver.cpp:1: "platform/Path.h": a driver includes phone/driver_api.h only
+library/High.h:1: "High.h": no such file (includes are written from the top of the tree)
+player/Player.cpp:1: "phone/Link.h": looks sideways from player/ to phone/
+""",
     ),
     (
         "circles, each once, and not the file that leads to one",
@@ -66,31 +64,28 @@ TREES = [
             "tags/B.cpp": ['"tags/B.h"', '"tags/A.h"'],
             "tags/BMore.cpp": ['"tags/B.h"'],
         },
-        ["circle: skin/B -> skin/C -> skin/B", "circle: tags/A -> tags/B -> tags/A"],
+        "circle: skin/B -> skin/C -> skin/B\ncircle: tags/A -> tags/B -> tags/A\n",
     ),
 ]
 
 
 def run_on(files):
-    """The exit status and the lines that check-layers prints for a tree of these files."""
+    """The exit status and what check-layers prints for a tree of these files."""
     with tempfile.TemporaryDirectory(prefix="trackdeck-test-") as tree:
-        for path, includes in files.items():
-            os.makedirs(os.path.join(tree, os.path.dirname(path)), exist_ok=True)
-            with open(os.path.join(tree, path), "w", encoding="utf-8") as stream:
-                for include in includes:
-                    plain = include[:1] in ('"', "<")
-                    stream.write((f"#include {include}" if plain else include) + "\n")
-        result = subprocess.run(
-            [sys.executable, CHECK_LAYERS, tree], capture_output=True, text=True, check=False
-        )
-    return result.returncode, result.stdout.splitlines(), result.stderr
+        for name, includes in files.items():
+            path = pathlib.Path(tree, name)
+            path.parent.mkdir(parents=True, exist_ok=True)
+            lines = [f"#include {line}" if line[:1] in ('"', "<") else line for line in includes]
+            path.write_text("".join(f"{line}\n" for line in lines), encoding="utf-8")
+        result = subprocess.run([CHECK_LAYERS, tree], capture_output=True, text=True, check=False)
+    return result.returncode, result.stdout, result.stderr
 
 
 class CheckLayers(unittest.TestCase):
     def test_trees(self):
         for name, files, complaints in TREES:
             with self.subTest(name):
-                status = 0 if "The layers hold." in complaints else 1
+                status = 0 if complaints == "The layers hold.\n" else 1
                 self.assertEqual(run_on(files), (status, complaints, ""))
 
 

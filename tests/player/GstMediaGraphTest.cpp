@@ -361,19 +361,16 @@ TEST_F(GstMediaGraphTest, AStuckDeviceHoldsUpNobody) {
     unstick.count_down(); // the thread ends with the fixture
 }
 
-TEST(RealTransportTest, OneTrackFollowsTheOther) {
+TEST_F(GstMediaGraphTest, OneTrackOfATransportFollowsTheOther) {
     CMediaLists lists;
     CMediaList& list = lists.Add({}, MEDIA_TYPE_COLLECTION, 1);
     AddTrack(list, MediaFile("untagged.mp3"));
     AddTrack(list, MediaFile("tagged.wma"));
-    CGstMediaGraphs graphs;
     RecordingDisplay display;
-    RecordingView view;
-    CMessageTarget messages;
-    CMediaPlayer player([&] { return graphs.Make(); }, messages.Address(), display);
+    NoView view;
+    CMediaPlayer player([this] { return m_graphs.Make(); }, m_messages.Address(), display);
     CTransport transport(lists, player, view, display);
-    transport.Listen(messages);
-    const Heart heart;
+    transport.Listen(m_messages);
     transport.PlayTrack(list, 0);
     for (const int index : {0, 1}) {
         ASSERT_TRUE(RunUntil([&] {

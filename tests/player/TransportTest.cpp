@@ -150,7 +150,6 @@ TEST(TransportStepsTest, LeadFromTrackToTrack) {
         const char* shown;
         const char* marked;
     } cases[] = {
-        {"", "mode:0", "", "stopped |", ""},
         {"", "mode:1 activate:none", "", "stopped ", ""},
         {"", "mode:0 play:b finish finish", "bc", "stopped |", ""},
         {"", "mode:1 play:b finish finish finish", "bcab", "playing <|>", "b"},

@@ -199,8 +199,6 @@ TEST_F(BaseDlgTest, MaximizesMinimizesAndComesBackAsItWas) {
     Open(FrameStyle::Fixed);
     doubleClick();
     EXPECT_EQ(dialog->size(), kSize);
-    Move({1, 1});
-    EXPECT_EQ(dialog->cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(BaseDlgTest, TitleAndActivityAreDrawn) {

@@ -66,7 +66,8 @@ function(trackdeck_library name)
 endfunction()
 
 # What a test measures is in the libraries: its own code is built in no time, and not to be fast.
-set(TRACKDECK_TEST_OPTIONS -O0)
+# Its texts are plain literals.
+set(TRACKDECK_TEST_OPTIONS -O0 -UQT_NO_CAST_FROM_ASCII)
 
 # trackdeck_test(name LINK lib... SOURCES file... [LABELS label...] [WIDGETS] [SERIAL])
 #

@@ -31,25 +31,23 @@ TEST(ArtworkPictureTest, DecodesWhatIsSoundAndCheap) {
         const char* what;
         QByteArray file;
         QSize size{0, 0};
-    } rows[] = {
-        {"small", ReadFile(MediaFile(QStringLiteral("small.jpg"))), {288, 216}},
-        {"scaled down", ReadFile(MediaFile(QStringLiteral("large.jpg"))), {512, 372}},
-        {"PNG with a text", MakePicture("png", {20, 10}, 1), {20, 10}},
-        {"progressive", jpeg, {300, 200}},
-        {"thin", MakePicture("png", {1, 20000}), {1, 512}},
-        {"nothing", {}},
-        {"no picture", "hello"},
-        {"another format", MakePicture("bmp", {20, 10})},
-        {"JPEG head alone", jpeg.first(100)},
-        {"damaged PNG", MakePicture("png", {300, 200}).first(60)},
-        {"too many pixels", MakePicture("png", {10000, 2600})},
-        {"too many scans", RepeatLastScan(jpeg, 200)},
-        {"a few comments", AddSegments(jpeg, '\xFE', 300), {300, 200}},
-        {"too many comments", AddSegments(jpeg, '\xFE', 2000)},
-        {"too many Exif parts", AddSegments(jpeg, '\xE1', 2000)},
-        {"too many profiles", AddSegments(jpeg, '\xE2', 2000)},
-        {"too many texts", MakePicture("png", {20, 10}, 40)},
-    };
+    } rows[] = {{"small", ReadFile(MediaFile("small.jpg")), {288, 216}},
+                {"scaled down", ReadFile(MediaFile("large.jpg")), {512, 372}},
+                {"PNG with a text", MakePicture("png", {20, 10}, 1), {20, 10}},
+                {"progressive", jpeg, {300, 200}},
+                {"thin", MakePicture("png", {1, 20000}), {1, 512}},
+                {"nothing", {}},
+                {"no picture", "hello"},
+                {"another format", MakePicture("bmp", {20, 10})},
+                {"JPEG head alone", jpeg.first(100)},
+                {"damaged PNG", MakePicture("png", {300, 200}).first(60)},
+                {"too many pixels", MakePicture("png", {10000, 2600})},
+                {"too many scans", RepeatLastScan(jpeg, 200)},
+                {"a few comments", AddSegments(jpeg, '\xFE', 300), {300, 200}},
+                {"too many comments", AddSegments(jpeg, '\xFE', 2000)},
+                {"too many Exif parts", AddSegments(jpeg, '\xE1', 2000)},
+                {"too many profiles", AddSegments(jpeg, '\xE2', 2000)},
+                {"too many texts", MakePicture("png", {20, 10}, 40)}};
     for (const auto& row : rows)
         EXPECT_EQ(DecodeArtwork(row.file).size(), row.size) << row.what;
 }

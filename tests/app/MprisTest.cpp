@@ -1,6 +1,5 @@
 #include "app/MprisPlayer.h"
 #include "base/Language.h"
-#include "base/Messages.h"
 #include "library/MediaLists.h"
 #include "platform/Path.h"
 #include "player/MediaPlayer.h"
@@ -18,12 +17,7 @@
 #include "tests/player/ScriptedGraph.h"
 
 #include <QCoreApplication>
-#include <QDBusArgument>
-#include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusMessage>
-#include <QDBusObjectPath>
-#include <QDBusVariant>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
@@ -35,15 +29,14 @@
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <utility>
 
 namespace {
 
-constexpr QLatin1String kService("org.mpris.MediaPlayer2.trackdeck");
-constexpr QLatin1String kPath("/org/mpris/MediaPlayer2");
-constexpr QLatin1String kRoot("org.mpris.MediaPlayer2");
-constexpr QLatin1String kPlayer("org.mpris.MediaPlayer2.Player");
-constexpr QLatin1String kProperties("org.freedesktop.DBus.Properties");
+constexpr const char* kService = "org.mpris.MediaPlayer2.trackdeck";
+constexpr const char* kPath = "/org/mpris/MediaPlayer2";
+constexpr const char* kRoot = "org.mpris.MediaPlayer2";
+constexpr const char* kPlayer = "org.mpris.MediaPlayer2.Player";
+constexpr const char* kProperties = "org.freedesktop.DBus.Properties";
 
 constexpr qlonglong kSecond = 1'000'000; // of the bus
 
@@ -53,45 +46,40 @@ class Panel : public QObject {
 
 public:
     explicit Panel(const QString& address)
-        : m_bus(QDBusConnection::connectToBus(address, QStringLiteral("panel"))) {
-        m_bus.connect(kService, kPath, kProperties, QStringLiteral("PropertiesChanged"), this,
+        : m_bus(QDBusConnection::connectToBus(address, "panel")) {
+        m_bus.connect(kService, kPath, kProperties, "PropertiesChanged", this,
                       SLOT(OnChanged(QString, QVariantMap, QStringList)));
-        m_bus.connect(kService, kPath, kPlayer, QStringLiteral("Seeked"), this,
-                      SLOT(OnSeeked(qlonglong)));
+        m_bus.connect(kService, kPath, kPlayer, "Seeked", this, SLOT(OnSeeked(qlonglong)));
     }
-    ~Panel() override { QDBusConnection::disconnectFromBus(QStringLiteral("panel")); }
+    ~Panel() override { QDBusConnection::disconnectFromBus("panel"); }
 
     [[nodiscard]] bool SeesService() const {
         return m_bus.interface()->isServiceRegistered(kService);
     }
     /// The events of the player run in the meantime: it lives on the same thread.
     QDBusMessage Call(const char* method, const QVariantList& arguments = {},
-                      QLatin1String interface = kPlayer) {
-        QDBusMessage message =
-            QDBusMessage::createMethodCall(kService, kPath, interface, QString::fromLatin1(method));
+                      const char* interface = kPlayer) {
+        QDBusMessage message = QDBusMessage::createMethodCall(kService, kPath, interface, method);
         message.setArguments(arguments);
         return m_bus.call(message, QDBus::BlockWithGui);
     }
     void Set(const char* property, const QVariant& value) {
-        Call("Set",
-             {QString(kPlayer), QString::fromLatin1(property),
-              QVariant::fromValue(QDBusVariant(value))},
-             kProperties);
+        Call("Set", {kPlayer, property, QVariant::fromValue(QDBusVariant(value))}, kProperties);
     }
-    QVariantMap GetAll(QLatin1String interface = kPlayer) {
-        const QDBusMessage answer = Call("GetAll", {QString(interface)}, kProperties);
+    QVariantMap GetAll(const char* interface = kPlayer) {
+        const QDBusMessage answer = Call("GetAll", {interface}, kProperties);
         return qdbus_cast<QVariantMap>(answer.arguments().value(0));
     }
-    QVariant Get(const char* property) { return GetAll().value(QLatin1String(property)); }
+    QVariant Get(const char* property) { return GetAll().value(property); }
     QVariantMap Metadata() { return qdbus_cast<QVariantMap>(Get("Metadata")); }
-    QVariant Told(const char* key) { return Metadata().value(QLatin1String(key)); }
+    QVariant Told(const char* key) { return Metadata().value(key); }
     QVariant TrackId() { return Told("mpris:trackid"); }
     QString Cover() { return Told("mpris:artUrl").toUrl().toLocalFile(); }
 
     /// Names of the properties in the next message of changes.
     QString NextChange() {
         EXPECT_TRUE(RunUntil([this] { return !m_changes.isEmpty(); }));
-        return m_changes.isEmpty() ? QString() : m_changes.takeFirst();
+        return m_changes.takeFirst();
     }
 
     QDBusConnection m_bus;
@@ -100,7 +88,7 @@ public:
 
 private Q_SLOTS:
     void OnChanged(const QString& interface, const QVariantMap& changed, const QStringList& lost) {
-        EXPECT_EQ(interface, QString(kPlayer));
+        EXPECT_EQ(interface, kPlayer);
         EXPECT_TRUE(lost.isEmpty());
         m_changes += changed.keys().join(u' ');
     }
@@ -114,11 +102,10 @@ protected:
         SetLanguageFile(QString()); // texts are their own keys
         m_transport.Listen(m_messages);
         for (const char* name : {"one", "two", "three"})
-            AddTrack(QString::fromLatin1(name));
+            AddTrack(m_list, m_scratch.File(QString(name) + ".mp3"), name);
         m_list.m_bActive = 1;
         m_mpris.emplace(m_transport, m_player,
-                        MprisWindow{[this] { m_done += QStringLiteral("raise "); },
-                                    [this] { m_done += QStringLiteral("quit "); },
+                        MprisWindow{[this] { m_done += "raise "; }, [this] { m_done += "quit "; },
                                     [this] { return m_nVolume; },
                                     [this](int volume) {
                                         m_nVolume = volume;
@@ -126,37 +113,29 @@ protected:
                                     }},
                         m_covers);
     }
-    ~MprisTest() override {
-        m_mpris.reset();
-        WaitForThread("cover");
-    }
 
-    CTrackRecord& AddTrack(const QString& name) {
-        return ::AddTrack(m_list, m_scratch.File(name + QStringLiteral(".mp3")), name);
-    }
-    /// Goes to the bus, where a panel waits.
     void Start() {
-        m_panel.emplace(m_bus.Address());
         m_mpris->Start(m_bus.Address());
-        ASSERT_TRUE(RunUntil([this] { return m_panel->SeesService(); }));
+        ASSERT_TRUE(RunUntil([this] { return m_panel.SeesService(); }));
     }
     void StartPlaying(int index = 0) {
         Start();
         m_transport.PlayTrack(m_list, index);
-        m_panel->NextChange();
-        ASSERT_TRUE(RunUntil([this] { return m_panel->Get("CanSeek").toBool(); }));
-        m_panel->m_changes.clear();
+        m_panel.NextChange();
+        ASSERT_TRUE(RunUntil([this] { return m_panel.Get("CanSeek").toBool(); }));
+        m_panel.m_changes.clear();
     }
-    static void WaitForThread(const char* name) {
-        EXPECT_TRUE(RunUntil([name] { return !HasThread(::getpid(), name); }));
+    static void WaitForCover() {
+        WaitForThreads();
         QCoreApplication::processEvents();
     }
 
     PrivateBus m_bus;
+    Panel m_panel{m_bus.Address()};
     ScratchFolder m_scratch;
-    const QString m_covers = m_scratch.MakeFolder(QStringLiteral("covers"));
+    const QString m_covers = m_scratch.MakeFolder("covers");
     CMediaLists m_lists;
-    CMediaList& m_list = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
+    CMediaList& m_list = m_lists.Add("Mine", MEDIA_TYPE_COLLECTION, 1);
     CMessageTarget m_messages;
     RecordingDisplay m_display;
     RecordingView m_view;
@@ -166,21 +145,20 @@ protected:
     int m_nVolume = 70;
     QString m_done;
     std::optional<CMprisPlayer> m_mpris;
-    std::optional<Panel> m_panel;
 };
 
 } // namespace
 
 TEST_F(MprisTest, DesktopFindsThePlayer) {
     Start();
-    EXPECT_EQ(m_panel->GetAll(kRoot).keys().join(u' '),
+    EXPECT_EQ(m_panel.GetAll(kRoot).keys().join(u' '),
               u"CanQuit CanRaise DesktopEntry HasTrackList Identity SupportedMimeTypes "
               "SupportedUriSchemes");
-    EXPECT_EQ(m_panel->GetAll().keys().join(u' '),
+    EXPECT_EQ(m_panel.GetAll().keys().join(u' '),
               u"CanControl CanGoNext CanGoPrevious CanPause CanPlay CanSeek LoopStatus MaximumRate "
               "Metadata MinimumRate PlaybackStatus Position Rate Shuffle Volume");
-    m_panel->Call("Raise", {}, kRoot);
-    m_panel->Call("Quit", {}, kRoot);
+    m_panel.Call("Raise", {}, kRoot);
+    m_panel.Call("Quit", {}, kRoot);
     EXPECT_EQ(m_done, u"raise quit ");
 }
 
@@ -193,9 +171,9 @@ TEST_F(MprisTest, CommandsDriveTheTransport) {
         {"Play", "Playing two"},     {"Next", "Playing three"},    {"Next", "Playing three"},
         {"Previous", "Playing two"}, {"Stop", "Stopped two"},      {"PlayPause", "Playing one"}};
     for (const auto& [command, result] : steps) {
-        m_panel->Call(command);
-        const QString title = m_panel->Told("xesam:title").toString();
-        EXPECT_EQ(m_panel->Get("PlaybackStatus").toString() + u' ' + title, QLatin1String(result));
+        m_panel.Call(command);
+        const QString title = m_panel.Told("xesam:title").toString();
+        EXPECT_EQ(m_panel.Get("PlaybackStatus").toString() + u' ' + title, result);
     }
 }
 
@@ -204,17 +182,17 @@ TEST_F(MprisTest, PropertiesAreSetAsFarAsTheyCanBe) {
     // The result is the play mode, and for the volume the position of the slider.
     const std::tuple<const char*, QVariant, int> steps[] = {
         {"Shuffle", true, PLAY_RANDOM},
-        {"LoopStatus", QStringLiteral("Playlist"), PLAY_RANDOM_CONTINUOUS},
-        {"LoopStatus", QStringLiteral("Track"), PLAY_RANDOM_CONTINUOUS},
+        {"LoopStatus", "Playlist", PLAY_RANDOM_CONTINUOUS},
+        {"LoopStatus", "Track", PLAY_RANDOM_CONTINUOUS},
         {"Shuffle", false, PLAY_CONTINUOUS},
-        {"LoopStatus", QStringLiteral("None"), PLAY_SINGLE},
+        {"LoopStatus", "None", PLAY_SINGLE},
         {"Volume", 0.555, 56},
         {"Volume", std::nan(""), 56},
-        {"Volume", QStringList(QStringLiteral("loud")), 56},
+        {"Volume", QStringList("loud"), 56},
         {"Volume", -3.0, 0},
         {"Volume", std::numeric_limits<double>::infinity(), 100}};
     for (const auto& [property, value, result] : steps) {
-        m_panel->Set(property, value);
+        m_panel.Set(property, value);
         EXPECT_EQ(m_nVolume != 70 ? m_nVolume : m_transport.GetPlayMode(), result) << property;
     }
 }
@@ -224,22 +202,22 @@ TEST_F(MprisTest, ChangesAloneAreTold) {
     m_transport.Pause();
     m_transport.Play();
     m_transport.Pause();
-    EXPECT_EQ(m_panel->NextChange(), u"PlaybackStatus");
+    EXPECT_EQ(m_panel.NextChange(), u"PlaybackStatus");
     m_transport.SetPlayMode(PLAY_RANDOM_CONTINUOUS);
-    EXPECT_EQ(m_panel->NextChange(), u"CanGoPrevious LoopStatus Shuffle");
-    m_panel->Set("Volume", 0.3);
-    EXPECT_EQ(m_panel->NextChange(), u"Volume");
+    EXPECT_EQ(m_panel.NextChange(), u"CanGoPrevious LoopStatus Shuffle");
+    m_panel.Set("Volume", 0.3);
+    EXPECT_EQ(m_panel.NextChange(), u"Volume");
     m_graphs.duration = 90 * kMediaSecond;
     m_graphs.current->position = 5 * kMediaSecond;
     m_graphs.current->Tell({GraphEvent::Code::LengthChanged});
-    EXPECT_EQ(m_panel->NextChange(), u"Metadata");
+    EXPECT_EQ(m_panel.NextChange(), u"Metadata");
 
     m_mpris->Update(); // nothing has changed
     m_player.SeekTo(7 * kMediaSecond);
-    EXPECT_TRUE(RunUntil([this] { return !m_panel->m_seeks.isEmpty(); }));
-    EXPECT_EQ(m_panel->m_seeks, QList<qlonglong>{7 * kSecond});
-    EXPECT_TRUE(m_panel->m_changes.isEmpty());
-    EXPECT_EQ(m_panel->Get("Position"), QVariant(7 * kSecond));
+    EXPECT_TRUE(RunUntil([this] { return !m_panel.m_seeks.isEmpty(); }));
+    EXPECT_EQ(m_panel.m_seeks, QList<qlonglong>{7 * kSecond});
+    EXPECT_TRUE(m_panel.m_changes.isEmpty());
+    EXPECT_EQ(m_panel.Get("Position"), QVariant(7 * kSecond));
 }
 
 TEST_F(MprisTest, SeeksStayInsideTheTrack) {
@@ -251,90 +229,88 @@ TEST_F(MprisTest, SeeksStayInsideTheTrack) {
                                        {-kMost - 1, 0}};
     for (const auto& [offset, position] : kSeeks) {
         m_graphs.current->position = 50 * kMediaSecond;
-        m_panel->Call("Seek", {offset});
-        EXPECT_EQ(m_panel->Get("Position").toLongLong(), position) << offset;
+        m_panel.Call("Seek", {offset});
+        EXPECT_EQ(m_panel.Get("Position").toLongLong(), position) << offset;
     }
 
-    const QVariant id = m_panel->TrackId();
+    const QVariant id = m_panel.TrackId();
     const QVariant other = QVariant::fromValue(QDBusObjectPath("/org/another"));
-    m_panel->Call("SetPosition", {id, 40 * kSecond});
+    m_panel.Call("SetPosition", {id, 40 * kSecond});
     for (const auto& [track, position] :
          {std::pair(id, -1LL), {id, 100 * kSecond + 1}, {id, kMost}, {other, 5 * kSecond}})
-        m_panel->Call("SetPosition", {track, position});
+        m_panel.Call("SetPosition", {track, position});
     EXPECT_EQ(m_graphs.current->position, 40 * kMediaSecond);
     EXPECT_EQ(m_transport.GetNowPlaying(), m_list[1]);
 
-    m_panel->Call("Seek", {kMost});
+    m_panel.Call("Seek", {kMost});
     EXPECT_EQ(m_transport.GetNowPlaying(), m_list[2]) << "the next track lies beyond the end";
-    m_panel->Call("SetPosition", {id, 40 * kSecond});
+    m_panel.Call("SetPosition", {id, 40 * kSecond});
     EXPECT_EQ(m_graphs.current->position, 0) << "the track before was meant";
 }
 
 TEST_F(MprisTest, TracksAreToldInValidText) {
-    CTrackRecord& track = AddTrack(Path::FromBytes("odd \xE9 #1"));
-    track.m_strTitle = QStringLiteral("Half") + QChar(0xD83D) + QStringLiteral(" way");
+    CTrackRecord& track = AddTrack(m_list, m_scratch.File(Path::FromBytes("odd \xE9 #1.mp3")));
+    track.m_strTitle = QString("Half") + QChar(0xD83D) + " way";
     track.m_strArtist = Path::FromBytes("B\xE9la");
-    track.m_strAlbum = QStringLiteral("Тихие ") + QChar(0xDC41);
-    track.m_strGenre = QStringLiteral("Folk");
-    track.m_strTrackNumber = QStringLiteral("3/12");
+    track.m_strAlbum = QString("Тихие ") + QChar(0xDC41);
+    track.m_strGenre = "Folk";
+    track.m_strTrackNumber = "3/12";
     StartPlaying(3);
-    QVariantMap metadata = m_panel->Metadata();
-    metadata.remove(QStringLiteral("mpris:trackid"));
+    QVariantMap metadata = m_panel.Metadata();
+    metadata.remove("mpris:trackid");
     const QString folder = QUrl::fromLocalFile(m_scratch.Path()).toString(QUrl::FullyEncoded);
-    const QVariantMap kExpected{
-        {QStringLiteral("mpris:length"), 100 * kSecond},
-        {QStringLiteral("xesam:title"), QStringLiteral("Half? way")},
-        {QStringLiteral("xesam:artist"), QStringList(QStringLiteral("B\uFFFDla"))},
-        {QStringLiteral("xesam:album"), QStringLiteral("Тихие ?")},
-        {QStringLiteral("xesam:genre"), QStringList(QStringLiteral("Folk"))},
-        {QStringLiteral("xesam:trackNumber"), 3},
-        {QStringLiteral("xesam:url"), folder + QStringLiteral("/odd%20%E9%20%231.mp3")}};
+    const QVariantMap kExpected{{"mpris:length", 100 * kSecond},
+                                {"xesam:title", "Half? way"},
+                                {"xesam:artist", QStringList("B\uFFFDla")},
+                                {"xesam:album", "Тихие ?"},
+                                {"xesam:genre", QStringList("Folk")},
+                                {"xesam:trackNumber", 3},
+                                {"xesam:url", folder + "/odd%20%E9%20%231.mp3"}};
     EXPECT_EQ(metadata, kExpected);
 
-    const QVariant id = m_panel->TrackId();
+    const QVariant id = m_panel.TrackId();
     m_transport.PlayTrack(m_list, 3);
-    EXPECT_NE(m_panel->TrackId(), id) << "the same track, begun again";
+    EXPECT_NE(m_panel.TrackId(), id) << "the same track, begun again";
 }
 
 TEST_F(MprisTest, CoverIsAFileWhileItsTrackPlays) {
     const QString path = m_list[0]->m_strPath;
-    WriteFile(path, ReadFile(MediaFile(QStringLiteral("untagged.mp3"))));
+    WriteFile(path, ReadFile(MediaFile("untagged.mp3")));
     ASSERT_EQ(WriteTrackArtwork(path, MakePicture("jpeg", {20, 12})), 0);
     const auto files = [this] { return QDir(m_covers).entryList(QDir::Files).size(); };
     StartPlaying();
-    ASSERT_TRUE(RunUntil([this] { return !m_panel->Cover().isEmpty(); }));
-    EXPECT_EQ(QImage(m_panel->Cover()).size(), QSize(20, 12));
+    ASSERT_TRUE(RunUntil([this] { return !m_panel.Cover().isEmpty(); }));
+    EXPECT_EQ(QImage(m_panel.Cover()).size(), QSize(20, 12));
     EXPECT_EQ(files(), 1);
 
     m_transport.OnNext(); // a file that isn't there, so without a picture
-    WaitForThread("cover");
-    EXPECT_EQ(m_panel->Cover(), QString());
+    WaitForCover();
+    EXPECT_EQ(m_panel.Cover(), "");
     EXPECT_EQ(files(), 0);
 
     m_transport.PlayTrack(m_list, 0);
     m_mpris.reset(); // while the cover is read
-    WaitForThread("cover");
+    WaitForCover();
     EXPECT_EQ(files(), 0);
 }
 
 TEST_F(MprisTest, DoesWithoutABus) {
     const std::function<void()> kStarts[] = {
-        [this] { m_mpris->Start(QStringLiteral("unix:path=/nowhere")); },
-        [this] { m_mpris->Start(QStringLiteral("\u00E9=,;")); },
+        [this] { m_mpris->Start("unix:path=/nowhere"); },
+        [this] { m_mpris->Start("\u00E9=,;"); },
         [this] { // the name is taken
-            m_panel.emplace(m_bus.Address());
-            m_panel->m_bus.registerService(kService);
+            m_panel.m_bus.registerService(kService);
             m_mpris->Start(m_bus.Address());
         },
         [this] { // the bus goes away
-            m_panel->m_bus.unregisterService(kService);
+            m_panel.m_bus.unregisterService(kService);
             Start();
             m_bus.Stop();
         },
     };
     for (const auto& start : kStarts) {
         start();
-        WaitForThread("bus");
+        EXPECT_TRUE(RunUntil([] { return !HasThread(::getpid(), "bus"); }));
         m_transport.PlayTrack(m_list, 0);
         m_player.SeekTo(kMediaSecond);
         m_transport.Pause();
@@ -356,11 +332,10 @@ TEST_F(MprisTest, DoesNotWaitForABusThatStandsStill) {
 }
 
 TEST_F(MprisTest, MayGoWhileItConnects) {
-    m_panel.emplace(m_bus.Address());
     m_mpris->Start(m_bus.Address());
     m_mpris.reset();
     QCoreApplication::processEvents();
-    EXPECT_FALSE(m_panel->SeesService());
+    EXPECT_FALSE(m_panel.SeesService());
 }
 
 #include "MprisTest.moc"

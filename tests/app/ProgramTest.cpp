@@ -1,5 +1,4 @@
-#include "library/FolderScan.h"
-#include "tests/fixtures/Printers.h"
+#include "tests/fixtures/Environment.h"
 #include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
@@ -9,9 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
 #include <set>
-#include <utility>
 
 namespace {
 
@@ -25,39 +22,31 @@ bool IsScanning(const QProcess& program) {
 
 /// A home for programs that a test starts. Their title, and with it the name that makes them the
 /// only instance, is the test's own.
-class Home {
-public:
+struct Home {
     Home() {
         for (const char* folder : kFolders)
-            m_scratch.MakeFolder(QString::fromLatin1(folder));
+            scratch.MakeFolder(folder);
         std::filesystem::permissions(File("runtime").toStdString(),
                                      std::filesystem::perms::owner_all);
         std::filesystem::copy_file(PROGRAM, File("program/trackdeck").toStdString());
-        m_scratch.Write(QStringLiteral("program/languages/language.lgg"),
-                        "[TrackDeck]\nIDS_MAIN_TITLE=" + m_scratch.Path().toUtf8() + "\n");
+        scratch.Write("program/languages/language.lgg",
+                      "[TrackDeck]\nIDS_MAIN_TITLE=" + scratch.Path().toUtf8() + "\n");
         for (int i = 0; i < 3000; ++i)
-            m_scratch.Write(QStringLiteral("home/Music/Veltria Track Deck/%1.mp3").arg(i), "x");
+            scratch.Write(QStringLiteral("home/Music/Veltria Track Deck/%1.mp3").arg(i), "x");
     }
 
-    [[nodiscard]] QString File(const char* name) const {
-        return m_scratch.File(QString::fromLatin1(name));
-    }
+    [[nodiscard]] QString File(const char* name) const { return scratch.File(name); }
 
     [[nodiscard]] std::unique_ptr<QProcess> Start() const {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        const std::pair<const char*, const char*> folders[] = {
-            {"HOME", "home"},
-            {"TMPDIR", "tmp"},
-            {"XDG_RUNTIME_DIR", "runtime"},
-            {"XDG_CONFIG_HOME", "home/.config"},
-            {"XDG_CACHE_HOME", "cache"}}; // what the font library keeps is not the program's
-        for (const auto& [name, folder] : folders)
-            environment.insert(QString::fromLatin1(name), File(folder));
         auto process = std::make_unique<QProcess>();
-        process->setProcessEnvironment(environment);
         process->setProcessChannelMode(QProcess::ForwardedChannels);
-        process->start(File("program/trackdeck"), QStringList());
+        process->start(File("program/trackdeck"), {});
         EXPECT_TRUE(process->waitForStarted());
+        return process;
+    }
+    [[nodiscard]] std::unique_ptr<QProcess> StartScan() const {
+        auto process = Start();
+        EXPECT_TRUE(RunUntil([&] { return IsScanning(*process); }));
         return process;
     }
 
@@ -71,8 +60,13 @@ public:
         return names;
     }
 
-private:
-    ScratchFolder m_scratch;
+    const ScratchFolder scratch;
+    const ScopedVariable variables[5] = {
+        {"HOME", File("home")},
+        {"TMPDIR", File("tmp")},
+        {"XDG_RUNTIME_DIR", File("runtime")},
+        {"XDG_CONFIG_HOME", File("home/.config")},
+        {"XDG_CACHE_HOME", File("cache")}}; // what the font library keeps is not the program's
 };
 
 } // namespace
@@ -83,8 +77,7 @@ TEST(ProgramTest, KilledInMidScanItLeavesNoTraceAndIsInNobodysWay) {
     expected.insert(home.File("tmp/VTD_CDMA").toStdString());
     int killedInScan = 0;
     for (const unsigned long delay : {0, 20, 60, 120}) {
-        const auto program = home.Start();
-        ASSERT_TRUE(RunUntil([&] { return IsScanning(*program); }));
+        const auto program = home.StartScan();
         QThread::msleep(delay);
         killedInScan += IsScanning(*program);
         program->kill();
@@ -93,8 +86,7 @@ TEST(ProgramTest, KilledInMidScanItLeavesNoTraceAndIsInNobodysWay) {
     }
     EXPECT_GE(killedInScan, 2) << "most scans were over before the kill";
 
-    const auto first = home.Start();
-    ASSERT_TRUE(RunUntil([&] { return IsScanning(*first); }));
+    const auto first = home.StartScan();
     const auto second = home.Start();
     ASSERT_TRUE(second->waitForFinished(kPatience));
     EXPECT_EQ(second->exitStatus(), QProcess::NormalExit);

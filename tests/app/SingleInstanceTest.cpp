@@ -1,7 +1,7 @@
 #include "app/SingleInstance.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
+#include "tests/fixtures/RunUntil.h"
+
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -15,10 +15,6 @@ TEST(SingleInstanceTest, LaterInstanceCallsTheFirst) {
     const CSingleInstance later(name);
     EXPECT_FALSE(later.IsFirst());
     later.CallFirst();
-    QElapsedTimer waited;
-    waited.start();
-    while (calls == 0 && waited.elapsed() < 5000)
-        QCoreApplication::processEvents();
-    EXPECT_EQ(calls, 1);
+    EXPECT_TRUE(RunUntil([&] { return calls == 1; }));
     EXPECT_TRUE(CSingleInstance(name + u'2').IsFirst());
 }

@@ -13,18 +13,13 @@
 #include "tests/fixtures/Threads.h"
 
 #include <QApplication>
-#include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <optional>
-#include <thread>
-#include <utility>
 
 namespace {
 
@@ -42,12 +37,9 @@ protected:
         AddTrack("none.mp3", kNone);
         m_artwork->ShowTrack(m_list, 0);
     }
-    // A thread must not outlive what is there until the end of the program.
-    ~TrackArtworkTest() override { WaitForReader(); }
 
     QString AddTrack(const char* name, QSize picture) {
-        const QString path = m_scratch.Write(QString::fromLatin1(name),
-                                             ReadFile(MediaFile(QStringLiteral("untagged.mp3"))));
+        const QString path = m_scratch.Write(name, ReadFile(MediaFile("untagged.mp3")));
         EXPECT_TRUE(picture.isEmpty() ||
                     WriteTrackArtwork(path, MakePicture("jpeg", picture)) == 0);
         return ::AddTrack(m_list, path).m_strPath;
@@ -61,15 +53,11 @@ protected:
     [[nodiscard]] bool Shows(QSize size) {
         return RunUntil([&] { return m_field.GetPicture().size() == size; });
     }
-    static void WaitForReader() {
-        while (HasThread(::getpid(), "artwork"))
-            std::this_thread::yield();
-    }
 
     /// Drags things onto the field and drops them if it takes them; whether it had a use for them.
     bool Drop(const QList<QUrl>& urls) {
         QMimeData dragged;
-        dragged.setText(QStringLiteral("text"));
+        dragged.setText("text");
         if (!urls.isEmpty())
             dragged.setUrls(urls);
         const auto actions = Qt::CopyAction | Qt::MoveAction;
@@ -93,12 +81,12 @@ protected:
         return !std::exchange(m_status.news, {}).isEmpty();
     }
     bool DropFile(const QByteArray& content, const char* name = "dropped.jpg") {
-        return Drop({QUrl::fromLocalFile(m_scratch.Write(QString::fromLatin1(name), content))});
+        return Drop({QUrl::fromLocalFile(m_scratch.Write(name, content))});
     }
 
     ScratchFolder m_scratch;
     CMediaLists m_lists;
-    CMediaList& m_list = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
+    CMediaList& m_list = m_lists.Add("Mine", MEDIA_TYPE_COLLECTION, 1);
     const QString m_path = AddTrack("song.mp3", kFirst);
     CArtworkField m_field{nullptr};
     CWorker m_writer{"writer", CWorker::AtEnd::Finish};
@@ -124,9 +112,9 @@ TEST_F(TrackArtworkTest, PictureStaysUntilThatOfTheNextTrackComes) {
 
 TEST_F(TrackArtworkTest, OwnerMayGoWhileAPictureIsRead) {
     m_artwork.reset();
-    WaitForReader();
+    WaitForThreads();
     m_artwork.emplace(m_lists, m_field, m_writer, m_status).ShowTrack(m_list, 0);
-    WaitForReader();
+    WaitForThreads();
     m_artwork.reset(); // the picture is on its way
     QCoreApplication::processEvents();
     EXPECT_EQ(m_field.GetPicture().size(), kNone);
@@ -138,9 +126,8 @@ TEST_F(TrackArtworkTest, DroppedJpegGoesIntoTheFile) {
     EXPECT_TRUE(Shows(kOther));
     EXPECT_EQ(ReadTrackArtwork(m_path), dropped);
 
-    const QString oddName = Path::FromBytes("odd \xE9.jpg");
-    WriteFile(m_scratch.File(oddName), MakePicture("jpeg", kFirst));
-    EXPECT_TRUE(Drop({QUrl(QStringLiteral("https://example.org/a.jpg")),
+    m_scratch.Write(Path::FromBytes("odd \xE9.jpg"), MakePicture("jpeg", kFirst));
+    EXPECT_TRUE(Drop({QUrl("https://example.org/a.jpg"),
                       QUrl(QStringLiteral("file://%1/odd%20%E9.jpg").arg(m_scratch.Path())),
                       QUrl::fromLocalFile(m_path)}));
     EXPECT_EQ(NextPicture(), kFirst);
@@ -150,7 +137,7 @@ TEST_F(TrackArtworkTest, OtherDropsChangeNothing) {
     const QByteArray before = ReadFile(m_path);
     const QByteArray jpeg = MakePicture("jpeg", kOther);
     EXPECT_FALSE(Drop({}));
-    EXPECT_FALSE(Drop({QUrl(QStringLiteral("https://example.org/a.jpg"))}));
+    EXPECT_FALSE(Drop({QUrl("https://example.org/a.jpg")}));
     EXPECT_TRUE(Drop({QUrl::fromLocalFile(m_scratch.Path())}) && HasFailed());
     for (const QByteArray& file : {MakePicture("png", {20, 10}), jpeg.first(100), QByteArray()})
         EXPECT_TRUE(DropFile(file) && HasFailed());
@@ -162,7 +149,7 @@ TEST_F(TrackArtworkTest, OtherDropsChangeNothing) {
     }
     m_list.m_iType = MEDIA_TYPE_COLLECTION;
     m_artwork->ShowTrack(m_list, 0);
-    const QString otherName = m_scratch.File(QStringLiteral("link.mp3"));
+    const QString otherName = m_scratch.File("link.mp3");
     std::filesystem::create_hard_link(m_path.toStdString(), otherName.toStdString());
     EXPECT_TRUE(DropFile(jpeg) && HasFailed()) << "a file with two names is not rewritten";
     EXPECT_TRUE(Shows(kFirst));

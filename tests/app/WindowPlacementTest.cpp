@@ -34,8 +34,7 @@ TEST(WindowPlacementTest, SavedPlacesAreMended) {
         {kWorkArea, {1270, 790, 640, 480}, {1270, 790, 640, 480}},
         {kWorkArea, {1271, 791, 640, 480}, kSmallest},
         {kWorkArea, {-1, -1, 640, 480}, kSmallest},
-        {{0, 0, 320, 200}, {0, 0, 300, 190}, kSmallest},
-    };
+        {{0, 0, 320, 200}, {0, 0, 300, 190}, kSmallest}};
     for (const auto& [workArea, saved, mended] : rows)
         EXPECT_EQ(SavedPlaces(Saved(saved), workArea).normal, mended)
             << saved.x() << ' ' << saved.width();

@@ -24,7 +24,6 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -34,26 +33,24 @@ class HelpTest : public ::testing::Test {
 protected:
     HelpTest() {
         for (const char* page : {"index.html", "scanning.html", "customize-view.html"})
-            WriteFile(m_pages.filePath(QString::fromLatin1(page)), "<p>A page.");
-        UseTopic(QStringLiteral("index.html"));
+            WriteFile(Page(page), "<p>A page.");
+        UseTopic("index.html", Folder());
         QObject::connect(&m_browser, &QTextBrowser::sourceChanged,
                          [this](const QUrl& url) { m_strOpened = url.toLocalFile(); });
-        QDesktopServices::setUrlHandler(QStringLiteral("file"), &m_browser, "setSource");
+        QDesktopServices::setUrlHandler("file", &m_browser, "setSource");
     }
-    ~HelpTest() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    ~HelpTest() override { QDesktopServices::unsetUrlHandler("file"); }
 
-    /// Lets the language file give the main topic this page, and perhaps all of them this folder.
-    void UseTopic(const QString& page, const QString& folder = {}) const {
-        SetLanguageFile(m_scratch.Write(QStringLiteral("l.lgg"),
-                                        "[TrackDeck]\n"
-                                        "IDS_HELPDOCUMENT=" +
-                                            (folder.isEmpty() ? Folder() : folder).toUtf8() +
-                                            "\nIDS_HELPDOC_TRACKDK=" + page.toUtf8() +
-                                            "\nIDS_HELPDOC_SCANNING=scanning.html\n"
-                                            "IDS_HELPDOC_MODVIEW=customize-view.html\n"
-                                            "IDS_HELP_UNOPENED=No page %s\n"));
+    /// Lets the language file give the main topic this page, and all of them this folder.
+    void UseTopic(const QString& page, const QString& folder) const {
+        const QString text =
+            QStringLiteral("[TrackDeck]\nIDS_HELPDOCUMENT=%1\nIDS_HELPDOC_TRACKDK=%2\n"
+                           "IDS_HELPDOC_SCANNING=scanning.html\n"
+                           "IDS_HELPDOC_MODVIEW=customize-view.html\n"
+                           "IDS_HELP_UNOPENED=No page %s\n");
+        SetLanguageFile(m_scratch.Write("l.lgg", text.arg(folder, page).toUtf8()));
     }
-
+    [[nodiscard]] QString Page(const char* name) const { return m_pages.filePath(name); }
     [[nodiscard]] QString Folder() const { return QDir(m_pages.path()).dirName(); }
 
     /// The file that the browser had to open since the last call.
@@ -74,7 +71,7 @@ protected:
     }
 
     const QTemporaryDir m_pages{QCoreApplication::applicationDirPath() +
-                                QStringLiteral("/h\u00E9lp #1 %41-XXXXXX")};
+                                "/h\u00E9lp #1 %41-XXXXXX"};
     const ScratchFolder m_scratch;
     QString m_strOpened;
     QTextBrowser m_browser;
@@ -98,17 +95,16 @@ TEST_F(HelpTest, EveryDialogOpensItsTopic) {
     for (const auto& [dialog, name, helpButtons] : rows) {
         dialog->show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
-        const QString page = m_pages.filePath(QString::fromLatin1(name));
         QWidget* focus = dialog->focusWidget();
         QTest::keyClick(focus ? focus : dialog, Qt::Key_F1);
-        EXPECT_EQ(TakeOpened(), page) << dialog->metaObject()->className();
+        EXPECT_EQ(TakeOpened(), Page(name)) << dialog->metaObject()->className();
         int buttons = 0;
         for (auto* button : dialog->findChildren<QPushButton*>()) {
-            if (button->toolTip() != QStringLiteral("IDS_BT_HELP (F1)"))
+            if (button->toolTip() != "IDS_BT_HELP (F1)")
                 continue;
             ++buttons;
             button->click();
-            EXPECT_EQ(TakeOpened(), page);
+            EXPECT_EQ(TakeOpened(), Page(name));
         }
         EXPECT_EQ(buttons, helpButtons) << name;
         EXPECT_TRUE(dialog->isVisible());
@@ -122,44 +118,43 @@ TEST_F(HelpTest, EveryDialogOpensItsTopic) {
         prompt->close();
     });
     CPrompts(window).Warn({});
-    EXPECT_EQ(TakeOpened(), m_pages.filePath(QStringLiteral("index.html")));
+    EXPECT_EQ(TakeOpened(), Page("index.html"));
 }
 
 TEST_F(HelpTest, WarnsOfWhatIsNoPageOfTheHelp) {
     EXPECT_EQ(OpenMainTopic(), u"");
-    EXPECT_EQ(TakeOpened(), m_pages.filePath(QStringLiteral("index.html")));
+    EXPECT_EQ(TakeOpened(), Page("index.html"));
     const QString program = QCoreApplication::applicationFilePath();
     const QString name = QFileInfo(program).fileName();
-    ASSERT_TRUE(QDir(m_pages.path()).mkdir(QStringLiteral("folder")));
-    const std::pair<QString, QString> rows[] = {{QStringLiteral("missing.html"), Folder()},
-                                                {QStringLiteral("folder"), Folder()},
+    ASSERT_TRUE(QDir(m_pages.path()).mkdir("folder"));
+    const std::pair<QString, QString> rows[] = {{"missing.html", Folder()},
+                                                {"folder", Folder()},
                                                 {{}, Folder()},
-                                                {QStringLiteral("../") + name, Folder()},
+                                                {"../" + name, Folder()},
                                                 {program, Folder()},
-                                                {name, Folder() + QStringLiteral("/..")},
-                                                {program, QStringLiteral("/")}};
+                                                {name, Folder() + "/.."},
+                                                {program, "/"}};
     for (const auto& [page, folder] : rows) {
         UseTopic(page, folder);
         const QString path = QCoreApplication::applicationDirPath() + u'/' + folder + u'/' + page;
-        EXPECT_EQ(OpenMainTopic(), QStringLiteral("No page ") + path);
+        EXPECT_EQ(OpenMainTopic(), "No page " + path);
         EXPECT_EQ(TakeOpened(), u"") << page.toStdString();
     }
-    UseTopic(QStringLiteral("index.html"));
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &m_browser, "noSuchSlot");
-    EXPECT_EQ(OpenMainTopic(),
-              QStringLiteral("No page ") + m_pages.filePath(QStringLiteral("index.html")));
+    UseTopic("index.html", Folder());
+    QDesktopServices::setUrlHandler("file", &m_browser, "noSuchSlot");
+    EXPECT_EQ(OpenMainTopic(), "No page " + Page("index.html"));
 }
 
 TEST(HelpPagesTest, LeadToEachOther) {
-    SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg"));
-    const QDir help(QStringLiteral(HELP_FOLDER));
+    SetLanguageFile(LANGUAGES_FOLDER "/language.lgg");
+    const QDir help(HELP_FOLDER);
     const QStringList files = help.entryList(QDir::Files);
-    const QStringList pages = files.filter(QStringLiteral(".html"));
+    const QStringList pages = files.filter(".html");
     for (const StringId topic : {IDS_HELPDOC_TRACKDK, IDS_HELPDOC_SCANNING, IDS_HELPDOC_MODVIEW})
         EXPECT_TRUE(pages.contains(LoadString(topic))) << topic;
     for (const QString& page : pages) {
         const QString text = QString::fromUtf8(ReadFile(help.filePath(page)));
-        static const QRegularExpression link(QStringLiteral("(?:href|src)=\"([^\"]*)\""));
+        static const QRegularExpression link("(?:href|src)=\"([^\"]*)\"");
         QStringList links;
         for (auto match = link.globalMatch(text); match.hasNext();) {
             links += match.next().captured(1);

@@ -16,25 +16,21 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <tuple>
-#include <utility>
-
 namespace {
 
 struct PromptsTest : ::testing::Test {
-    PromptsTest() { SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg")); }
+    PromptsTest() { SetLanguageFile(LANGUAGES_FOLDER "/language.lgg"); }
 };
 
 Question MakeQuestion(const QString& text) {
     return {text,
-            {{QStringLiteral("Yes"), true},
-             {QStringLiteral("No")},
-             {QStringLiteral("Yes to &all"), true},
-             {QStringLiteral("No, but as for the others I will make up my mind later")}},
+            {{"Yes", true},
+             {"No"},
+             {"Yes to &all", true},
+             {"No, but as for the others I will make up my mind later"}},
             0,
             1,
-            QStringLiteral("&Do not ask again")};
+            "&Do not ask again"};
 }
 
 /// The result of a prompt that `act` is done to; -1 if that doesn't end it.
@@ -57,7 +53,7 @@ std::function<void(QWidget&)> Key(int key, Qt::KeyboardModifiers modifiers = {})
 std::function<void(QWidget&)> Click(const char* label) {
     return [=](QWidget& prompt) {
         for (auto* button : prompt.findChildren<QAbstractButton*>())
-            if (button->accessibleName() == QString::fromLatin1(label))
+            if (button->accessibleName() == label)
                 QTest::mouseClick(button, Qt::LeftButton);
     };
 }
@@ -84,9 +80,8 @@ TEST_F(PromptsTest, AnswersKeysAndClicks) {
              Key(Qt::Key_Tab)(prompt);
              Key(Qt::Key_Return)(prompt);
          },
-         7, 1, 1},
-    };
-    const QString text = QStringLiteral("Sure?");
+         7, 1, 1}};
+    const QString text = "Sure?";
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
         const auto& [act, confirmation, warning, question] = row;
@@ -101,10 +96,9 @@ TEST_F(PromptsTest, WaitForTheUserOverTheWindow) {
     CPrompts prompts(window);
     const auto then = [&](std::function<void(QWidget&)> act) {
         QTimer::singleShot(0, &window, [&window, act = std::move(act)] {
-            QWidget* prompt = QApplication::activeModalWidget();
-            ASSERT_TRUE(prompt);
-            EXPECT_EQ(prompt->parentWidget(), &window);
-            act(*prompt);
+            QWidget& prompt = *QApplication::activeModalWidget();
+            EXPECT_EQ(prompt.parentWidget(), &window);
+            act(prompt);
         });
     };
     then(Click("Yes"));
@@ -118,21 +112,19 @@ TEST_F(PromptsTest, WaitForTheUserOverTheWindow) {
         QTest::mouseClick(prompt.findChild<QCheckBox*>(), Qt::LeftButton, {}, {8, 8});
         Key(Qt::Key_Return)(prompt);
     });
-    Answer answer = prompts.Ask(question);
-    EXPECT_EQ(answer.choice, 0U);
-    EXPECT_TRUE(answer.isTicked);
+    const Answer ticked = prompts.Ask(question);
+    EXPECT_TRUE(ticked.choice == 0 && ticked.isTicked);
     question.box.clear();
     then(Click("Yes to all"));
-    answer = prompts.Ask(question);
-    EXPECT_EQ(answer.choice, 2U);
-    EXPECT_FALSE(answer.isTicked);
+    const Answer answer = prompts.Ask(question);
+    EXPECT_TRUE(answer.choice == 2 && !answer.isTicked);
 }
 
 TEST_F(PromptsTest, ShowTextsOfAnyLengthWithinTheScreen) {
-    const QString sentence = QStringLiteral("A word & <b>another</b>. ");
+    const QString sentence = "A word & <b>another</b>. ";
     const QString notes = u'x' + QStringLiteral("\U0001F3B5").repeated(500);
     const QString texts[] = {{},
-                             QStringLiteral("Two\nlines."),
+                             "Two\nlines.",
                              sentence.repeated(80),
                              sentence.repeated(2'000),
                              QString(500, u'W'),
@@ -169,7 +161,7 @@ TEST_F(PromptsTest, ShowTextsOfAnyLengthWithinTheScreen) {
 }
 
 TEST_F(PromptsTest, AboutShowsAllItsTextsBesideItsPicture) {
-    SetLanguageFile(QString());
+    SetLanguageFile({});
     CAboutDlg dialog(nullptr);
     dialog.setLayoutDirection(Qt::RightToLeft);
     dialog.show();

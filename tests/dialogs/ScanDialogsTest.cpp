@@ -27,32 +27,12 @@ namespace {
 struct MainDialog {
     MainDialog() { scanner.Listen(messages); }
 
-    [[nodiscard]] CScanningDlg::Job Job(const ScratchFolder& folder, bool recurse = false) const {
-        return {all.m_iId, folder.Path(), recurse};
-    }
-
-    /// Runs the dialog, and clicks its button once the scan is over.
-    void Run(CScanningDlg& dialog) {
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, [&] {
-            if (!scanner.IsScanning(all.m_iId))
-                dialog.findChild<QPushButton*>()->click();
-        });
-        watch.start(1);
-        EXPECT_EQ(dialog.exec(), QDialog::Accepted);
-    }
-
     CMediaLists lists;
-    CMediaList& collection = lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
-    CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
+    CMediaList& collection = lists.Add("Mine", MEDIA_TYPE_COLLECTION, 1);
+    CMediaList& all = lists.Add("All", MEDIA_TYPE_ALL, 1);
     CLibraryScanner scanner{lists};
     CMessageTarget messages;
 };
-
-void WriteTracks(const ScratchFolder& folder, int count) {
-    for (int i = 0; i < count; ++i)
-        folder.Write(QStringLiteral("%1.mp3").arg(i), "x");
-}
 
 } // namespace
 
@@ -61,30 +41,29 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
     const ScopedVariable config("XDG_CONFIG_HOME", scratch.Path());
     const QString chosen = scratch.MakeFolder(Path::FromBytes(" caf\xE9\nx "));
     GetSettings() = {};
-    GetSettings().m_strSearchDir = QStringLiteral("/old");
+    GetSettings().m_strSearchDir = "/old";
     GetSettings().m_bScanSubfolders = 1;
     for (const bool accept : {false, true}) {
         CScanPCDlg dialog(nullptr);
-        EXPECT_EQ(dialog.GetFolder(), QStringLiteral("/old"));
+        EXPECT_EQ(dialog.GetFolder(), "/old");
         EXPECT_TRUE(dialog.IsRecursive());
         auto& folder = *dialog.findChild<QLineEdit*>();
         const auto buttons = dialog.findChildren<QPushButton*>();
         const QPushButton& start =
-            **std::ranges::find(buttons, QStringLiteral("IDS_SCAN_START"), &QWidget::toolTip);
+            **std::ranges::find(buttons, "IDS_SCAN_START", &QWidget::toolTip);
         EXPECT_FALSE(start.isEnabled());
-        folder.setText(QStringLiteral("/no/such folder"));
+        folder.setText("/no/such folder");
         EXPECT_FALSE(start.isEnabled());
-        folder.setText(QStringLiteral("~"));
+        folder.setText("~");
         EXPECT_EQ(dialog.GetFolder(), QDir::homePath());
-        folder.setText(QStringLiteral("/usr/../tmp//"));
+        folder.setText("/usr/../tmp//");
         EXPECT_TRUE(start.isEnabled());
-        EXPECT_EQ(dialog.GetFolder(), QStringLiteral("/tmp"));
-        folder.setText(chosen + QStringLiteral("/gone"));
+        EXPECT_EQ(dialog.GetFolder(), "/tmp");
+        folder.setText(chosen + "/gone");
         QTimer::singleShot(0, &dialog, [] {
             qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept();
         });
-        (*std::ranges::find(buttons, QStringLiteral("IDS_BT_BROWSING"), &QWidget::toolTip))
-            ->click();
+        (*std::ranges::find(buttons, "IDS_BT_BROWSING", &QWidget::toolTip))->click();
         EXPECT_EQ(dialog.GetFolder(), chosen);
         EXPECT_TRUE(start.isEnabled());
         dialog.findChild<QCheckBox*>()->setChecked(false);
@@ -94,20 +73,20 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
             dialog.reject();
     }
     EXPECT_EQ(GetSettings().m_bScanSubfolders, 0);
-    const CKeyValueStore store(scratch.File(QStringLiteral("Veltria/Track Deck.ini")));
-    EXPECT_EQ(store.ReadText(QStringLiteral("SearchDir"), 999), chosen);
+    const CKeyValueStore store(scratch.File("Veltria/Track Deck.ini"));
+    EXPECT_EQ(store.ReadText("SearchDir", 999), chosen);
 }
 
 TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
     const ScratchFolder scratch;
-    SetLanguageFile(scratch.Write(QStringLiteral("l.lgg"), "[TrackDeck]\n"
-                                                           "IDS_SCAN_FOUND=found %d\n"
-                                                           "IDS_SCAN_FINISHED=finished:\n"));
+    SetLanguageFile(scratch.Write("l.lgg", "[TrackDeck]\n"
+                                           "IDS_SCAN_FOUND=found %d\n"
+                                           "IDS_SCAN_FINISHED=finished:\n"));
     for (const char* name : {"mine/a.mp3", "b.mp3", "c.wma", "list.m3u", "two\nlines/d.aac"})
-        scratch.Write(QString::fromLatin1(name), "x");
+        scratch.Write(name, "x");
     MainDialog main;
-    main.lists.SetLocation(main.collection, scratch.File(QStringLiteral("mine")));
-    CScanningDlg dialog(main.scanner, main.Job(scratch, true), nullptr);
+    main.lists.SetLocation(main.collection, scratch.File("mine"));
+    CScanningDlg dialog(main.scanner, {main.all.m_iId, scratch.Path(), true}, nullptr);
     EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_ING");
     const auto texts = [&dialog] {
         QStringList all;
@@ -117,7 +96,13 @@ TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
     };
     const auto found = main.scanner.OnFound(
         [&](const CMediaList&, int) { EXPECT_FALSE(texts().contains(u'\n')); });
-    main.Run(dialog);
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+        if (!main.scanner.IsScanning(main.all.m_iId))
+            dialog.findChild<QPushButton*>()->click();
+    });
+    watch.start(1);
+    EXPECT_EQ(dialog.exec(), QDialog::Accepted);
     EXPECT_EQ(main.all.GetCount(), 3);
     EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_COMPLET");
     EXPECT_EQ(texts(), u"finished: 3|found 3");
@@ -126,10 +111,11 @@ TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
 
 TEST(ScanningDlgTest, CancelEndsTheScanAndNotTheDialog) {
     const ScratchFolder scratch;
-    SetLanguageFile(QString());
-    WriteTracks(scratch, 8'000); // far more than one turn of the event loop relays
+    SetLanguageFile({});
+    for (int i = 0; i < 8'000; ++i) // far more than one turn of the event loop relays
+        scratch.Write(QStringLiteral("%1.mp3").arg(i), "x");
     MainDialog main;
-    CScanningDlg dialog(main.scanner, main.Job(scratch), nullptr);
+    CScanningDlg dialog(main.scanner, {main.all.m_iId, scratch.Path(), false}, nullptr);
     const QLabel& found = *dialog.findChildren<QLabel*>().last();
     while (found.text() != u"IDS_SCAN_FOUND")
         QCoreApplication::processEvents();

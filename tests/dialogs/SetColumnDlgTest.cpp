@@ -25,7 +25,7 @@ void Press(CSetColumnDlg& dialog, Qt::Key key, Qt::KeyboardModifiers modifiers =
 } // namespace
 
 TEST(SetColumnDlgTest, MakesOfItsBoxesTheMaskThatTheyWereMadeOf) {
-    SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg"));
+    SetLanguageFile(LANGUAGES_FOLDER "/language.lgg");
     const unsigned rows[][2] = {{kDefaultColumns, kDefaultColumns},
                                 {0, kTitleColumn},
                                 {kYear, kYear | kTitleColumn},
@@ -40,7 +40,7 @@ TEST(SetColumnDlgTest, MakesOfItsBoxesTheMaskThatTheyWereMadeOf) {
 }
 
 TEST(SetColumnDlgTest, HasABoxWithAKeyForEachColumn) {
-    SetLanguageFile(QStringLiteral(LANGUAGES_FOLDER "/language.lgg"));
+    SetLanguageFile(LANGUAGES_FOLDER "/language.lgg");
     CSetColumnDlg dialog(kTitleColumn, nullptr);
     const auto boxes = dialog.findChildren<QCheckBox*>();
     std::set<QString> keys;

@@ -9,7 +9,7 @@
 TEST(SplashTest, HasTheShapeOfItsPictureAndGoesWithItsTime) {
     using namespace std::chrono_literals;
     constexpr QColor kKey(255, 0, 255);
-    CSplashScreenEx splash(nullptr, QStringLiteral("Text"), 1ms);
+    CSplashScreenEx splash(nullptr, "Text", 1ms);
     EXPECT_FALSE(splash.SetBitmap(static_cast<PictureId>(9999), kKey));
     splash.Show();
     EXPECT_FALSE(splash.isVisible()) << "nothing to show";

@@ -2,22 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
 const QRect kWorkArea(0, 20, 1280, 780); // right edge 1280, bottom edge 800
-
-CTrackDeckSettings Saved(QRect normal, QPoint mini = {}) {
-    CTrackDeckSettings settings;
-    settings.m_nMainPosX = normal.x();
-    settings.m_nMainPosY = normal.y();
-    settings.m_nMainSizeX = normal.width();
-    settings.m_nMainSizeY = normal.height();
-    settings.m_nMiniPosX = mini.x();
-    settings.m_nMiniPosY = mini.y();
-    return settings;
-}
-
-} // namespace
 
 TEST(WindowPlacementTest, FirstRun) {
     const WindowPlaces places = FirstRunPlaces(kWorkArea);
@@ -35,11 +20,17 @@ TEST(WindowPlacementTest, SavedPlacesAreMended) {
         {kWorkArea, {1271, 791, 640, 480}, kSmallest},
         {kWorkArea, {-1, -1, 640, 480}, kSmallest},
         {{0, 0, 320, 200}, {0, 0, 300, 190}, kSmallest}};
-    for (const auto& [workArea, saved, mended] : rows)
-        EXPECT_EQ(SavedPlaces(Saved(saved), workArea).normal, mended)
+    CTrackDeckSettings settings;
+    for (const auto& [workArea, saved, mended] : rows) {
+        saved.getRect(&settings.m_nMainPosX, &settings.m_nMainPosY, &settings.m_nMainSizeX,
+                      &settings.m_nMainSizeY);
+        EXPECT_EQ(SavedPlaces(settings, workArea).normal, mended)
             << saved.x() << ' ' << saved.width();
-
+    }
     const QPoint minis[][2] = {{{7, 8}, {7, 8}}, {{-5, -5}, {0, 0}}, {{2000, 2000}, {880, 711}}};
-    for (const auto& [saved, mended] : minis)
-        EXPECT_EQ(SavedPlaces(Saved({}, saved), kWorkArea).mini, QRect(mended, QSize(400, 89)));
+    for (const auto& [saved, mended] : minis) {
+        settings.m_nMiniPosX = saved.x();
+        settings.m_nMiniPosY = saved.y();
+        EXPECT_EQ(SavedPlaces(settings, kWorkArea).mini, QRect(mended, QSize(400, 89)));
+    }
 }

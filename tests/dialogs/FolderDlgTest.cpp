@@ -15,7 +15,7 @@
 
 #include <unistd.h>
 
-#include <memory>
+#include <optional>
 
 namespace {
 
@@ -27,12 +27,11 @@ protected:
     }
 
     void Open(const QString& start) {
-        dialog = std::make_unique<CFolderDlg>(
-            scratch.File(start), nullptr,
-            std::vector<FolderRoot>{{"Root", "/"}, {"Top", scratch.Path()}});
+        dialog.emplace(scratch.File(start), nullptr,
+                       std::vector<FolderRoot>{{"Root", "/"}, {"Top", scratch.Path()}});
         tree = dialog->findChild<CFolderTree*>();
         dialog->show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&*dialog));
     }
 
     /// The labels under the selected folder.
@@ -55,7 +54,7 @@ protected:
     }
 
     const ScratchFolder scratch{ScratchFolder::Place::Memory}; // a thousand folders
-    std::unique_ptr<CFolderDlg> dialog;
+    std::optional<CFolderDlg> dialog;
     CFolderTree* tree = nullptr;
 };
 
@@ -93,7 +92,7 @@ TEST_F(FolderDlgTest, ReadsAFolderWhenItIsExpanded) {
     scratch.MakeFolder(Path::FromBytes("caf\xE9"));
     scratch.Write("file", "x");
     ASSERT_EQ(::symlink(".", Path::ToBytes(scratch.File("loop"))), 0);
-    Open(QString());
+    Open({});
     EXPECT_EQ(Children(), QStringList());
     QTest::keyClick(tree, Qt::Key_Right);
     EXPECT_EQ(Children().join(u'|'), u"Ab|caf\uFFFD|empty|gone|loop|track 2|Track 10|two lines");

@@ -24,9 +24,10 @@
 namespace {
 
 /// The main dialog's part of a scan.
-struct MainDialog {
-    MainDialog() { scanner.Listen(messages); }
+struct ScanningDlgTest : ::testing::Test {
+    ScanningDlgTest() { scanner.Listen(messages); }
 
+    const ScratchFolder scratch;
     CMediaLists lists;
     CMediaList& collection = lists.Add("Mine", MEDIA_TYPE_COLLECTION, 1);
     CMediaList& all = lists.Add("All", MEDIA_TYPE_ALL, 1);
@@ -77,16 +78,14 @@ TEST(ScanPCDlgTest, KeepsTheChoiceOfAnAcceptedDialog) {
     EXPECT_EQ(store.ReadText("SearchDir", 999), chosen);
 }
 
-TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
-    const ScratchFolder scratch;
+TEST_F(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
     SetLanguageFile(scratch.Write("l.lgg", "[TrackDeck]\n"
                                            "IDS_SCAN_FOUND=found %d\n"
                                            "IDS_SCAN_FINISHED=finished:\n"));
     for (const char* name : {"mine/a.mp3", "b.mp3", "c.wma", "list.m3u", "two\nlines/d.aac"})
         scratch.Write(name, "x");
-    MainDialog main;
-    main.lists.SetLocation(main.collection, scratch.File("mine"));
-    CScanningDlg dialog(main.scanner, {main.all.m_iId, scratch.Path(), true}, nullptr);
+    lists.SetLocation(collection, scratch.File("mine"));
+    CScanningDlg dialog(scanner, {all.m_iId, scratch.Path(), true}, nullptr);
     EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_ING");
     const auto texts = [&dialog] {
         QStringList all;
@@ -94,28 +93,26 @@ TEST(ScanningDlgTest, CountsWhatIsNewAndPostsItOn) {
             all += label->text();
         return all.join(u'|');
     };
-    const auto found = main.scanner.OnFound(
-        [&](const CMediaList&, int) { EXPECT_FALSE(texts().contains(u'\n')); });
+    const auto found =
+        scanner.OnFound([&](const CMediaList&, int) { EXPECT_FALSE(texts().contains(u'\n')); });
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
-        if (!main.scanner.IsScanning(main.all.m_iId))
+        if (!scanner.IsScanning(all.m_iId))
             dialog.findChild<QPushButton*>()->click();
     });
     watch.start(1);
     EXPECT_EQ(dialog.exec(), QDialog::Accepted);
-    EXPECT_EQ(main.all.GetCount(), 3);
+    EXPECT_EQ(all.GetCount(), 3);
     EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_COMPLET");
     EXPECT_EQ(texts(), u"finished: 3|found 3");
     EXPECT_EQ(dialog.findChild<QPushButton*>()->toolTip(), u"IDS_BT_CLOSE");
 }
 
-TEST(ScanningDlgTest, CancelEndsTheScanAndNotTheDialog) {
-    const ScratchFolder scratch;
+TEST_F(ScanningDlgTest, CancelEndsTheScanAndNotTheDialog) {
     SetLanguageFile({});
     for (int i = 0; i < 8'000; ++i) // far more than one turn of the event loop relays
         scratch.Write(QStringLiteral("%1.mp3").arg(i), "x");
-    MainDialog main;
-    CScanningDlg dialog(main.scanner, {main.all.m_iId, scratch.Path(), false}, nullptr);
+    CScanningDlg dialog(scanner, {all.m_iId, scratch.Path(), false}, nullptr);
     const QLabel& found = *dialog.findChildren<QLabel*>().last();
     while (found.text() != u"IDS_SCAN_FOUND")
         QCoreApplication::processEvents();
@@ -123,6 +120,6 @@ TEST(ScanningDlgTest, CancelEndsTheScanAndNotTheDialog) {
     EXPECT_EQ(dialog.windowTitle(), u"IDS_SCAN_CANCELED");
     dialog.reject(); // a second one closes, whatever the first one led to
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
-    EXPECT_GE(main.all.GetCount(), 1) << "what was found by then stays";
-    EXPECT_LT(main.all.GetCount(), 8'000);
+    EXPECT_GE(all.GetCount(), 1) << "what was found by then stays";
+    EXPECT_LT(all.GetCount(), 8'000);
 }

@@ -46,9 +46,8 @@ protected:
         SetThemeFile(THEME_FILE);
         const std::filesystem::path folder =
             scratch.MakeFolder("Music/Veltria Track Deck").toStdString();
-        QStringList media;
-        for (const char* kind : {"mp3", "aac", "m4a", "wma"})
-            media += MediaFileNames(kind);
+        const QStringList media{"lame-v1.mp3", "mutagen-v24.mp3", "untagged.aac",
+                                "tagged.m4a",  "tagged.wma",      "vbr.mp3"};
         for (int i = 0; i < files; ++i) {
             const std::filesystem::path source = MediaFile(media[i % media.size()]).toStdString();
             const auto album = folder / ("Album " + std::to_string(i / 100));

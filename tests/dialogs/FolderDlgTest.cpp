@@ -53,7 +53,7 @@ protected:
                 QTest::mouseClick(button, Qt::LeftButton);
     }
 
-    const ScratchFolder scratch{ScratchFolder::Place::Memory}; // a thousand folders
+    const ScratchFolder scratch;
     std::optional<CFolderDlg> dialog;
     CFolderTree* tree = nullptr;
 };

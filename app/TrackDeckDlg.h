@@ -17,7 +17,6 @@
 #include "library/MediaLists.h"
 #include "library/Playlists.h"
 #include "library/TrackCommands.h"
-#include "view/TrackView.h"
 #include "library/ViewCommands.h"
 #include "platform/MessageTarget.h"
 #include "platform/Worker.h"
@@ -25,6 +24,7 @@
 #include "player/MediaPlayer.h"
 #include "player/Transport.h"
 #include "skin/BaseDlg.h"
+#include "view/TrackView.h"
 
 #include <memory>
 #include <vector>

@@ -10,9 +10,9 @@
 #include "library/ITrackPlayer.h"
 #include "library/LibraryScanner.h"
 #include "library/MediaLists.h"
-#include "view/TrackView.h"
 #include "library/ViewCommands.h"
 #include "platform/Worker.h"
+#include "view/TrackView.h"
 
 #include <QApplication>
 #include <QPaintEvent>

@@ -173,7 +173,7 @@ CMeasuredFont::TextSize CMeasuredFont::MeasureLayout(const QString& text) const 
 }
 
 void CMeasuredFont::Draw(QPainter& painter, QPoint start, const QString& text, TextSize size,
-                     int room) const {
+                         int room) const {
     const bool elided = size.width > room;
     if (!size.shaped && DrawGlyphs(painter, start, text, elided, room))
         return;
@@ -189,7 +189,7 @@ void CMeasuredFont::Draw(QPainter& painter, QPoint start, const QString& text, T
 }
 
 bool CMeasuredFont::DrawGlyphs(QPainter& painter, QPoint start, const QString& text, bool elided,
-                           int room) const {
+                               int room) const {
     QVarLengthArray<quint32, 128> glyphs;
     QVarLengthArray<QPointF, 128> places;
     qint64 end = 0;

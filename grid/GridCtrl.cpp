@@ -1,7 +1,7 @@
 #include "grid/GridCtrl.h"
 
-#include "grid/GridCompare.h"
 #include "drawing/MeasuredFont.h"
+#include "grid/GridCompare.h"
 #include "grid/IGridWatcher.h"
 #include "grid/InPlaceEdit.h"
 

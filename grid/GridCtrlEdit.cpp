@@ -1,7 +1,7 @@
 // Editing a cell in place.
 
-#include "grid/GridCtrl.h"
 #include "drawing/MeasuredFont.h"
+#include "grid/GridCtrl.h"
 #include "grid/InPlaceEdit.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Sizes of rows and columns, and where cells lie in the viewport.
 
-#include "grid/GridCtrl.h"
 #include "drawing/MeasuredFont.h"
+#include "grid/GridCtrl.h"
 #include "grid/GridPainting.h"
 
 #include <QElapsedTimer>

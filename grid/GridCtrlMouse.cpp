@@ -1,7 +1,7 @@
 // The mouse: clicks, selection, scrolling at the edges, title tips.
 
-#include "grid/GridCtrl.h"
 #include "drawing/MeasuredFont.h"
+#include "grid/GridCtrl.h"
 #include "grid/TitleTip.h"
 
 #include <QApplication>
@@ -363,7 +363,8 @@ void CGridCtrl::ShowTitleTip(QPoint point) {
     m_pTitleTip->setPalette(colours);
     m_pTitleTip->setFont(font.FontFor(size));
     const QRect place(text.left(), drawn.top(), text.width(), drawn.height());
-    m_pTitleTip->Show(id, place, cell.GetSize().width() / 2, CMeasuredFont::OneLine(cell.GetTipText()));
+    m_pTitleTip->Show(id, place, cell.GetSize().width() / 2,
+                      CMeasuredFont::OneLine(cell.GetTipText()));
 }
 
 void CGridCtrl::HideTitleTip() {

@@ -28,28 +28,28 @@ TEST(LanguageTest, FileHoldsTheKeysOfTheTable) {
     SetLanguageFile(file);
     for (const QString& key : expected)
         EXPECT_FALSE(GetLanguageText(key).isEmpty()) << key.toStdString();
-    EXPECT_EQ(LoadString(IDS_MAIN_TITLE), QStringLiteral("Veltria Track Deck"));
+    EXPECT_EQ(LoadString(IDS_MAIN_TITLE), "Veltria Track Deck");
 }
 
 TEST(LanguageTest, TextsByIdentifierKeyAndMenuNameAndFormats) {
     const ScratchFolder scratch;
-    SetLanguageFile(scratch.Write(QStringLiteral("l.lgg"), "[TrackDeck]\n"
-                                                           "IDS_BT_OK=two\\nlines\\tand\\r\n"
-                                                           "IDS_FILE_SCANPC=Scan\n"
-                                                           "Plain=Only the name\n"));
+    SetLanguageFile(scratch.Write("l.lgg", "[TrackDeck]\n"
+                                           "IDS_BT_OK=two\\nlines\\tand\\r\n"
+                                           "IDS_FILE_SCANPC=Scan\n"
+                                           "Plain=Only the name\n"));
     EXPECT_EQ(LoadString(IDS_BT_OK), u"two\nlines\tand\r");
     EXPECT_EQ(LoadString(IDS_BT_YES), u"IDS_BT_YES") << "missing: its own name";
     for (const int unknown : {101, 311, 9999})
         EXPECT_TRUE(LoadString(unknown).isEmpty());
     const auto menu = [](const char* name) {
-        return GetMenuText(QStringLiteral("IDS_FILE_"), QString::fromUtf8(name));
+        return GetMenuText("IDS_FILE_", QString::fromUtf8(name));
     };
     EXPECT_EQ(menu("&Scan PC"), u"Scan");
     EXPECT_EQ(menu("Plain"), u"Only the name");
     EXPECT_EQ(menu("None"), u"None");
 
     const auto format = [](const char* text) {
-        return FormatText(QString::fromUtf8(text), {QStringLiteral("%s"), QStringLiteral("7")});
+        return FormatText(QString::fromUtf8(text), {"%s", "7"});
     };
     EXPECT_EQ(format("%s of %d"), u"%s of 7");
     EXPECT_EQ(format("100 %"), u"100 %");
@@ -58,7 +58,7 @@ TEST(LanguageTest, TextsByIdentifierKeyAndMenuNameAndFormats) {
 
 TEST(SettingsTest, DefaultsThenWhatWasStored) {
     const ScratchFolder scratch;
-    const QString file = scratch.File(QStringLiteral("s.ini"));
+    const QString file = scratch.File("s.ini");
     CTrackDeckSettings settings = LoadSettings(CKeyValueStore(file));
     EXPECT_EQ(settings.m_bLoaded, 0);
     EXPECT_EQ(settings.m_bAssociateMp3, 1);
@@ -83,7 +83,7 @@ TEST(SettingsTest, DefaultsThenWhatWasStored) {
 
     // An empty store is no first run, and bad values keep their defaults.
     const auto load = [&](const QByteArray& content) {
-        return LoadSettings(CKeyValueStore(scratch.Write(QStringLiteral("s.ini"), content)));
+        return LoadSettings(CKeyValueStore(scratch.Write("s.ini", content)));
     };
     EXPECT_EQ(load("").m_bLoaded, 1);
     const CTrackDeckSettings bad =

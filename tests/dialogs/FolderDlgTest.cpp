@@ -53,11 +53,7 @@ protected:
                 QTest::mouseClick(button, Qt::LeftButton);
     }
 
-<<<<<<< HEAD
-    const ScratchFolder scratch{ScratchFolder::Place::Memory}; // a thousand folders
-=======
     const ScratchFolder scratch;
->>>>>>> h1
     std::optional<CFolderDlg> dialog;
     CFolderTree* tree = nullptr;
 };

@@ -38,7 +38,7 @@ TEST(GridAccessibleTest, IsATableOfTheRowsBelowTheHeader) {
     EXPECT_EQ(table->role(), QAccessible::Table);
     EXPECT_EQ(cells->rowCount(), 4);
     EXPECT_EQ(cells->columnCount(), 3);
-    EXPECT_EQ(cells->columnDescription(2), QStringLiteral("0/2"));
+    EXPECT_EQ(cells->columnDescription(2), "0/2");
     EXPECT_EQ(table->childCount(), 15);
     for (int i = 0; i < 15; ++i) {
         const int row = i / 3 - 1;
@@ -129,7 +129,7 @@ TEST(GridAccessibleTest, ATitleIsOneCellOfItsWholeRow) {
         EXPECT_EQ(table->child(8 + col), title);
     }
     EXPECT_EQ(KnownCells(grid), 1);
-    EXPECT_EQ(title->text(QAccessible::Name), QStringLiteral("Title"));
+    EXPECT_EQ(title->text(QAccessible::Name), "Title");
     EXPECT_EQ(title->tableCellInterface()->rowIndex(), 1);
     EXPECT_EQ(title->tableCellInterface()->columnIndex(), 0);
     EXPECT_EQ(title->tableCellInterface()->columnExtent(), 4);
@@ -195,7 +195,7 @@ TEST(GridAccessibleTest, ForgetsWhatQtDropsItself) {
     const auto cell = QAccessible::uniqueId(CellOf(grid, 1, 1));
     QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(TableOf(grid)));
     EXPECT_EQ(QAccessible::accessibleInterface(cell), nullptr);
-    EXPECT_EQ(CellOf(grid, 1, 1)->text(QAccessible::Name), QStringLiteral("2/1"));
+    EXPECT_EQ(CellOf(grid, 1, 1)->text(QAccessible::Name), "2/1");
 }
 
 struct GridAccessibleEvents : ::testing::Test {
@@ -278,8 +278,8 @@ TEST_F(GridAccessibleEvents, TextsAndChecksAreToldWhenTheyAreRedrawn) {
     check->SetCheck(true);
     m_grid->RedrawCell(1, 0);
     EXPECT_EQ(Events(), "StateChanged 0/0");
-    m_grid->GetCell(1, 1)->SetText(QStringLiteral("nobody asked"));
-    m_grid->GetCell(1, 2)->SetText(QStringLiteral("asked"));
+    m_grid->GetCell(1, 1)->SetText("nobody asked");
+    m_grid->GetCell(1, 2)->SetText("asked");
     m_grid->RedrawRow(1);
     EXPECT_EQ(Events(), "NameChanged 0/2");
     m_grid->RedrawRow(1);

@@ -137,7 +137,7 @@ TEST_F(GridEdit, WhateverElseEndsTheEditKeepsTheText) {
         Press(Qt::Key_N);
         text.clear();
         end();
-        EXPECT_EQ(text, QStringLiteral("n"));
+        EXPECT_EQ(text, "n");
     }
 }
 
@@ -167,7 +167,7 @@ TEST_F(GridEdit, WhereTheFocusGoesWithAndAfterAnEdit) {
     Press(Qt::Key_Tab); // not the grid's own: what is typed next may not go into it
     EXPECT_TRUE(behind.hasFocus());
     m_grid->setFocus();
-    QKeyEvent held(QEvent::KeyPress, Qt::Key_Y, {}, QStringLiteral("y"), true);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Y, {}, "y", true);
     QApplication::sendEvent(&*m_grid, &held);
     EXPECT_FALSE(m_grid->IsEditing()) << "it answered a question, and is still held";
     m_grid->setParent(nullptr);

@@ -55,7 +55,7 @@ inline void MakeTitle(CGridCtrl& grid, int row) {
     for (int col = 0; col < last; ++col)
         grid.SetCellType(row, col, RuntimeClass<CGridCellNull>);
     grid.SetCellType(row, last, RuntimeClass<CGridCellBar>);
-    grid.GetCell(row, last)->SetText(QStringLiteral("Title"));
+    grid.GetCell(row, last)->SetText("Title");
 }
 
 inline QString TextAt(const CGridCtrl& grid, int row, int col) {

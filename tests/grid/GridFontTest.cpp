@@ -32,7 +32,7 @@ QString RandomText(std::mt19937& random) {
 
 std::vector<QFont> Fonts() {
     std::vector<QFont> fonts;
-    for (const auto& family : {QStringLiteral("Liberation Sans"), QStringLiteral("DejaVu Sans")}) {
+    for (const auto& family : {"Liberation Sans", "DejaVu Sans"}) {
         for (const double points : {7.0, 10.5, 22.0}) {
             QFont font(family);
             font.setPointSizeF(points);
@@ -86,7 +86,7 @@ TEST(GridFontTest, AnySimpleTextIsAsWideAndLooksAsItsLayout) {
         SCOPED_TRACE(font.toString().toStdString());
         const CMeasuredFont measured(font);
         for (int i = 0; i < 40; ++i) {
-            const QString text = QStringLiteral("Ha\u0161ek, ") + RandomText(random);
+            const QString text = "Ha\u0161ek, " + RandomText(random);
             EXPECT_FALSE(measured.Measure(text).shaped);
             ExpectLaidOut(measured, text, i % 3 ? 1 : 1.25);
         }
@@ -98,11 +98,11 @@ TEST(GridFontTest, ATextRunsInItsOwnDirectionWhateverThePaintersIs) {
         QString text;
         int room;
         QString fromLeft; ///< empty: elided, with the ellipsis at the end, that is on the left
-    } cases[] = {{QStringLiteral("שלום, world 12!"), 600, QStringLiteral("!world 12 ,םולש")},
-                 {QStringLiteral("Song שיר, 3."), 600, QStringLiteral("Song 3 ,ריש.")},
-                 {QStringLiteral("12 שיר!"), 600, QStringLiteral("!ריש 12")},
-                 {QStringLiteral("שששששששש and so on"), 60, {}}};
-    const CMeasuredFont font(QFont(QStringLiteral("DejaVu Sans"), 10));
+    } cases[] = {{"שלום, world 12!", 600, "!world 12 ,םולש"},
+                 {"Song שיר, 3.", 600, "Song 3 ,ריש."},
+                 {"12 שיר!", 600, "!ריש 12"},
+                 {"שששששששש and so on", 60, {}}};
+    const CMeasuredFont font(QFont("DejaVu Sans", 10));
     for (const auto& row : cases) {
         const QString elided = Elided(font.Font(), row.text, row.room);
         const QString expected =
@@ -122,14 +122,14 @@ TEST(GridFontTest, ATextRunsInItsOwnDirectionWhateverThePaintersIs) {
 
 TEST(GridFontTest, OtherTextsAreLaidOutWithShaping) {
     const QString texts[] = {
-        QStringLiteral("Cafe\u0301 del mar"),      // combining mark
-        QStringLiteral("نسم علينا الهوى 12"),      // joining, right to left
-        QStringLiteral("הבה נגילה"),               // right to left
-        QStringLiteral("สวัสดีชาวโลก"),              // vowels above and below
-        QStringLiteral("\U0001F3B5 Song"),         // surrogates
-        QStringLiteral("soft\u00ADhyphen\u200Bs"), // format characters
-        QStringLiteral("\u1112\u1161\u11ab"),      // parts of a Hangul syllable
-        QString(QChar(0xDC80)) + u'x',             // a lone surrogate
+        "Cafe\u0301 del mar",          // combining mark
+        "نسم علينا الهوى 12",          // joining, right to left
+        "הבה נגילה",                   // right to left
+        "สวัสดีชาวโลก",                  // vowels above and below
+        "\U0001F3B5 Song",             // surrogates
+        "soft\u00ADhyphen\u200Bs",     // format characters
+        "\u1112\u1161\u11ab",          // parts of a Hangul syllable
+        QString(QChar(0xDC80)) + u'x', // a lone surrogate
     };
     for (const QFont& font : Fonts()) {
         const CMeasuredFont measured(font);
@@ -142,9 +142,9 @@ TEST(GridFontTest, OtherTextsAreLaidOutWithShaping) {
 }
 
 TEST(GridFontTest, LineEndsAndControlCharactersCountAsBlanks) {
-    const CMeasuredFont font(QFont(QStringLiteral("Liberation Sans"), 9));
-    const QString broken = QStringLiteral("a\nb\r\n\tc\u2028d\u0007");
-    const QString line = QStringLiteral("a b   c d ");
+    const CMeasuredFont font(QFont("Liberation Sans", 9));
+    const QString broken = "a\nb\r\n\tc\u2028d\u0007";
+    const QString line = "a b   c d ";
     EXPECT_EQ(CMeasuredFont::OneLine(broken), line);
     EXPECT_EQ(font.Measure(broken).width, font.Measure(line).width);
     EXPECT_FALSE(font.Measure(broken).shaped);

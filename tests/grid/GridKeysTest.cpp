@@ -85,7 +85,6 @@ TEST_F(GridInput, TheSelectedTextsAreCopiedInRowsAndColumns) {
     for (const int key : {Qt::Key_C, Qt::Key_Insert}) {
         QApplication::clipboard()->clear();
         Press(key, Qt::ControlModifier);
-        EXPECT_EQ(QApplication::clipboard()->text(),
-                  QStringLiteral("9/0\t9/1\t9/2\t9/3\n10/0\t10/1\t10/2\t10/3"));
+        EXPECT_EQ(QApplication::clipboard()->text(), "9/0\t9/1\t9/2\t9/3\n10/0\t10/1\t10/2\t10/3");
     }
 }

@@ -45,7 +45,7 @@ TEST(GridCells, AnItemWritesAndReadsWhatItsMaskNamesAndDefaultsFillTheRest) {
         return std::tuple(item.text, item.image, item.data, item.state, item.backClr, item.textClr,
                           item.selBackClr, item.selTextClr, item.format);
     };
-    const QString old = QStringLiteral("1/1");
+    const QString old = "1/1";
     grid->GetDefaultCell(false, false)->SetTextClr(0x112233); // selected text, too
     const auto defaults =
         std::tuple(old, -1, 0, 0u, 0xE0FFFFu, 0x112233u, 0xDFBE7Au, 0x112233u, 0x8824u);
@@ -60,7 +60,7 @@ TEST(GridCells, AnItemWritesAndReadsWhatItsMaskNamesAndDefaultsFillTheRest) {
                   .selBackClr = 3,
                   .selTextClr = 4,
                   .data = 77,
-                  .text = QStringLiteral("new")};
+                  .text = "new"};
     grid->SetItem(item);
     EXPECT_EQ(read(), defaults);
     item.mask = 0x1FF;

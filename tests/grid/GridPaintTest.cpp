@@ -220,7 +220,7 @@ TEST(GridPaint, ARightToLeftApplicationShowsTheSameGrid) {
     for (const auto direction : {Qt::RightToLeft, Qt::LeftToRight}) {
         QApplication::setLayoutDirection(direction);
         const auto grid = MakeGrid(40, 5);
-        grid->GetCell(1, 1)->SetText(QStringLiteral("שלום, world 12!"));
+        grid->GetCell(1, 1)->SetText("שלום, world 12!");
         grid->resize(300, 200);
         grid->show();
         grid->horizontalScrollBar()->setValue(30);

@@ -87,7 +87,7 @@ TEST_F(GridRows, AnEditGoesWithItsRowAndEndsWithItWithoutItsText) {
         if (m_grid->IsEditing()) {
             EXPECT_EQ(Editor()->geometry(), place);
             Press(Qt::Key_Return);
-            EXPECT_EQ(TextAt(*m_grid, row, 1), QStringLiteral("n"));
+            EXPECT_EQ(TextAt(*m_grid, row, 1), "n");
         }
         EXPECT_EQ(Take(), "edited " + std::to_string(row < 0 ? 55 : row) + "/1");
         EXPECT_EQ(m_changed, row >= 0);

@@ -7,7 +7,7 @@
 
 static CTrackInfo Info(const char* title, const char* artist = "", const char* year = "") {
     CTrackInfo info;
-    info.m_strTrackNumber = QStringLiteral("263");
+    info.m_strTrackNumber = "263";
     info.m_strTitle = QString::fromUtf8(title);
     info.m_strArtist = QString::fromUtf8(artist);
     info.m_strYear = QString::fromUtf8(year);
@@ -17,7 +17,7 @@ static CTrackInfo Info(const char* title, const char* artist = "", const char* y
 TEST(CdTrackCacheTest, KnowsTracksByTheNumberInTheirFile) {
     const ScratchFolder scratch;
     const QByteArray content = QByteArray(44, '\0').replace(22, 2, "\x07\x01"); // 263
-    const QString file = scratch.Write(QStringLiteral("Track.cda"), content);
+    const QString file = scratch.Write("Track.cda", content);
     CCdTrackCache cache;
     const auto look = [&](int numbered) {
         CTrackInfo info;
@@ -33,13 +33,13 @@ TEST(CdTrackCacheTest, KnowsTracksByTheNumberInTheirFile) {
     EXPECT_EQ(look(1), u"263|263-Only||0");
 
     CTrackInfo kept = Info("kept");
-    for (const QString& bad : {scratch.Write(QStringLiteral("short.cda"), QByteArray(23, 'x')),
-                               scratch.File(QStringLiteral("missing.cda"))})
+    for (const QString& bad :
+         {scratch.Write("short.cda", QByteArray(23, 'x')), scratch.File("missing.cda")})
         EXPECT_EQ(cache.LookupTrack(bad, kept, 0), 1);
     EXPECT_EQ(kept, Info("kept"));
 
-    const QString second = scratch.Write(QStringLiteral("A.cda"),
-                                         QByteArray(content).replace(22, 2, QByteArray("\2\0", 2)));
+    const QString second =
+        scratch.Write("A.cda", QByteArray(content).replace(22, 2, QByteArray("\2\0", 2)));
     EXPECT_EQ(cache.LookupTrack(second, kept, 1), 0);
     EXPECT_EQ(kept.m_strTitle, u"02-A");
 }

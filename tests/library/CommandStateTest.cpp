@@ -75,7 +75,7 @@ TEST_F(CommandStateTest, FollowsTheListAndItsChecks) {
     for (const auto& row : rows)
         check(row, row.alone);
     m_collection.m_iType = -1;
-    m_lists.Add(QStringLiteral("Phone"), MEDIA_TYPE_PHONE, 1);
+    m_lists.Add("Phone", MEDIA_TYPE_PHONE, 1);
     for (const auto& row : rows) // the phone's own list is the first one
         check(row, row.withPhone);
 }

@@ -35,7 +35,7 @@ TEST(CommandsTest, EveryMenuItemHasALetterOfItsOwn) {
     std::multiset<int> keys;
     for (const Menu& menu : kMainMenus) {
         ExpectLetters(TextsOf(menu.items, menu.prefix));
-        titles += GetMenuText(QStringLiteral("IDS_"), QString::fromLatin1(menu.name));
+        titles += GetMenuText("IDS_", QString::fromLatin1(menu.name));
         for (const MenuItem& item : menu.items)
             keys.insert(item.key.toCombined());
     }
@@ -48,9 +48,9 @@ TEST(CommandsTest, EveryMenuItemHasALetterOfItsOwn) {
     for (const int key : keys)
         EXPECT_TRUE(key == 0 || keys.count(key) == 1) << key;
 
-    QStringList columns{GetMenuText(QStringLiteral("IDS_HEADER_"), QStringLiteral("Customize"))};
+    QStringList columns{GetMenuText("IDS_HEADER_", "Customize")};
     for (const TrackColumn& column : AllTrackColumns()) {
-        columns += GetMenuText(QStringLiteral("IDS_HEADER_"), QString::fromLatin1(column.name));
+        columns += GetMenuText("IDS_HEADER_", QString::fromLatin1(column.name));
         const QString key = QString::fromLatin1(column.header);
         EXPECT_NE(GetLanguageText(key), key);
     }

@@ -12,7 +12,6 @@
 #include "library/Playlists.h"
 #include "library/TrackCommands.h"
 #include "library/TrackFile.h"
-#include "view/TrackView.h"
 #include "library/ViewCommands.h"
 #include "platform/Worker.h"
 #include "tests/fixtures/LibraryFakes.h"
@@ -20,6 +19,7 @@
 #include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/ScriptedPrompts.h"
+#include "view/TrackView.h"
 
 #include <QTest>
 
@@ -48,8 +48,7 @@ struct LibraryFixture : ::testing::Test, ICommandDisplay {
     }
     /// Writes a file into the collection's folder and has it added to the collection.
     QString AddFile(const char* name, const QByteArray& content = "music") {
-        const QString path =
-            m_scratch.Write(QStringLiteral("Mine/") + QString::fromUtf8(name), content);
+        const QString path = m_scratch.Write("Mine/" + QString::fromUtf8(name), content);
         Append(m_collection, path);
         m_view.FillGrid();
         return path;
@@ -107,12 +106,12 @@ struct LibraryFixture : ::testing::Test, ICommandDisplay {
     void ShowCopyDirection(bool phone) override { m_isToPhone = phone; }
 
     ScratchFolder m_scratch;
-    const QString m_folder = m_scratch.MakeFolder(QStringLiteral("Mine"));
+    const QString m_folder = m_scratch.MakeFolder("Mine");
     CMediaLists m_lists;
-    CMediaList& m_playlist = m_lists.Add(QStringLiteral("Playlist"), MEDIA_TYPE_PLAYLIST, 1);
-    CMediaList& m_selection = m_lists.Add(QStringLiteral("Selection"), MEDIA_TYPE_SELECTION, 1);
-    CMediaList& m_collection = m_lists.Add(QStringLiteral("Mine"), MEDIA_TYPE_COLLECTION, 1);
-    CMediaList& m_all = m_lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
+    CMediaList& m_playlist = m_lists.Add("Playlist", MEDIA_TYPE_PLAYLIST, 1);
+    CMediaList& m_selection = m_lists.Add("Selection", MEDIA_TYPE_SELECTION, 1);
+    CMediaList& m_collection = m_lists.Add("Mine", MEDIA_TYPE_COLLECTION, 1);
+    CMediaList& m_all = m_lists.Add("All", MEDIA_TYPE_ALL, 1);
     CGridCtrl m_grid;
     CTrackView m_view{m_lists, m_grid};
     CCommandMap m_commands;

@@ -17,13 +17,13 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     const QString list = AddFile("list.m3u", "#EXTM3U\r\n");
     const QString gone = AddFile("gone.mp3");
     Append(m_selection, playing);
-    ASSERT_TRUE(QFile::remove(stuck) && QDir().mkpath(stuck + QStringLiteral("/in the way")));
+    ASSERT_TRUE(QFile::remove(stuck) && QDir().mkpath(stuck + "/in the way"));
     ASSERT_TRUE(QFile::remove(gone));
     m_commands.Run(kDelete);
     EXPECT_EQ(m_prompts.Take(), "") << "nothing is checked";
 
     m_collection[0]->m_bPlaying = 1;
-    m_collection[2]->m_strStatus = QStringLiteral("told before");
+    m_collection[2]->m_strStatus = "told before";
     Check(m_collection, {0, 2, 3, 4});
     m_prompts.answer = false;
     m_commands.Run(kDelete);
@@ -38,14 +38,14 @@ TEST_F(ListCommandsTest, DeleteTakesTheFilesAfterTheQuestion) {
     EXPECT_EQ(Rows(), "Mine (1/2) b c* All (0/0)");
     EXPECT_EQ(Names(m_selection), "") << "gone from every list";
     EXPECT_FALSE(QFile::exists(playing) || QFile::exists(list));
-    EXPECT_TRUE(QFile::exists(stuck + QStringLiteral("/in the way")));
+    EXPECT_TRUE(QFile::exists(stuck + "/in the way"));
     EXPECT_EQ(m_collection[1]->m_strStatus, u"told before");
     EXPECT_EQ(m_player.released.value(0), playing);
     EXPECT_FALSE(m_enabled.at(kDelete));
 }
 
 TEST_F(ListCommandsTest, OnlySomeListsCanLoseTracks) {
-    const QString path = m_scratch.Write(QStringLiteral("Elsewhere/a.mp3"), "music");
+    const QString path = m_scratch.Write("Elsewhere/a.mp3", "music");
     const struct {
         CMediaList& list;
         int type;
@@ -73,7 +73,7 @@ TEST_F(ListCommandsTest, OnlySomeListsCanLoseTracks) {
 }
 
 TEST_F(ListCommandsTest, GenreGoesIntoTheTags) {
-    const QString path = AddFile("a.mp3", ReadFile(MediaFile(QStringLiteral("mutagen-v23.mp3"))));
+    const QString path = AddFile("a.mp3", ReadFile(MediaFile("mutagen-v23.mp3")));
     Click(m_collection, 0);
     m_commands.Run(kOperaGenre);
     EXPECT_EQ(m_collection[0]->m_strGenre, u"Opera") << "at once";
@@ -91,7 +91,7 @@ TEST_F(ListCommandsTest, GenreGoesIntoTheTags) {
     AwaitWriter();
     EXPECT_EQ(ReadFile(namesake), music) << "case tells files apart";
 
-    Append(m_all, m_scratch.Write(QStringLiteral("x.mp3"), "x"));
+    Append(m_all, m_scratch.Write("x.mp3", "x"));
     m_view.FillGrid();
     Click(m_all, 0);
     m_commands.Run(kOperaGenre);
@@ -144,11 +144,11 @@ TEST_F(ListCommandsTest, SelectionHoldsCopiesOfTheCheckedTracks) {
 
 TEST_F(ListCommandsTest, RefreshReadsTheFolderAnew) {
     ASSERT_TRUE(QFile::remove(AddFile("a.mp3")));
-    m_scratch.Write(QStringLiteral("Mine/new.mp3"), "music");
+    m_scratch.Write("Mine/new.mp3", "music");
     m_commands.Run(kTitleRefresh);
     EXPECT_EQ(m_grid.GetRowCount(), 3) << "no rows of what is no longer there";
     m_commands.Run(kTitleRefresh); // the first one is still at it
-    EXPECT_EQ(m_player.released, QStringList{QStringLiteral("Mine")});
+    EXPECT_EQ(m_player.released, QStringList{"Mine"});
     AwaitLists();
     m_commands.Run(kTitleRefresh);
     m_status.CancelOperations();
@@ -164,8 +164,8 @@ TEST_F(ListCommandsTest, AListMayGoWhileItIsScannedEditedAndAskedAbout) {
         m_scratch.Write(QStringLiteral("Going/%1.mp3").arg(i), "x");
     m_grid.show();
     for (unsigned what = 0; what < 8; ++what) { // bits: 1 scanned, 2 edited, 4 asked about
-        CMediaList& list = m_lists.Add(QStringLiteral("Going"), MEDIA_TYPE_COLLECTION, 1);
-        m_lists.SetLocation(list, m_scratch.File(QStringLiteral("Going")));
+        CMediaList& list = m_lists.Add("Going", MEDIA_TYPE_COLLECTION, 1);
+        m_lists.SetLocation(list, m_scratch.File("Going"));
         m_filling.Fill(list);
         EXPECT_TRUE(
             RunUntil([&] { return list.GetCount() > 0 && (what & 1 || !m_status.running); }));
@@ -173,7 +173,7 @@ TEST_F(ListCommandsTest, AListMayGoWhileItIsScannedEditedAndAskedAbout) {
         Click(list, 0);
         Check(list, {0});
         if (what & 2)
-            Type({list[0]->m_iRow, 1}, QStringLiteral("typed"));
+            Type({list[0]->m_iRow, 1}, "typed");
         m_prompts.whileAsked = [this, id = list.m_iId] { m_lists.Remove(id); };
         what & 4 ? m_commands.Run(kDelete) : m_prompts.whileAsked();
         AwaitLists();

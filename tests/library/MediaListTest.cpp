@@ -25,13 +25,13 @@ std::string Order(const CMediaList& list) {
 } // namespace
 
 TEST(MediaListTest, PathsAreFoundAfterChanges) {
-    CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 0);
+    CMediaList list("List", MEDIA_TYPE_ALL, 0);
     for (const char* path : {"/a", "/B", "/c", "/d", "/c"})
         Add(list, path);
     const auto find = [&list](const char* path) { return list.FindPath(QLatin1String(path)); };
     EXPECT_EQ(find("/b"), -1) << "the case counts";
     EXPECT_EQ(find("/c"), 2) << "the first of both";
-    list.SetPath(2, QStringLiteral("/z"));
+    list.SetPath(2, "/z");
     EXPECT_EQ(find("/c"), 4);
     EXPECT_EQ(list.RemoveIf([](const CTrackRecord& track) { return track.m_iIndex % 2 == 0; }),
               (std::vector<int>{0, 2, 4}));
@@ -70,7 +70,7 @@ TEST(SortTest, EachColumnHasItsKey) {
         {"no column of this bit", 0x20000, 2, [](R&, int) {}, "ab", "ab"}};
     for (const auto& row : rows) {
         for (const int direction : {1, 0}) {
-            CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
+            CMediaList list("List", MEDIA_TYPE_ALL, 1);
             for (int i = 0; i < row.count; ++i)
                 row.fill(Add(list), i);
             const std::string before = Order(list);
@@ -105,7 +105,7 @@ TEST(MoveTest, CheckedTracksMoveByOneAsABlock) {
                 {"xxxx", "abcd", "0000", "abcd", "0000"}, {"x.x.", "acbd", "0110", "badc", "1111"}};
     for (const auto& row : rows) {
         for (const bool up : {true, false}) {
-            CMediaList list(QStringLiteral("List"), MEDIA_TYPE_ALL, 1);
+            CMediaList list("List", MEDIA_TYPE_ALL, 1);
             for (int i = 0; i < 4; ++i) {
                 Add(list).m_bChecked = row.checked[i] == 'x';
                 list[i]->m_iRow = 100 + i;

@@ -13,53 +13,51 @@ namespace {
 
 struct PlaylistFileTest : ::testing::Test {
     [[nodiscard]] QStringList Read(const QByteArray& bytes, int allowDuplicates = 1) const {
-        QStringList entries{QStringLiteral("of another file")};
-        EXPECT_EQ(ReadPlaylist(m_scratch.Write(QStringLiteral("read.m3u"), bytes), entries,
-                               allowDuplicates),
-                  1);
+        QStringList entries{"of another file"};
+        EXPECT_EQ(ReadPlaylist(m_scratch.Write("read.m3u", bytes), entries, allowDuplicates), 1);
         return entries;
     }
 
     const ScratchFolder m_scratch;
-    const QString m_strPath = m_scratch.File(QStringLiteral("list.m3u"));
+    const QString m_strPath = m_scratch.File("list.m3u");
 };
 
-const QStringList kTracks{QStringLiteral("/music/one.mp3"), QStringLiteral("/music/Öl & 水.mp3")};
+const QStringList kTracks{"/music/one.mp3", "/music/Öl & 水.mp3"};
 
 } // namespace
 
 TEST_F(PlaylistFileTest, ReadsEntries) {
     const QString piece(259, u'x');
     const QByteArray longest(259, 'x');
-    const QString a = QStringLiteral("a");
-    const QString b = QStringLiteral("b");
+    const QString a = "a";
+    const QString b = "b";
     const std::pair<QByteArray, QStringList> cases[] = {
         {"", {}},
         {"#EXTM3U\r\n#EXTINF:0, \r\na\r\n#EXTINF:0, \r\nb\r\n", {a, b}},
         {"a\r\n\r\nb\n\n", {a, {}, b, {}}},
-        {"a\rb\r\r\nb\r", {QStringLiteral("a\rb\r"), QStringLiteral("b\r")}},
+        {"a\rb\r\r\nb\r", {"a\rb\r", "b\r"}},
         {"b\na\nb\n", {b, a, b}},
-        {" #a\n", {QStringLiteral(" #a")}},
-        {"\xEF\xBB\xBF#EXTM3U\na\n\xEF\xBB\xBF|", {a, QStringLiteral("\uFEFF|")}},
-        {"\xC3\x96\n\xF0\x9F\x8E\xB5\n", {QStringLiteral("Ö"), QStringLiteral("🎵")}},
+        {" #a\n", {" #a"}},
+        {"\xEF\xBB\xBF#EXTM3U\na\n\xEF\xBB\xBF|", {a, "\uFEFF|"}},
+        {"\xC3\x96\n\xF0\x9F\x8E\xB5\n", {"Ö", "🎵"}},
         {"\xFF\n\xC3\n\xED\xB2\x80\n\xC0\xAF\na\n", {{}, {}, {}, {}, a}},
         {QByteArray("a\0hidden\r\n\0b\n#\0b\nb\0", 20), {a, {}, b}},
         {longest + "\r\na", {piece, a}},
         {longest + "a\r\n" + longest + longest + "\n", {piece, a, piece, piece}},
-        {longest + "#a\n#" + longest + "\n", {piece, QStringLiteral("x")}},
+        {longest + "#a\n#" + longest + "\n", {piece, "x"}},
         {longest.chopped(1) + "\xC3\x96", {{}, {}}}};
     for (const auto& [bytes, entries] : cases)
         EXPECT_EQ(Read(bytes), entries) << bytes.toStdString();
-    EXPECT_EQ(Read("b\n\na\nb\n\nA\n", 0), QStringList({b, {}, a, QStringLiteral("A")}));
+    EXPECT_EQ(Read("b\n\na\nb\n\nA\n", 0), QStringList({b, {}, a, "A"}));
 }
 
 TEST_F(PlaylistFileTest, OpensRegularFilesOnly) {
     const QString pipe = m_scratch.MakePipe("pipe.m3u");
-    const QString large = m_scratch.Write(QStringLiteral("large.m3u"), "a\n");
+    const QString large = m_scratch.Write("large.m3u", "a\n");
     ASSERT_EQ(::truncate(Path::ToBytes(large), (16 << 20) + 1), 0);
-    const QString endless = m_scratch.Write(QStringLiteral("many.m3u"), QByteArray(250'001, '\n'));
+    const QString endless = m_scratch.Write("many.m3u", QByteArray(250'001, '\n'));
     for (const QString& path : {m_strPath, pipe, m_scratch.Path(), large, endless}) {
-        QStringList entries{QStringLiteral("of another file")};
+        QStringList entries{"of another file"};
         EXPECT_EQ(ReadPlaylist(path, entries, 1), 0) << path.toStdString();
         EXPECT_TRUE(entries.isEmpty());
     }
@@ -68,24 +66,24 @@ TEST_F(PlaylistFileTest, OpensRegularFilesOnly) {
 }
 
 TEST_F(PlaylistFileTest, FindsTheFileOfAnEntry) {
-    const QString folder = m_scratch.MakeFolder(QStringLiteral("lists"));
-    const QString playlist = Path::Join(folder, QStringLiteral("list.m3u"));
-    const QString plain = m_scratch.Write(QStringLiteral("music/a.mp3"), {});
-    const QString odd = m_scratch.Write(QStringLiteral("lists/odd\\b.mp3"), {});
-    m_scratch.Write(QStringLiteral("lists/odd/b.mp3"), {});
-    m_scratch.MakeFolder(QStringLiteral("lists/odd\\folder"));
+    const QString folder = m_scratch.MakeFolder("lists");
+    const QString playlist = Path::Join(folder, "list.m3u");
+    const QString plain = m_scratch.Write("music/a.mp3", {});
+    const QString odd = m_scratch.Write("lists/odd\\b.mp3", {});
+    m_scratch.Write("lists/odd/b.mp3", {});
+    m_scratch.MakeFolder("lists/odd\\folder");
     const auto backslashed = [](QString path) { return path.replace(u'/', u'\\'); };
     for (const auto& [entry, path] : {
              std::pair(plain, plain),
              {backslashed(plain), plain},
              {u'/' + backslashed(plain.sliced(1)), plain},
              {odd, odd},
-             {QStringLiteral("../music/a.mp3"), plain},
-             {QStringLiteral(".\\..\\music\\a.mp3"), plain},
-             {QStringLiteral("odd\\b.mp3"), odd},
-             {QStringLiteral("odd\\folder"), folder + QStringLiteral("/odd/folder")},
-             {QStringLiteral("none\\x: y.mp3"), folder + QStringLiteral("/none/x: y.mp3")},
-             {QStringLiteral("Ö.mp3"), folder + QStringLiteral("/Ö.mp3")},
+             {"../music/a.mp3", plain},
+             {".\\..\\music\\a.mp3", plain},
+             {"odd\\b.mp3", odd},
+             {"odd\\folder", folder + "/odd/folder"},
+             {"none\\x: y.mp3", folder + "/none/x: y.mp3"},
+             {"Ö.mp3", folder + "/Ö.mp3"},
          })
         EXPECT_EQ(ResolveEntry(playlist, entry), path) << entry.toStdString();
     for (const char* entry :
@@ -94,7 +92,7 @@ TEST_F(PlaylistFileTest, FindsTheFileOfAnEntry) {
 }
 
 TEST_F(PlaylistFileTest, WritesTheTracksOfAListInOrder) {
-    CMediaList list(QStringLiteral("Playlist"), MEDIA_TYPE_PLAYLIST, 1);
+    CMediaList list("Playlist", MEDIA_TYPE_PLAYLIST, 1);
     list.m_strPath = m_strPath;
     EXPECT_TRUE(list.SavePlaylist());
     EXPECT_EQ(ReadFile(m_strPath), "#EXTM3U\r\n");
@@ -105,7 +103,7 @@ TEST_F(PlaylistFileTest, WritesTheTracksOfAListInOrder) {
                                    "#EXTINF:0, \r\n/music/\xC3\x96l & \xE6\xB0\xB4.mp3\r\n"
                                    "#EXTINF:0, \r\n/\xE9.m3u\r\n"
                                    "#EXTINF:0, \r\n/music/\xC3\x96l & \xE6\xB0\xB4.mp3\r\n");
-    list.m_strPath = m_scratch.File(QStringLiteral("none/list.m3u"));
+    list.m_strPath = m_scratch.File("none/list.m3u");
     EXPECT_FALSE(list.SavePlaylist());
 }
 
@@ -124,9 +122,9 @@ TEST_F(PlaylistFileTest, AppendsToTheEnd) {
 }
 
 TEST_F(PlaylistFileTest, WritesNothingThatCouldNotBeReadAgain) {
-    const QStringList cases[] = {QStringList(250'001, QStringLiteral("/a")),
+    const QStringList cases[] = {QStringList(250'001, "/a"),
                                  QStringList(200'000, u'/' + QString(80, u'a')),
-                                 {kTracks[0], QStringLiteral("/music/two\nlines.mp3")}};
+                                 {kTracks[0], "/music/two\nlines.mp3"}};
     WriteFile(m_strPath, "old");
     for (const QStringList& tracks : cases)
         EXPECT_FALSE(WritePlaylist(m_strPath, tracks)) << tracks[1].toStdString();
@@ -141,7 +139,7 @@ TEST_F(PlaylistFileTest, AnInterruptedWriteLeavesTheOldOrTheNewFile) {
          {std::pair(&WritePlaylist, true), {&WritePlaylist, false}, {&AppendToPlaylist, true}}) {
         for (const Fault fault : {Fault::Kill, Fault::Refuse}) {
             const ScratchFolder folder;
-            const QString path = folder.File(QStringLiteral("list.m3u"));
+            const QString path = folder.File("list.m3u");
             if (isThere)
                 WriteFile(path, "old");
             ExpectOldOrNewFile(

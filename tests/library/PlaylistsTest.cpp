@@ -14,15 +14,15 @@ struct PlaylistsTest : LibraryFixture {
         return ReadFile(m_folder + u'/' + QLatin1String(name));
     }
 
-    const QString m_file = m_folder + QStringLiteral("/list.m3u");
+    const QString m_file = m_folder + "/list.m3u";
 };
 
 TEST_F(PlaylistsTest, NewOneHoldsTheCheckedTracksUnderTheFirstFreeName) {
     AddFile("b.mp3");
     AddFile("list.m3u", "#EXTM3U\r\n");
     AddFile("ä.mp3");
-    m_scratch.Write(QStringLiteral("Mine/Playlist1.m3u"), "mine");
-    m_scratch.Write(QStringLiteral("Mine/Playlist3.m3u"), "mine");
+    m_scratch.Write("Mine/Playlist1.m3u", "mine");
+    m_scratch.Write("Mine/Playlist3.m3u", "mine");
     Check(m_collection, {0, 1, 2});
     m_commands.Run(kCreatePlaylist);
     EXPECT_EQ(Rows(), "Mine (0/4) b list.m3u ä Playlist2 All (0/0)") << "the checks are used up";
@@ -34,7 +34,7 @@ TEST_F(PlaylistsTest, NewOneHoldsTheCheckedTracksUnderTheFirstFreeName) {
     EXPECT_EQ(Content("Playlist4.m3u"), "#EXTM3U\r\n");
     EXPECT_EQ(Content("Playlist1.m3u"), "mine");
 
-    m_lists.SetLocation(m_collection, m_scratch.File(QStringLiteral("gone")));
+    m_lists.SetLocation(m_collection, m_scratch.File("gone"));
     m_commands.Run(kCreatePlaylist);
     EXPECT_EQ(m_prompts.Take(), "IDS_PLAYLIST_UNWRITABLE");
     EXPECT_EQ(m_collection.GetCount(), 5) << "no row for what is not there";
@@ -46,7 +46,7 @@ TEST_F(PlaylistsTest, NewOneHoldsTheCheckedTracksUnderTheFirstFreeName) {
 TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     AddFile("a.mp3");
     m_grid.SetFocusCell({2, 3});
-    m_scratch.Write(QStringLiteral("Mine/sub/two.mp3"), "12");
+    m_scratch.Write("Mine/sub/two.mp3", "12");
     const QByteArray content =
         "a.mp3\na.mp3\ngone.mp3\nC:\\Music\\one.mp3\r\nsub\\two.mp3\n\n\xFF.mp3";
     WriteFile(m_file, content);
@@ -59,7 +59,7 @@ TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     EXPECT_EQ(m_playlist[6]->m_strPath, QString());
     EXPECT_EQ(m_playlist.m_iSourceType, MEDIA_TYPE_COLLECTION);
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{1, 1}));
-    Open(m_folder + QStringLiteral("/other.m3u"));
+    Open(m_folder + "/other.m3u");
     m_commands.Run(kViewSelection);
     m_view.ShowList(m_all.m_iId);
     EXPECT_EQ(m_lists.GetActiveList(), &m_playlist) << "there is one at a time, and no other list";
@@ -69,7 +69,7 @@ TEST_F(PlaylistsTest, OpenOneIsAllThatIsShown) {
     EXPECT_EQ(m_lists.GetActiveList(), &m_collection);
     EXPECT_EQ(m_grid.GetFocusCell(), (CCellID{2, 3})) << "the keyboard is where it was";
     EXPECT_EQ(m_playlist.GetCount(), 0);
-    EXPECT_EQ(m_player.released, QStringList{QStringLiteral("Playlist")});
+    EXPECT_EQ(m_player.released, QStringList{"Playlist"});
     EXPECT_EQ(m_prompts.Take(), "");
     Open(m_folder); // no file at all
     EXPECT_FALSE(g_bPlaylistOnly);
@@ -124,7 +124,7 @@ TEST_F(PlaylistsTest, ChangesAreSavedOrNot) {
     Click(m_playlist, 1);
     run({1}, kMoveUp)();
     EXPECT_EQ(Rows(), "[a*] c b");
-    ASSERT_TRUE(QFile::remove(m_file) && QDir().mkpath(m_file + QStringLiteral("/in the way")));
+    ASSERT_TRUE(QFile::remove(m_file) && QDir().mkpath(m_file + "/in the way"));
     for (const int command : {kSavePlaylist, kClosePlaylist}) {
         m_commands.Run(command);
         EXPECT_TRUE(g_bPlaylistOnly && m_playlist.m_bModified) << "nothing is lost";
@@ -149,7 +149,7 @@ TEST_F(PlaylistsTest, TracksAreAddedToOne) {
     Click(m_collection, 1);
     m_commands.Run(kBodyEdit);
     AwaitLists();
-    EXPECT_EQ(m_playlist.m_strPath, m_folder + QStringLiteral("/one.m3u"));
+    EXPECT_EQ(m_playlist.m_strPath, m_folder + "/one.m3u");
     m_commands.Run(kClosePlaylist);
     Click(m_collection, 0);
     m_commands.Run(kBodyEdit);

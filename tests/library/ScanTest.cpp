@@ -17,8 +17,8 @@ namespace {
 
 struct Receiver {
     CMediaLists lists;
-    CMediaList& collection = lists.Add(QStringLiteral("Collection"), MEDIA_TYPE_COLLECTION, 1);
-    CMediaList& all = lists.Add(QStringLiteral("All"), MEDIA_TYPE_ALL, 1);
+    CMediaList& collection = lists.Add("Collection", MEDIA_TYPE_COLLECTION, 1);
+    CMediaList& all = lists.Add("All", MEDIA_TYPE_ALL, 1);
     CMessageTarget messages;
     CLibraryScanner scanner{lists};
     bool isWhole = true; ///< of the last scan
@@ -54,7 +54,7 @@ TEST(ScanTest, FindsTheMusicOfATreeOnce) {
          {"a.mp3", "sub/b.WMA", "sub/deep/c.m4a", "d.aac", "list.m3u", "sub/odd\xE9.Mp3",
           "video.mp4", "cd.cda", "mp3", "text.mp3.txt", "sub/Track 10.mp3", "sub/track 2.mp3"})
         scratch.Write(Path::FromBytes(name), "x");
-    scratch.MakeFolder(QStringLiteral("folder.mp3"));
+    scratch.MakeFolder("folder.mp3");
     scratch.MakePipe("pipe.mp3");
     scratch.MakeLink("sub/circle", "..");
     scratch.MakeLink("twice", "sub/deep");
@@ -76,15 +76,15 @@ TEST(ScanTest, FindsTheMusicOfATreeOnce) {
         receiver.Await(receiver.all);
         EXPECT_EQ(Names(receiver.all), "a.mp3 d.aac");
     }
-    receiver.Scan(receiver.all, scratch.File(QStringLiteral("missing")));
+    receiver.Scan(receiver.all, scratch.File("missing"));
     EXPECT_EQ(receiver.all.GetCount(), 2);
 }
 
 TEST(ScanTest, TracksOfTheCollectionEnterNoOtherList) {
     const ScratchFolder scratch;
-    scratch.Write(QStringLiteral("mine/a.mp3"), "x");
-    scratch.Write(QStringLiteral("mine too/b.Mp3"), QByteArray(2048, '\0'));
-    const QString mine = scratch.File(QStringLiteral("mine"));
+    scratch.Write("mine/a.mp3", "x");
+    scratch.Write("mine too/b.Mp3", QByteArray(2048, '\0'));
+    const QString mine = scratch.File("mine");
     Receiver receiver;
     receiver.lists.SetLocation(receiver.collection, mine);
     receiver.Scan(receiver.all, scratch.Path());

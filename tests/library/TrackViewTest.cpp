@@ -47,7 +47,7 @@ TEST_F(TrackViewTest, ListsBecomeSections) {
     EXPECT_EQ(m_all[1]->m_iRow, 7);
     EXPECT_TRUE(m_grid.GetCell(1, 0)->IsReadOnly());
 
-    m_collection[0]->m_strPath = QStringLiteral("/c/list.M3U");
+    m_collection[0]->m_strPath = "/c/list.M3U";
     m_collection[0]->m_strTitle = Path::FromBytes("odd \xE9");
     m_collection[1]->m_bPlaying = 1;
     m_view.SetColumns(0x10000);
@@ -231,10 +231,10 @@ TEST_F(TrackViewTest, SpaceChecksTheSelectionAndEnterDoesWhatADoubleClickDoes) {
 }
 
 TEST_F(TrackViewTest, OneRowIsWrittenAnew) {
-    m_all[1]->m_strArtist = QStringLiteral("New");
+    m_all[1]->m_strArtist = "New";
     m_view.RefreshRows(1, &m_all, 1);
     EXPECT_EQ(Text(7, 2), u"New");
-    m_view.SetTrackStatus(QStringLiteral("/Mine/gamma.mp3"), QStringLiteral("Copying"));
+    m_view.SetTrackStatus("/Mine/gamma.mp3", "Copying");
     EXPECT_EQ(Text(3, 8) + Text(6, 8), u"Copying");
     const auto images = [&] {
         return std::pair(m_grid.GetCell(1, 8)->GetImage(), m_grid.GetCell(5, 8)->GetImage());
@@ -310,7 +310,7 @@ TEST_F(TrackViewTest, SectionsComeGoAndAreRefilled) {
     m_collection.ClearAll();
     Add(m_collection, "new");
     m_view.RefillSection(m_collection);
-    CMediaList& phone = m_lists.Add(QStringLiteral("Phone"), MEDIA_TYPE_PHONE, 1);
+    CMediaList& phone = m_lists.Add("Phone", MEDIA_TYPE_PHONE, 1);
     Add(phone, "x");
     m_view.RefillSection(phone);
     Add(m_playlist, "song");

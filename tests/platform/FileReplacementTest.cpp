@@ -35,7 +35,7 @@ TEST_F(FileReplacementTest, KeepsModeAttributesAndLinks) {
     ASSERT_EQ(::chmod(m_bytes, 0751), 0);
     // Not every file system takes attributes.
     const bool attributed = ::setxattr(m_bytes, "user.trackdeck", "value", 5, 0) == 0;
-    m_scratch.MakeFolder(QStringLiteral("far"));
+    m_scratch.MakeFolder("far");
     const QString link = m_scratch.MakeLink("far/link.mp3", "../odd \xE9.mp3");
 
     std::optional<CFileReplacement> replacement = CFileReplacement::Begin(link);
@@ -51,12 +51,12 @@ TEST_F(FileReplacementTest, KeepsModeAttributesAndLinks) {
 }
 
 TEST_F(FileReplacementTest, RefusesWhatItCouldNotKeepWhole) {
-    ASSERT_EQ(::link(m_bytes, Path::ToBytes(m_scratch.File(QStringLiteral("name")))), 0);
+    ASSERT_EQ(::link(m_bytes, Path::ToBytes(m_scratch.File("name"))), 0);
     const QString pipe = m_scratch.MakePipe("pipe");
     const QString nowhere = m_scratch.MakeLink("nowhere", "missing/file");
-    EXPECT_FALSE(CFileReplacement::Begin(m_scratch.File(QStringLiteral("none"))));
+    EXPECT_FALSE(CFileReplacement::Begin(m_scratch.File("none")));
     for (const QString& path :
-         {m_strPath, pipe, m_scratch.Path(), nowhere, m_scratch.File(QStringLiteral("no/folder"))})
+         {m_strPath, pipe, m_scratch.Path(), nowhere, m_scratch.File("no/folder")})
         EXPECT_FALSE(CFileReplacement::Begin(path) || CFileReplacement::BeginOrCreate(path))
             << path.toStdString();
     EXPECT_EQ(ReadFile(m_strPath), "old");
@@ -99,7 +99,7 @@ TEST_F(FileReplacementTest, NoticesAChangeByAnother) {
 }
 
 TEST_F(FileReplacementTest, CreatesAFileThatIsNotThere) {
-    const QString path = m_scratch.File(QStringLiteral("file"));
+    const QString path = m_scratch.File("file");
     {
         std::optional<CFileReplacement> late = CFileReplacement::BeginOrCreate(path);
         ASSERT_TRUE(late && late->Append("new"));

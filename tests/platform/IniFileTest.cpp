@@ -36,11 +36,11 @@ TEST(IniFileTest, AnswersAsThePrivateProfileRoutines) {
         {"[TrackDeck]\nkey=" + QByteArray(2000, 'x'), longest}};
     const ScratchFolder scratch;
     const auto ask = [](const QString& path) {
-        return CIniFile(path).ReadText(u"TrackDeck", u"key", QStringLiteral("fallback"), 1023);
+        return CIniFile(path).ReadText(u"TrackDeck", u"key", "fallback", 1023);
     };
     for (const auto& [file, value] : rows)
-        EXPECT_EQ(ask(scratch.Write(QStringLiteral("a.ini"), file)), value) << file.data();
-    for (const QString& path : {scratch.Path(), scratch.File(QStringLiteral("missing"))})
+        EXPECT_EQ(ask(scratch.Write("a.ini", file)), value) << file.data();
+    for (const QString& path : {scratch.Path(), scratch.File("missing")})
         EXPECT_EQ(ask(path), u"fallback");
 }
 
@@ -62,16 +62,14 @@ TEST(IniFileTest, ReadsNumbersUpToWhatIsNone) {
         {u"key=\"\"", 5},
         {u"other=1", 5}};
     for (const auto& [line, number] : rows)
-        EXPECT_EQ(
-            CIniContent(QStringLiteral("[S]\n") + line.toString()).ReadInteger(u"s", u"KEY", 5),
-            number)
+        EXPECT_EQ(CIniContent("[S]\n" + line.toString()).ReadInteger(u"s", u"KEY", 5), number)
             << line.toUtf8().data();
 }
 
 TEST(IniFileTest, ReadsTheWholeFileUpToALimit) {
     const QByteArray file = "[a]\nkey=1\n[b]\nkey=2\n";
     const ScratchFolder scratch;
-    const CIniFile ini(scratch.Write(QStringLiteral("a.ini"), file));
+    const CIniFile ini(scratch.Write("a.ini", file));
     const CIniContent content = ini.ReadAll(file.size());
     EXPECT_EQ(content.ReadInteger(u"A", u"key", -1), 1);
     EXPECT_EQ(content.ReadText(u"b", u"Key", {}, 9), u"2");

@@ -36,14 +36,14 @@ TEST(PathTest, TakesPathsApart) {
         EXPECT_EQ(Path::BaseName(path.toString()), base);
         EXPECT_EQ(Path::Extension(path.toString()), extension);
     }
-    EXPECT_EQ(Path::Join(QStringLiteral("/"), QStringLiteral("a")), QStringLiteral("/a"));
+    EXPECT_EQ(Path::Join("/", "a"), "/a");
 }
 
 TEST(FilesTest, ListsEveryNameWithTheKindItLeadsTo) {
     const ScratchFolder scratch;
     const QString odd = Path::FromBytes("odd \xE9.mp3");
     scratch.Write(odd, "x");
-    scratch.MakeFolder(QStringLiteral("folder"));
+    scratch.MakeFolder("folder");
     scratch.MakeLink("to folder", "folder");
     scratch.MakeLink("dangling", "nowhere");
     scratch.MakePipe("pipe");
@@ -59,6 +59,6 @@ TEST(FilesTest, ListsEveryNameWithTheKindItLeadsTo) {
     EXPECT_FALSE(ListFolder(scratch.File(odd)));
     for (const FolderEntry& entry : *entries)
         EXPECT_EQ(OpenForReading(scratch.File(entry.name)).IsOpen(), entry.name == odd);
-    EXPECT_EQ(GetFileStatus(scratch.File(QStringLiteral("folder")))->identity,
-              GetFileStatus(scratch.File(QStringLiteral("to folder")))->identity);
+    EXPECT_EQ(GetFileStatus(scratch.File("folder"))->identity,
+              GetFileStatus(scratch.File("to folder"))->identity);
 }

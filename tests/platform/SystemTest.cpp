@@ -41,10 +41,10 @@ TEST(NamedLockTest, OneHolderAtATimeAndNoneAfterAKill) {
 TEST(ScratchFolderTest, IsMadeEmptyAndPrivateAndFollowsNoLink) {
     const ScratchFolder temporary;
     const ScopedVariable variable("TMPDIR", temporary.Path());
-    const QString name = QStringLiteral("VTD");
+    const QString name = "VTD";
     const QByteArray folder = Path::ToBytes(temporary.File(name));
-    const QString outside = temporary.Write(QStringLiteral("outside/file"), "x");
-    temporary.Write(QStringLiteral("VTD/old/file"), "x");
+    const QString outside = temporary.Write("outside/file", "x");
+    temporary.Write("VTD/old/file", "x");
     temporary.MakeLink("VTD/link", "../outside");
 
     EXPECT_EQ(MakeScratchFolder(name), temporary.File(name));
@@ -58,6 +58,6 @@ TEST(ScratchFolderTest, IsMadeEmptyAndPrivateAndFollowsNoLink) {
     EXPECT_EQ(MakeScratchFolder(name), temporary.File(name + QString::number(::getuid())));
     EXPECT_EQ(ReadFile(outside), "x");
 
-    const ScopedVariable missing("TMPDIR", temporary.File(QStringLiteral("missing")));
+    const ScopedVariable missing("TMPDIR", temporary.File("missing"));
     EXPECT_TRUE(MakeScratchFolder(name).isEmpty());
 }

@@ -46,8 +46,6 @@ TEST(FrameCounterTest, CountsFrames) {
         {"nothing", {}, 0, 0},
     };
     for (const auto& c : cases)
-        EXPECT_NEAR(Seconds(scratch.Write(QStringLiteral("a.aac"), c.content)), c.seconds,
-                    c.tolerance)
-            << c.name;
-    EXPECT_EQ(Seconds(scratch.File(QStringLiteral("missing.aac"))), 0);
+        EXPECT_NEAR(Seconds(scratch.Write("a.aac", c.content)), c.seconds, c.tolerance) << c.name;
+    EXPECT_EQ(Seconds(scratch.File("missing.aac")), 0);
 }

@@ -168,7 +168,7 @@ protected:
 TEST_P(GstMediaGraphTest, PlaysPausesSeeksAndEnds) {
     UseTestSink();
     const QString path = MediaFile(GetParam());
-    Render(path, path.endsWith(QStringLiteral("wma")) ? Route::WindowsMedia : Route::ByContent);
+    Render(path, path.endsWith("wma") ? Route::WindowsMedia : Route::ByContent);
     m_pGraph->PutVolume(-1339);
     m_pGraph->Run();
     ASSERT_TRUE(WaitForPosition(0.1));
@@ -220,7 +220,7 @@ TEST_F(GstMediaGraphTest, ALengthThatWasCountedStays) {
     const ScratchFolder scratch;
     const QByteArray sound = ReadFile(MediaFile("untagged.aac"));
     // Silence in frames of 12 bytes. The rate of the sound before it tells a shorter one.
-    Render(scratch.Write(QStringLiteral("a.aac"), sound + sound.right(12).repeated(2000)));
+    Render(scratch.Write("a.aac", sound + sound.right(12).repeated(2000)));
     m_pGraph->Run();
     ASSERT_TRUE(RunUntil([&] { return Seconds(m_pGraph->GetCurrentPosition()) > 1.7; }, 20'000));
     EXPECT_NEAR(Seconds(m_pGraph->GetDuration()), 2088 * 1024.0 / 44100, 0.1);
@@ -237,8 +237,7 @@ TEST_F(GstMediaGraphTest, WhatIsNoSoundHasADefinedEnd) {
         {"cut.m4a", ReadFile(MediaFile("tagged.m4a")).left(9000)},
         {"cut.wma", ReadFile(MediaFile("tagged.wma")).left(3000)},
     };
-    QStringList paths{scratch.MakeFolder(QStringLiteral("folder.mp3")),
-                      scratch.File(QStringLiteral("pipe.mp3")), QStringLiteral("/missing.mp3")};
+    QStringList paths{scratch.MakeFolder("folder.mp3"), scratch.File("pipe.mp3"), "/missing.mp3"};
     ASSERT_EQ(::mkfifo(paths[1].toLocal8Bit().constData(), 0600), 0);
     for (const auto& [name, bytes] : files)
         paths += scratch.Write(QString::fromLatin1(name), bytes);
@@ -258,7 +257,7 @@ TEST_F(GstMediaGraphTest, WhatIsNoSoundHasADefinedEnd) {
 TEST_F(GstMediaGraphTest, AFileThatGoesWhileItPlaysHasADefinedEnd) {
     const ScratchFolder scratch;
     const QByteArray sound = ReadFile(MediaFile("untagged.mp3"));
-    const QString path = scratch.File(QStringLiteral("a.mp3"));
+    const QString path = scratch.File("a.mp3");
     const std::function<void()> changes[] = {
         [&] { QFile::remove(path); },
         [&] { QFile::resize(path, 5000); },

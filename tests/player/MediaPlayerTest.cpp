@@ -50,7 +50,7 @@ protected:
     CMediaPlayer m_player{m_script.Factory(), m_messages.Address(), m_display};
     int m_finished = 0;
     const std::map<std::string, std::function<void(int)>> m_steps{
-        {"load", [this](int) { m_player.LoadFile(QStringLiteral("/a")), Deliver(); }},
+        {"load", [this](int) { m_player.LoadFile("/a"), Deliver(); }},
         {"close", [this](int) { m_player.CloseFilterGraph(); }},
         {"play", [this](int) { m_player.PlayMedia(); }},
         {"pause", [this](int) { m_player.PauseMedia(); }},
@@ -80,13 +80,13 @@ TEST(VolumeTest, IsAQuarterCircle) {
 TEST_F(MediaPlayerTest, ThePathAloneTellsTheRoute) {
     const QString longPath = QLatin1Char('/') + QString(255, QLatin1Char('x'));
     const std::pair<QString, std::string> cases[] = {
-        {QStringLiteral("/wma.mp3"), "Render "},
-        {QStringLiteral("/a.WMA"), "RenderWM "},
-        {QStringLiteral("/music.wma/song.mp3"), "RenderWM "},
-        {QStringLiteral("/a.asf.mp3"), "RenderWM "},
-        {QStringLiteral("/b.wmv"), "RenderWM "},
-        {longPath + QStringLiteral(".wma"), "RenderWM "},
-        {longPath + QStringLiteral("x.wma"), "Render "},
+        {"/wma.mp3", "Render "},
+        {"/a.WMA", "RenderWM "},
+        {"/music.wma/song.mp3", "RenderWM "},
+        {"/a.asf.mp3", "RenderWM "},
+        {"/b.wmv", "RenderWM "},
+        {longPath + ".wma", "RenderWM "},
+        {longPath + "x.wma", "Render "},
     };
     for (const auto& [path, route] : cases) {
         m_player.LoadFile(path);

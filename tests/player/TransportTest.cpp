@@ -39,7 +39,7 @@ struct Deck {
     /// A track for each letter; '.' is a playlist file.
     static void Fill(CMediaList& list, const std::string& letters) {
         for (const char letter : letters)
-            AddTrack(list, letter == '.' ? QStringLiteral("/list.m3u") : PathOf(letter),
+            AddTrack(list, letter == '.' ? "/list.m3u" : PathOf(letter),
                      QString(QLatin1Char(letter)))
                 .m_nFileSize = 1'000'000;
     }
@@ -78,7 +78,7 @@ struct Deck {
     std::string Loaded() {
         QString loaded;
         for (const QString& call : script.TakeLog())
-            if (call.startsWith(QStringLiteral("Render")))
+            if (call.startsWith("Render"))
                 loaded += call.at(call.size() - 5);
         return loaded.toStdString();
     }
@@ -216,7 +216,7 @@ TEST_F(TransportTest, StopGoesBackToTheBeginning) {
 
 TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     const ScratchFolder scratch;
-    const QString path = scratch.File(QStringLiteral("list.m3u"));
+    const QString path = scratch.File("list.m3u");
     WriteFile(path, "/c.mp3\n/z.mp3\n/a.mp3\n/nested.m3u\n/c.mp3\n");
     AddTrack(collection, path);
     Do("playlist await");
@@ -256,7 +256,7 @@ TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
 
 TEST_F(TransportTest, AnotherModeKeepsTheTrackThatPlays) {
     Do("play:b");
-    Track('b').m_strTitle = QStringLiteral("Z"); // sorted, it moves to the end
+    Track('b').m_strTitle = "Z"; // sorted, it moves to the end
     collection.SortBy(0x1, 1);
     Do("mode:2");
     EXPECT_EQ(told.playMode, PLAY_RANDOM);
@@ -282,8 +282,8 @@ TEST_F(TransportTest, ShowsWhatIsFoundOutOfATrack) {
     };
     CTrackRecord& track = Track('a');
     for (const auto& c : cases) {
-        track.m_strLength = track.m_strBitrate = QStringLiteral("tag");
-        track.m_strStatus = QStringLiteral("old");
+        track.m_strLength = track.m_strBitrate = "tag";
+        track.m_strStatus = "old";
         track.m_strArtist = QString::fromLatin1(c.artist);
         track.m_strAlbum = QString::fromLatin1(c.album);
         track.m_strTitle = QString::fromLatin1(c.title);
@@ -302,7 +302,7 @@ TEST_F(TransportTest, ShowsWhatIsFoundOutOfATrack) {
 TEST_F(TransportTest, AFileThatCantBePlayedEndsThePlaying) {
     const std::pair<GraphEvent, const char*> cases[] = {
         {{Code::Failed}, "IDS_FEILD_CORRUPT"},
-        {{Code::DecoderMissing, QStringLiteral("package")}, "IDS_FEILD_NODECODER"},
+        {{Code::DecoderMissing, "package"}, "IDS_FEILD_NODECODER"},
         {{Code::DeviceFailed}, "IDS_FEILD_NODEVICE"},
     };
     Do("mode:1");
@@ -328,8 +328,8 @@ TEST_F(TransportTest, AFileThatCantBePlayedEndsThePlaying) {
 
 TEST_F(TransportTest, WhatPlaysAtRandomIsNotShuffledAgain) {
     const ScratchFolder scratch;
-    AddTrack(collection, scratch.Write(QStringLiteral("list.m3u"),
-                                       "/a.mp3\n/b.mp3\n/c.mp3\n/d.mp3\n/e.mp3\n/f.mp3\n"));
+    AddTrack(collection,
+             scratch.Write("list.m3u", "/a.mp3\n/b.mp3\n/c.mp3\n/d.mp3\n/e.mp3\n/f.mp3\n"));
     Fill(collection, "defghijklm");
     for (const auto& [start, count] : {std::pair("mode:2 play:a", 13U), {"playlist await", 6U}}) {
         Do(start);

@@ -136,11 +136,10 @@ TEST_F(BaseDlgTest, ButtonsAndTheCursorFollowTheMouseOverTheFrame) {
 TEST_F(BaseDlgTest, ButtonsHaveTipsAndOwnOnesSendTheirCommand) {
     Open();
     CSkinWnd& skin = dialog->GetSkin();
-    skin.SetFrameTips(QStringLiteral("min"), QStringLiteral("max"), QStringLiteral("restore"),
-                      QStringLiteral("close"));
+    skin.SetFrameTips("min", "max", "restore", "close");
     int sent = 0;
     skin.SetCommandHandler([&](int command) { sent = command; });
-    skin.AddFrameButton(PictureId::MiniPlayer, 999, 130, 1, QStringLiteral("mini"));
+    skin.AddFrameButton(PictureId::MiniPlayer, 999, 130, 1, "mini");
     const QPoint own(290, 15);
     for (const auto& [place, tip] : {std::pair(kClose, "close"), std::pair(kMaximize, "max"),
                                      std::pair(kMinimize, "min"), std::pair(own, "mini")}) {
@@ -150,7 +149,7 @@ TEST_F(BaseDlgTest, ButtonsHaveTipsAndOwnOnesSendTheirCommand) {
     }
     Click(own);
     EXPECT_EQ(std::exchange(sent, 0), 999);
-    EXPECT_TRUE(skin.ChangeFrameButton(PictureId::NormalWindow, 999, 200, 1, QStringLiteral("N")));
+    EXPECT_TRUE(skin.ChangeFrameButton(PictureId::NormalWindow, 999, 200, 1, "N"));
     EXPECT_FALSE(skin.ChangeFrameButton(PictureId::NormalWindow, 998, 0, 0, QString()));
     Click(own);
     EXPECT_EQ(sent, 0);
@@ -206,7 +205,7 @@ TEST_F(BaseDlgTest, TitleAndActivityAreDrawn) {
     const QRect title(25, 0, 200, 30);
     const auto drawn = [&] { return dialog->grab(title).toImage(); };
     const QImage empty = drawn();
-    dialog->setWindowTitle(QStringLiteral("A title"));
+    dialog->setWindowTitle("A title");
     EXPECT_NE(drawn(), empty);
     for (const auto& [type, wanted] :
          {std::pair(QEvent::WindowActivate, 0), std::pair(QEvent::WindowDeactivate, 1)}) {

@@ -57,8 +57,8 @@ protected:
     /// Two kinds of buttons, still.
     std::vector<QAbstractButton*> MakeButtons() {
         const std::vector<QAbstractButton*> buttons{
-            new CImageButton(PictureId::Ok, QStringLiteral("OK"), &m_window),
-            new CPicButton(PictureId::NewPlaylist, QStringLiteral("New"), &m_window),
+            new CImageButton(PictureId::Ok, "OK", &m_window),
+            new CPicButton(PictureId::NewPlaylist, "New", &m_window),
         };
         for (QAbstractButton* button : buttons) {
             button->setStyle(&m_still);
@@ -101,7 +101,7 @@ TEST_F(ControlsTest, EachStateOfAButtonHasALookOfItsOwn) {
             for (std::size_t b = 0; b < a; ++b)
                 EXPECT_NE(looks[a], looks[b]) << a << " and " << b;
     }
-    CImageButton button(PictureId::Ok, QStringLiteral("&Scan..."), nullptr);
+    CImageButton button(PictureId::Ok, "&Scan...", nullptr);
     EXPECT_EQ(button.toolTip(), u"Scan");
     const QImage normal = Look(button);
     button.setDefault(true);
@@ -270,7 +270,7 @@ protected:
         QCoreApplication::sendEvent(&Timer(), &tick);
     }
 
-    CProgressSlider m_bar{QStringLiteral("Position"), &m_window};
+    CProgressSlider m_bar{"Position", &m_window};
     const QString m_strLong = QStringLiteral("<b>Artist</b> - Album - Title ").repeated(4);
 };
 
@@ -290,7 +290,7 @@ TEST_F(ProgressTest, TheBarIsFilledUpToItsPositionAndTextOnItCanBeRead) {
 }
 
 TEST_F(ProgressTest, ALongCaptionMovesAPixelWithEachTickWhileItIsSeen) {
-    m_bar.SetCaption(QStringLiteral("Short"));
+    m_bar.SetCaption("Short");
     EXPECT_FALSE(Timer().isActive());
     m_bar.SetCaption(m_strLong);
     ASSERT_TRUE(Timer().isActive());
@@ -319,7 +319,7 @@ TEST_F(ProgressTest, WithReducedMotionALongCaptionIsCutAndItsToolTipIsWhole) {
     EXPECT_FALSE(Timer().isActive());
     EXPECT_TRUE(m_bar.toolTip().contains(m_strLong.trimmed().toHtmlEscaped()))
         << m_bar.toolTip().toStdString();
-    m_bar.SetCaption(QStringLiteral("Short"));
+    m_bar.SetCaption("Short");
     EXPECT_EQ(m_bar.toolTip(), u"Position");
     EXPECT_EQ(m_bar.accessibleDescription(), u"Short");
 }

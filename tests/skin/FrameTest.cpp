@@ -220,7 +220,7 @@ TEST(FrameTest, TitleStaysInItsPlace) {
         state.size = QSize(200, 90) * scale;
         const QImage bare = DrawBand(theme, state);
         const QRect place(QPoint(25, 4) * scale, QPoint(191, 30) * scale - QPoint(1, 1));
-        const QString titles[] = {QStringLiteral("two\nlines & more"), QString(100'000, u'm'),
+        const QString titles[] = {"two\nlines & more", QString(100'000, u'm'),
                                   QString(3000, QChar(0x05D0))};
         for (const QString& title : titles) {
             state.m_strTitle = title;
@@ -243,8 +243,8 @@ TEST(FrameTest, LongTitleEndsAtAWord) {
         return DrawBand(theme, state);
     };
     const QChar ellipsis(0x2026);
-    const QString words = QStringLiteral("Some short words");
-    EXPECT_EQ(drawn(words + QStringLiteral(" andthenalongone")), drawn(words + ellipsis));
+    const QString words = "Some short words";
+    EXPECT_EQ(drawn(words + " andthenalongone"), drawn(words + ellipsis));
     EXPECT_NE(drawn(QString(40, u'o')), drawn(ellipsis));
     EXPECT_NE(drawn(words), drawn(words + ellipsis));
 }

@@ -56,7 +56,7 @@ TEST(SkinPaletteTest, ShowsWhereTheKeyboardIs) {
     UseSkinPalette();
     QWidget window;
     QVBoxLayout layout(&window);
-    QCheckBox box(QStringLiteral("Text"));
+    QCheckBox box("Text");
     QTreeWidget tree;
     QScrollArea text;
     const std::vector<QWidget*> controls{&box, &tree, &text};

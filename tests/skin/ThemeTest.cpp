@@ -45,7 +45,7 @@ QByteArray BlackPng(int width, int height, QImage::Format format = QImage::Forma
 /// A picture with 200 texts of 7 MB each, in a file of 1.4 MB.
 QByteArray PngWithLongTexts() {
     QImage image = MakePlaces(Picture::Top, {40, 61});
-    image.setText(QStringLiteral("key"), QString(7'000'000, u'x'));
+    image.setText("key", QString(7'000'000, u'x'));
     QByteArray file = Encode(image, "png");
     const qsizetype text = file.indexOf("zTXt") - 4;
     return file.insert(text, file.mid(text, file.indexOf("IDAT") - 4 - text).repeated(199));

@@ -72,7 +72,7 @@ void ExpectDefinedOutcome(const QString& path, const QByteArray& content, const 
         EXPECT_LE(text.size(), kMaxId3Text);
     static_cast<void>(ReadTrackArtwork(path));
 
-    info.m_strArtist = QStringLiteral("written");
+    info.m_strArtist = "written";
     if (WriteTrackTags(path, info, 0) != 0) {
         EXPECT_EQ(ReadFile(path), content);
         return;
@@ -87,13 +87,13 @@ void ExpectDefinedOutcome(const QString& path, const QByteArray& content, const 
 
 TEST(DamagedTagsTest, EveryVariantHasADefinedOutcome) {
     const QByteArray sound = Mp3Sound().first(4000);
-    const QByteArray id3v1 = ReadFile(MediaFile(QStringLiteral("lame-v1.mp3"))).last(128);
+    const QByteArray id3v1 = ReadFile(MediaFile("lame-v1.mp3")).last(128);
     const ScratchFolder scratch(ScratchFolder::Place::Memory);
     for (const QByteArray& tag :
          {SmallTag(2), SmallTag(3), SmallTag(4), Unsynchronised(SmallTag(3))}) {
         for (const QByteArray& variant : Variants(tag, sound + id3v1)) {
             SCOPED_TRACE(variant.left(200).toPercentEncoding().toStdString());
-            const QString path = scratch.Write(QStringLiteral("damaged.mp3"), variant);
+            const QString path = scratch.Write("damaged.mp3", variant);
             ExpectDefinedOutcome(path, variant, sound);
         }
     }
@@ -115,7 +115,7 @@ void WriteSparse(const QString& path, qint64 size, const Pieces& pieces) {
 template <typename Work>
 qint64 BytesReadBy(Work work) {
     const auto total = [] {
-        QFile file(QStringLiteral("/proc/self/io"));
+        QFile file("/proc/self/io");
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readLine().mid(7).trimmed().toLongLong(); // "rchar: 123"
     };
@@ -152,7 +152,7 @@ TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
         {"many frames", many, 9, 74},
         {"a picture too large", {{0, LargestHeader() + title + picture}}, 1, 1}};
     const ScratchFolder scratch(ScratchFolder::Place::Memory);
-    const QString path = scratch.File(QStringLiteral("large.mp3"));
+    const QString path = scratch.File("large.mp3");
     for (const auto& [what, pieces, textCost, pictureCost] : rows) {
         SCOPED_TRACE(what);
         WriteSparse(path, kTag + 10 + 1000, pieces);
@@ -180,7 +180,7 @@ TEST(DamagedTagsTest, HostileTagsAreReadUpToTheDamage) {
         {"tag of 256 MB, cut", LargestHeader(), "damaged"}};
     const ScratchFolder scratch(ScratchFolder::Place::Memory);
     for (const auto& [what, content, read] : rows) {
-        const QString path = scratch.Write(QStringLiteral("damaged.mp3"), content);
+        const QString path = scratch.Write("damaged.mp3", content);
         EXPECT_EQ(ReadInfo(path).m_strTitle, QLatin1StringView(read)) << what;
     }
 }

@@ -8,7 +8,7 @@ TEST(GenreTest, TableNamesAndNumbersLeadToEachOther) {
     for (const auto& [name, number] : rows)
         EXPECT_EQ(GenreToId3Number(name.toString()), number);
     for (int number = -1; number <= 148; ++number) {
-        QString name = QStringLiteral("kept");
+        QString name = "kept";
         GenreFromId3Number(name, number);
         EXPECT_EQ(GenreToId3Number(name), number >= 0 && number < 148 ? number : 255);
     }

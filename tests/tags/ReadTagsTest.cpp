@@ -6,7 +6,7 @@
 
 static CTrackInfo ReadBytes(const QByteArray& bytes) {
     const ScratchFolder scratch;
-    return ReadInfo(scratch.Write(QStringLiteral("name.mp3"), bytes));
+    return ReadInfo(scratch.Write("name.mp3", bytes));
 }
 
 TEST(ReadTagsTest, FramesBecomeFieldsInEveryVersion) {
@@ -82,12 +82,12 @@ TEST(ReadTagsTest, ExtensionDecidesWhatIsRead) {
         EXPECT_EQ(info.m_strTitle, QLatin1StringView(title)) << name;
     }
     CTrackInfo expected;
-    expected.m_strTitle = QStringLiteral("missing");
-    EXPECT_EQ(ReadInfo(scratch.File(QStringLiteral("missing.mp3"))), expected);
+    expected.m_strTitle = "missing";
+    EXPECT_EQ(ReadInfo(scratch.File("missing.mp3")), expected);
 }
 
 TEST(ReadTagsTest, Id3v1FillsWhatId3v2LeavesOpen) {
-    const QByteArray id3v1 = ReadFile(MediaFile(QStringLiteral("lame-v1.mp3"))).last(128);
+    const QByteArray id3v1 = ReadFile(MediaFile("lame-v1.mp3")).last(128);
     const std::tuple<int, FrameList, const char*, const char*> rows[] = {
         {3, {{"TALB", EightBit("x")}}, "Lame Title", "Lame Artist"},
         {3, {{"TIT2", EightBit("Own")}}, "Own", "Lame Artist"},
@@ -104,7 +104,7 @@ TEST(ReadTagsTest, Id3v1FillsWhatId3v2LeavesOpen) {
 
 TEST(ReadTagsTest, ArtworkIsTheFirstPicture) {
     const ScratchFolder scratch;
-    const QString out = scratch.File(QStringLiteral("out.jpg"));
+    const QString out = scratch.File("out.jpg");
     const std::pair<const char*, const char*> rows[] = {
         {"lame-v23-v1-picture.mp3", "small.jpg"},
         {"id3lib-v23-utf16-unsync.mp3", "large.jpg"},
@@ -117,19 +117,19 @@ TEST(ReadTagsTest, ArtworkIsTheFirstPicture) {
         EXPECT_EQ(SaveTrackArtwork(path, out), 0);
         EXPECT_EQ(ReadFile(out), picture);
     }
-    const QString old = scratch.Write(QStringLiteral("old.mp3"),
-                                      TagBytes(2, {{"PIC", QByteArray("\0JPG\3\0picture", 13)}}));
+    const QString old =
+        scratch.Write("old.mp3", TagBytes(2, {{"PIC", QByteArray("\0JPG\3\0picture", 13)}}));
     EXPECT_EQ(ReadTrackArtwork(old), "picture");
-    EXPECT_EQ(SaveTrackArtwork(MediaFile(QStringLiteral("untagged.mp3")), out), 1);
-    EXPECT_EQ(SaveTrackArtwork(old, scratch.File(QStringLiteral("no/folder.jpg"))), 1);
+    EXPECT_EQ(SaveTrackArtwork(MediaFile("untagged.mp3"), out), 1);
+    EXPECT_EQ(SaveTrackArtwork(old, scratch.File("no/folder.jpg")), 1);
 }
 
 TEST(ReadTagsTest, SavedArtworkNeverTakesThePlaceOfTheTrackOrWaits) {
     const ScratchFolder scratch;
     const QByteArray content = TagBytes(2, {{"PIC", QByteArray("\0JPG\3\0picture", 13)}});
-    const QString track = scratch.Write(QStringLiteral("track.mp3"), content);
+    const QString track = scratch.Write("track.mp3", content);
     const QString link = scratch.MakeLink("link.jpg", "track.mp3");
-    const QString name = scratch.File(QStringLiteral("name.jpg"));
+    const QString name = scratch.File("name.jpg");
     const QString pipe = scratch.MakePipe("pipe.jpg");
     for (const QString& out : {track, link, pipe, scratch.Path()})
         EXPECT_EQ(SaveTrackArtwork(track, out), 1) << out.toStdString();

@@ -30,5 +30,5 @@ inline CTrackInfo ReadInfo(const QString& path) {
 
 /// Sound of a real encoder, without tags.
 inline QByteArray Mp3Sound() {
-    return ReadFile(MediaFile(QStringLiteral("untagged.mp3")));
+    return ReadFile(MediaFile("untagged.mp3"));
 }

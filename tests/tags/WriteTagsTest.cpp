@@ -60,7 +60,7 @@ struct Edited {
 };
 
 struct WriteTagsTest : ::testing::Test {
-    WriteTagsTest() { m_info.m_strTitle = QStringLiteral("New title"); }
+    WriteTagsTest() { m_info.m_strTitle = "New title"; }
 
     [[nodiscard]] QString Write(const char* name, const QByteArray& content) const {
         return m_scratch.Write(QString::fromLatin1(name), content);
@@ -104,13 +104,13 @@ TEST_F(WriteTagsTest, KeepsOtherFramesAndTheSound) {
             read[path] = info;
             info.m_strAlbum = QStringLiteral(u"Gr\u00FC\u00DFe \u041F\u0440\u0438");
             info.m_strArtist = QStringLiteral(u"\u00FF\u00FE plain");
-            info.m_strGenre = QStringLiteral("Comedy");
+            info.m_strGenre = "Comedy";
             info.m_strYear.clear();
             info.m_nLengthMs = 61000;
             EXPECT_EQ(WriteTrackTags(path, info, 0), 0);
-            info.m_strLength = QStringLiteral("01:00");
+            info.m_strLength = "01:00";
             if (info.m_strSize.isEmpty())
-                info.m_strSize = QStringLiteral("0 B");
+                info.m_strSize = "0 B";
             written[path] = info;
         });
     for (const Edited& file : files) {
@@ -128,7 +128,7 @@ TEST_F(WriteTagsTest, KeepsOtherFramesAndTheSound) {
         EXPECT_EQ(file.after[u"id3v1"].toString().size(), 128);
         EXPECT_TRUE(Frame(file.after, "TALB").contains(info.m_strAlbum));
         EXPECT_TRUE(Frame(file.after, "TPE1").contains(info.m_strArtist));
-        EXPECT_TRUE(Frame(file.after, "TCON").contains(QStringLiteral("(57)")));
+        EXPECT_TRUE(Frame(file.after, "TCON").contains("(57)"));
         EXPECT_TRUE(HasEmptyFrame(file.path, version == 4 ? "TDRC" : "TYER"));
         EXPECT_EQ(ReadInfo(file.path), info);
     }
@@ -151,8 +151,8 @@ TEST_F(WriteTagsTest, FlagsAndOldVersionsStay) {
                   {"TALB", 0x4000, EightBit("Album")}};
     const QString path = Write("flags.mp3", AssembleId3v2Tag(tag) + Mp3Sound());
     CTrackInfo info = ReadInfo(path);
-    EXPECT_EQ(info.m_strTitle, QStringLiteral("Title"));
-    info.m_strAlbum = QStringLiteral("Other");
+    EXPECT_EQ(info.m_strTitle, "Title");
+    info.m_strAlbum = "Other";
     ASSERT_EQ(WriteTrackTags(path, info, 0), 0);
     EXPECT_TRUE(ReadFile(path).contains(AssembleId3Frame(3, tag.frames[0])));
     EXPECT_TRUE(ReadFile(path).contains(AssembleId3Frame(3, tag.frames[1])));
@@ -163,7 +163,7 @@ TEST_F(WriteTagsTest, FlagsAndOldVersionsStay) {
     info.m_strTitle = QStringLiteral(u"\u041F\u0440\u0438");
     ASSERT_EQ(WriteTrackTags(old, info, 0), 0);
     EXPECT_EQ(ReadInfo(old).m_strTitle, info.m_strTitle);
-    EXPECT_EQ(ReadInfo(old).m_strAlbum, QStringLiteral("Other"));
+    EXPECT_EQ(ReadInfo(old).m_strAlbum, "Other");
     EXPECT_EQ(ReadFile(old).mid(3, 1), "\2");
     EXPECT_TRUE(ReadFile(old).contains(AssembleId3Frame(2, {"XYZ", 0, "unknown"})));
 }
@@ -185,7 +185,7 @@ TEST_F(WriteTagsTest, Id3v1KeepsItsCommentAndWhatDidNotChange) {
     QByteArray expected = ReadFile(path).last(128);
     CTrackInfo info = ReadInfo(path);
     info.m_strArtist = QStringLiteral(u"caf\u00E9 \u041F, of more than thirty characters");
-    info.m_strTrackNumber = QStringLiteral("9/12");
+    info.m_strTrackNumber = "9/12";
     ASSERT_EQ(WriteTrackTags(path, info, 0), 0);
     expected.replace(33, 30, QByteArray("caf\xE9 ?, of more than thirty characters").first(30));
     expected[126] = 9;
@@ -193,14 +193,14 @@ TEST_F(WriteTagsTest, Id3v1KeepsItsCommentAndWhatDidNotChange) {
 }
 
 TEST_F(WriteTagsTest, PutsArtworkIntoTheFirstPicture) {
-    const QString jpeg = MediaFile(QStringLiteral("large.jpg"));
+    const QString jpeg = MediaFile("large.jpg");
     const auto write = [&](const QString& path) { EXPECT_EQ(WriteTrackArtwork(path, jpeg), 0); };
     for (const Edited& file :
          Edit({"mutagen-v23.mp3", "mutagen-v24.mp3", "untagged.mp3", "untagged.aac"}, write)) {
         EXPECT_EQ(ReadTrackArtwork(file.path), ReadFile(jpeg)) << file.path.toStdString();
         const QString frame = Frame(file.after, "APIC:Cover Inserted by Veltria Track Deck");
-        EXPECT_TRUE(frame.contains(QStringLiteral("mime='image/jpeg'")));
-        EXPECT_TRUE(frame.contains(QStringLiteral("type=<PictureType.COMPOSER: 11>")))
+        EXPECT_TRUE(frame.contains("mime='image/jpeg'"));
+        EXPECT_TRUE(frame.contains("type=<PictureType.COMPOSER: 11>"))
             << frame.left(200).toStdString();
         EXPECT_TRUE(Frame(file.after, "APIC:front").isEmpty());
     }
@@ -208,7 +208,7 @@ TEST_F(WriteTagsTest, PutsArtworkIntoTheFirstPicture) {
     EXPECT_EQ(WriteTrackArtwork(old, jpeg), 0);
     EXPECT_EQ(ReadTrackArtwork(old), ReadFile(jpeg));
     EXPECT_NE(WriteTrackArtwork(old, QString()), 0);
-    EXPECT_NE(WriteTrackArtwork(old, m_scratch.File(QStringLiteral("missing.jpg"))), 0);
+    EXPECT_NE(WriteTrackArtwork(old, m_scratch.File("missing.jpg")), 0);
     EXPECT_NE(WriteTrackArtwork(QString(), jpeg), 0);
 }
 
@@ -216,14 +216,14 @@ TEST_F(WriteTagsTest, ArtworkBringsTheTextsOfId3v1Along) {
     CTrackInfo info;
     const auto write = [&](const QString& path) {
         info = ReadInfo(path);
-        EXPECT_EQ(WriteTrackArtwork(path, MediaFile(QStringLiteral("small.jpg"))), 0);
+        EXPECT_EQ(WriteTrackArtwork(path, MediaFile("small.jpg")), 0);
         EXPECT_EQ(ReadInfo(path), info);
     };
     for (const Edited& file : Edit({"lame-v1.mp3"}, write)) {
         EXPECT_EQ(file.after[u"id3v1"], file.before[u"id3v1"]);
         for (const auto& [id, field] : kTexts)
             EXPECT_TRUE(Frame(file.after, id).contains(info.*field)) << id;
-        EXPECT_TRUE(Frame(file.after, "TCON").contains(QStringLiteral("(17)")));
+        EXPECT_TRUE(Frame(file.after, "TCON").contains("(17)"));
     }
 }
 
@@ -273,7 +273,7 @@ TEST_F(WriteTagsTest, RefusesWhatItDoesNotUnderstand) {
         EXPECT_EQ(ReadFile(path), content) << what;
     }
     EXPECT_NE(WriteTrackTags(Write("a.m4a", Mp3Sound()), m_info, 0), 0);
-    EXPECT_NE(WriteTrackTags(m_scratch.File(QStringLiteral("missing.mp3")), m_info, 0), 0);
+    EXPECT_NE(WriteTrackTags(m_scratch.File("missing.mp3"), m_info, 0), 0);
 }
 
 TEST_F(WriteTagsTest, AnInterruptedWriteLeavesTheOldOrTheNewFile) {

@@ -32,7 +32,8 @@ if(TRACKDECK_COVERAGE)
   add_link_options(--coverage)
 endif()
 
-# The headers that most files include are compiled once for each kind of target.
+# The headers that most files include are compiled once for each kind of target. Tests don't name
+# them again.
 function(trackdeck_precompiled_headers name)
   cmake_parse_arguments(ARG "" "" "LINK;HEADERS;OPTIONS" ${ARGN})
   file(WRITE ${CMAKE_BINARY_DIR}/${name}.cpp "")

@@ -15,7 +15,6 @@
 #include <QAccessible>
 #include <QPushButton>
 #include <QShortcut>
-#include <gtest/gtest.h>
 
 namespace {
 

@@ -6,8 +6,6 @@
 #include "tests/fixtures/Pictures.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 /// A JPEG file whose last scan comes `times` times more.

@@ -19,7 +19,6 @@
 
 #include <QTest>
 #include <QWheelEvent>
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 

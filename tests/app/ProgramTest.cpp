@@ -5,7 +5,6 @@
 
 #include <QProcess>
 #include <QThread>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <set>

@@ -2,8 +2,6 @@
 
 #include "tests/fixtures/RunUntil.h"
 
-#include <gtest/gtest.h>
-
 #include <unistd.h>
 
 TEST(SingleInstanceTest, LaterInstanceCallsTheFirst) {

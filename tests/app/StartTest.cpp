@@ -12,15 +12,10 @@
 #include "tests/fixtures/RunUntil.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
-#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <functional>
-#include <optional>
 
 namespace {
 

@@ -12,14 +12,11 @@
 #include "tests/fixtures/ScratchFolder.h"
 #include "tests/fixtures/Threads.h"
 
-#include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
-#include <gtest/gtest.h>
 
 #include <filesystem>
-#include <optional>
 
 namespace {
 

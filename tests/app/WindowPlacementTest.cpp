@@ -1,7 +1,5 @@
 #include "app/WindowPlacement.h"
 
-#include <gtest/gtest.h>
-
 const QRect kWorkArea(0, 20, 1280, 780); // right edge 1280, bottom edge 800
 
 TEST(WindowPlacementTest, FirstRun) {

@@ -98,14 +98,6 @@ class KeyboardWalk(Walk):
         self.deck.open("IDS_MAIN_ABOUT", "Left", "Up", "Return")
         self.deck.close("IDS_MAIN_ABOUT", "Escape")
 
-    def system_menu_maximizes_and_restores_the_window(self):
-        before = self.screen.geometry(self.deck.window)
-        for key, wanted in (("x", (TrackDeck.SCREEN, (0, 0))), ("r", before)):
-            self.press("alt+space")
-            self.deck.wait_for_popup()
-            self.press(key)
-            self.deck.wait_for_geometry(*wanted)
-
     def folder_is_found_by_arrows_and_one_is_made_in_it_and_named(self):
         self.deck.open("IDS_SCAN_TITLE", "ctrl+f")
         self.press("ctrl+a")

@@ -8,7 +8,6 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <algorithm>
 #include <set>
 
 TEST(LanguageTest, FileHoldsTheKeysOfTheTable) {

@@ -6,16 +6,12 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
-#include <gtest/gtest.h>
 
 #include <unistd.h>
-
-#include <optional>
 
 namespace {
 

@@ -8,13 +8,11 @@
 #include "skin/SkinLabel.h"
 #include "tests/fixtures/Printers.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTest>
 #include <QTimer>
-#include <gtest/gtest.h>
 
 namespace {
 

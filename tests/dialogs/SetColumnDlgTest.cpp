@@ -6,9 +6,7 @@
 
 #include <QCheckBox>
 #include <QTest>
-#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <set>
 
 namespace {

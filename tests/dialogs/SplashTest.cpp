@@ -4,7 +4,6 @@
 #include <QImage>
 #include <QScreen>
 #include <QTest>
-#include <gtest/gtest.h>
 
 TEST(SplashTest, HasTheShapeOfItsPictureAndGoesWithItsTime) {
     using namespace std::chrono_literals;

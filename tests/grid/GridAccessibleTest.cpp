@@ -4,7 +4,6 @@
 #include "tests/grid/GridInputFixture.h"
 
 #include <QAccessible>
-#include <QScrollBar>
 
 #include <private/qguiapplication_p.h>
 #include <qpa/qplatformaccessibility.h>

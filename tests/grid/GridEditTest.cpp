@@ -1,8 +1,6 @@
 #include "grid/GridCellCheck.h"
 #include "tests/grid/GridInputFixture.h"
 
-#include <QScrollBar>
-
 struct GridEdit : GridInput {
     GridEdit() {
         m_grid->SetEditable(true);

@@ -6,8 +6,6 @@
 #include "grid/GridCtrl.h"
 #include "tests/fixtures/Printers.h"
 
-#include <QApplication>
-
 /// A grid as the program configures it: one header row, list mode, ticks between header cells.
 /// Cells carry their place as text: "3/1" is row 3, column 1.
 inline std::unique_ptr<CGridCtrl> MakeGrid(int rows, int cols) {

@@ -4,7 +4,6 @@
 
 #include <QFontMetricsF>
 #include <QImage>
-#include <QPainter>
 #include <QPixmap>
 
 #include <cmath>

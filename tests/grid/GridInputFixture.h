@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-#include <map>
-
 /// A shown grid of 200 rows by 4 columns, in a viewport of 400 by 300, that gets real events.
 struct GridInput : ::testing::Test {
     GridInput() { Renew(); }

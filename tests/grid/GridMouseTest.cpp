@@ -2,9 +2,6 @@
 #include "tests/fixtures/PaintedRows.h"
 #include "tests/grid/GridInputFixture.h"
 
-#include <QDialog>
-#include <QPainter>
-#include <QScrollBar>
 #include <QTimer>
 #include <QWheelEvent>
 

@@ -3,8 +3,6 @@
 #include "tests/grid/GridFixture.h"
 
 #include <QImage>
-#include <QPainter>
-#include <QScrollBar>
 
 #include <cmath>
 #include <set>

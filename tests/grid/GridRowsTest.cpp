@@ -1,7 +1,5 @@
 #include "tests/grid/GridInputFixture.h"
 
-#include <QScrollBar>
-
 struct GridRows : GridInput {
     /// Rows before row `first`, or for a `count` below 0 those from there on.
     bool Shift(int first, int count) {

@@ -3,8 +3,6 @@
 #include "tests/fixtures/Printers.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <QStringList>
-
 static CTrackInfo Info(const char* title, const char* artist = "", const char* year = "") {
     CTrackInfo info;
     info.m_strTrackNumber = "263";

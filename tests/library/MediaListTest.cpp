@@ -4,7 +4,6 @@
 #include "tests/fixtures/LibraryFakes.h"
 #include "tests/fixtures/Printers.h"
 
-#include <algorithm>
 #include <numeric>
 #include <random>
 

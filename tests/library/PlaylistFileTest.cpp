@@ -38,7 +38,7 @@ TEST_F(PlaylistFileTest, ReadsEntries) {
         {"a\rb\r\r\nb\r", {"a\rb\r", "b\r"}},
         {"b\na\nb\n", {b, a, b}},
         {" #a\n", {" #a"}},
-        {"\xEF\xBB\xBF#EXTM3U\na\n\xEF\xBB\xBF|", {a, "\uFEFF|"}},
+        {"\xEF\xBB\xBF#EXTM3U\na\n\xEF\xBB\xBF|", {a, QStringLiteral("\uFEFF|")}},
         {"\xC3\x96\n\xF0\x9F\x8E\xB5\n", {"Ö", "🎵"}},
         {"\xFF\n\xC3\n\xED\xB2\x80\n\xC0\xAF\na\n", {{}, {}, {}, {}, a}},
         {QByteArray("a\0hidden\r\n\0b\n#\0b\nb\0", 20), {a, {}, b}},

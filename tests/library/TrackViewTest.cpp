@@ -3,8 +3,6 @@
 #include "tests/fixtures/PaintedRows.h"
 #include "tests/library/LibraryFixture.h"
 
-#include <QScrollBar>
-
 /// Rows: 0 header, 1 title of the collection, 2-4 its tracks, 5 title of All Music, 6-7 its tracks.
 struct TrackViewTest : LibraryFixture {
     TrackViewTest() {

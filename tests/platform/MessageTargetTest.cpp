@@ -4,12 +4,9 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
-#include <gtest/gtest.h>
 
 #include <atomic>
-#include <optional>
 #include <stdexcept>
-#include <thread>
 
 namespace {
 

@@ -4,8 +4,6 @@
 #include "tests/fixtures/MediaFiles.h"
 #include "tests/fixtures/ScratchFolder.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
 double Seconds(const QString& path) {

@@ -15,18 +15,13 @@
 #include <QFile>
 #include <QTimer>
 #include <QtEndian>
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cstdlib>
-#include <functional>
 #include <latch>
-#include <memory>
 #include <utility>
-#include <vector>
 
 namespace {
 

@@ -5,14 +5,10 @@
 #include "tests/player/ScriptedGraph.h"
 
 #include <QCoreApplication>
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdlib>
-#include <functional>
-#include <map>
 #include <sstream>
-#include <vector>
 
 namespace {
 

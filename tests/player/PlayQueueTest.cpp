@@ -2,9 +2,6 @@
 
 #include "tests/fixtures/LibraryFakes.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <set>
 #include <string>
 

@@ -3,8 +3,6 @@
 #include "player/TransportDisplay.h"
 #include "tests/fixtures/NoView.h"
 
-#include <QString>
-
 #include <set>
 #include <utility>
 

@@ -3,10 +3,7 @@
 #include "base/Messages.h"
 #include "player/MediaGraph.h"
 
-#include <QStringList>
-
 #include <deque>
-#include <map>
 #include <utility>
 
 /// A graph that plays nothing: it notes what it is asked for, and tells what the test wants.

@@ -11,11 +11,7 @@
 
 #include <QEventLoop>
 #include <QFile>
-#include <gtest/gtest.h>
 
-#include <algorithm>
-#include <functional>
-#include <map>
 #include <set>
 #include <sstream>
 #include <string>

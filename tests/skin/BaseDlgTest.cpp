@@ -5,16 +5,12 @@
 #include "tests/skin/SyntheticTheme.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QHelpEvent>
 #include <QScreen>
 #include <QTest>
 #include <QToolTip>
 #include <QVBoxLayout>
 #include <QWindow>
-#include <gtest/gtest.h>
-
-#include <memory>
 
 namespace {
 

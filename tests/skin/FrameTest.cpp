@@ -2,11 +2,7 @@
 
 #include "tests/skin/SyntheticTheme.h"
 
-#include <QPainter>
-#include <gtest/gtest.h>
-
 #include <array>
-#include <random>
 #include <sstream>
 #include <tuple>
 
@@ -198,20 +194,6 @@ TEST(FrameTest, KeyColourMakesHolesInTheBandAlone) {
     }
 }
 
-TEST(FrameTest, RegionHasThePixelsOfOtherColours) {
-    std::mt19937 random(7);
-    QImage image(70, 40, QImage::Format_RGB32);
-    image.fill(Qt::black);
-    for (int i = 0; i < 900; ++i)
-        image.setPixel(random() % 70, random() % 30, kKeyColour);
-    const QRegion region = BitmapToRegion(image, QColor(kKeyColour));
-    for (int y = 0; y < 40; ++y) {
-        for (int x = 0; x < 70; ++x)
-            ASSERT_EQ(region.contains(QPoint(x, y)), image.pixel(x, y) != kKeyColour);
-    }
-    EXPECT_EQ(region & QRect(0, 30, 70, 10), QRegion(0, 30, 70, 10));
-}
-
 TEST(FrameTest, TitleStaysInItsPlace) {
     SyntheticTheme files;
     for (const qreal scale : {1.0, 2.0}) {
@@ -232,21 +214,6 @@ TEST(FrameTest, TitleStaysInItsPlace) {
             EXPECT_EQ(ink.width() > 140 * scale, title.size() > 1000);
         }
     }
-}
-
-TEST(FrameTest, LongTitleEndsAtAWord) {
-    const Theme theme = Loaded(SyntheticTheme());
-    FrameState state;
-    state.size = {200, 90}; // room for some 20 characters
-    const auto drawn = [&](const QString& title) {
-        state.m_strTitle = title;
-        return DrawBand(theme, state);
-    };
-    const QChar ellipsis(0x2026);
-    const QString words = "Some short words";
-    EXPECT_EQ(drawn(words + " andthenalongone"), drawn(words + ellipsis));
-    EXPECT_NE(drawn(QString(40, u'o')), drawn(ellipsis));
-    EXPECT_NE(drawn(words), drawn(words + ellipsis));
 }
 
 TEST(FrameTest, HitTestKnowsEveryPlace) {
@@ -278,20 +245,4 @@ TEST(FrameTest, HitTestKnowsEveryPlace) {
         for (std::size_t i = 0; i < states.size(); ++i)
             EXPECT_EQ(HitTest(theme, states[i], {row[0], row[1]}), row[2 + i])
                 << row[0] << ' ' << row[1];
-}
-
-TEST(FrameTest, FrameGrowsWithTheScale) {
-    SyntheticTheme files;
-    files.AddButton(0, Picture::Close, {30, 8}, 14, 1);
-    const Theme theme = Loaded(files, 2);
-    FrameState state = SizableWindow({600, 400});
-    state.m_customButtons.push_back({999, 80, 6, 0, QImage(48, 14, QImage::Format_RGB32), {}});
-    const std::pair<QPoint, int> rows[] = {
-        {{572, 2}, FrameHit::Close},     {{591, 17}, FrameHit::Close},
-        {{592, 17}, FrameHit::TopRight}, {{440, 12}, FrameHit::FirstCustom},
-        {{9, 10}, FrameHit::SystemMenu}, {{40, 41}, FrameHit::SystemMenu},
-        {{300, 60}, FrameHit::Caption},  {{300, 61}, FrameHit::Client}};
-    for (const auto& [point, hit] : rows)
-        EXPECT_EQ(HitTest(theme, state, point), hit) << point.x() << ' ' << point.y();
-    EXPECT_EQ(MinimumTrackSize(theme), QSize(2 * 61, 140));
 }

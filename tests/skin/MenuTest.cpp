@@ -5,11 +5,6 @@
 #include "tests/fixtures/Contrast.h"
 
 #include <QActionGroup>
-#include <QApplication>
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
 
 namespace {
 

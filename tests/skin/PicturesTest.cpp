@@ -1,11 +1,6 @@
 #include "skin/Pictures.h"
 
-#include "skin/Colours.h"
-#include "tests/fixtures/Contrast.h"
-
 #include <QImage>
-#include <QPainter>
-#include <gtest/gtest.h>
 
 // That each picture is there, has its size and is what its source draws, make_theme checks.
 TEST(PicturesTest, AreLoadedForTheScale) {
@@ -15,13 +10,6 @@ TEST(PicturesTest, AreLoadedForTheScale) {
         EXPECT_EQ(picture.devicePixelRatio(), scale);
     }
     EXPECT_EQ(MakeProgramIcon().availableSizes().size(), std::ssize(kProgramIconSides));
-}
-
-TEST(PicturesTest, GlyphsStandOutFromTheirDiscs) {
-    using enum PictureId;
-    for (const PictureId disc : {RaisedDisc, HoverFrame, PressedFrame})
-        EXPECT_GE(Contrast(LoadPicture(disc, 1).toImage().pixelColor(22, 22), Colours::kQuietText),
-                  4.5);
 }
 
 TEST(PicturesTest, DrawingBeginsWithADevicePixel) {

@@ -8,11 +8,8 @@
 #include <QTest>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-#include <gtest/gtest.h>
 
-#include <functional>
 #include <utility>
-#include <vector>
 
 namespace {
 

@@ -6,10 +6,6 @@
 #include <QBuffer>
 #include <QImage>
 #include <QImageWriter>
-#include <QString>
-
-#include <map>
-#include <optional>
 
 /// The picture that a pixel comes from. Never above 100, so that no colour is the key colour.
 enum class Picture : int { Top = 1, Left, Right, Bottom, Close, Minimize, Maximize, Restore, None };

@@ -1,7 +1,5 @@
 #include "skin/SystemMenu.h"
 
-#include <gtest/gtest.h>
-
 TEST(SystemMenuTest, OffersWhatTheWindowCanDo) {
     using enum SystemCommand;
     using enum WindowState;

@@ -3,16 +3,12 @@
 #include "tests/skin/SyntheticTheme.h"
 
 #include <QtEndian>
-#include <gtest/gtest.h>
 
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cmath>
-#include <functional>
 #include <utility>
-#include <vector>
 
 namespace {
 

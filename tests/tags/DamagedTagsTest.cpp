@@ -83,8 +83,6 @@ void ExpectDefinedOutcome(const QString& path, const QByteArray& content, const 
     EXPECT_TRUE(!content.contains(sound) || ReadFile(path).contains(sound));
 }
 
-} // namespace
-
 TEST(DamagedTagsTest, EveryVariantHasADefinedOutcome) {
     const QByteArray sound = Mp3Sound().first(4000);
     const QByteArray id3v1 = ReadFile(MediaFile("lame-v1.mp3")).last(128);
@@ -98,8 +96,6 @@ TEST(DamagedTagsTest, EveryVariantHasADefinedOutcome) {
         }
     }
 }
-
-namespace {
 
 using Pieces = std::vector<std::pair<qint64, QByteArray>>;
 
@@ -134,8 +130,6 @@ QByteArray FrameHeader(const char* id, std::uint32_t size) {
     qToBigEndian(size, header.data() + 4);
     return header;
 }
-
-} // namespace
 
 TEST(DamagedTagsTest, ReadingIsBoundedWhateverTheTagClaims) {
     constexpr qint64 kMegabyte = 1024 * 1024;
@@ -184,3 +178,5 @@ TEST(DamagedTagsTest, HostileTagsAreReadUpToTheDamage) {
         EXPECT_EQ(ReadInfo(path).m_strTitle, QLatin1StringView(read)) << what;
     }
 }
+
+} // namespace

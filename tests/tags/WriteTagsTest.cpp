@@ -10,8 +10,6 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 
-#include <map>
-
 namespace {
 
 /// What an independent reader sees in each file.

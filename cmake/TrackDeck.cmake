@@ -43,7 +43,6 @@ function(trackdeck_precompiled_headers name)
   target_compile_options(${name} PRIVATE ${ARG_OPTIONS})
 endfunction()
 
-
 # trackdeck_library(name [WIDGETS] [MOC] LINK lib... SOURCES file...)
 #
 # The static library of one folder. Includes are written from the top of the tree ("grid/GridCtrl.h").

@@ -118,7 +118,7 @@ TEST(DecimalValueTest, ReadsTheHeadOfTheText) {
 
 TEST(SizeTextTest, ChangesUnitsAtPowersOf1024) {
     const std::pair<std::uint64_t, QStringView> rows[] = {
-        {1023, u"1023 B"}, {1024, u"1.00 KB"}, {1048575, u"1024.00 KB"}, {3670016, u"3.50 MB"}};
+        {1023, u"1023 B"}, {1024, u"1.00 KB"}, {1048575, u"1024.00 KB"}, {1048576, u"1.00 MB"}};
     for (const auto& [bytes, text] : rows)
         EXPECT_EQ(SizeText(bytes), text);
 }

@@ -171,6 +171,9 @@ TEST(GridFit, AColumnIsAsWideAsItsWidestCellNeeds) {
     grid->SetSortColumn(1, true);
     grid->AutoSizeColumn(1, GridFit::Header);
     EXPECT_GT(grid->GetColumnWidth(1), header + 8);
+    grid->setFont(QFont(grid->font().family(), 2 * grid->font().pointSize()));
+    grid->AutoSizeColumn(1);
+    EXPECT_GT(grid->GetColumnWidth(1), 3 * header / 2) << "cells have the grid's font";
 }
 
 TEST(GridFit, ImagesChecksAndBarsHaveTheirOwnWidth) {

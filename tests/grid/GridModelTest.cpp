@@ -1,5 +1,6 @@
 #include "grid/GridCellBar.h"
 #include "grid/GridCellCheck.h"
+#include "grid/GridCompare.h"
 #include "tests/grid/GridFixture.h"
 
 TEST(GridCells, IndexesOutOfRangeHaveNoEffect) {
@@ -22,6 +23,16 @@ TEST(GridCells, IndexesOutOfRangeHaveNoEffect) {
         EXPECT_EQ(grid->AutoSizeColumn(col) + grid->SortItems(nullptr, col, true), 0);
     }
     EXPECT_EQ(grid->SetColumnWidth(0, -1) + grid->AutoSizeRow(3) + grid->GetRowHeight(3), 0);
+}
+
+TEST(GridCells, NumbersGoByTheirValueAndOtherTextsAreZero) {
+    CGridCell twelve, nine, text;
+    twelve.SetText("12");
+    nine.SetText(" 9 of 10");
+    text.SetText("abc");
+    EXPECT_EQ(CompareNumbers(&twelve, &nine, 0), 1);
+    EXPECT_EQ(CompareNumbers(&text, &nine, 0), -1);
+    EXPECT_EQ(CompareNumbers(&twelve, nullptr, 0), 0);
 }
 
 TEST(GridCells, SetCellTypeKeepsNothingOfTheOldCell) {

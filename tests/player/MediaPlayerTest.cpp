@@ -74,6 +74,7 @@ TEST(VolumeTest, IsAQuarterCircle) {
 }
 
 TEST_F(MediaPlayerTest, ThePathAloneTellsTheRoute) {
+    EXPECT_FALSE(m_player.PlayMedia()) << "there is no file";
     const QString longPath = QLatin1Char('/') + QString(255, QLatin1Char('x'));
     const std::pair<QString, std::string> cases[] = {
         {"/wma.mp3", "Render "},

@@ -213,7 +213,7 @@ TEST_F(TransportTest, StopGoesBackToTheBeginning) {
 TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     const ScratchFolder scratch;
     const QString path = scratch.File("list.m3u");
-    WriteFile(path, "/c.mp3\n/z.mp3\n/a.mp3\n/nested.m3u\n/c.mp3\n");
+    WriteFile(path, "/c.mp3\n/z.mp3\n/y.mp3\n/a.mp3\n/nested.m3u\n/c.mp3\n");
     AddTrack(collection, path);
     Do("playlist await");
     EXPECT_EQ(Marked(), "c");
@@ -222,8 +222,10 @@ TEST_F(TransportTest, PlaylistPlaysItsFilesInItsOwnOrder) {
     EXPECT_EQ(Marked(), "") << "a file that is in no list";
     EXPECT_EQ(display.caption, "z");
     EXPECT_TRUE(transport.GetNowPlaying() && transport.GetNowPlaying()->m_strPath == u"/z.mp3");
+    Do("finish");
+    EXPECT_EQ(transport.GetNowPlaying(), nullptr) << "not yet read";
     Do("mode:1 finish finish finish"); // another mode is no reason to leave the playlist
-    EXPECT_EQ(Loaded(), "czacc");
+    EXPECT_EQ(Loaded(), "czyacc");
     Do("play:b finish");
     EXPECT_EQ(Loaded(), "bc") << "the list again";
 

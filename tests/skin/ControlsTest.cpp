@@ -213,6 +213,7 @@ TEST_F(SliderTest, KeysMoveItAndADisabledOneTakesNothing) {
         EXPECT_EQ(m_slider.value(), to) << key;
     }
     const QImage enabled = Look(m_slider);
+    EXPECT_NE(enabled.pixelColor(0, 0), QColor(Colours::kAccent)) << "the edge of the focus";
     Press(m_slider, At(50));
     m_slider.setEnabled(false);
     EXPECT_FALSE(m_slider.isSliderDown());

@@ -65,6 +65,8 @@ TEST(MenuTest, DrawsItsItems) {
     EXPECT_EQ(menu.actionGeometry(separator).height(), 9);
     EXPECT_TRUE(ColoursOf(menu, separator).contains(Colours::kLine));
 
+    EXPECT_EQ(menu.grab().toImage().pixel(menu.width() / 2, 0), Colours::kLine) << "its edge";
+
     menu.setActiveAction(plain);
     const auto hot = ColoursOf(menu, plain);
     EXPECT_TRUE(hot.contains(Colours::kAccent));
